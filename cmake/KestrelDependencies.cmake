@@ -1,0 +1,20 @@
+# What is used and not written here. Nothing is downloaded.
+
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
+find_package(CLI11 REQUIRED)
+
+if(NOT APPLE)
+  pkg_check_modules(JACK REQUIRED IMPORTED_TARGET jack)
+  pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xtest xcb-xkb)
+  pkg_check_modules(XKBCOMMON REQUIRED IMPORTED_TARGET xkbcommon xkbcommon-x11)
+endif()
+if(KESTREL_TESTS)
+  find_package(GTest REQUIRED)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
+  include(GoogleTest)
+endif()
+if(KESTREL_BENCH)
+  find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/KeyCodes.h"
+
+namespace kestrel {
+
+// Posts keyboard events into the user's session. Main thread only; never waits.
+class KeyEvents {
+public:
+    enum class Direction { Down, Up };
+    enum class AutoRepeat { No, Yes };
+    enum class Result { Posted, NotPermitted, UnknownKey, Unavailable };
+
+    virtual ~KeyEvents() = default;
+
+    // Session tap. `flags` replace whatever modifiers the event would carry.
+    [[nodiscard]] virtual Result post(
+        KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat)
+        = 0;
+
+    // HID tap, from a source with the combined-session state; the event's flags are left alone.
+    [[nodiscard]] virtual Result postBare(KeyCode keyCode, Direction direction) = 0;
+};
+
+} // namespace kestrel

@@ -1,0 +1,16 @@
+#pragma once
+
+namespace kestrel {
+
+// Whether the system lets this program post keyboard events. Main thread only.
+class Permissions {
+public:
+    virtual ~Permissions() = default;
+
+    [[nodiscard]] virtual bool mayPostKeyEvents() = 0;
+
+    // Shows the system's own question; does nothing where there is none to ask.
+    virtual void requestKeyEvents() = 0;
+};
+
+} // namespace kestrel

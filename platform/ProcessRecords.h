@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace kestrel::ProcessRecords {
+
+// Layout of one record of the process table.
+inline constexpr std::size_t RecordSize = 648;
+inline constexpr std::size_t NameOffset = 243;
+inline constexpr std::size_t MaxNameLength = 16;
+
+// True when a whole record carries exactly this command name. A partial record at the end is
+// never looked at.
+[[nodiscard]] bool contains(std::span<const std::byte> table, std::string_view commandName);
+
+} // namespace kestrel::ProcessRecords

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kestrel {
+
+// The platform's own handle of a window: a view on macOS, a window number on X11.
+using NativeWindow = std::uintptr_t;
+
+// What the toolkit cannot say of a native window. Main thread only.
+class WindowTraits {
+public:
+    virtual ~WindowTraits() = default;
+
+    // Keeps the content at width : height while the window is resized by any edge or corner.
+    virtual void setContentAspectRatio(NativeWindow window, int width, int height) = 0;
+
+    // The window floats, shows over full-screen spaces, and stays when the application is inactive.
+    virtual void setFloating(NativeWindow window) = 0;
+
+    // The window never takes the keyboard focus, whatever is clicked in it.
+    virtual void setNeverFocused(NativeWindow window) = 0;
+};
+
+} // namespace kestrel

@@ -1,0 +1,122 @@
+#include "tools/stage/PrivateXServer.h"
+
+#include <xcb/xcb.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+#include <thread>
+
+namespace kestrel::stage {
+
+namespace {
+using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
+
+template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+xcb_atom_t atom(xcb_connection_t* connection, std::string_view name)
+{
+    const Reply<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(connection,
+            xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.data()),
+            nullptr),
+        &std::free);
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
+bool hasWindowManager(xcb_connection_t* connection)
+{
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection,
+            xcb_get_property(connection, 0, root, atom(connection, "_NET_SUPPORTING_WM_CHECK"),
+                XCB_ATOM_WINDOW, 0, 1),
+            nullptr),
+        &std::free);
+    return reply && xcb_get_property_value_length(reply.get()) == 4;
+}
+
+bool hasTray(xcb_connection_t* connection)
+{
+    const Reply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection,
+            xcb_get_selection_owner(connection, atom(connection, "_NET_SYSTEM_TRAY_S0")), nullptr),
+        &std::free);
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+void waitUntil(const std::string& display, const char* what,
+    const std::function<bool(xcb_connection_t*)>& holds)
+{
+    const Connection connection(xcb_connect(display.c_str(), nullptr), &xcb_disconnect);
+    for (int attempt = 0; attempt < 1000; ++attempt) {
+        if (xcb_connection_has_error(connection.get()) == 0 && holds(connection.get()))
+            return;
+        std::this_thread::sleep_for(milliseconds(10));
+    }
+    throw std::runtime_error(std::string(what) + " did not come up");
+}
+} // namespace
+
+PrivateXServer::PrivateXServer()
+    : PrivateXServer(Options {})
+{
+}
+
+PrivateXServer::PrivateXServer(const Options& options)
+{
+    startServer(options.screen);
+    if (options.windowManager)
+        startWindowManager();
+    if (options.tray)
+        startTray();
+}
+
+void PrivateXServer::startServer(const std::string& screen)
+{
+    m_server = std::make_unique<ChildProcess>(std::vector<std::string> { "Xvfb", "-displayfd", "1",
+        "-screen", "0", screen, "-nolisten", "tcp", "-noreset", "-dpi", "96" });
+    const auto number = m_server->waitForLine(
+        [](std::string_view line) { return !line.empty(); }, milliseconds(10000));
+    if (!number)
+        throw std::runtime_error("the private X server did not come up");
+    m_display = ":" + *number;
+}
+
+void PrivateXServer::startWindowManager()
+{
+    m_windowManager
+        = std::make_unique<ChildProcess>(std::vector<std::string> { "openbox" }, environment());
+    waitUntil(m_display, "the window manager", hasWindowManager);
+}
+
+void PrivateXServer::startTray()
+{
+    m_tray = std::make_unique<ChildProcess>(
+        std::vector<std::string> { "trayer", "--edge", "top", "--align", "right", "--widthtype",
+            "request", "--height", "24", "--tint", "0x303030", "--transparent", "true" },
+        environment());
+    waitUntil(m_display, "the tray", hasTray);
+}
+
+void PrivateXServer::kill()
+{
+    m_server->signal(SIGKILL);
+    m_server->wait(milliseconds(5000));
+}
+
+ChildProcess::Environment PrivateXServer::environment() const
+{
+    return { { "DISPLAY", m_display }, { "WAYLAND_DISPLAY", "" }, { "QT_QPA_PLATFORM", "xcb" } };
+}
+
+bool PrivateXServer::photograph(const std::string& pngPath) const
+{
+    ChildProcess import({ "import", "-window", "root", pngPath }, environment());
+    return import.wait(milliseconds(20000)) == 0;
+}
+
+} // namespace kestrel::stage

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "tools/stage/ChildProcess.h"
+
+#include <memory>
+#include <string>
+
+namespace kestrel::stage {
+
+// An X server without a screen of glass, and around it what a desktop has.
+class PrivateXServer {
+public:
+    struct Options {
+        std::string screen = "1280x800x24";
+        bool windowManager = true;
+        bool tray = false;
+    };
+
+    // Throws std::runtime_error when a part does not come up within ten seconds.
+    PrivateXServer();
+    explicit PrivateXServer(const Options& options);
+
+    void startTray();
+    void kill();
+
+    [[nodiscard]] const std::string& display() const { return m_display; }
+    [[nodiscard]] ChildProcess::Environment environment() const;
+    // Writes what the whole screen shows; false when that failed.
+    [[nodiscard]] bool photograph(const std::string& pngPath) const;
+
+private:
+    void startServer(const std::string& screen);
+    void startWindowManager();
+
+    std::string m_display;
+    std::unique_ptr<ChildProcess> m_server;
+    std::unique_ptr<ChildProcess> m_windowManager;
+    std::unique_ptr<ChildProcess> m_tray;
+};
+
+} // namespace kestrel::stage
