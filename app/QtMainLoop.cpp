@@ -1,0 +1,76 @@
+#include "app/QtMainLoop.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QSocketNotifier>
+
+#include <utility>
+
+namespace kestrel {
+
+class QtMainLoop::DescriptorWatch final : public MainLoop::Watch {
+public:
+    DescriptorWatch(QtMainLoop& loop, int descriptor, std::function<void()> ready)
+        : m_notifier(new QSocketNotifier(descriptor, QSocketNotifier::Read))
+    {
+        QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier,
+            [&loop, ready = std::move(ready)] { loop.runReady(ready); });
+    }
+
+    // The watch may be destroyed by what it calls.
+    ~DescriptorWatch() override
+    {
+        m_notifier->setEnabled(false);
+        m_notifier->deleteLater();
+    }
+
+private:
+    QSocketNotifier* m_notifier;
+};
+
+void QtMainLoop::perform(std::function<void()> task)
+{
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_tasks.push_back(std::move(task));
+        if (std::exchange(m_wakeUpOwed, true))
+            return;
+    }
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+std::unique_ptr<MainLoop::Watch> QtMainLoop::watch(int descriptor, std::function<void()> ready)
+{
+    return std::make_unique<DescriptorWatch>(*this, descriptor, std::move(ready));
+}
+
+void QtMainLoop::customEvent(QEvent*)
+{
+    runTasks();
+}
+
+void QtMainLoop::runReady(const std::function<void()>& ready)
+{
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_wakeUpOwed = true; // nobody needs to post an event for what comes out of `ready`
+    }
+    ready();
+    runTasks();
+}
+
+void QtMainLoop::runTasks()
+{
+    Tasks tasks = std::exchange(m_spare, {});
+    {
+        const std::scoped_lock lock(m_mutex);
+        tasks.swap(m_tasks);
+        m_wakeUpOwed = false;
+    }
+    for (const auto& task : tasks)
+        task();
+    tasks.clear();
+    m_spare = std::move(tasks);
+}
+
+} // namespace kestrel

@@ -1,0 +1,199 @@
+#include "app/MessageDispatcher.h"
+
+#include "common/MIDIMessage.h"
+#include "tests/fakes/Recorders.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace kestrel {
+namespace {
+
+// A dispatcher whose destinations write down what reaches them.
+class Bench final : public MessageDispatcher::Destinations {
+public:
+    // One packet, given in hexadecimal; what it led to since the last packet, "" for nothing.
+    std::string send(const std::string& packet)
+    {
+        m_calls.clear();
+        std::istringstream words(packet);
+        std::vector<std::uint8_t> bytes;
+        for (unsigned int byte = 0; words >> std::hex >> byte;)
+            bytes.push_back(static_cast<std::uint8_t>(byte));
+        MIDIMessage message;
+        message.setReadData(bytes);
+        dispatcher.receiveMessage(message);
+        return m_calls;
+    }
+
+    void answerHeartbeat() override { m_calls += "heartbeat"; }
+    void redrawLCDdisplay(const MIDIMessage& message) override
+    {
+        m_calls += "LCD " + fakes::hex(message.readData());
+    }
+    void redrawDSParea(const MIDIMessage& message) override
+    {
+        m_calls += "DSP " + fakes::hex(message.readData());
+    }
+    void eventKeyPost(unsigned int buttonCode) override
+    {
+        m_calls += "key " + std::to_string(buttonCode);
+    }
+
+    MessageDispatcher dispatcher { *this };
+
+private:
+    std::string m_calls;
+};
+
+TEST(MessageDispatcher, packets_shorter_than_three_bytes_are_dropped)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send(""), "");
+    EXPECT_EQ(bench.send("90"), "");
+    EXPECT_EQ(bench.send("90 00"), "");
+    EXPECT_EQ(bench.send("B0 18"), "");
+}
+
+TEST(MessageDispatcher, only_note_on_of_note_0_with_velocity_0_is_the_heartbeat)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("90 00 00"), "heartbeat");
+    EXPECT_EQ(bench.send("90 00 00 B0 18 05"), "heartbeat");
+    EXPECT_EQ(bench.send("90 00 01"), "");
+    EXPECT_EQ(bench.send("90 01 00"), "");
+    EXPECT_EQ(bench.send("80 00 00"), "");
+    EXPECT_EQ(bench.send("91 00 00"), "");
+}
+
+TEST(MessageDispatcher, large_display_messages_are_told_by_their_seventh_byte)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("F0 00 00 66 05 00 12 02 F7"), "LCD F0 00 00 66 05 00 12 02 F7");
+    EXPECT_EQ(bench.send("F0 01 02 03 04 05 12"), "LCD F0 01 02 03 04 05 12");
+    EXPECT_EQ(bench.send("F0 00 00 66 05 00 10 02 F7"), "");
+}
+
+TEST(MessageDispatcher, a_system_exclusive_packet_of_six_bytes_or_fewer_is_dropped)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("F0 00 00 66 05 12"), "");
+    EXPECT_EQ(bench.send("F0 00 00 66 12"), "");
+    EXPECT_EQ(bench.send("F0 00 12"), "");
+}
+
+TEST(MessageDispatcher, a_key_comes_in_two_packets_and_fires_once)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("B0 0F 40"), "");
+    EXPECT_EQ(bench.send("B0 2F 45"), "key 69");
+    EXPECT_EQ(bench.send("B0 2F 45"), "");
+}
+
+TEST(MessageDispatcher, a_key_port_without_its_zone_is_dropped_and_arms_nothing)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("B0 2F 45"), "");
+    EXPECT_FALSE(bench.dispatcher.userAssignCmnd());
+    EXPECT_EQ(bench.send("B0 2F 45"), "");
+}
+
+TEST(MessageDispatcher, a_zone_waits_across_unrelated_packets)
+{
+    Bench bench;
+    bench.send("B0 0F 40");
+    EXPECT_EQ(bench.send("B0 18 05"), "DSP B0 18 05");
+    EXPECT_EQ(bench.send("90 00 00"), "heartbeat");
+    EXPECT_EQ(bench.send("F0 00 00 66 05 00 12 00 F7"), "LCD F0 00 00 66 05 00 12 00 F7");
+    EXPECT_EQ(bench.send("B0"), "");
+    EXPECT_EQ(bench.send("B0 2F 05"), "key 5");
+}
+
+TEST(MessageDispatcher, the_two_zones_wait_independently)
+{
+    Bench bench;
+    bench.send("B0 0F 40");
+    bench.send("B0 0C 1C");
+    EXPECT_TRUE(bench.dispatcher.userAssignCmnd());
+    EXPECT_TRUE(bench.dispatcher.switchLEDCmnd());
+    EXPECT_EQ(bench.send("B0 2C 41"), "DSP B0 2C 41");
+    EXPECT_TRUE(bench.dispatcher.userAssignCmnd());
+    EXPECT_EQ(bench.send("B0 2F 41"), "key 65");
+    EXPECT_FALSE(bench.dispatcher.userAssignCmnd());
+}
+
+TEST(MessageDispatcher, another_zone_value_leaves_the_flags_as_they_were)
+{
+    Bench bench;
+    bench.send("B0 0F 41");
+    bench.send("B0 0C 1B");
+    EXPECT_FALSE(bench.dispatcher.userAssignCmnd());
+    EXPECT_FALSE(bench.dispatcher.switchLEDCmnd());
+    bench.send("B0 0F 40");
+    bench.send("B0 0C 1C");
+    bench.send("B0 0F 41");
+    bench.send("B0 0C 1B");
+    EXPECT_TRUE(bench.dispatcher.userAssignCmnd());
+    EXPECT_TRUE(bench.dispatcher.switchLEDCmnd());
+}
+
+TEST(MessageDispatcher, a_key_in_one_packet_fires_at_once_and_arms_nothing)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("B0 0F 40 2F 03"), "key 3");
+    EXPECT_FALSE(bench.dispatcher.userAssignCmnd());
+    EXPECT_EQ(bench.send("B0 0F 41 2F 03"), "");
+}
+
+TEST(MessageDispatcher, a_key_in_one_packet_leaves_a_waiting_zone_waiting)
+{
+    Bench bench;
+    bench.send("B0 0F 40");
+    EXPECT_EQ(bench.send("B0 0F 40 2F 03"), "key 3");
+    EXPECT_TRUE(bench.dispatcher.userAssignCmnd());
+}
+
+TEST(MessageDispatcher, a_zone_packet_of_four_bytes_still_waits_for_its_port)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("B0 0F 40 2F"), "");
+    EXPECT_EQ(bench.send("B0 2F 04"), "key 4");
+    EXPECT_EQ(bench.send("B0 0C 1C 2C"), "");
+    EXPECT_EQ(bench.send("B0 2C 04"), "DSP B0 2C 04");
+}
+
+TEST(MessageDispatcher, lamps_come_in_one_packet_or_in_two)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("B0 0C 1C 2C 41"), "DSP B0 0C 1C 2C 41");
+    EXPECT_FALSE(bench.dispatcher.switchLEDCmnd());
+    EXPECT_EQ(bench.send("B0 2C 41"), "");
+    EXPECT_EQ(bench.send("B0 0C 1C"), "");
+    EXPECT_EQ(bench.send("B0 2C 41"), "DSP B0 2C 41");
+    EXPECT_EQ(bench.send("B0 2C 41"), "");
+    EXPECT_EQ(bench.send("B0 0C 1B 2C 41"), "");
+}
+
+TEST(MessageDispatcher, exactly_the_controllers_0x18_to_0x1B_are_knobs)
+{
+    Bench bench;
+    for (unsigned int controller = 0; controller < 0x100; ++controller) {
+        std::ostringstream packet;
+        packet << "B0 " << std::hex << std::uppercase << (controller < 0x10 ? "0" : "")
+               << controller << " 7F";
+        const bool isKnob = controller >= 0x18 && controller <= 0x1B;
+        EXPECT_EQ(bench.send(packet.str()), isKnob ? "DSP " + packet.str() : "");
+    }
+}
+
+TEST(MessageDispatcher, other_status_bytes_and_channels_are_dropped)
+{
+    Bench bench;
+    for (const char* packet :
+        { "B1 18 05", "00 00 00", "C0 18 05", "F7 00 00 66 05 00 12", "FF FF FF FF FF FF 12" })
+        EXPECT_EQ(bench.send(packet), "") << packet;
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "platform/KeyEvents.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrel::fakes {
+
+// Records what is posted, in words: "key 1 down ⌘" at the session tap ("repeat" behind it when
+// marked so), "bare 55 up" at the HID tap.
+class FakeKeyEvents final : public KeyEvents {
+public:
+    [[nodiscard]] Result post(
+        KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat) override
+    {
+        posted.push_back("key " + std::to_string(keyCode) + word(direction) + glyphs(flags)
+            + (autoRepeat == AutoRepeat::Yes ? " repeat" : ""));
+        return result;
+    }
+
+    [[nodiscard]] Result postBare(KeyCode keyCode, Direction direction) override
+    {
+        posted.push_back("bare " + std::to_string(keyCode) + word(direction));
+        return result;
+    }
+
+    // Everything since the last call, "; " between the events.
+    [[nodiscard]] std::string take()
+    {
+        std::string text;
+        for (const auto& event : posted)
+            text += (text.empty() ? "" : "; ") + event;
+        posted.clear();
+        return text;
+    }
+
+    Result result = Result::Posted;
+    std::vector<std::string> posted;
+
+private:
+    static std::string word(Direction direction)
+    {
+        return direction == Direction::Down ? " down" : " up";
+    }
+
+    static std::string glyphs(ModifierFlags flags)
+    {
+        std::string text;
+        text += flags & Modifier::Shift ? "⇪" : "";
+        text += flags & Modifier::Control ? "^" : "";
+        text += flags & Modifier::Option ? "⌥" : "";
+        text += flags & Modifier::Command ? "⌘" : "";
+        if (const ModifierFlags other = flags & ~Modifier::Used)
+            text += "+" + std::to_string(other);
+        return text.empty() ? text : " " + text;
+    }
+};
+
+} // namespace kestrel::fakes

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "platform/DefaultsStore.h"
+#include "platform/FileAttributes.h"
+#include "platform/Permissions.h"
+#include "platform/ProcessRecords.h"
+#include "platform/ProcessTable.h"
+#include "platform/WindowTraits.h"
+#include "platform/Workspace.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace kestrel::fakes {
+
+// Process records made from command names.
+class FakeProcessTable final : public ProcessTable {
+public:
+    [[nodiscard]] std::optional<std::vector<std::byte>> read() override
+    {
+        if (unreadable)
+            return {};
+        std::vector<std::byte> table(names.size() * ProcessRecords::RecordSize);
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            std::memcpy(&table[i * ProcessRecords::RecordSize + ProcessRecords::NameOffset],
+                names[i].data(), std::min(names[i].size(), ProcessRecords::MaxNameLength));
+        }
+        return table;
+    }
+
+    std::vector<std::string> names;
+    bool unreadable = false;
+};
+
+class FakeWorkspace final : public Workspace {
+public:
+    struct Application {
+        std::string name;
+        bool active;
+    };
+
+    void visitRunningApplications(const Visitor& visit) override
+    {
+        for (const auto& application : applications) {
+            ++visited;
+            if (!visit({ application.name, application.active }))
+                return;
+        }
+    }
+    [[nodiscard]] bool openFile(std::string_view path) override
+    {
+        calls.push_back("open " + std::string(path));
+        return true;
+    }
+    void hideApplication() override { calls.push_back("hide"); }
+    void activateApplication() override { calls.push_back("activate"); }
+
+    std::vector<Application> applications;
+    int visited = 0;
+    std::vector<std::string> calls;
+};
+
+class FakeFileAttributes final : public FileAttributes {
+public:
+    [[nodiscard]] bool setCodes(std::string_view path, FileCodes codes) override
+    {
+        if (refusing)
+            return false;
+        byPath[std::string(path)] = codes;
+        return true;
+    }
+    [[nodiscard]] std::optional<FileCodes> codes(std::string_view path) override
+    {
+        const auto found = byPath.find(std::string(path));
+        return found == byPath.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    bool refusing = false;
+    std::map<std::string, FileCodes> byPath;
+};
+
+class FakeWindowTraits final : public WindowTraits {
+public:
+    void setContentAspectRatio(NativeWindow, int width, int height) override
+    {
+        calls.push_back("ratio " + std::to_string(width) + ":" + std::to_string(height));
+    }
+    void setFloating(NativeWindow) override { calls.push_back("floating"); }
+    void setNeverFocused(NativeWindow) override { calls.push_back("never focused"); }
+
+    std::vector<std::string> calls;
+};
+
+class FakePermissions final : public Permissions {
+public:
+    [[nodiscard]] bool mayPostKeyEvents() override { return granted; }
+    void requestKeyEvents() override { ++requests; }
+
+    bool granted = true;
+    int requests = 0;
+};
+
+// Defaults in memory; `stored` is what is on disk.
+class FakeDefaultsStore final : public DefaultsStore {
+public:
+    [[nodiscard]] std::optional<Bytes> data(std::string_view key) override
+    {
+        const auto found = current.find(std::string(key));
+        return found == current.end() ? std::nullopt : std::optional(found->second);
+    }
+    void setData(std::string_view key, std::span<const std::uint8_t> value) override
+    {
+        current[std::string(key)] = Bytes(value.begin(), value.end());
+    }
+    [[nodiscard]] bool synchronise() override
+    {
+        ++synchronised;
+        if (failing)
+            return false;
+        stored = current;
+        return true;
+    }
+
+    std::map<std::string, Bytes> current;
+    std::map<std::string, Bytes> stored;
+    int synchronised = 0;
+    bool failing = false;
+};
+
+} // namespace kestrel::fakes

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/StatusItem.h"
+#include "common/MIDIMessage.h"
+#include "panel/ConsoleDisplay.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrel::fakes {
+
+// The bytes as upper-case hexadecimal pairs with a blank between them.
+inline std::string hex(std::span<const std::uint8_t> bytes)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    for (const std::uint8_t byte : bytes) {
+        text += text.empty() ? "" : " ";
+        text += digits[byte >> 4];
+        text += digits[byte & 0x0F];
+    }
+    return text;
+}
+
+class RecordingDisplay final : public ConsoleDisplay {
+public:
+    void redrawLCDdisplay(const MIDIMessage& message) override
+    {
+        calls.push_back("LCD " + hex(message.readData()));
+    }
+    void redrawDSParea(const MIDIMessage& message) override
+    {
+        calls.push_back("DSP " + hex(message.readData()));
+    }
+
+    std::vector<std::string> calls;
+};
+
+class RecordingStatusItem final : public StatusItem {
+public:
+    void setImage(std::string_view imageName) override { images.emplace_back(imageName); }
+
+    std::vector<std::string> images;
+};
+
+} // namespace kestrel::fakes
