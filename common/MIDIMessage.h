@@ -36,7 +36,7 @@ private:
     static constexpr std::size_t InlineSize = 128;
 
     std::size_t m_size = 0;
-    std::array<std::uint8_t, InlineSize> m_inline;
+    std::array<std::uint8_t, InlineSize> m_inline {};
     std::unique_ptr<std::uint8_t[]> m_large;
     std::uint32_t m_length = 0;
     std::int32_t m_sourceID = 0;
