@@ -1,0 +1,23 @@
+#include "common/KeyedArchive.h"
+
+#include "common/ArchiveDecoder.h"
+#include "common/ArchiveEncoder.h"
+#include "common/ArchiveGraph.h"
+
+namespace kestrel {
+
+Bytes KeyedArchive::archivedData(const ArchiveValue& root)
+{
+    checkArchiveGraph(root);
+    return ArchiveEncoder().encode(root).toBinary();
+}
+
+ArchiveValue KeyedArchive::unarchivedRoot(ByteView archive)
+{
+    const PropertyList list = PropertyList::fromBytes(archive);
+    ArchiveValue root = ArchiveDecoder(list).root();
+    checkArchiveGraph(root);
+    return root;
+}
+
+} // namespace kestrel

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <locale.h>
+#if __has_include(<xlocale.h>)
+#include <xlocale.h>
+#endif
+
+namespace kestrel {
+
+// Numbers with a decimal point for this thread as long as it lives: libplist reads them with the
+// user's own separator.
+class NumericLocale {
+public:
+    NumericLocale()
+        : m_plain(newlocale(LC_NUMERIC_MASK, "C", nullptr))
+        , m_previous(m_plain ? uselocale(m_plain) : nullptr)
+    {
+    }
+    ~NumericLocale()
+    {
+        if (!m_plain)
+            return;
+        uselocale(m_previous);
+        freelocale(m_plain);
+    }
+    NumericLocale(const NumericLocale&) = delete;
+    NumericLocale& operator=(const NumericLocale&) = delete;
+
+private:
+    locale_t m_plain;
+    locale_t m_previous;
+};
+
+} // namespace kestrel
