@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kestrel::stage {
+
+// The X keycodes that the display holds as logically down. Throws std::runtime_error when the
+// display does not answer.
+[[nodiscard]] std::vector<int> keysDown(const std::string& display);
+
+} // namespace kestrel::stage
