@@ -1,0 +1,29 @@
+#include "platform/macos/AccessibilityPermissions.h"
+
+#include "platform/macos/CFHolder.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+
+namespace kestrel {
+
+AccessibilityPermissions::AccessibilityPermissions(std::shared_ptr<PostEventAccess> access)
+    : m_access(std::move(access))
+{
+}
+
+bool AccessibilityPermissions::mayPostKeyEvents()
+{
+    return m_access->ask();
+}
+
+void AccessibilityPermissions::requestKeyEvents()
+{
+    const void* keys[] = { kAXTrustedCheckOptionPrompt };
+    const void* values[] = { kCFBooleanTrue };
+    const CFHolder options(CFDictionaryCreate(kCFAllocatorDefault, keys, values, 1,
+        &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+    // Answers at once, before the user has. The program also appears in the list by being asked.
+    AXIsProcessTrustedWithOptions(options.get());
+}
+
+} // namespace kestrel

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Permissions.h"
+#include "platform/macos/PostEventAccess.h"
+
+namespace kestrel {
+
+// The permission to post keyboard events, as the Accessibility list of the system settings has it.
+class AccessibilityPermissions final : public Permissions {
+public:
+    explicit AccessibilityPermissions(std::shared_ptr<PostEventAccess> access);
+
+    bool mayPostKeyEvents() override;
+    void requestKeyEvents() override;
+
+private:
+    std::shared_ptr<PostEventAccess> m_access;
+};
+
+} // namespace kestrel

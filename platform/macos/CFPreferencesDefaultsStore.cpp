@@ -1,0 +1,39 @@
+#include "platform/macos/CFPreferencesDefaultsStore.h"
+
+#include "platform/macos/CFText.h"
+
+namespace kestrel {
+
+CFPreferencesDefaultsStore::CFPreferencesDefaultsStore(CFStringRef applicationID)
+    : m_applicationID(CFHolder<CFStringRef>::retained(applicationID))
+{
+}
+
+std::optional<DefaultsStore::Bytes> CFPreferencesDefaultsStore::data(std::string_view key)
+{
+    const auto name = CFText::fromUtf8(key);
+    if (!name)
+        return std::nullopt;
+    const CFHolder value(CFPreferencesCopyAppValue(name.get(), m_applicationID.get()));
+    if (!value || CFGetTypeID(value.get()) != CFDataGetTypeID())
+        return std::nullopt;
+    const auto* bytes = static_cast<CFDataRef>(value.get());
+    const UInt8* first = CFDataGetBytePtr(bytes);
+    return Bytes(first, first + CFDataGetLength(bytes));
+}
+
+void CFPreferencesDefaultsStore::setData(std::string_view key, std::span<const std::uint8_t> value)
+{
+    const auto name = CFText::fromUtf8(key);
+    const CFHolder bytes(
+        CFDataCreate(kCFAllocatorDefault, value.data(), static_cast<CFIndex>(value.size())));
+    if (name && bytes)
+        CFPreferencesSetAppValue(name.get(), bytes.get(), m_applicationID.get());
+}
+
+bool CFPreferencesDefaultsStore::synchronise()
+{
+    return CFPreferencesAppSynchronize(m_applicationID.get());
+}
+
+} // namespace kestrel

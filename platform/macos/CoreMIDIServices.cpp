@@ -1,0 +1,162 @@
+#include "platform/macos/CoreMIDIServices.h"
+
+#include "platform/macos/CFText.h"
+#include "platform/macos/CoreMIDIDevices.h"
+#include "platform/macos/CoreMIDIPackets.h"
+
+#include <CoreServices/CoreServices.h>
+
+#include <array>
+#include <cstddef>
+
+namespace kestrel {
+
+static_assert(MIDINoError == noErr);
+static_assert(std::int32_t { MIDINotification::ObjectAdded } == kMIDIMsgObjectAdded);
+static_assert(std::int32_t { MIDINotification::ObjectRemoved } == kMIDIMsgObjectRemoved);
+static_assert(std::int32_t { MIDINotification::Source } == kMIDIObjectType_Source);
+static_assert(std::int32_t { MIDINotification::Destination } == kMIDIObjectType_Destination);
+
+namespace {
+// Bytes before the data of the first packet, and in all, of a packet list.
+constexpr std::size_t ListOverhead
+    = offsetof(::MIDIPacketList, packet) + offsetof(::MIDIPacket, data);
+constexpr std::size_t UsualListSize = 1024;
+constexpr std::size_t LargestListSize = 65536;
+
+// The MIDI server may quit together with the last client of a process, and that process then gets
+// no new one. A link that is rebuilt disposes of its client, so one more is kept until the system
+// takes it back at the end of the process.
+void keepAClient()
+{
+    static MIDIClientRef kept = 0;
+    if (kept == 0)
+        MIDIClientCreate(CFSTR("Kestrel"), nullptr, nullptr, &kept);
+}
+
+MIDIStatus sendList(
+    MIDIPort port, MIDIEndpoint destination, const MIDIPacket& packet, std::span<std::byte> memory)
+{
+    auto* list = reinterpret_cast<::MIDIPacketList*>(memory.data());
+    if (!MIDIPacketListAdd(list, memory.size(), MIDIPacketListInit(list), packet.timeStamp,
+            packet.data.size(), packet.data.data()))
+        return paramErr;
+    return MIDISend(port, destination, list);
+}
+} // namespace
+
+CoreMIDIServices::~CoreMIDIServices()
+{
+    while (!m_clients.empty())
+        disposeClient(m_clients.begin()->first);
+}
+
+MIDIStatus CoreMIDIServices::createClient(
+    std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client)
+{
+    const auto clientName = CFText::fromUtf8(name);
+    if (!clientName)
+        return paramErr;
+    const auto proc = [](const ::MIDINotification* message, void* context) {
+        MIDINotification notification { .messageID = message->messageID };
+        if (message->messageID == kMIDIMsgObjectAdded
+            || message->messageID == kMIDIMsgObjectRemoved) {
+            notification.childType
+                = reinterpret_cast<const MIDIObjectAddRemoveNotification*>(message)->childType;
+        }
+        // A copy, as the callback may dispose of its own client.
+        const NotifyTarget target = *static_cast<const NotifyTarget*>(context);
+        target.notify(notification, target.refCon);
+    };
+
+    auto target = std::make_unique<NotifyTarget>(NotifyTarget { notify, refCon });
+    MIDIClientRef created = 0;
+    const OSStatus status
+        = MIDIClientCreate(clientName.get(), notify ? +proc : nullptr, target.get(), &created);
+    if (status != noErr)
+        return status;
+    keepAClient();
+    m_clients.emplace(created, std::move(target));
+    client = created;
+    return noErr;
+}
+
+void CoreMIDIServices::disposeClient(MIDIClient client)
+{
+    MIDIClientDispose(client);
+    std::erase_if(m_inputPorts, [client](const auto& port) {
+        if (port.second.client != client)
+            return false;
+        ReadGates::shut(port.second.ticket);
+        return true;
+    });
+    // Notifications come on this thread, so none is on its way to the target.
+    m_clients.erase(client);
+}
+
+MIDIStatus CoreMIDIServices::createInputPort(
+    MIDIClient client, std::string_view name, ReadProc read, void* refCon, MIDIPort& port)
+{
+    const auto portName = CFText::fromUtf8(name);
+    if (!portName)
+        return paramErr;
+    const auto proc = [](const ::MIDIPacketList* list, void* ticket, void* srcConnRefCon) {
+        CoreMIDIPackets packets(*list);
+        ReadGates::deliver(reinterpret_cast<ReadGates::Ticket>(ticket), packets, srcConnRefCon);
+    };
+
+    const auto ticket = ReadGates::open(read, refCon);
+    if (!ticket)
+        return kMIDIUnknownError;
+    MIDIPortRef created = 0;
+    const OSStatus status = MIDIInputPortCreate(
+        client, portName.get(), proc, reinterpret_cast<void*>(*ticket), &created);
+    if (status != noErr) {
+        ReadGates::shut(*ticket);
+        return status;
+    }
+    m_inputPorts.emplace(created, InputPort { client, *ticket });
+    port = created;
+    return noErr;
+}
+
+MIDIStatus CoreMIDIServices::createOutputPort(
+    MIDIClient client, std::string_view name, MIDIPort& port)
+{
+    const auto portName = CFText::fromUtf8(name);
+    return portName ? MIDIOutputPortCreate(client, portName.get(), &port) : paramErr;
+}
+
+void CoreMIDIServices::disposePort(MIDIPort port)
+{
+    MIDIPortDispose(port);
+    if (const auto input = m_inputPorts.extract(port))
+        ReadGates::shut(input.mapped().ticket);
+}
+
+std::vector<MIDIDevice> CoreMIDIServices::devices()
+{
+    return CoreMIDIDevices::snapshot();
+}
+
+MIDIStatus CoreMIDIServices::connectSource(
+    MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
+{
+    return MIDIPortConnectSource(inputPort, source, srcConnRefCon);
+}
+
+MIDIStatus CoreMIDIServices::send(
+    MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
+{
+    const std::size_t size = ListOverhead + packet.data.size();
+    if (packet.data.empty() || size > LargestListSize)
+        return paramErr;
+    if (size <= UsualListSize) {
+        alignas(::MIDIPacketList) std::array<std::byte, UsualListSize> memory;
+        return sendList(outputPort, destination, packet, memory);
+    }
+    std::vector<std::byte> memory((size + 3) / 4 * 4); // packets end at four bytes on arm64
+    return sendList(outputPort, destination, packet, memory);
+}
+
+} // namespace kestrel

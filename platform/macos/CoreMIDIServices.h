@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/MIDIServices.h"
+#include "platform/macos/ReadGates.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+
+namespace kestrel {
+
+// MIDI through CoreMIDI, one call an operation.
+class CoreMIDIServices final : public MIDIServices {
+public:
+    CoreMIDIServices() = default;
+    ~CoreMIDIServices() override;
+    CoreMIDIServices(const CoreMIDIServices&) = delete;
+    CoreMIDIServices& operator=(const CoreMIDIServices&) = delete;
+
+    MIDIStatus createClient(
+        std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client) override;
+    void disposeClient(MIDIClient client) override;
+    MIDIStatus createInputPort(MIDIClient client, std::string_view name, ReadProc read,
+        void* refCon, MIDIPort& port) override;
+    MIDIStatus createOutputPort(MIDIClient client, std::string_view name, MIDIPort& port) override;
+    void disposePort(MIDIPort port) override;
+    std::vector<MIDIDevice> devices() override;
+    MIDIStatus connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
+    MIDIStatus send(
+        MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
+
+private:
+    // What CoreMIDI keeps a pointer to as long as the client lives.
+    struct NotifyTarget {
+        NotifyProc notify;
+        void* refCon;
+    };
+    struct InputPort {
+        MIDIClient client;
+        ReadGates::Ticket ticket;
+    };
+
+    std::map<MIDIClient, std::unique_ptr<NotifyTarget>> m_clients;
+    std::map<MIDIPort, InputPort> m_inputPorts;
+};
+
+} // namespace kestrel

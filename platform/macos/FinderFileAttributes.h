@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/FileAttributes.h"
+
+namespace kestrel {
+
+// Type and creator codes in the Finder information of a file.
+class FinderFileAttributes final : public FileAttributes {
+public:
+    bool setCodes(std::string_view path, FileCodes codes) override;
+    std::optional<FileCodes> codes(std::string_view path) override;
+};
+
+} // namespace kestrel

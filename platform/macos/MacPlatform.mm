@@ -1,0 +1,28 @@
+#include "platform/Platform.h"
+#include "platform/macos/AccessibilityPermissions.h"
+#include "platform/macos/AppKitWindowTraits.h"
+#include "platform/macos/AppKitWorkspace.h"
+#include "platform/macos/CFPreferencesDefaultsStore.h"
+#include "platform/macos/CoreMIDIServices.h"
+#include "platform/macos/FinderFileAttributes.h"
+#include "platform/macos/QuartzKeyEvents.h"
+#include "platform/macos/SysctlProcessTable.h"
+
+namespace kestrel {
+
+Platform makePlatform(MainLoop& mainLoop)
+{
+    auto access = std::make_shared<PostEventAccess>(mainLoop);
+    return {
+        .midiServices = std::make_unique<CoreMIDIServices>(),
+        .workspace = std::make_unique<AppKitWorkspace>(),
+        .keyEvents = std::make_unique<QuartzKeyEvents>(access),
+        .processTable = std::make_unique<SysctlProcessTable>(),
+        .fileAttributes = std::make_unique<FinderFileAttributes>(),
+        .windowTraits = std::make_unique<AppKitWindowTraits>(),
+        .permissions = std::make_unique<AccessibilityPermissions>(access),
+        .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
+    };
+}
+
+} // namespace kestrel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/KeyEvents.h"
+#include "platform/macos/CFHolder.h"
+#include "platform/macos/PostEventAccess.h"
+
+#include <CoreGraphics/CoreGraphics.h>
+
+namespace kestrel {
+
+// Keyboard events through Quartz event services. Any virtual key code is posted as it is.
+class QuartzKeyEvents final : public KeyEvents {
+public:
+    explicit QuartzKeyEvents(std::shared_ptr<PostEventAccess> access);
+
+    Result post(
+        KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat) override;
+    Result postBare(KeyCode keyCode, Direction direction) override;
+
+    // The events as they are posted; empty when the system makes none.
+    [[nodiscard]] static CFHolder<CGEventRef> event(
+        KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat);
+    [[nodiscard]] static CFHolder<CGEventRef> bareEvent(KeyCode keyCode, Direction direction);
+
+private:
+    Result post(const CFHolder<CGEventRef>& event, CGEventTapLocation tap);
+
+    std::shared_ptr<PostEventAccess> m_access;
+};
+
+} // namespace kestrel

@@ -1,0 +1,75 @@
+#include "platform/macos/ReadGates.h"
+
+#include <os/lock.h>
+
+#include <array>
+#include <cstddef>
+#include <mutex>
+
+namespace kestrel::ReadGates {
+
+namespace {
+// Hands the waiting thread's priority on to the thread that holds it, so that the receive thread is
+// never held up for longer than a few instructions of the main thread take.
+class GateLock {
+public:
+    void lock() { os_unfair_lock_lock(&m_lock); }
+    void unlock() { os_unfair_lock_unlock(&m_lock); }
+
+private:
+    os_unfair_lock m_lock = OS_UNFAIR_LOCK_INIT;
+};
+
+struct Gate {
+    GateLock lock; // held while a delivery is inside
+    std::uintptr_t openings = 0;
+    MIDIServices::ReadProc read = nullptr; // null while shut
+    void* refCon = nullptr;
+};
+
+// Never destroyed: the receive thread may still be running when the process ends.
+constexpr std::size_t Count = 64;
+constinit std::array<Gate, Count> gates;
+
+Gate& gateOf(Ticket ticket)
+{
+    return gates[ticket % Count];
+}
+bool isOpenFor(const Gate& gate, Ticket ticket)
+{
+    return gate.read && gate.openings == ticket / Count;
+}
+} // namespace
+
+std::optional<Ticket> open(MIDIServices::ReadProc read, void* refCon)
+{
+    for (std::size_t index = 0; index < Count; ++index) {
+        Gate& gate = gates[index];
+        const std::scoped_lock inside(gate.lock);
+        if (gate.read)
+            continue;
+        ++gate.openings;
+        gate.read = read;
+        gate.refCon = refCon;
+        return gate.openings * Count + index;
+    }
+    return std::nullopt;
+}
+
+void shut(Ticket ticket)
+{
+    Gate& gate = gateOf(ticket);
+    const std::scoped_lock inside(gate.lock);
+    if (isOpenFor(gate, ticket))
+        gate.read = nullptr;
+}
+
+void deliver(Ticket ticket, MIDIPacketList& packets, void* srcConnRefCon)
+{
+    Gate& gate = gateOf(ticket);
+    const std::scoped_lock inside(gate.lock);
+    if (isOpenFor(gate, ticket))
+        gate.read(packets, gate.refCon, srcConnRefCon);
+}
+
+} // namespace kestrel::ReadGates

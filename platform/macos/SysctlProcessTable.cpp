@@ -1,0 +1,29 @@
+#include "platform/macos/SysctlProcessTable.h"
+
+#include "platform/ProcessRecords.h"
+
+#include <sys/sysctl.h>
+
+#include <iterator>
+
+namespace kestrel {
+
+static_assert(sizeof(kinfo_proc) == ProcessRecords::RecordSize);
+static_assert(offsetof(kinfo_proc, kp_proc.p_comm) == ProcessRecords::NameOffset);
+static_assert(sizeof(extern_proc::p_comm) == ProcessRecords::MaxNameLength + 1);
+
+std::optional<std::vector<std::byte>> SysctlProcessTable::read()
+{
+    int name[] = { CTL_KERN, KERN_PROC, KERN_PROC_ALL, 0 };
+    std::size_t size = 0;
+    if (sysctl(name, std::size(name), nullptr, &size, nullptr, 0) != 0)
+        return std::nullopt;
+    // The kernel's estimate leaves room for processes that start in between.
+    std::vector<std::byte> table(size);
+    if (sysctl(name, std::size(name), table.data(), &size, nullptr, 0) != 0)
+        return std::nullopt;
+    table.resize(size);
+    return table;
+}
+
+} // namespace kestrel
