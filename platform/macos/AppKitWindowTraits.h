@@ -4,8 +4,9 @@
 
 namespace kestrel {
 
-// Traits of the NSWindow that a view is in. The toolkit sets style, level and behaviour anew when
-// it is given other window flags: apply the traits after that.
+// Traits of the NSWindow that a view is in. Qt sets style, level and behaviour anew when a window
+// is given other flags, and resize increments, which rule out an aspect ratio, when it is given
+// other size limits: apply the traits after that.
 class AppKitWindowTraits final : public WindowTraits {
 public:
     void setContentAspectRatio(NativeWindow view, int width, int height) override;
