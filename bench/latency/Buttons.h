@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+namespace kestrel::bench {
+
+// What the twelve buttons type, button 1 first: the name of the key, and the X key code of its
+// position. The reference programs carry the same table.
+struct Button {
+    char key;
+    std::uint8_t keyCode;
+};
+
+inline constexpr std::array<Button, 12> Buttons { { { 'A', 38 }, { 'B', 56 }, { 'C', 54 },
+    { 'D', 40 }, { 'E', 26 }, { 'F', 41 }, { 'G', 42 }, { 'H', 43 }, { 'I', 31 }, { 'J', 44 },
+    { 'K', 45 }, { 'L', 46 } } };
+
+enum class Direction : std::uint8_t { Release = 0x00, Press = 0x40 };
+
+// One change of one button, as the console codes it and as the key that follows shows it.
+struct Stroke {
+    std::size_t button = 0; // from 0
+    Direction direction = Direction::Press;
+
+    [[nodiscard]] std::uint8_t code() const
+    {
+        return static_cast<std::uint8_t>(button | static_cast<std::uint8_t>(direction));
+    }
+    friend bool operator==(const Stroke&, const Stroke&) = default;
+};
+
+// The stroke number n of the steady stream: press and release of one button after the other.
+constexpr Stroke strokeOfStream(std::size_t n)
+{
+    return { n / 2 % Buttons.size(), n % 2 == 0 ? Direction::Press : Direction::Release };
+}
+
+constexpr std::optional<std::size_t> buttonOfKeyCode(std::uint8_t keyCode)
+{
+    for (std::size_t i = 0; i < Buttons.size(); ++i) {
+        if (Buttons[i].keyCode == keyCode)
+            return i;
+    }
+    return {};
+}
+
+} // namespace kestrel::bench

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "bench/latency/Buttons.h"
+
+#include <jack/jack.h>
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kestrel::bench {
+
+enum class PressForm { TwoPackets, OnePacket };
+
+std::int64_t monotonicNanoseconds();
+
+// The console on JACK: the client ZENTA with five pairs of ports, the fifth carrying the traffic.
+// What it sends is written, and its time taken, in the process callback. One caller's thread.
+class Console {
+public:
+    static constexpr std::size_t MostStreamStrokes = 1'000'000;
+
+    // Throws std::runtime_error when the server does not take the client.
+    explicit Console(const std::string& serverName);
+
+    // Each of the two returns when the packets are in the port buffer, with the time at which they
+    // got there; throws std::runtime_error when no cycle comes within two seconds.
+    std::int64_t send(const Stroke& stroke, PressForm form);
+    std::int64_t sendHeartbeat();
+
+    // Display packets written before anything else of their cycle, until set to 0.
+    void setFlood(int packetsPerSecond) { m_floodPerSecond = packetsPerSecond; }
+
+    // As the console does while it is on; heartbeats come after anything else of their cycle.
+    void setHeartbeatEachSecond(bool on) { m_heartbeatEachSecond = on; }
+
+    // The steady stream: `strokes` strokes, evenly spaced, whatever becomes of them.
+    void startStream(std::size_t strokes, int strokesPerSecond);
+    [[nodiscard]] std::size_t streamSent() const { return m_streamSent; }
+    [[nodiscard]] std::int64_t streamTime(std::size_t n) const { return m_streamTimes[n]; }
+
+    [[nodiscard]] std::size_t answers() const { return m_answers; }
+    [[nodiscard]] std::int64_t lastAnswerTime() const { return m_lastAnswerTime; }
+    [[nodiscard]] std::size_t cycles() const { return m_cycles; }
+    [[nodiscard]] std::size_t overruns() const { return m_overruns; }
+
+    void connectReference();
+    // The port that answers come from; empty when none is connected.
+    [[nodiscard]] std::string answeringPort() const;
+
+private:
+    enum class Order : std::uint32_t {
+        None,
+        TwoPackets = 0x100,
+        OnePacket = 0x200,
+        Heartbeat = 0x300
+    };
+
+    static int process(jack_nframes_t frames, void* context);
+    void readAnswers(void* input);
+    void writeFlood(void* output, jack_nframes_t frames);
+    void writeStream(void* output, jack_nframes_t frames);
+    void writeOrder(void* output);
+    void writeHeartbeat(void* output, jack_nframes_t frames);
+    std::int64_t carryOut(std::uint32_t order);
+
+    std::unique_ptr<jack_client_t, decltype(&jack_client_close)> m_client;
+    std::array<jack_port_t*, 5> m_outputs {};
+    std::array<jack_port_t*, 5> m_inputs {};
+
+    std::atomic<std::uint32_t> m_order { 0 }; // kind and, in the low byte, button code
+    std::atomic<std::int64_t> m_orderTime { 0 };
+    std::atomic<int> m_floodPerSecond { 0 };
+    std::int64_t m_floodDue = 0; // packets times frames per second
+    std::uint32_t m_floodCount = 0;
+
+    std::atomic<bool> m_heartbeatEachSecond { false };
+    std::int64_t m_heartbeatDue = 0; // frames since the last one
+
+    std::atomic<std::size_t> m_streamLength { 0 };
+    std::atomic<std::size_t> m_streamSent { 0 };
+    std::atomic<int> m_streamPerSecond { 0 };
+    std::int64_t m_streamDue = 0; // strokes times frames per second
+    std::vector<std::int64_t> m_streamTimes;
+
+    std::atomic<std::size_t> m_answers { 0 };
+    std::atomic<std::int64_t> m_lastAnswerTime { 0 };
+    std::atomic<std::size_t> m_cycles { 0 };
+    std::atomic<std::size_t> m_overruns { 0 };
+};
+
+} // namespace kestrel::bench

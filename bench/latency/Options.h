@@ -1,0 +1,28 @@
+#pragma once
+
+#include "bench/latency/Console.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace kestrel::bench {
+
+// What the command line asks for.
+struct Options {
+    std::filesystem::path programs; // the folder of the reference programs
+    std::filesystem::path kestrel;
+    std::filesystem::path assign;
+    std::filesystem::path json; // empty: none is written
+    std::vector<std::string> candidates; // empty: all
+    unsigned seed = 1;
+    std::size_t rounds = 5;
+    std::size_t pressesPerRound = 200;
+    PressForm form = PressForm::TwoPackets;
+    int floodPerSecond = 0;
+    int streamSeconds = 120;
+    int strokesPerSecond = 2000; // a thousand presses and their releases
+    int idleSeconds = 10;
+};
+
+} // namespace kestrel::bench

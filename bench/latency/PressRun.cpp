@@ -1,0 +1,140 @@
+#include "bench/latency/Distribution.h"
+#include "bench/latency/ReplyCounter.h"
+#include "bench/latency/Runs.h"
+
+#include <algorithm>
+#include <chrono>
+#include <random>
+#include <string>
+#include <thread>
+
+namespace kestrel::bench {
+
+namespace {
+constexpr std::int64_t LostAfter = 300'000'000; // ns
+constexpr std::size_t CountedStrokes = 48; // strokes whose round trips are counted
+
+struct Outcome {
+    Distribution press;
+    Distribution release;
+    std::size_t presses = 0;
+    std::size_t lost = 0; // presses and releases
+    std::size_t outOfOrder = 0; // key events that were not the one awaited
+    std::size_t overruns = 0; // of JACK
+};
+
+using Random = std::mt19937;
+
+void pause(Random& random)
+{
+    std::uniform_int_distribution<int> microseconds(500, 3000);
+    std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
+}
+
+void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, Outcome& outcome)
+{
+    const auto sent = stage.console().send(stroke, form);
+    for (;;) {
+        const auto key = stage.window().nextKey(sent + LostAfter);
+        if (!key) {
+            ++outcome.lost;
+            return;
+        }
+        if (key->stroke == stroke) {
+            auto& times = stroke.direction == Direction::Press ? outcome.press : outcome.release;
+            times.add(key->time - sent);
+            return;
+        }
+        ++outcome.outOfOrder;
+    }
+}
+
+void measureRound(Stage& stage, const Options& options, Random& random, Outcome& outcome)
+{
+    const auto overrunsBefore = stage.console().overruns();
+    std::uniform_int_distribution<std::size_t> buttons(0, Buttons.size() - 1);
+    for (std::size_t i = 0; i < options.pressesPerRound; ++i) {
+        const std::size_t button = buttons(random);
+        for (const auto direction : { Direction::Press, Direction::Release }) {
+            measureStroke(stage, { button, direction }, options.form, outcome);
+            pause(random);
+        }
+        ++outcome.presses;
+    }
+    stage.window().letGoOfAllKeys();
+    outcome.overruns += stage.console().overruns() - overrunsBefore;
+}
+
+double roundTripsPerStroke(Stage& stage, ReplyCounter& counter)
+{
+    counter.start();
+    for (std::size_t n = 0; n < CountedStrokes; ++n) {
+        stage.console().send(strokeOfStream(n), PressForm::TwoPackets);
+        static_cast<void>(stage.window().nextKey(monotonicNanoseconds() + LostAfter));
+    }
+    const auto replies = counter.stop();
+    stage.window().letGoOfAllKeys();
+    return static_cast<double>(replies) / CountedStrokes;
+}
+
+Row row(const std::string& name, const Outcome& outcome, std::optional<double> roundTrips)
+{
+    return { name,
+        { { "presses", static_cast<double>(outcome.presses) },
+            { "p50 µs", outcome.press.microsecondsAt(50) },
+            { "p90 µs", outcome.press.microsecondsAt(90) },
+            { "p99 µs", outcome.press.microsecondsAt(99) },
+            { "max µs", outcome.press.microsecondsAt(100) },
+            { "release p50 µs", outcome.release.microsecondsAt(50) },
+            { "lost", static_cast<double>(outcome.lost) },
+            { "out of order", static_cast<double>(outcome.outOfOrder) },
+            { "JACK overruns", static_cast<double>(outcome.overruns) },
+            { "X round trips", roundTrips, 1 } } };
+}
+
+std::string flooded(const CandidateKind& kind, const Options& options)
+{
+    return kind.name + ", " + std::to_string(options.floodPerSecond) + " display packets/s";
+}
+} // namespace
+
+Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
+{
+    Random random(options.seed);
+    std::vector<Outcome> quiet(kinds.size());
+    std::vector<Outcome> busy(kinds.size());
+    std::vector<std::optional<double>> roundTrips(kinds.size());
+    std::vector<std::size_t> order(kinds.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+    for (std::size_t round = 0; round < options.rounds; ++round) {
+        std::shuffle(order.begin(), order.end(), random);
+        for (const std::size_t i : order) {
+            std::optional<ReplyCounter> counter;
+            if (round + 1 == options.rounds)
+                counter.emplace(stage.display()); // sees clients that come after it
+            const Candidate candidate(stage, kinds[i]);
+            measureRound(stage, options, random, quiet[i]);
+            if (options.floodPerSecond > 0) {
+                stage.console().setFlood(options.floodPerSecond);
+                measureRound(stage, options, random, busy[i]);
+                stage.console().setFlood(0);
+            }
+            if (counter)
+                roundTrips[i] = roundTripsPerStroke(stage, *counter);
+        }
+    }
+    Table table { "From MIDI packet to key event, one press at a time, "
+            + std::string(options.form == PressForm::TwoPackets ? "two packets" : "one packet")
+            + " a press",
+        {} };
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        table.rows.push_back(row(kinds[i].name, quiet[i], roundTrips[i]));
+        if (options.floodPerSecond > 0)
+            table.rows.push_back(row(flooded(kinds[i], options), busy[i], {}));
+    }
+    addRatios(table, FloorName, { "p50 µs", "p99 µs" });
+    return table;
+}
+
+} // namespace kestrel::bench

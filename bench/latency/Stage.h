@@ -1,0 +1,51 @@
+#pragma once
+
+#include "bench/latency/AwakeCores.h"
+#include "bench/latency/Console.h"
+#include "bench/latency/WorkstationWindow.h"
+#include "tools/stage/ChildProcess.h"
+#include "tools/stage/PrivateJackServer.h"
+#include "tools/stage/PrivateXServer.h"
+
+#include <filesystem>
+
+namespace kestrel::bench {
+
+// A folder for one run, removed with everything in it.
+class ThrowAwayFolder {
+public:
+    ThrowAwayFolder();
+    ~ThrowAwayFolder();
+    ThrowAwayFolder(const ThrowAwayFolder&) = delete;
+    ThrowAwayFolder& operator=(const ThrowAwayFolder&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+
+private:
+    std::filesystem::path m_path;
+};
+
+// Everything around the candidates: the servers, the console, the workstation's window. The process
+// itself is named "Pro Tools" from here on.
+class Stage {
+public:
+    // Throws std::runtime_error naming the part that did not come up.
+    Stage();
+
+    [[nodiscard]] Console& console() { return m_console; }
+    [[nodiscard]] WorkstationWindow& window() { return m_window; }
+    [[nodiscard]] const std::string& jackServer() const { return m_jack.name(); }
+    [[nodiscard]] const std::string& display() const { return m_x.display(); }
+    // What a candidate is started with: the servers, and settings that are thrown away.
+    [[nodiscard]] stage::ChildProcess::Environment environment() const;
+
+private:
+    ThrowAwayFolder m_folder;
+    stage::PrivateJackServer m_jack;
+    stage::PrivateXServer m_x;
+    WorkstationWindow m_window;
+    Console m_console;
+    AwakeCores m_awake;
+};
+
+} // namespace kestrel::bench

@@ -1,0 +1,258 @@
+// The least a program can do between the console and the keyboard. What it takes is the floor that
+// every other program is compared with: JACK process callback, event descriptor, one thread, XTest,
+// flush. It knows twelve buttons with fixed keys and answers heartbeats from its thread.
+//
+//   --watch-front   post only while "Pro Tools" is in front, kept current from property
+//   notifications
+//   --ask-front     the same, asking the X server at each event
+//   --delay-us N    burn N µs before each key, to prove that the bench shows them
+
+#include <jack/jack.h>
+#include <jack/midiport.h>
+#include <jack/ringbuffer.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <thread>
+
+namespace {
+
+enum class Front { Ignored, Watched, Asked };
+
+// X key codes of the positions A to L, button 1 first.
+constexpr std::array<uint8_t, 12> Keys { 38, 56, 54, 40, 26, 41, 42, 43, 31, 44, 45, 46 };
+constexpr uint8_t Heartbeat = 0xFF; // in the ring, beside the button codes
+constexpr std::size_t RingSize = 8192;
+
+template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+struct Link {
+    jack_port_t* input = nullptr;
+    jack_port_t* answer = nullptr;
+    int wakeUp = -1;
+    bool armed = false; // the first packet of a press or release has come
+    // Codes from the process callback to the thread.
+    jack_ringbuffer_t* ring = jack_ringbuffer_create(RingSize);
+    std::atomic<int> answersDue { 0 };
+};
+
+// The code that the packet completes, or none.
+bool classify(const jack_midi_event_t& event, bool& armed, uint8_t& code)
+{
+    const jack_midi_data_t* bytes = event.buffer;
+    if (event.size < 3)
+        return false;
+    if (bytes[0] == 0x90 && bytes[1] == 0 && bytes[2] == 0) {
+        code = Heartbeat;
+        return true;
+    }
+    if (bytes[0] == 0xB0 && bytes[1] == 0x0F && bytes[2] == 0x40) {
+        armed = event.size < 5;
+        code = armed ? 0 : bytes[4];
+        return !armed;
+    }
+    if (bytes[0] == 0xB0 && bytes[1] == 0x2F && armed) {
+        armed = false;
+        code = bytes[2];
+        return true;
+    }
+    return false;
+}
+
+int process(jack_nframes_t frames, void* context)
+{
+    auto& link = *static_cast<Link*>(context);
+    void* input = jack_port_get_buffer(link.input, frames);
+    void* answer = jack_port_get_buffer(link.answer, frames);
+    jack_midi_clear_buffer(answer);
+    for (int due = link.answersDue.exchange(0); due > 0; --due) {
+        const std::array<jack_midi_data_t, 3> bytes { 0x90, 0x00, 0x7F };
+        jack_midi_event_write(answer, 0, bytes.data(), bytes.size());
+    }
+    bool wake = false;
+    const auto count = jack_midi_get_event_count(input);
+    for (uint32_t i = 0; i < count; ++i) {
+        jack_midi_event_t event;
+        uint8_t code = 0;
+        if (jack_midi_event_get(&event, input, i) == 0 && classify(event, link.armed, code))
+            wake |= jack_ringbuffer_write(link.ring, reinterpret_cast<char*>(&code), 1) == 1;
+    }
+    if (wake)
+        eventfd_write(link.wakeUp, 1);
+    return 0;
+}
+
+class Keyboard {
+public:
+    explicit Keyboard(Front front)
+        : m_front(front)
+        , m_connection(xcb_connect(nullptr, nullptr))
+    {
+        if (xcb_connection_has_error(m_connection)) {
+            std::fprintf(stderr, "floor-keys: no X server\n");
+            std::exit(1);
+        }
+        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        constexpr std::string_view Name = "_NET_ACTIVE_WINDOW";
+        const Reply<xcb_intern_atom_reply_t> atom(
+            xcb_intern_atom_reply(
+                m_connection, xcb_intern_atom(m_connection, 0, Name.size(), Name.data()), nullptr),
+            &std::free);
+        m_activeWindow = atom ? atom->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+        if (m_front == Front::Watched) {
+            const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+            xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
+            m_workstationInFront = askFront();
+        }
+    }
+
+    [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(m_connection); }
+
+    void takeInEvents()
+    {
+        while (auto* event = xcb_poll_for_event(m_connection)) {
+            const auto* change = reinterpret_cast<xcb_property_notify_event_t*>(event);
+            if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY
+                && change->atom == m_activeWindow)
+                m_workstationInFront = askFront();
+            std::free(event);
+        }
+        if (xcb_connection_has_error(m_connection))
+            std::_Exit(1);
+    }
+
+    void post(uint8_t code)
+    {
+        const std::size_t button = code & 0x3F;
+        if (button >= Keys.size() || !mayPost())
+            return;
+        xcb_test_fake_input(m_connection, code & 0x40 ? XCB_KEY_PRESS : XCB_KEY_RELEASE,
+            Keys[button], XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        xcb_flush(m_connection);
+    }
+
+private:
+    bool mayPost()
+    {
+        if (m_front == Front::Ignored)
+            return true;
+        if (m_front == Front::Asked)
+            return askFront();
+        takeInEvents();
+        return m_workstationInFront;
+    }
+
+    bool askFront()
+    {
+        const auto active = property(m_root, m_activeWindow, XCB_ATOM_WINDOW);
+        if (!active || xcb_get_property_value_length(active.get()) != 4)
+            return false;
+        xcb_window_t window = XCB_WINDOW_NONE;
+        std::memcpy(&window, xcb_get_property_value(active.get()), sizeof window);
+        const auto names = property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
+        if (!names)
+            return false;
+        const std::string_view text(static_cast<char*>(xcb_get_property_value(names.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(names.get())));
+        const auto classAt = text.find('\0') + 1; // instance, zero, class, zero
+        return text.substr(classAt, text.find('\0', classAt) - classAt) == "Pro Tools";
+    }
+
+    Reply<xcb_get_property_reply_t> property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type)
+    {
+        return { xcb_get_property_reply(m_connection,
+                     xcb_get_property(m_connection, 0, window, name, type, 0, 64), nullptr),
+            &std::free };
+    }
+
+    Front m_front;
+    xcb_connection_t* m_connection;
+    xcb_window_t m_root = XCB_WINDOW_NONE;
+    xcb_atom_t m_activeWindow = XCB_ATOM_NONE;
+    bool m_workstationInFront = false;
+};
+
+void burn(std::chrono::microseconds time)
+{
+    const auto end = std::chrono::steady_clock::now() + time;
+    while (std::chrono::steady_clock::now() < end) { }
+}
+
+[[noreturn]] void run(Link& link, Keyboard& keyboard, std::chrono::microseconds delay)
+{
+    std::array<pollfd, 2> ready { { { link.wakeUp, POLLIN, 0 },
+        { keyboard.descriptor(), POLLIN, 0 } } };
+    for (;;) {
+        poll(ready.data(), ready.size(), -1);
+        if (ready[1].revents)
+            keyboard.takeInEvents();
+        eventfd_t count = 0;
+        if (!ready[0].revents || eventfd_read(link.wakeUp, &count) != 0)
+            continue;
+        uint8_t code = 0;
+        while (jack_ringbuffer_read(link.ring, reinterpret_cast<char*>(&code), 1) == 1) {
+            if (code == Heartbeat) {
+                ++link.answersDue;
+            } else {
+                burn(delay);
+                keyboard.post(code);
+            }
+        }
+    }
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    Front front = Front::Ignored;
+    std::chrono::microseconds delay { 0 };
+    for (int i = 1; i < count; ++i) {
+        const std::string_view argument = arguments[i];
+        if (argument == "--watch-front")
+            front = Front::Watched;
+        else if (argument == "--ask-front")
+            front = Front::Asked;
+        else if (argument == "--delay-us" && i + 1 < count)
+            delay = std::chrono::microseconds(std::atol(arguments[++i]));
+    }
+    sigset_t ends;
+    sigemptyset(&ends);
+    sigaddset(&ends, SIGTERM);
+    sigaddset(&ends, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+
+    static Link link;
+    link.wakeUp = eventfd(0, EFD_CLOEXEC);
+    jack_client_t* client = jack_client_open("reference", JackNoStartServer, nullptr);
+    if (!client) {
+        std::fprintf(stderr, "floor-keys: no JACK server\n");
+        return 1;
+    }
+    link.input = jack_port_register(client, "in", JACK_DEFAULT_MIDI_TYPE, JackPortIsInput, 0);
+    link.answer = jack_port_register(client, "answer", JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
+    static Keyboard keyboard(front);
+    std::thread([delay] { run(link, keyboard, delay); }).detach();
+    jack_set_process_callback(client, process, &link);
+    if (!link.input || !link.answer || jack_activate(client) != 0)
+        return 1;
+    std::puts("ready");
+    std::fflush(stdout);
+    int number = 0;
+    sigwait(&ends, &number);
+    jack_client_close(client);
+    std::_Exit(0);
+}
