@@ -39,6 +39,30 @@ bool hasWindowManager(xcb_connection_t* connection)
     return reply && xcb_get_property_value_length(reply.get()) == 4;
 }
 
+// A window manager that has announced itself may still be starting, and forgets the windows that
+// are mapped meanwhile. It is up once it takes charge of one.
+bool managesWindows(xcb_connection_t* connection)
+{
+    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
+    const auto window = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 10, 10, 0,
+        XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
+    xcb_map_window(connection, window);
+    const auto state = atom(connection, "WM_STATE");
+    bool managed = false;
+    for (int attempt = 0; attempt < 20 && !managed; ++attempt) {
+        const Reply<xcb_get_property_reply_t> reply(
+            xcb_get_property_reply(connection,
+                xcb_get_property(connection, 0, window, state, XCB_ATOM_ANY, 0, 1), nullptr),
+            &std::free);
+        managed = reply && reply->type != XCB_ATOM_NONE;
+        if (!managed)
+            std::this_thread::sleep_for(milliseconds(10));
+    }
+    xcb_destroy_window(connection, window);
+    return managed;
+}
+
 bool hasTray(xcb_connection_t* connection)
 {
     const Reply<xcb_get_selection_owner_reply_t> reply(
@@ -90,7 +114,9 @@ void PrivateXServer::startWindowManager()
 {
     m_windowManager
         = std::make_unique<ChildProcess>(std::vector<std::string> { "openbox" }, environment());
-    waitUntil(m_display, "the window manager", hasWindowManager);
+    waitUntil(m_display, "the window manager", [](xcb_connection_t* connection) {
+        return hasWindowManager(connection) && managesWindows(connection);
+    });
 }
 
 void PrivateXServer::startTray()
