@@ -1,0 +1,73 @@
+#include "tools/assign-keys/ShortcutParser.h"
+
+namespace kestrel {
+
+namespace {
+
+struct ModifierName {
+    QStringView name;
+    ModifierFlags flag;
+};
+
+constexpr ModifierName Glyphs[] = {
+    { u"⇪", Modifier::Shift },
+    { u"^", Modifier::Control },
+    { u"⌥", Modifier::Option },
+    { u"⌘", Modifier::Command },
+};
+
+constexpr ModifierName Words[] = {
+    { u"Shift+", Modifier::Shift },
+    { u"Control+", Modifier::Control },
+    { u"Ctrl+", Modifier::Control },
+    { u"Option+", Modifier::Option },
+    { u"Alt+", Modifier::Option },
+    { u"Command+", Modifier::Command },
+    { u"Cmd+", Modifier::Command },
+};
+
+// Takes the first modifier off the text; 0 when it starts with none.
+ModifierFlags takeModifier(QString& text)
+{
+    for (const ModifierName& glyph : Glyphs) {
+        if (text.startsWith(glyph.name)) {
+            text.remove(0, glyph.name.size());
+            if (text.startsWith(u'+'))
+                text.remove(0, 1);
+            return glyph.flag;
+        }
+    }
+    for (const ModifierName& word : Words) {
+        if (text.startsWith(word.name, Qt::CaseInsensitive)) {
+            text.remove(0, word.name.size());
+            return word.flag;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+std::optional<TypedShortcut> TypedShortcut::parse(QString text)
+{
+    TypedShortcut shortcut;
+    while (const ModifierFlags modifier = takeModifier(text))
+        shortcut.modifiers |= modifier;
+    const auto key = KeyNames::find(text.trimmed());
+    if (!key)
+        return std::nullopt;
+    shortcut.key = *key;
+    return shortcut;
+}
+
+QString shortcutText(ModifierFlags modifiers, const QString& keyName)
+{
+    QString text;
+    for (const ModifierName& glyph : Glyphs) {
+        if (modifiers & glyph.flag)
+            text += glyph.name;
+    }
+    return text.isEmpty() ? keyName : text + u'+' + keyName;
+}
+
+} // namespace kestrel
