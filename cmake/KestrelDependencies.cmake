@@ -7,7 +7,7 @@ find_package(CLI11 REQUIRED)
 
 if(NOT APPLE)
   pkg_check_modules(JACK REQUIRED IMPORTED_TARGET jack)
-  pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xtest xcb-xkb)
+  pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xtest xcb-xkb xcb-xinput)
   pkg_check_modules(XKBCOMMON REQUIRED IMPORTED_TARGET xkbcommon xkbcommon-x11)
 endif()
 if(KESTREL_TESTS)

@@ -1,0 +1,210 @@
+#include "platform/linux/x11/X11Connection.h"
+
+#include <poll.h>
+#include <xcb/xcbext.h>
+
+#include <algorithm>
+#include <csignal>
+
+namespace kestrel {
+
+namespace {
+using Clock = std::chrono::steady_clock;
+constexpr auto ReconnectInterval = std::chrono::seconds(1);
+constexpr auto ReplyTimeout = std::chrono::milliseconds(500);
+
+const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
+{
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; screens.rem > 0 && number > 0; --number)
+        xcb_screen_next(&screens);
+    return screens.rem > 0 ? screens.data : nullptr;
+}
+
+// Writing to a server that is gone is an error to be handled, not a reason to die.
+void surviveBrokenPipes()
+{
+    struct sigaction action { };
+    if (::sigaction(SIGPIPE, nullptr, &action) == 0 && action.sa_handler == SIG_DFL)
+        ::signal(SIGPIPE, SIG_IGN);
+}
+} // namespace
+
+X11Connection::X11Connection(MainLoop& mainLoop)
+    : m_mainLoop(mainLoop)
+    , m_lastAttempt(Clock::now() - ReconnectInterval)
+{
+    surviveBrokenPipes();
+}
+
+X11Connection::~X11Connection()
+{
+    m_watch.reset();
+    if (m_xcb)
+        xcb_disconnect(m_xcb);
+}
+
+void X11Connection::add(Listener& listener)
+{
+    m_listeners.push_back(&listener);
+    if (isOpen())
+        listener.connectionOpened();
+}
+
+void X11Connection::remove(Listener& listener)
+{
+    std::erase(m_listeners, &listener);
+}
+
+bool X11Connection::ensureOpen()
+{
+    if (isOpen() && xcb_connection_has_error(m_xcb) != 0)
+        close();
+    if (isOpen())
+        return true;
+    const auto now = Clock::now();
+    if (now - m_lastAttempt < ReconnectInterval)
+        return false;
+    m_lastAttempt = now;
+    return open();
+}
+
+bool X11Connection::open()
+{
+    int screenNumber = 0;
+    xcb_connection_t* connection = xcb_connect(nullptr, &screenNumber);
+    const bool usable = xcb_connection_has_error(connection) == 0;
+    m_screen = usable ? screenOf(connection, screenNumber) : nullptr;
+    if (!m_screen) {
+        xcb_disconnect(connection);
+        return false;
+    }
+    m_xcb = connection;
+    m_displayName = std::getenv("DISPLAY");
+    m_watch = m_mainLoop.watch(
+        xcb_get_file_descriptor(m_xcb), [this, alive = std::weak_ptr(m_alive), connection] {
+            if (alive.lock() && m_xcb == connection)
+                takeIn();
+        });
+    for (Listener* listener : std::vector(m_listeners))
+        listener->connectionOpened();
+    flush();
+    return isOpen();
+}
+
+void X11Connection::close()
+{
+    // What is watched may be the very caller, so it goes once the loop is back in its own hands.
+    struct Remains {
+        std::unique_ptr<MainLoop::Watch> watch;
+        xcb_connection_t* xcb;
+        ~Remains()
+        {
+            watch.reset();
+            xcb_disconnect(xcb);
+        }
+    };
+    m_mainLoop.perform([remains = std::make_shared<Remains>(std::move(m_watch), m_xcb)] {});
+    m_xcb = nullptr;
+    m_screen = nullptr;
+    m_arrived.clear();
+    m_listenedTo.clear();
+    for (Listener* listener : std::vector(m_listeners))
+        listener->connectionLost();
+}
+
+void X11Connection::listenTo(xcb_window_t window)
+{
+    if (!isOpen() || m_listenedTo[window]++ > 0)
+        return;
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY
+        | XCB_EVENT_MASK_FOCUS_CHANGE;
+    xcb_change_window_attributes(m_xcb, window, XCB_CW_EVENT_MASK, &mask);
+}
+
+void X11Connection::stopListeningTo(xcb_window_t window)
+{
+    const auto found = m_listenedTo.find(window);
+    if (found == m_listenedTo.end() || --found->second > 0)
+        return;
+    m_listenedTo.erase(found);
+    const std::uint32_t none = XCB_EVENT_MASK_NO_EVENT;
+    xcb_change_window_attributes(m_xcb, window, XCB_CW_EVENT_MASK, &none);
+}
+
+void X11Connection::takeIn()
+{
+    dispatch(Source::Socket);
+}
+
+void X11Connection::flush()
+{
+    if (!isOpen())
+        return;
+    xcb_flush(m_xcb);
+    // Writing may read as well; the descriptor would never tell of the events found by it.
+    dispatch(Source::Memory);
+}
+
+void X11Connection::dispatch(Source source)
+{
+    if (m_dispatching || !isOpen())
+        return;
+    m_dispatching = true;
+    while (const Event event = nextEvent(source)) {
+        for (Listener* listener : m_listeners)
+            listener->eventArrived(*event);
+        xcb_flush(m_xcb);
+    }
+    m_dispatching = false;
+    if (xcb_connection_has_error(m_xcb) != 0)
+        close();
+}
+
+X11Connection::Event X11Connection::nextEvent(Source source)
+{
+    if (!m_arrived.empty()) {
+        Event event = std::move(m_arrived.front());
+        m_arrived.pop_front();
+        return event;
+    }
+    return { source == Source::Socket ? xcb_poll_for_event(m_xcb)
+                                      : xcb_poll_for_queued_event(m_xcb),
+        &std::free };
+}
+
+void* X11Connection::waitForReply(unsigned sequence)
+{
+    if (!isOpen())
+        return nullptr;
+    ++m_roundTrips;
+    xcb_flush(m_xcb);
+    void* reply = nullptr;
+    for (const auto deadline = Clock::now() + ReplyTimeout;;) {
+        xcb_generic_error_t* error = nullptr;
+        const bool answered = xcb_poll_for_reply(m_xcb, sequence, &reply, &error) != 0;
+        std::free(error);
+        while (auto* event = xcb_poll_for_event(m_xcb))
+            m_arrived.push_back({ event, &std::free });
+        if (answered)
+            break;
+        if (xcb_poll_for_reply(m_xcb, sequence, &reply, &error) != 0) {
+            std::free(error);
+            break;
+        }
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+        pollfd readable { xcb_get_file_descriptor(m_xcb), POLLIN, 0 };
+        if (left.count() <= 0 || ::poll(&readable, 1, static_cast<int>(left.count())) == 0) {
+            xcb_discard_reply(m_xcb, sequence);
+            break;
+        }
+    }
+    if (!m_arrived.empty() && !m_dispatching)
+        m_mainLoop.perform([this, alive = std::weak_ptr(m_alive)] {
+            if (alive.lock())
+                takeIn();
+        });
+    return reply;
+}
+
+} // namespace kestrel

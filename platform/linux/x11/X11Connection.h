@@ -1,0 +1,93 @@
+#pragma once
+
+#include "platform/MainLoop.h"
+
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrel {
+
+template <typename T> using XReply = std::unique_ptr<T, decltype(&std::free)>;
+
+// Our own connection to the X server, apart from the toolkit's. It may be absent or break at any
+// time: then it is closed, and whoever asks next tries to open it again. Main thread only.
+class X11Connection {
+public:
+    // Listeners are told in the order in which they were added, of events of all kinds.
+    class Listener {
+    public:
+        virtual void connectionOpened() = 0; // may lose the connection again
+        virtual void connectionLost() = 0;
+        virtual void eventArrived(const xcb_generic_event_t& event) = 0;
+
+    protected:
+        ~Listener() = default;
+    };
+
+    explicit X11Connection(MainLoop& mainLoop);
+    ~X11Connection();
+    X11Connection(const X11Connection&) = delete;
+    X11Connection& operator=(const X11Connection&) = delete;
+
+    void add(Listener& listener);
+    void remove(Listener& listener);
+
+    // True when there is a connection. Tries to make one, but not more often than once a second.
+    bool ensureOpen();
+    // Hands the events that have arrived to the listeners; reads, but does not wait.
+    void takeIn();
+    void flush();
+
+    // Property, structure and focus events of somebody's window, as long as anybody wants them.
+    void listenTo(xcb_window_t window);
+    void stopListeningTo(xcb_window_t window);
+
+    // Only while open.
+    [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb; }
+    [[nodiscard]] const xcb_screen_t& screen() const { return *m_screen; }
+    [[nodiscard]] bool isOpen() const { return m_xcb != nullptr; }
+    [[nodiscard]] const std::string& displayName() const { return m_displayName; }
+
+    // Waits for the reply, half a second at the most; null for an error, a timeout or a lost
+    // connection. Every wait of ours for the server goes through here.
+    template <typename T> [[nodiscard]] XReply<T> reply(unsigned sequence)
+    {
+        return { static_cast<T*>(waitForReply(sequence)), &std::free };
+    }
+    [[nodiscard]] std::uint64_t roundTrips() const { return m_roundTrips; }
+
+private:
+    using Event = XReply<xcb_generic_event_t>;
+
+    enum class Source { Memory, Socket }; // Memory: what has been read already
+
+    bool open();
+    void close();
+    void dispatch(Source source);
+    [[nodiscard]] Event nextEvent(Source source);
+    [[nodiscard]] void* waitForReply(unsigned sequence);
+
+    MainLoop& m_mainLoop;
+    std::vector<Listener*> m_listeners;
+    xcb_connection_t* m_xcb = nullptr;
+    const xcb_screen_t* m_screen = nullptr;
+    std::string m_displayName;
+    std::unique_ptr<MainLoop::Watch> m_watch;
+    std::map<xcb_window_t, int> m_listenedTo; // how many want it
+    std::deque<Event> m_arrived; // while a reply was waited for
+    std::chrono::steady_clock::time_point m_lastAttempt;
+    std::uint64_t m_roundTrips = 0;
+    bool m_dispatching = false;
+    std::shared_ptr<const bool> m_alive = std::make_shared<bool>(true);
+};
+
+} // namespace kestrel

@@ -1,0 +1,214 @@
+#include "platform/linux/x11/X11Keyboards.h"
+
+#include "platform/linux/x11/ModifierKeysyms.h"
+#include "platform/linux/x11/XTestRepeat.h"
+#include "platform/linux/x11/XkbProtocol.h"
+
+#include <xcb/xtest.h>
+
+namespace kestrel {
+
+namespace {
+constexpr std::string_view XTestSuffix = "XTEST keyboard";
+
+std::string_view nameOf(const xcb_input_xi_device_info_t& device)
+{
+    return { xcb_input_xi_device_info_name(&device),
+        static_cast<std::size_t>(xcb_input_xi_device_info_name_length(&device)) };
+}
+} // namespace
+
+X11Keyboards::X11Keyboards(
+    X11Connection& connection, std::function<void(const XKeySet&)> userModifiersChanged)
+    : m_connection(connection)
+    , m_userModifiersChanged(std::move(userModifiersChanged))
+{
+    m_connection.add(*this);
+}
+
+X11Keyboards::~X11Keyboards()
+{
+    m_connection.remove(*this);
+}
+
+void X11Keyboards::connectionOpened()
+{
+    beginExtensions();
+    findDevices();
+    keepFromRepeating();
+    turnToUserKeyboard();
+}
+
+void X11Keyboards::connectionLost()
+{
+    m_xtest.reset();
+    m_userKeyboards.clear();
+    m_modifierKeys.reset();
+    m_userModifiersChanged({});
+}
+
+void X11Keyboards::beginExtensions()
+{
+    xcb_connection_t* xcb = m_connection.xcb();
+    xcb_prefetch_extension_data(xcb, &xcb_xkb_id);
+    xcb_prefetch_extension_data(xcb, &xcb_input_id);
+    const auto* xkb = xcb_get_extension_data(xcb, &xcb_xkb_id);
+    const auto* input = xcb_get_extension_data(xcb, &xcb_input_id);
+    m_xkbEvent = xkb && xkb->present ? xkb->first_event : std::uint8_t { 0 };
+    m_inputOpcode = input && input->present ? input->major_opcode : std::uint8_t { 0 };
+    m_inputEvent = input && input->present ? input->first_event : std::uint8_t { 0 };
+    if (m_xkbEvent == 0 || m_inputOpcode == 0)
+        return;
+    const auto useXkb = xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
+    const auto useInput = xcb_input_xi_query_version(xcb, 2, 0);
+    (void)m_connection.reply<xcb_xkb_use_extension_reply_t>(useXkb.sequence);
+    (void)m_connection.reply<xcb_input_xi_query_version_reply_t>(useInput.sequence);
+
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } hierarchy { { XCB_INPUT_DEVICE_ALL, 1 }, XCB_INPUT_XI_EVENT_MASK_HIERARCHY };
+    xcb_input_xi_select_events(xcb, m_connection.screen().root, 1, &hierarchy.head);
+}
+
+void X11Keyboards::findDevices()
+{
+    m_xtest.reset();
+    m_userKeyboards.clear();
+    const auto core = coreKeyboard();
+    const auto devices = m_connection.reply<xcb_input_xi_query_device_reply_t>(
+        xcb_input_xi_query_device(m_connection.xcb(), XCB_INPUT_DEVICE_ALL).sequence);
+    if (!core || !devices)
+        return;
+    for (auto each = xcb_input_xi_query_device_infos_iterator(devices.get()); each.rem > 0;
+         xcb_input_xi_device_info_next(&each)) {
+        const auto& device = *each.data;
+        if (device.type != XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD || device.attachment != *core)
+            continue;
+        if (nameOf(device).ends_with(XTestSuffix))
+            m_xtest = device.deviceid;
+        else if (device.enabled)
+            m_userKeyboards[device.deviceid];
+    }
+    for (auto& [device, keys] : m_userKeyboards) {
+        followModifiers(device);
+        keys = keysDown(device).value_or(XKeySet()) & modifierKeys();
+    }
+    tellModifiers();
+}
+
+// The keyboard that goes with the pointer that our requests stand for.
+std::optional<X11Keyboards::DeviceId> X11Keyboards::coreKeyboard()
+{
+    if (m_inputOpcode == 0)
+        return {};
+    xcb_connection_t* xcb = m_connection.xcb();
+    const auto pointer = m_connection.reply<xcb_input_xi_get_client_pointer_reply_t>(
+        xcb_input_xi_get_client_pointer(xcb, XCB_WINDOW_NONE).sequence);
+    if (!pointer)
+        return {};
+    const auto devices = m_connection.reply<xcb_input_xi_query_device_reply_t>(
+        xcb_input_xi_query_device(xcb, pointer->deviceid).sequence);
+    if (!devices || devices->num_infos == 0)
+        return {};
+    return xcb_input_xi_query_device_infos_iterator(devices.get()).data->attachment;
+}
+
+void X11Keyboards::keepFromRepeating()
+{
+    if (m_xtest)
+        XTestRepeat::switchOff(m_connection, static_cast<std::uint8_t>(*m_xtest));
+}
+
+// The letting go of a key that nobody holds, on a keyboard of the user's.
+void X11Keyboards::turnToUserKeyboard()
+{
+    if (m_userKeyboards.empty())
+        return;
+    const auto device = static_cast<std::uint8_t>(m_userKeyboards.begin()->first);
+    const auto type = static_cast<std::uint8_t>(m_inputEvent + XCB_INPUT_DEVICE_KEY_RELEASE);
+    xcb_test_fake_input(m_connection.xcb(), type, xcb_get_setup(m_connection.xcb())->max_keycode,
+        XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, device);
+}
+
+void X11Keyboards::followModifiers(DeviceId device)
+{
+    xcb_xkb_select_events_details_t details {};
+    details.affectState = XCB_XKB_STATE_PART_MODIFIER_BASE;
+    details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_BASE;
+    xcb_xkb_select_events_aux(
+        m_connection.xcb(), device, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0, &details);
+}
+
+std::optional<XKeySet> X11Keyboards::keysDownOnXTest()
+{
+    return m_xtest ? keysDown(*m_xtest) : std::nullopt;
+}
+
+std::optional<XKeySet> X11Keyboards::keysDown(DeviceId device)
+{
+    const auto state = m_connection.reply<xcb_input_query_device_state_reply_t>(
+        xcb_input_query_device_state(m_connection.xcb(), static_cast<std::uint8_t>(device))
+            .sequence);
+    if (!state)
+        return {};
+    XKeySet keys;
+    for (auto each = xcb_input_query_device_state_classes_iterator(state.get()); each.rem > 0;
+         xcb_input_input_state_next(&each)) {
+        if (each.data->class_id != XCB_INPUT_INPUT_CLASS_KEY)
+            continue;
+        const auto& key = reinterpret_cast<const xcb_input_key_state_t&>(*each.data);
+        for (std::size_t code = 0; code < keys.size(); ++code)
+            keys.set(code, (key.keys[code / 8] >> (code % 8) & 1) != 0);
+    }
+    return keys;
+}
+
+const XKeySet& X11Keyboards::modifierKeys()
+{
+    if (!m_modifierKeys) {
+        xcb_connection_t* xcb = m_connection.xcb();
+        const auto first = xcb_get_setup(xcb)->min_keycode;
+        const auto count = static_cast<std::uint8_t>(xcb_get_setup(xcb)->max_keycode - first + 1);
+        const auto mapping = m_connection.reply<xcb_get_keyboard_mapping_reply_t>(
+            xcb_get_keyboard_mapping(xcb, first, count).sequence);
+        m_modifierKeys = mapping ? momentaryModifierKeys(*mapping, first) : XKeySet();
+    }
+    return *m_modifierKeys;
+}
+
+void X11Keyboards::tellModifiers() const
+{
+    XKeySet all;
+    for (const auto& [each, down] : m_userKeyboards)
+        all |= down;
+    m_userModifiersChanged(all);
+}
+
+void X11Keyboards::eventArrived(const xcb_generic_event_t& event)
+{
+    const auto type = event.response_type & 0x7f;
+    if (type == XCB_MAPPING_NOTIFY) {
+        // Comes with every change from one keyboard to another, so it is only remembered.
+        m_modifierKeys.reset();
+    } else if (type == XCB_GE_GENERIC) {
+        const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+        if (generic.extension == m_inputOpcode && generic.event_type == XCB_INPUT_HIERARCHY) {
+            findDevices();
+            keepFromRepeating();
+        }
+    } else if (m_xkbEvent != 0 && type == m_xkbEvent) {
+        const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+        const auto user = m_userKeyboards.find(state.deviceID);
+        if (state.xkbType == XCB_XKB_STATE_NOTIFY && user != m_userKeyboards.end()) {
+            user->second = state.baseMods == 0
+                ? XKeySet()
+                : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
+            tellModifiers();
+        } else if (state.xkbType == XCB_XKB_CONTROLS_NOTIFY && m_xtest == state.deviceID) {
+            keepFromRepeating();
+        }
+    }
+}
+
+} // namespace kestrel

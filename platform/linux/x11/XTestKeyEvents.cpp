@@ -1,0 +1,178 @@
+#include "platform/linux/x11/XTestKeyEvents.h"
+
+#include "platform/linux/x11/EvdevKeyMap.h"
+
+#include <xcb/xtest.h>
+
+#include <array>
+#include <optional>
+#include <span>
+
+namespace kestrel {
+
+namespace {
+constexpr int EvdevOffset = 8; // X keycodes begin where those of old terminals ended
+constexpr int MaxXKeyCode = 255;
+
+struct NamedModifier {
+    ModifierFlags flag;
+    KeyCode keyCode;
+};
+
+constexpr std::array NamedModifiers {
+    NamedModifier { Modifier::Control, ModifierKey::Control },
+    NamedModifier { Modifier::Shift, ModifierKey::Shift },
+    NamedModifier { Modifier::Option, ModifierKey::Option },
+    NamedModifier { Modifier::Command, ModifierKey::Command },
+};
+
+std::optional<XKeyCode> xKeyCode(KeyCode keyCode)
+{
+    const auto evdev = EvdevKeyMap::evdevCode(keyCode);
+    if (!evdev || *evdev + EvdevOffset > MaxXKeyCode)
+        return {};
+    return static_cast<XKeyCode>(*evdev + EvdevOffset);
+}
+} // namespace
+
+XTestKeyEvents::XTestKeyEvents(std::shared_ptr<X11Session> session)
+    : m_session(std::move(session))
+    , m_connection(m_session->connection)
+    , m_keyboards(m_connection, [this](const XKeySet& keys) {
+        if (m_connection.isOpen())
+            send(m_ledger.setUserModifiers(keys));
+    })
+{
+    m_connection.add(*this);
+    m_session->front.setChanged([this] { releaseAll(); });
+}
+
+XTestKeyEvents::~XTestKeyEvents()
+{
+    m_session->front.setChanged({});
+    if (m_connection.isOpen()) {
+        send(m_ledger.setUserModifiers({}));
+        releaseAll();
+    }
+    if (m_connection.isOpen()) {
+        m_keyboards.turnToUserKeyboard();
+        // A server may drop what it has not read of a client that hangs up.
+        synchronise();
+    }
+    m_connection.remove(*this);
+}
+
+KeyEvents::Result XTestKeyEvents::post(
+    KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat)
+{
+    const auto key = xKeyCode(keyCode);
+    if (!key)
+        return Result::UnknownKey;
+    if (!isReady())
+        return Result::Unavailable;
+    if (direction == Direction::Up)
+        return send(m_ledger.release(*key));
+
+    std::array<XKeyCode, NamedModifiers.size()> modifiers;
+    std::size_t count = 0;
+    for (const NamedModifier& modifier : NamedModifiers) {
+        if ((flags & modifier.flag) != 0)
+            modifiers[count++] = *xKeyCode(modifier.keyCode);
+    }
+    return send(m_ledger.press(*key, std::span(modifiers).first(count), autoRepeat));
+}
+
+KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
+{
+    const auto key = xKeyCode(keyCode);
+    if (!key)
+        return Result::UnknownKey;
+    if (!isReady())
+        return Result::Unavailable;
+    return send(direction == Direction::Down ? m_ledger.pressBare(*key) : m_ledger.release(*key));
+}
+
+void XTestKeyEvents::releaseAll()
+{
+    if (m_connection.isOpen())
+        send(m_ledger.releaseAll());
+}
+
+void XTestKeyEvents::connectionOpened()
+{
+    const auto* xtest = xcb_get_extension_data(m_connection.xcb(), &xcb_test_id);
+    m_canPost = xtest && xtest->present;
+    openJournal();
+    if (m_canPost)
+        letGoOfWhatWasLeftDown();
+}
+
+void XTestKeyEvents::openJournal()
+{
+    const std::string path = HeldKeysJournal::pathFor(m_connection.displayName());
+    if (m_journal.isOpen() && path == m_journalPath)
+        return;
+    m_journal = {}; // its lock would keep the next one out
+    m_journal = HeldKeysJournal(path);
+    m_journalPath = path;
+}
+
+// Left by a run that was killed, or by ourselves on a connection that broke.
+void XTestKeyEvents::letGoOfWhatWasLeftDown()
+{
+    const XKeySet left = m_journal.keys() | m_ledger.held();
+    if (left.none())
+        return;
+    const XKeySet down = left & m_keyboards.keysDownOnXTest().value_or(left);
+    for (std::size_t key = 0; key < down.size(); ++key) {
+        if (down.test(key))
+            xcb_test_fake_input(m_connection.xcb(), XCB_KEY_RELEASE, static_cast<XKeyCode>(key),
+                XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    }
+    if (!synchronise())
+        return;
+    m_ledger.forget();
+    for (std::size_t key = 0; key < left.size(); ++key) {
+        if (left.test(key))
+            m_journal.strike(static_cast<XKeyCode>(key));
+    }
+}
+
+bool XTestKeyEvents::isReady()
+{
+    if (!m_connection.ensureOpen())
+        return false;
+    m_connection.takeIn();
+    return m_connection.isOpen() && m_canPost;
+}
+
+// The journal knows of a key before the server does, and forgets it after the server does.
+KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
+{
+    if (!m_canPost)
+        return Result::Unavailable;
+    for (const KeyStep& step : plan) {
+        const bool down = step.direction == Direction::Down;
+        if (down)
+            m_journal.enter(step.key);
+        xcb_test_fake_input(m_connection.xcb(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, step.key,
+            step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);
+    }
+    if (plan.empty())
+        return Result::Posted;
+    xcb_flush(m_connection.xcb());
+    for (const KeyStep& step : plan) {
+        if (!m_ledger.held().test(step.key))
+            m_journal.strike(step.key);
+    }
+    m_connection.flush(); // `plan` ends here: what has arrived may have made the next one
+    return m_connection.isOpen() ? Result::Posted : Result::Unavailable;
+}
+
+bool XTestKeyEvents::synchronise()
+{
+    const auto answer = xcb_get_input_focus(m_connection.xcb());
+    return m_connection.reply<xcb_get_input_focus_reply_t>(answer.sequence) != nullptr;
+}
+
+} // namespace kestrel

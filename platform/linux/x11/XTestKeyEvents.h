@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/KeyEvents.h"
+#include "platform/linux/x11/HeldKeysJournal.h"
+#include "platform/linux/x11/KeyLedger.h"
+#include "platform/linux/x11/X11Keyboards.h"
+#include "platform/linux/x11/X11Session.h"
+
+#include <memory>
+
+namespace kestrel {
+
+// Keyboard events on X11, through XTEST. Lets go of everything that it holds when the front
+// application changes, when the connection comes back, when it is destroyed, and, by a journal,
+// when the next one starts after a kill.
+//
+// An X key event carries the modifiers that are down in the server at its time, so a key-down
+// presses the modifiers that its flags name and a key-up presses none. Modifiers that the user
+// holds and the flags do not name are taken away for the moment of the key-down and given back
+// right behind it, all in one batch. Locks (Caps Lock, Num Lock) are left as they are, and so are
+// modifiers that another program holds through XTEST.
+class XTestKeyEvents final : public KeyEvents, private X11Connection::Listener {
+public:
+    explicit XTestKeyEvents(std::shared_ptr<X11Session> session);
+    ~XTestKeyEvents() override;
+
+    Result post(
+        KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat) override;
+    Result postBare(KeyCode keyCode, Direction direction) override;
+
+    void releaseAll();
+
+private:
+    void connectionOpened() override;
+    void connectionLost() override { }
+    void eventArrived(const xcb_generic_event_t&) override { }
+
+    void openJournal();
+    void letGoOfWhatWasLeftDown();
+    [[nodiscard]] bool isReady();
+    Result send(const KeyPlan& plan);
+    // Waits until the server has done all that was asked of it; false when it did not answer.
+    bool synchronise();
+
+    std::shared_ptr<X11Session> m_session;
+    X11Connection& m_connection;
+    KeyLedger m_ledger;
+    HeldKeysJournal m_journal;
+    std::string m_journalPath;
+    bool m_canPost = false;
+    X11Keyboards m_keyboards;
+};
+
+} // namespace kestrel

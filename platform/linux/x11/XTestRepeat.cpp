@@ -1,0 +1,83 @@
+#include "platform/linux/x11/XTestRepeat.h"
+
+#include "platform/linux/x11/XkbProtocol.h"
+
+#include <sys/uio.h>
+#include <xcb/xcbext.h>
+#include <xcb/xinput.h>
+
+namespace kestrel::XTestRepeat {
+
+namespace {
+constexpr std::uint32_t RepeatKeys = XCB_XKB_BOOL_CTRL_REPEAT_KEYS;
+constexpr std::uint32_t AutoReset = XCB_XKB_PER_CLIENT_FLAG_AUTO_RESET_CONTROLS;
+
+bool repeats(X11Connection& connection, std::uint8_t device)
+{
+    const auto controls = connection.reply<xcb_xkb_get_controls_reply_t>(
+        xcb_xkb_get_controls(connection.xcb(), device).sequence);
+    return controls && (controls->enabledControls & RepeatKeys) != 0;
+}
+
+void selectControlsEvents(X11Connection& connection, std::uint8_t device)
+{
+    xcb_xkb_select_events_details_t details {};
+    details.affectCtrls = XCB_XKB_CONTROL_CONTROLS_ENABLED;
+    details.ctrlDetails = XCB_XKB_CONTROL_CONTROLS_ENABLED;
+    xcb_xkb_select_events_aux(
+        connection.xcb(), device, XCB_XKB_EVENT_TYPE_CONTROLS_NOTIFY, 0, 0, 0, 0, &details);
+}
+
+bool promisesToSwitchOnAgain(X11Connection& connection, std::uint8_t device)
+{
+    const auto flags = connection.reply<xcb_xkb_per_client_flags_reply_t>(xcb_xkb_per_client_flags(
+        connection.xcb(), device, AutoReset, AutoReset, RepeatKeys, RepeatKeys, RepeatKeys)
+                                                                              .sequence);
+    return flags && (flags->value & AutoReset) != 0 && (flags->autoCtrls & RepeatKeys) != 0
+        && (flags->autoCtrlsValues & RepeatKeys) != 0;
+}
+
+void setRepeatKeysOff(X11Connection& connection, std::uint8_t device)
+{
+    static constexpr std::uint8_t NoKeys[32] {};
+    xcb_xkb_set_controls(connection.xcb(), device, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, RepeatKeys, 0,
+        0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NoKeys);
+}
+
+// The server keeps the setting twice, and a key repeats only when both say so: as an XKB control
+// and as the feedback setting of the device. Switching the first off switches off the second, but
+// the reset at our end brings back the first alone. So the second is switched on again at once.
+//
+// The library's own function for this request writes none of the setting's data.
+void setFeedbackRepeatOn(X11Connection& connection, std::uint8_t device)
+{
+    struct {
+        xcb_input_change_feedback_control_request_t head;
+        xcb_input_kbd_feedback_ctl_t keyboard;
+    } request {};
+    static_assert(sizeof request == 32);
+    request.head.mask = XCB_INPUT_CHANGE_FEEDBACK_CONTROL_MASK_AUTO_REPEAT_MODE;
+    request.head.device_id = device;
+    request.keyboard.class_id = XCB_INPUT_FEEDBACK_CLASS_KEYBOARD;
+    request.keyboard.len = sizeof request.keyboard;
+    request.keyboard.auto_repeat_mode = XCB_AUTO_REPEAT_MODE_ON;
+
+    // Two entries in front of the first are the library's own.
+    iovec parts[3] {};
+    parts[2] = { &request, sizeof request };
+    static constexpr xcb_protocol_request_t Form { 1, &xcb_input_id,
+        XCB_INPUT_CHANGE_FEEDBACK_CONTROL, 1 };
+    xcb_send_request(connection.xcb(), 0, parts + 2, &Form);
+}
+} // namespace
+
+void switchOff(X11Connection& connection, std::uint8_t xtestDevice)
+{
+    selectControlsEvents(connection, xtestDevice);
+    if (!repeats(connection, xtestDevice) || !promisesToSwitchOnAgain(connection, xtestDevice))
+        return;
+    setRepeatKeysOff(connection, xtestDevice);
+    setFeedbackRepeatOn(connection, xtestDevice);
+}
+
+} // namespace kestrel::XTestRepeat
