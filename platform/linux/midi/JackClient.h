@@ -1,0 +1,90 @@
+#pragma once
+
+#include "platform/linux/midi/DestinationLane.h"
+#include "platform/linux/midi/PortPairing.h"
+#include "platform/linux/midi/SourceLane.h"
+#include "platform/linux/midi/Wakeup.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace kestrel {
+
+// One client of the JACK server with its ports. Every call that may wait for the server is made on
+// the control thread; the process callback waits for nobody.
+class JackClient {
+public:
+    enum News : unsigned {
+        SourceRemoved = 1,
+        DestinationRemoved = 2,
+        SourceAdded = 4,
+        DestinationAdded = 8,
+        ServerGone = 16
+    };
+
+    explicit JackClient(std::shared_ptr<Wakeup> wakeup);
+
+    // Control thread. False when there is no server, or it refuses.
+    [[nodiscard]] bool open(const std::string& name);
+    void close();
+    [[nodiscard]] bool reservePort(const std::string& name, PortDirection direction);
+    [[nodiscard]] bool connectSource(const std::shared_ptr<SourceLane>& lane,
+        const std::string& sourceName, const std::string& portName);
+    void connectDestination(
+        const std::shared_ptr<DestinationLane>& lane, const std::string& portName);
+    // Ends what arrives at, or leaves from, the port behind the lane. The port itself stays until
+    // the client is closed.
+    void disconnect(_jack_port* port);
+    [[nodiscard]] std::vector<PortListing> foreignPorts();
+
+    // Any thread. The News that have come since the last call.
+    [[nodiscard]] unsigned takeNews() { return m_news.exchange(0); }
+    [[nodiscard]] bool isAlive() const { return m_alive.load(); }
+    // From then on the work that is still queued for this client is not worth doing.
+    void abandon() { m_alive.store(false); }
+
+private:
+    static constexpr std::size_t MaxLanes = 16; // in each direction
+
+    template <typename Lane> struct Lanes {
+        bool add(const std::shared_ptr<Lane>& lane);
+
+        std::array<std::shared_ptr<Lane>, MaxLanes> lanes;
+        std::atomic<std::size_t> count { 0 }; // only grows while the client is open
+    };
+    struct ForeignPort {
+        std::string name;
+        PortDirection direction;
+    };
+
+    void setCallbacks();
+    void learnForeignPorts();
+    void process(std::uint32_t frames);
+    void portRegistered(std::uint32_t identifier);
+    void portUnregistered(std::uint32_t identifier);
+    void portRenamed(std::uint32_t identifier);
+    void announce(unsigned news);
+    [[nodiscard]] bool isForeignMIDI(const _jack_port* port) const;
+    [[nodiscard]] _jack_port* registerPort(const std::string& name, PortDirection direction);
+    [[nodiscard]] _jack_port* takePort(const std::string& name, PortDirection direction);
+
+    const std::shared_ptr<Wakeup> m_wakeup;
+    std::string m_name; // never changes once m_handle is set
+    std::atomic<_jack_client*> m_handle { nullptr };
+    std::atomic<bool> m_alive { false };
+    std::atomic<unsigned> m_news { 0 };
+    Lanes<SourceLane> m_sources;
+    Lanes<DestinationLane> m_destinations;
+    std::map<std::string, int> m_registered; // how often each name was asked for; control thread
+    std::multimap<std::string, _jack_port*> m_reserved; // control thread
+    std::mutex m_foreignMutex; // control thread and JACK's notification thread
+    std::map<const _jack_port*, ForeignPort> m_foreign;
+};
+
+} // namespace kestrel

@@ -1,0 +1,285 @@
+#include "platform/linux/midi/JackMIDIServices.h"
+
+#include "platform/linux/midi/JackClient.h"
+
+#include <jack/jack.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+// The numbers that the macOS services use for the same failures.
+constexpr MIDIStatus InvalidClient = -10830;
+constexpr MIDIStatus InvalidPort = -10831;
+constexpr MIDIStatus NoConnection = -10833;
+constexpr MIDIStatus UnknownEndpoint = -10834;
+constexpr MIDIStatus MessageSendError = -10838;
+constexpr MIDIStatus ServerStartError = -10839;
+
+template <typename Port>
+std::shared_ptr<Port> findPort(const std::vector<std::shared_ptr<Port>>& ports, MIDIPort reference)
+{
+    const auto found = std::find_if(ports.begin(), ports.end(),
+        [reference](const auto& port) { return port->reference == reference; });
+    return found == ports.end() ? nullptr : *found;
+}
+} // namespace
+
+struct JackMIDIServices::InputPort {
+    const MIDIPort reference;
+    const std::string name;
+    ReadProc read; // null once disposed of
+    void* const refCon;
+    std::vector<std::shared_ptr<SourceLane>> lanes;
+};
+
+struct JackMIDIServices::OutputPort {
+    const MIDIPort reference;
+    const std::string name;
+    std::vector<std::shared_ptr<DestinationLane>> lanes;
+};
+
+JackMIDIServices::JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds patience)
+    : m_wakeup(std::make_shared<Wakeup>())
+    , m_control(patience, [wakeup = m_wakeup] { wakeup->raise(); })
+    , m_watch(mainLoop.watch(m_wakeup->descriptor(), [this] { deliver(); }))
+{
+    // The library tells standard error about every server that is not there.
+    jack_set_error_function([](const char*) {});
+    jack_set_info_function([](const char*) {});
+}
+
+JackMIDIServices::~JackMIDIServices()
+{
+    m_watch.reset();
+    disposeClient(m_clientRef);
+}
+
+// False when the answer is no, and when it does not come in time.
+bool JackMIDIServices::ask(std::function<bool()> question, ControlThread::Job undo)
+{
+    const auto answer = std::make_shared<bool>(false);
+    const bool answered = m_control.call(
+        [answer, question = std::move(question)] { *answer = question(); }, std::move(undo));
+    m_answerMissed |= !answered;
+    return answered && *answer;
+}
+
+MIDIStatus JackMIDIServices::createClient(
+    std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client)
+{
+    if (m_client)
+        return InvalidClient;
+    const auto opened = std::make_shared<JackClient>(m_wakeup);
+    const bool isOpen = ask([opened, name = std::string(name)] { return opened->open(name); },
+        [opened] { opened->close(); });
+    m_answerMissed = false;
+    if (!isOpen)
+        return ServerStartError;
+    m_client = opened;
+    m_notify = notify;
+    m_notifyRefCon = refCon;
+    m_clientRef = ++m_lastRef;
+    client = m_clientRef;
+    return MIDINoError;
+}
+
+void JackMIDIServices::disposeClient(MIDIClient client)
+{
+    if (!m_client || client != m_clientRef)
+        return;
+    for (const auto& port : m_inputs)
+        port->read = nullptr;
+    m_inputs.clear();
+    m_outputs.clear();
+    m_clientRef = 0;
+    m_answerMissed = false;
+    const auto closing = std::exchange(m_client, nullptr);
+    closing->abandon();
+    m_control.settle([closing] { closing->close(); });
+}
+
+MIDIStatus JackMIDIServices::reservePort(
+    MIDIClient client, const std::string& name, PortDirection direction)
+{
+    if (!m_client || client != m_clientRef)
+        return InvalidClient;
+    const bool isReserved
+        = ask([jack = m_client, name, direction] { return jack->reservePort(name, direction); });
+    return isReserved ? MIDINoError : InvalidPort;
+}
+
+MIDIStatus JackMIDIServices::createInputPort(
+    MIDIClient client, std::string_view name, ReadProc read, void* refCon, MIDIPort& port)
+{
+    const MIDIStatus status = reservePort(client, std::string(name), PortDirection::Input);
+    if (status != MIDINoError)
+        return status;
+    port = ++m_lastRef;
+    m_inputs.push_back(
+        std::make_shared<InputPort>(InputPort { port, std::string(name), read, refCon, {} }));
+    return MIDINoError;
+}
+
+MIDIStatus JackMIDIServices::createOutputPort(
+    MIDIClient client, std::string_view name, MIDIPort& port)
+{
+    const MIDIStatus status = reservePort(client, std::string(name), PortDirection::Output);
+    if (status != MIDINoError)
+        return status;
+    port = ++m_lastRef;
+    m_outputs.push_back(std::make_shared<OutputPort>(OutputPort { port, std::string(name), {} }));
+    return MIDINoError;
+}
+
+void JackMIDIServices::disposePort(MIDIPort port)
+{
+    const auto disconnect = [this](const auto& lane) {
+        m_control.post([jack = m_client, lane] { jack->disconnect(lane->port()); });
+    };
+    if (const auto input = findPort(m_inputs, port)) {
+        input->read = nullptr;
+        std::for_each(input->lanes.begin(), input->lanes.end(), disconnect);
+        std::erase(m_inputs, input);
+    } else if (const auto output = findPort(m_outputs, port)) {
+        std::for_each(output->lanes.begin(), output->lanes.end(), disconnect);
+        std::erase(m_outputs, output);
+    }
+}
+
+std::vector<MIDIDevice> JackMIDIServices::devices()
+{
+    if (!m_client)
+        return {};
+    const auto ports = std::make_shared<std::vector<PortListing>>();
+    const bool isListed = ask([jack = m_client, ports] {
+        *ports = jack->foreignPorts();
+        return true;
+    });
+    std::vector<MIDIDevice> devices;
+    for (const PortOwner& owner : isListed ? pairPorts(*ports) : std::vector<PortOwner> {}) {
+        MIDIDevice& device = devices.emplace_back(MIDIDevice { owner.client, {} });
+        for (const PortPair& pair : owner.pairs) {
+            MIDIEntity& entity = device.entities.emplace_back();
+            if (pair.output)
+                entity.sources.push_back(
+                    { endpointNamed(*pair.output), stableIdentifier(*pair.output) });
+            if (pair.input)
+                entity.destinations.push_back(endpointNamed(*pair.input));
+        }
+    }
+    return devices;
+}
+
+MIDIStatus JackMIDIServices::connectSource(
+    MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
+{
+    const auto port = findPort(m_inputs, inputPort);
+    if (!port)
+        return InvalidPort;
+    const std::string* const sourceName = nameOf(source);
+    if (!sourceName)
+        return UnknownEndpoint;
+    const auto lane = std::make_shared<SourceLane>(srcConnRefCon);
+    const bool isConnected
+        = ask([jack = m_client, lane, sourceName = *sourceName, portName = port->name] {
+              return jack->connectSource(lane, sourceName, portName);
+          });
+    if (!isConnected)
+        return NoConnection;
+    port->lanes.push_back(lane);
+    return MIDINoError;
+}
+
+MIDIStatus JackMIDIServices::send(
+    MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
+{
+    const auto port = findPort(m_outputs, outputPort);
+    if (!port)
+        return InvalidPort;
+    const std::string* const name = nameOf(destination);
+    if (!name)
+        return UnknownEndpoint;
+    if (!m_client->isAlive())
+        return ServerStartError;
+    auto found = std::find_if(port->lanes.begin(), port->lanes.end(),
+        [destination](const auto& lane) { return lane->destination() == destination; });
+    if (found == port->lanes.end())
+        found = port->lanes.insert(found, std::make_shared<DestinationLane>(destination, *name));
+    const std::shared_ptr<DestinationLane>& lane = *found;
+    if (lane->wantsConnecting()) {
+        m_control.post([jack = m_client, lane, portName = port->name] {
+            jack->connectDestination(lane, portName);
+        });
+    }
+    return lane->push(packet.data) ? MIDINoError : MessageSendError;
+}
+
+void JackMIDIServices::deliver()
+{
+    m_wakeup->lower();
+    deliverPackets();
+    deliverNews();
+}
+
+void JackMIDIServices::deliverPackets()
+{
+    const auto inputs = m_inputs; // a callback may dispose of any of them
+    for (const auto& port : inputs) {
+        const auto lanes = port->lanes;
+        for (const auto& lane : lanes) {
+            if (port->read)
+                lane->deliver(port->read, port->refCon);
+        }
+    }
+}
+
+void JackMIDIServices::deliverNews()
+{
+    const auto client = m_client;
+    if (!client)
+        return;
+    unsigned news = client->takeNews();
+    if ((news & JackClient::ServerGone) != 0) {
+        m_control.post([client] { client->close(); });
+        news = JackClient::SourceRemoved; // the end of the server removes everything at once
+    }
+    if (m_answerMissed && !m_control.isBehind()) {
+        m_answerMissed = false;
+        news |= JackClient::SourceAdded; // what could not be had can be had now
+    }
+    const auto tell = [&](unsigned bit, std::int32_t message, std::int32_t type) {
+        if ((news & bit) != 0 && m_client == client && m_notify)
+            m_notify(MIDINotification { message, type }, m_notifyRefCon);
+    };
+    using Notification = MIDINotification;
+    tell(JackClient::SourceRemoved, Notification::ObjectRemoved, Notification::Source);
+    tell(JackClient::DestinationRemoved, Notification::ObjectRemoved, Notification::Destination);
+    tell(JackClient::SourceAdded, Notification::ObjectAdded, Notification::Source);
+    tell(JackClient::DestinationAdded, Notification::ObjectAdded, Notification::Destination);
+}
+
+MIDIEndpoint JackMIDIServices::endpointNamed(const std::string& portName)
+{
+    const auto [at, isNew] = m_endpoints.try_emplace(portName, 0u);
+    if (isNew) {
+        m_endpointNames.push_back(portName);
+        at->second = static_cast<MIDIEndpoint>(m_endpointNames.size());
+    }
+    return at->second;
+}
+
+const std::string* JackMIDIServices::nameOf(MIDIEndpoint endpoint) const
+{
+    return endpoint >= 1 && endpoint <= m_endpointNames.size() ? &m_endpointNames[endpoint - 1]
+                                                               : nullptr;
+}
+
+std::unique_ptr<MIDIServices> makeJackMIDIServices(MainLoop& mainLoop)
+{
+    return std::make_unique<JackMIDIServices>(mainLoop);
+}
+
+} // namespace kestrel

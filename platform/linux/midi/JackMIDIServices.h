@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/MIDIServices.h"
+#include "platform/MainLoop.h"
+#include "platform/linux/midi/ControlThread.h"
+#include "platform/linux/midi/PortPairing.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace kestrel {
+
+class DestinationLane;
+class JackClient;
+class SourceLane;
+class Wakeup;
+
+// The MIDI services over JACK: a device is a client with MIDI ports, its k-th entity its k-th
+// output port (a source) and its k-th input port (a destination). One client can be open at a
+// time. Read and notification callbacks both come on the main thread. The server is the one that
+// JACK_DEFAULT_SERVER names, and is never started from here.
+class JackMIDIServices final : public MIDIServices {
+public:
+    // How long one operation waits for a server that does not answer.
+    static constexpr std::chrono::milliseconds Patience { 200 };
+
+    // `mainLoop` outlives the services.
+    explicit JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds patience = Patience);
+    ~JackMIDIServices() override;
+
+    [[nodiscard]] MIDIStatus createClient(
+        std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client) override;
+    void disposeClient(MIDIClient client) override;
+    [[nodiscard]] MIDIStatus createInputPort(MIDIClient client, std::string_view name,
+        ReadProc read, void* refCon, MIDIPort& port) override;
+    [[nodiscard]] MIDIStatus createOutputPort(
+        MIDIClient client, std::string_view name, MIDIPort& port) override;
+    void disposePort(MIDIPort port) override;
+    [[nodiscard]] std::vector<MIDIDevice> devices() override;
+    [[nodiscard]] MIDIStatus connectSource(
+        MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
+    [[nodiscard]] MIDIStatus send(
+        MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
+
+private:
+    struct InputPort;
+    struct OutputPort;
+
+    [[nodiscard]] bool ask(std::function<bool()> question, ControlThread::Job undo = {});
+    [[nodiscard]] MIDIStatus reservePort(
+        MIDIClient client, const std::string& name, PortDirection direction);
+    void deliver();
+    void deliverPackets();
+    void deliverNews();
+    [[nodiscard]] MIDIEndpoint endpointNamed(const std::string& portName);
+    [[nodiscard]] const std::string* nameOf(MIDIEndpoint endpoint) const;
+
+    const std::shared_ptr<Wakeup> m_wakeup;
+    ControlThread m_control;
+    std::shared_ptr<JackClient> m_client; // null when no client is open
+    std::uint32_t m_clientRef = 0;
+    std::uint32_t m_lastRef = 0;
+    NotifyProc m_notify = nullptr;
+    void* m_notifyRefCon = nullptr;
+    bool m_answerMissed = false; // since the client was created
+    std::vector<std::shared_ptr<InputPort>> m_inputs;
+    std::vector<std::shared_ptr<OutputPort>> m_outputs;
+    std::vector<std::string> m_endpointNames; // of endpoint reference 1, 2, …
+    std::unordered_map<std::string, MIDIEndpoint> m_endpoints;
+    std::unique_ptr<MainLoop::Watch> m_watch;
+};
+
+[[nodiscard]] std::unique_ptr<MIDIServices> makeJackMIDIServices(MainLoop& mainLoop);
+
+} // namespace kestrel

@@ -1,0 +1,74 @@
+#include "platform/linux/midi/PacketRing.h"
+
+#include <cstring>
+
+namespace kestrel {
+
+namespace {
+// Stands before the bytes of each packet. All records begin at multiples of its size, so that one
+// always fits between the last record and the end of the buffer.
+struct Header {
+    std::uint64_t timeStamp;
+    std::uint32_t size;
+    std::uint32_t reserved;
+};
+constexpr std::size_t Unit = sizeof(Header);
+constexpr std::uint32_t RestIsUnused = 0xFFFFFFFF;
+
+constexpr std::size_t recordSize(std::size_t size)
+{
+    return Unit + (size + Unit - 1) / Unit * Unit;
+}
+} // namespace
+
+PacketRing::PacketRing(std::size_t capacity)
+    : m_capacity(capacity)
+    , m_bytes(std::make_unique<std::byte[]>(capacity)) // zeroed: its pages are there from the start
+{
+}
+
+std::byte* PacketRing::byteAt(Position position) const
+{
+    return m_bytes.get() + (position & (m_capacity - 1));
+}
+
+bool PacketRing::write(std::uint64_t timeStamp, std::span<const std::uint8_t> data)
+{
+    Position at = m_written.load(std::memory_order_relaxed);
+    const Position limit = m_read.load(std::memory_order_acquire) + m_capacity;
+    const std::size_t size = recordSize(data.size());
+    const std::size_t untilEnd = m_capacity - (at & (m_capacity - 1));
+    const std::size_t skipped = size > untilEnd ? untilEnd : 0;
+    if (data.size() >= m_capacity || at + skipped + size > limit) {
+        m_lost.fetch_add(1, std::memory_order_relaxed);
+        return false;
+    }
+    if (skipped > 0) {
+        const Header unused { 0, RestIsUnused, 0 };
+        std::memcpy(byteAt(at), &unused, Unit);
+        at += skipped;
+    }
+    const Header header { timeStamp, static_cast<std::uint32_t>(data.size()), 0 };
+    std::memcpy(byteAt(at), &header, Unit);
+    if (!data.empty())
+        std::memcpy(byteAt(at) + Unit, data.data(), data.size());
+    m_written.store(at + size, std::memory_order_release);
+    return true;
+}
+
+std::optional<MIDIPacket> PacketRing::read(Position& at, Position end) const
+{
+    if (at == end)
+        return {};
+    Header header;
+    std::memcpy(&header, byteAt(at), Unit);
+    if (header.size == RestIsUnused) {
+        at += m_capacity - (at & (m_capacity - 1));
+        std::memcpy(&header, byteAt(at), Unit);
+    }
+    const auto* data = reinterpret_cast<const std::uint8_t*>(byteAt(at) + Unit);
+    at += recordSize(header.size);
+    return MIDIPacket { header.timeStamp, { data, header.size } };
+}
+
+} // namespace kestrel

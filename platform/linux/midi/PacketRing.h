@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/MIDIServices.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+
+namespace kestrel {
+
+// A queue of whole packets from one writing thread to one reading thread. Neither of them waits,
+// locks or allocates.
+class PacketRing {
+public:
+    using Position = std::uint64_t; // bytes ever written, so that a later one is always greater
+
+    // `capacity` in bytes, a power of two; a packet takes its size plus at most 31 bytes of it,
+    // and must fit in one piece.
+    explicit PacketRing(std::size_t capacity);
+
+    // Writer. False when there is no room: then the packet is counted as lost.
+    bool write(std::uint64_t timeStamp, std::span<const std::uint8_t> data);
+
+    // Reader. What lies between begin() and end() stays in place until it is released.
+    [[nodiscard]] Position begin() const { return m_read.load(std::memory_order_relaxed); }
+    [[nodiscard]] Position end() const { return m_written.load(std::memory_order_acquire); }
+    // The packet at `at`, which moves behind it; missing at `end`.
+    [[nodiscard]] std::optional<MIDIPacket> read(Position& at, Position end) const;
+    void release(Position upTo) { m_read.store(upTo, std::memory_order_release); }
+
+    [[nodiscard]] std::uint64_t lost() const { return m_lost.load(std::memory_order_relaxed); }
+
+private:
+    [[nodiscard]] std::byte* byteAt(Position position) const;
+
+    const std::size_t m_capacity;
+    const std::unique_ptr<std::byte[]> m_bytes;
+    alignas(64) std::atomic<Position> m_written { 0 };
+    std::atomic<std::uint64_t> m_lost { 0 };
+    alignas(64) std::atomic<Position> m_read { 0 };
+};
+
+} // namespace kestrel

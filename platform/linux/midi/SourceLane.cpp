@@ -1,0 +1,61 @@
+#include "platform/linux/midi/SourceLane.h"
+
+#include <jack/jack.h>
+#include <jack/midiport.h>
+
+namespace kestrel {
+
+namespace {
+class ArrivedPackets final : public MIDIPacketList {
+public:
+    explicit ArrivedPackets(PacketRing& ring)
+        : m_ring(ring)
+        , m_at(ring.begin())
+        , m_end(ring.end())
+    {
+    }
+    ~ArrivedPackets() { m_ring.release(m_end); }
+    ArrivedPackets(const ArrivedPackets&) = delete;
+    ArrivedPackets& operator=(const ArrivedPackets&) = delete;
+
+    [[nodiscard]] bool isEmpty() const { return m_at == m_end; }
+    std::optional<MIDIPacket> next() override { return m_ring.read(m_at, m_end); }
+
+private:
+    PacketRing& m_ring;
+    PacketRing::Position m_at;
+    const PacketRing::Position m_end;
+};
+} // namespace
+
+SourceLane::SourceLane(void* srcConnRefCon)
+    : m_srcConnRefCon(srcConnRefCon)
+{
+}
+
+bool SourceLane::receive(_jack_client* client, std::uint32_t frames)
+{
+    void* const buffer = jack_port_get_buffer(m_port, frames);
+    const std::uint32_t count = buffer ? jack_midi_get_event_count(buffer) : 0;
+    if (count == 0)
+        return false;
+    const jack_nframes_t cycleStart = jack_last_frame_time(client);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        jack_midi_event_t event;
+        if (jack_midi_event_get(&event, buffer, i) != 0)
+            continue;
+        // Microseconds of JACK's clock.
+        m_ring.write(
+            jack_frames_to_time(client, cycleStart + event.time), { event.buffer, event.size });
+    }
+    return true;
+}
+
+void SourceLane::deliver(MIDIServices::ReadProc read, void* readProcRefCon)
+{
+    ArrivedPackets packets(m_ring);
+    if (!packets.isEmpty())
+        read(packets, readProcRefCon, m_srcConnRefCon);
+}
+
+} // namespace kestrel
