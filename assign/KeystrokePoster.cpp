@@ -1,0 +1,115 @@
+#include "assign/KeystrokePoster.h"
+
+#include "assign/StoredAssignments.h"
+#include "assign/UserAssignFile.h"
+#include "platform/Permissions.h"
+#include "platform/Workspace.h"
+
+#include <array>
+
+namespace kestrel {
+
+namespace {
+constexpr std::string_view WorkstationName = "Pro Tools";
+
+constexpr unsigned int PressedBit = 0x40;
+constexpr unsigned int LastButtonCode = 12; // one past the last key, as the console counts
+
+constexpr std::array<std::size_t, 4> RecordOffsets { 0, 4, 8, 12 };
+
+struct ModifierRelease {
+    ModifierFlags flag;
+    KeyCode keyCode;
+};
+
+// In the order of their release.
+constexpr std::array<ModifierRelease, 4> ModifierReleases { {
+    { Modifier::Control, ModifierKey::Control },
+    { Modifier::Shift, ModifierKey::Shift },
+    { Modifier::Option, ModifierKey::Option },
+    { Modifier::Command, ModifierKey::Command },
+} };
+
+KeyEvents::Direction direction(bool keyDown)
+{
+    return keyDown ? KeyEvents::Direction::Down : KeyEvents::Direction::Up;
+}
+} // namespace
+
+KeystrokePoster::KeystrokePoster(const StoredAssignments& assignments, Workspace& workspace,
+    KeyEvents& keyEvents, Permissions& permissions)
+    : m_assignments(assignments)
+    , m_workspace(workspace)
+    , m_keyEvents(keyEvents)
+    , m_permissions(permissions)
+{
+}
+
+void KeystrokePoster::eventKeyPost(unsigned int buttonCode)
+{
+    if (!workstationIsFrontmost())
+        return;
+    const bool keyDown = buttonCode >= PressedBit;
+    const unsigned int index = keyDown ? buttonCode - PressedBit : buttonCode;
+    if (index > LastButtonCode)
+        return;
+    const auto set = m_assignments.myUserAssignFile();
+    const ButtonEntry entry = set ? set->getSwitchShortcut(static_cast<int>(index) + 1) : nullptr;
+    if (!entry)
+        return;
+    for (std::size_t offset = 0; offset < ButtonEntrySize; offset += ShortcutRecordSize)
+        myEventPost(offset, *entry, keyDown);
+}
+
+bool KeystrokePoster::workstationIsFrontmost()
+{
+    bool frontmost = false;
+    m_workspace.visitRunningApplications([&frontmost](const RunningApplication& application) {
+        frontmost = application.active && application.localizedName == WorkstationName;
+        return !frontmost;
+    });
+    return frontmost;
+}
+
+void KeystrokePoster::myEventPost(std::size_t offset, const ArchiveArray& srcArry, bool keyStatus)
+{
+    if (offset + ShortcutRecord::Repeat >= srcArry.size())
+        return;
+    if (srcArry[offset + ShortcutRecord::Text].text().isEmpty())
+        return;
+    const auto flags
+        = static_cast<ModifierFlags>(srcArry[offset + ShortcutRecord::Modifiers].toInt32())
+        & Modifier::Used;
+    const KeyCode keyCode = srcArry[offset + ShortcutRecord::KeyCode].toUInt16();
+    const bool repeats = keyStatus && srcArry[offset + ShortcutRecord::Repeat].toInt32() != 0;
+
+    heed(m_keyEvents.post(keyCode, direction(keyStatus), flags,
+        repeats ? KeyEvents::AutoRepeat::Yes : KeyEvents::AutoRepeat::No));
+    releaseModifiers(flags);
+}
+
+// After a key-down as well as after a key-up, so that the posted events leave none of them held.
+void KeystrokePoster::releaseModifiers(ModifierFlags flags)
+{
+    for (const auto& [flag, keyCode] : ModifierReleases) {
+        if (flags & flag)
+            postKeyEvent(keyCode, false);
+    }
+}
+
+void KeystrokePoster::postKeyEvent(KeyCode keyCode, bool keyDown)
+{
+    heed(m_keyEvents.postBare(keyCode, direction(keyDown)));
+}
+
+// The user is asked once, at the first key that the system has kept back. An unknown key or a
+// session that is gone leaves nothing to do: the next key tries again.
+void KeystrokePoster::heed(KeyEvents::Result result)
+{
+    if (result == KeyEvents::Result::NotPermitted && !m_permissionRequested) {
+        m_permissionRequested = true;
+        m_permissions.requestKeyEvents();
+    }
+}
+
+} // namespace kestrel
