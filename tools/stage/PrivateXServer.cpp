@@ -139,10 +139,4 @@ ChildProcess::Environment PrivateXServer::environment() const
     return { { "DISPLAY", m_display }, { "WAYLAND_DISPLAY", "" }, { "QT_QPA_PLATFORM", "xcb" } };
 }
 
-bool PrivateXServer::photograph(const std::string& pngPath) const
-{
-    ChildProcess import({ "import", "-window", "root", pngPath }, environment());
-    return import.wait(milliseconds(20000)) == 0;
-}
-
 } // namespace kestrel::stage

@@ -25,8 +25,6 @@ public:
 
     [[nodiscard]] const std::string& display() const { return m_display; }
     [[nodiscard]] ChildProcess::Environment environment() const;
-    // Writes what the whole screen shows; false when that failed.
-    [[nodiscard]] bool photograph(const std::string& pngPath) const;
 
 private:
     void startServer(const std::string& screen);

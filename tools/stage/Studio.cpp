@@ -58,6 +58,14 @@ ChildProcess::Environment Studio::environment() const
     return result;
 }
 
+std::string Studio::displayName() const
+{
+    if (m_display)
+        return m_display->display();
+    const char* name = std::getenv("DISPLAY");
+    return name ? name : "";
+}
+
 void Studio::assign(const std::vector<std::string>& arguments) const
 {
     const auto process = start("kestrel-assign", arguments);
@@ -71,6 +79,12 @@ std::unique_ptr<ChildProcess> Studio::start(
     std::vector<std::string> command { (m_programs / program).string() };
     command.insert(command.end(), arguments.begin(), arguments.end());
     return std::make_unique<ChildProcess>(std::move(command), environment());
+}
+
+bool Studio::photograph(const fs::path& picture) const
+{
+    ChildProcess import({ "import", "-window", "root", picture.string() }, environment());
+    return import.wait(milliseconds(20000)) == 0;
 }
 
 } // namespace kestrel::stage

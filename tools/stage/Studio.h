@@ -46,7 +46,11 @@ public:
     [[nodiscard]] std::unique_ptr<ChildProcess> start(
         const std::string& program, const std::vector<std::string>& arguments = {}) const;
 
+    // Writes what the screen shows as a PNG; false when that failed.
+    [[nodiscard]] bool photograph(const std::filesystem::path& picture) const;
+
     [[nodiscard]] ChildProcess::Environment environment() const;
+    [[nodiscard]] std::string displayName() const;
     [[nodiscard]] std::filesystem::path configFolder() const { return m_home.path() / "config"; }
     [[nodiscard]] const std::filesystem::path& home() const { return m_home.path(); }
     // Only for a studio with servers of its own.

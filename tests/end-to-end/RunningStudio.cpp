@@ -1,0 +1,84 @@
+#include "tests/end-to-end/RunningStudio.h"
+
+#include <csignal>
+#include <stdexcept>
+
+namespace kestrel {
+
+namespace {
+void waitUntilFocused(stage::ChildProcess& window)
+{
+    if (!window.waitForLineWith("ready", RunningStudio::StartTimeout))
+        throw std::runtime_error("the window did not get the focus");
+}
+} // namespace
+
+RunningStudio::RunningStudio()
+    : RunningStudio(stage::Studio::Options {})
+{
+}
+
+RunningStudio::RunningStudio(const stage::Studio::Options& options)
+    : studio(KESTREL_PROGRAMS, options)
+{
+}
+
+void RunningStudio::startWorkstation()
+{
+    workstation = studio.start("Pro Tools");
+    waitUntilFocused(*workstation);
+}
+
+void RunningStudio::startConsole(const std::vector<std::string>& arguments)
+{
+    console = studio.start("zenta-console", arguments);
+}
+
+void RunningStudio::startKestrel(const std::vector<std::string>& arguments)
+{
+    kestrel = studio.start("kestrel", arguments);
+}
+
+RunningStudio::Process RunningStudio::startOtherApplication()
+{
+    auto other = studio.start("Pro Tools", { "--class", "Notepad", "--title", "Notepad" });
+    waitUntilFocused(*other);
+    return other;
+}
+
+void RunningStudio::startEverything()
+{
+    startWorkstation();
+    startConsole();
+    startKestrel();
+}
+
+bool RunningStudio::isAnswered(stage::milliseconds timeout)
+{
+    static_cast<void>(console->linesUntilQuiet(stage::milliseconds(0)));
+    return console->waitForLineWith("answer 90 00 7F", timeout).has_value();
+}
+
+RunningStudio::Keys RunningStudio::keysAfter(const std::string& consoleCommand)
+{
+    console->writeLine(consoleCommand);
+    return arrivingKeys(*workstation);
+}
+
+RunningStudio::Keys RunningStudio::arrivingKeys(stage::ChildProcess& window) const
+{
+    Keys keys;
+    for (const auto& line : window.linesUntilQuiet(Quiet)) {
+        if (line.starts_with("down") || line.starts_with("up"))
+            keys.push_back(line.substr(0, line.find(" t=")));
+    }
+    return keys;
+}
+
+std::optional<int> RunningStudio::terminateKestrel()
+{
+    kestrel->signal(SIGTERM);
+    return kestrel->wait(stage::milliseconds(10000));
+}
+
+} // namespace kestrel

@@ -1,0 +1,57 @@
+#include "tools/demo/Scene.h"
+
+#include <CLI/CLI.hpp>
+#include <jack/jack.h>
+#include <xcb/xcb.h>
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+namespace {
+
+bool sessionHasDisplay()
+{
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool works = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return works;
+}
+
+bool sessionHasJack()
+{
+    jack_set_error_function([](const char*) {});
+    jack_set_info_function([](const char*) {});
+    jack_client_t* const client = jack_client_open("kestrel-demo", JackNoStartServer, nullptr);
+    if (client)
+        jack_client_close(client);
+    return client != nullptr;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    CLI::App arguments("Plays a scene between the console, the utility and the workstation.");
+    std::filesystem::path pictures = "build/demo";
+    bool isPrivate = false;
+    arguments.add_option("--pictures", pictures, "Folder for the pictures")->capture_default_str();
+    arguments.add_flag("--private", isPrivate, "Use a display and a JACK server of its own");
+    CLI11_PARSE(arguments, argc, argv);
+
+    try {
+        const kestrel::stage::Studio::Options options {
+            .useSessionDisplay = !isPrivate && sessionHasDisplay(),
+            .useSessionJack = !isPrivate && sessionHasJack(),
+        };
+        const auto programs = std::filesystem::canonical("/proc/self/exe").parent_path();
+        kestrel::Scene scene(programs, pictures, options);
+        const int missing = scene.play();
+        std::cout << (missing == 0 ? "everything was observed\n" : "NOT everything was observed\n");
+        return missing == 0 ? 0 : 1;
+    } catch (const std::exception& error) {
+        std::cerr << "kestrel-demo: " << error.what() << '\n';
+        return 2;
+    }
+}
