@@ -14,8 +14,6 @@ using stage::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr milliseconds HeartbeatInterval { 1000 };
-
 // The shortcut of key 1 still goes the whole way.
 void expectKeyPasses(RunningStudio& studio)
 {
@@ -167,15 +165,6 @@ TEST_P(OrderlyEnd, lets_every_key_go_and_stores_the_assignments)
 }
 
 INSTANTIATE_TEST_SUITE_P(BySignal, OrderlyEnd, testing::Values(SIGTERM, SIGINT, SIGHUP));
-
-TEST_F(Faults, going_offline_takes_as_long_as_the_supervision_says)
-{
-    goOnline();
-    studio.console->writeLine("heartbeat off");
-    EXPECT_FALSE(studio.isAnswered(2 * HeartbeatInterval));
-    studio.console->writeLine("heartbeat on");
-    EXPECT_TRUE(studio.isAnswered(2 * HeartbeatInterval));
-}
 
 } // namespace
 } // namespace kestrel
