@@ -77,6 +77,8 @@ MIDIStatus CoreMIDIServices::createClient(
         return status;
     keepAClient();
     m_clients.emplace(created, std::move(target));
+    if (!m_activity)
+        m_activity.emplace();
     client = created;
     return noErr;
 }
@@ -92,6 +94,8 @@ void CoreMIDIServices::disposeClient(MIDIClient client)
     });
     // Notifications come on this thread, so none is on its way to the target.
     m_clients.erase(client);
+    if (m_clients.empty())
+        m_activity.reset();
 }
 
 MIDIStatus CoreMIDIServices::createInputPort(
