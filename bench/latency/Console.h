@@ -38,6 +38,7 @@ public:
 
     // The steady stream: `strokes` strokes, evenly spaced, whatever becomes of them.
     void startStream(std::size_t strokes, int strokesPerSecond);
+    void stopStream() { m_streamLength = 0; }
     [[nodiscard]] std::size_t streamSent() const { return m_streamSent; }
     [[nodiscard]] std::int64_t streamTime(std::size_t n) const { return m_streamTimes[n]; }
 
@@ -66,7 +67,6 @@ private:
     void writeHeartbeat(void* output, jack_nframes_t frames);
     std::int64_t carryOut(std::uint32_t order);
 
-    std::unique_ptr<jack_client_t, decltype(&jack_client_close)> m_client;
     std::array<jack_port_t*, 5> m_outputs {};
     std::array<jack_port_t*, 5> m_inputs {};
 
@@ -89,6 +89,9 @@ private:
     std::atomic<std::int64_t> m_lastAnswerTime { 0 };
     std::atomic<std::size_t> m_cycles { 0 };
     std::atomic<std::size_t> m_overruns { 0 };
+
+    // Last, so that the process callback ends before what it uses.
+    std::unique_ptr<jack_client_t, decltype(&jack_client_close)> m_client;
 };
 
 } // namespace kestrel::bench

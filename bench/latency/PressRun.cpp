@@ -38,6 +38,7 @@ void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, Outcome& 
         const auto key = stage.window().nextKey(sent + LostAfter);
         if (!key) {
             ++outcome.lost;
+            stage.window().letGoOfAllKeys(); // a lost release must not spoil the next press
             return;
         }
         if (key->stroke == stroke) {
@@ -89,7 +90,7 @@ Row row(const std::string& name, const Outcome& outcome, std::optional<double> r
             { "lost", static_cast<double>(outcome.lost) },
             { "out of order", static_cast<double>(outcome.outOfOrder) },
             { "JACK overruns", static_cast<double>(outcome.overruns) },
-            { "X round trips", roundTrips, 1 } } };
+            { "X round trips each", roundTrips, 1 } } };
 }
 
 std::string flooded(const CandidateKind& kind, const Options& options)
