@@ -7,6 +7,7 @@
 
 #include <array>
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -47,7 +48,7 @@ public:
     [[nodiscard]] unsigned takeNews() { return m_news.exchange(0); }
     [[nodiscard]] bool isAlive() const { return m_alive.load(); }
     // From then on the work that is still queued for this client is not worth doing.
-    void abandon() { m_alive.store(false); }
+    void abandon();
 
 private:
     static constexpr std::size_t MaxLanes = 16; // in each direction
@@ -70,6 +71,8 @@ private:
     void portUnregistered(std::uint32_t identifier);
     void portRenamed(std::uint32_t identifier);
     void announce(unsigned news);
+    void graphChanged();
+    [[nodiscard]] bool waitUntilConnected(_jack_port* port, const char* otherName);
     [[nodiscard]] bool isForeignMIDI(const _jack_port* port) const;
     [[nodiscard]] _jack_port* registerPort(const std::string& name, PortDirection direction);
     [[nodiscard]] _jack_port* takePort(const std::string& name, PortDirection direction);
@@ -85,6 +88,9 @@ private:
     std::multimap<std::string, _jack_port*> m_reserved; // control thread
     std::mutex m_foreignMutex; // control thread and JACK's notification thread
     std::map<const _jack_port*, ForeignPort> m_foreign;
+    std::mutex m_graphMutex;
+    std::condition_variable m_graphChanged;
+    std::uint64_t m_graphVersion = 0;
 };
 
 } // namespace kestrel

@@ -165,9 +165,9 @@ std::vector<MIDIDevice> JackMIDIServices::devices()
             MIDIEntity& entity = device.entities.emplace_back();
             if (pair.output)
                 entity.sources.push_back(
-                    { endpointNamed(*pair.output), stableIdentifier(*pair.output) });
+                    { m_endpoints.endpointNamed(*pair.output), stableIdentifier(*pair.output) });
             if (pair.input)
-                entity.destinations.push_back(endpointNamed(*pair.input));
+                entity.destinations.push_back(m_endpoints.endpointNamed(*pair.input));
         }
     }
     return devices;
@@ -179,7 +179,7 @@ MIDIStatus JackMIDIServices::connectSource(
     const auto port = findPort(m_inputs, inputPort);
     if (!port)
         return InvalidPort;
-    const std::string* const sourceName = nameOf(source);
+    const std::string* const sourceName = m_endpoints.nameOf(source);
     if (!sourceName)
         return UnknownEndpoint;
     const auto lane = std::make_shared<SourceLane>(srcConnRefCon);
@@ -199,7 +199,7 @@ MIDIStatus JackMIDIServices::send(
     const auto port = findPort(m_outputs, outputPort);
     if (!port)
         return InvalidPort;
-    const std::string* const name = nameOf(destination);
+    const std::string* const name = m_endpoints.nameOf(destination);
     if (!name)
         return UnknownEndpoint;
     if (!m_client->isAlive())
@@ -259,22 +259,6 @@ void JackMIDIServices::deliverNews()
     tell(JackClient::DestinationRemoved, Notification::ObjectRemoved, Notification::Destination);
     tell(JackClient::SourceAdded, Notification::ObjectAdded, Notification::Source);
     tell(JackClient::DestinationAdded, Notification::ObjectAdded, Notification::Destination);
-}
-
-MIDIEndpoint JackMIDIServices::endpointNamed(const std::string& portName)
-{
-    const auto [at, isNew] = m_endpoints.try_emplace(portName, 0u);
-    if (isNew) {
-        m_endpointNames.push_back(portName);
-        at->second = static_cast<MIDIEndpoint>(m_endpointNames.size());
-    }
-    return at->second;
-}
-
-const std::string* JackMIDIServices::nameOf(MIDIEndpoint endpoint) const
-{
-    return endpoint >= 1 && endpoint <= m_endpointNames.size() ? &m_endpointNames[endpoint - 1]
-                                                               : nullptr;
 }
 
 std::unique_ptr<MIDIServices> makeJackMIDIServices(MainLoop& mainLoop)

@@ -3,6 +3,7 @@
 #include "platform/MIDIServices.h"
 #include "platform/MainLoop.h"
 #include "platform/linux/midi/ControlThread.h"
+#include "platform/linux/midi/EndpointNames.h"
 #include "platform/linux/midi/PortPairing.h"
 
 #include <chrono>
@@ -11,7 +12,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace kestrel {
@@ -58,8 +58,6 @@ private:
     void deliver();
     void deliverPackets();
     void deliverNews();
-    [[nodiscard]] MIDIEndpoint endpointNamed(const std::string& portName);
-    [[nodiscard]] const std::string* nameOf(MIDIEndpoint endpoint) const;
 
     const std::shared_ptr<Wakeup> m_wakeup;
     ControlThread m_control;
@@ -71,8 +69,7 @@ private:
     bool m_answerMissed = false; // since the client was created
     std::vector<std::shared_ptr<InputPort>> m_inputs;
     std::vector<std::shared_ptr<OutputPort>> m_outputs;
-    std::vector<std::string> m_endpointNames; // of endpoint reference 1, 2, …
-    std::unordered_map<std::string, MIDIEndpoint> m_endpoints;
+    EndpointNames m_endpoints;
     std::unique_ptr<MainLoop::Watch> m_watch;
 };
 
