@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QImage>
+
+namespace kestrel::artwork {
+
+// The program's icon and the icon of its documents; `size` is the edge in pixels.
+[[nodiscard]] QImage drawApplicationIcon(int size);
+[[nodiscard]] QImage drawDocumentIcon(int size);
+
+} // namespace kestrel::artwork

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QImage>
+
+namespace kestrel::artwork {
+
+enum class LampColour { Green, Red, Orange };
+
+// Two frames of 67 × 67 units: unlit above, lit below. The key fills only the lower part.
+[[nodiscard]] QImage drawLampKey(LampColour colour, int scale);
+
+} // namespace kestrel::artwork

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace kestrel::artwork {
+
+// One file of the committed artwork: its path below resources/ and how to draw it.
+struct Picture {
+    QString path;
+    std::function<QImage()> draw;
+};
+
+// All of the product's pictures.
+[[nodiscard]] std::vector<Picture> allPictures();
+
+} // namespace kestrel::artwork

@@ -1,0 +1,117 @@
+#include "tools/artwork/SetupBack.h"
+
+#include "tools/artwork/BrushedMetal.h"
+#include "tools/artwork/Canvas.h"
+#include "tools/artwork/Emblem.h"
+#include "tools/artwork/Engraving.h"
+#include "tools/artwork/Light.h"
+
+namespace kestrel::artwork {
+
+namespace {
+
+constexpr int width = 620;
+constexpr int height = 453;
+
+// The window places its elements from the lower left corner.
+QRectF placed(double x, double y, double w, double h)
+{
+    return { x, height - y - h, w, h };
+}
+
+QRectF userKey(int index)
+{
+    return placed(36 + 98 * (index % 4), 272 - 98 * (index / 4), 78, 78);
+}
+
+QRectF field(int index)
+{
+    return placed(430, 315 - 49 * index, 171, 34);
+}
+
+void drawHeader(Canvas& canvas)
+{
+    engraveHorizontal(canvas, 0, 39, width);
+    engrave(canvas, QStringLiteral("ZENTA"), QPointF(500, 13),
+        { .size = 2.0, .stroke = 1.8, .tracking = 3.0, .anchor = Lettering::Anchor::Left });
+    engraveShape(canvas, kestrelMark(QPointF(590, 19), 24), engravedGrey);
+}
+
+void drawKeyGrid(Canvas& canvas)
+{
+    const Lettering heading { .tracking = 3.0, .anchor = Lettering::Anchor::Left };
+    engrave(canvas, QStringLiteral("USER ASSIGNABLE KEYS"), QPointF(36, 64), heading);
+
+    const QRectF tray(22, 84, 400, 310);
+    recess(canvas, roundedRect(tray, 8), QColor(20, 21, 22), 2.5);
+    const Lettering number {
+        .size = 0.9, .stroke = 1.05, .tracking = 2.2, .paint = QColor(150, 154, 156)
+    };
+    for (int i = 0; i < 12; ++i) {
+        const QRectF key = userKey(i);
+        recess(canvas, roundedRect(key.adjusted(-1.5, -1.5, 1.5, 1.5), 8), QColor(8, 8, 9), 1.2);
+        engrave(canvas, QStringLiteral("U%1").arg(i + 1), { key.center().x(), key.bottom() + 5 },
+            number);
+    }
+}
+
+void drawShortcutColumn(Canvas& canvas)
+{
+    const Lettering heading { .tracking = 3.0, .anchor = Lettering::Anchor::Left };
+    engrave(canvas, QStringLiteral("SHORTCUTS"), QPointF(430, 64), heading);
+    for (int i = 0; i < 4; ++i) {
+        const QRectF slot = field(i).adjusted(-3, -3, 3, 3);
+        recess(canvas, roundedRect(slot, 5), QColor(12, 12, 13), 1.8);
+    }
+}
+
+// The signs in which shortcuts are written, beside the keys that they stand for.
+void drawModifierLegend(Canvas& canvas)
+{
+    const Lettering sign { .paint = QColor(150, 154, 156) };
+    Lettering word = sign;
+    word.tracking = 2.4;
+    word.anchor = Lettering::Anchor::Left;
+    engraveHorizontal(canvas, 430, 349, 171);
+    const auto entry = [&](double x, double y, const char16_t* glyph, const char* name) {
+        engrave(canvas, QString::fromUtf16(glyph), QPointF(x + 4, y), sign);
+        engrave(canvas, QLatin1String(name), QPointF(x + 14, y), word);
+    };
+    entry(430, 362, u"\u21EA", "SHIFT");
+    entry(430, 381, u"^", "CONTROL");
+    entry(521, 362, u"\u2325", "OPTION");
+    entry(521, 381, u"\u2318", "COMMAND");
+}
+
+void drawFooter(Canvas& canvas)
+{
+    engraveHorizontal(canvas, 0, 400, width);
+    engrave(canvas, QStringLiteral("KESTREL"), QPointF(36, 420),
+        { .tracking = 4.0, .paint = QColor(140, 144, 146), .anchor = Lettering::Anchor::Left });
+}
+
+void drawButtonWell(Canvas& canvas, double x, double y)
+{
+    recess(canvas, roundedRect(placed(x, y, 56, 31).adjusted(-0.5, -0.5, 0.5, 0.5), 6),
+        QColor(11, 11, 12), 1.0);
+}
+
+} // namespace
+
+QImage drawSetupBack(int scale)
+{
+    Canvas canvas(QSize(width, height), scale, Canvas::Backing::Opaque);
+    lay(canvas, { .top = QColor(40, 42, 45), .bottom = QColor(25, 26, 28), .seed = 29 });
+    bevelEdge(canvas);
+    drawHeader(canvas);
+    drawKeyGrid(canvas);
+    drawShortcutColumn(canvas);
+    drawModifierLegend(canvas);
+    drawFooter(canvas);
+    for (const QPoint at :
+        { QPoint(3, 419), QPoint(61, 419), QPoint(540, 119), QPoint(540, 15), QPoint(460, 15) })
+        drawButtonWell(canvas, at.x(), at.y());
+    return canvas.take();
+}
+
+} // namespace kestrel::artwork
