@@ -1,0 +1,50 @@
+#include "panel/DSPMessage.h"
+
+namespace kestrel {
+
+namespace {
+constexpr std::uint8_t ZoneSelect = 0x0C;
+constexpr std::uint8_t LampPort = 0x2C;
+constexpr std::uint8_t LitFlag = 64;
+
+// One controller number decides for the whole message; the last value wins.
+void storeKnob(std::span<const std::uint8_t> data, PanelKnobs& knobs, DSPChange& change)
+{
+    const std::size_t knob = (data[1] & 0x0Fu) - 8u;
+    for (std::size_t value = 2; value < data.size(); value += 2) {
+        knobs[knob] = data[value];
+        change.knobs.set(knob);
+    }
+}
+
+// The values follow the lamp controller, which itself may follow a zone select of two bytes.
+void storeSwitches(std::span<const std::uint8_t> data, PanelSwitches& switches, DSPChange& change)
+{
+    for (std::size_t i = data[1] == ZoneSelect ? 4 : 2; i < data.size(); i += 2) {
+        const std::uint8_t value = data[i];
+        const std::size_t lamp = PanelLayout::isLit(value) ? value - LitFlag : value;
+        if (lamp < PanelLayout::Switches) {
+            switches[lamp] = value;
+            change.switches.set(lamp);
+        }
+    }
+}
+} // namespace
+
+std::optional<DSPChange> storeDSPMessage(
+    std::span<const std::uint8_t> data, PanelKnobs& knobs, PanelSwitches& switches)
+{
+    if (data.size() < 2)
+        return std::nullopt;
+    DSPChange change;
+    const std::uint8_t controller = data[1];
+    if ((controller & 0x0C) == 0x08)
+        storeKnob(data, knobs, change);
+    else if ((controller | 0x20) == LampPort)
+        storeSwitches(data, switches, change);
+    else
+        return std::nullopt;
+    return change;
+}
+
+} // namespace kestrel

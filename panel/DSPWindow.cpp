@@ -1,0 +1,20 @@
+#include "panel/DSPWindow.h"
+
+namespace kestrel {
+
+DSPWindow::DSPWindow()
+    : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint)
+{
+    setWindowFlag(Qt::WindowDoesNotAcceptFocus, !canBecomeKeyWindow());
+    setAttribute(Qt::WA_ShowWithoutActivating, !canBecomeMainWindow());
+    setAttribute(Qt::WA_MacAlwaysShowToolWindow); // also while another application is active
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setFocusPolicy(Qt::NoFocus);
+    // What shows beside a panel that cannot fill its window in proportion.
+    QPalette black = palette();
+    black.setColor(QPalette::Window, Qt::black);
+    setPalette(black);
+}
+
+} // namespace kestrel

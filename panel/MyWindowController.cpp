@@ -1,0 +1,130 @@
+#include "panel/MyWindowController.h"
+
+#include "common/MIDIMessage.h"
+#include "panel/PanelLayout.h"
+#include "panel/PanelShape.h"
+#include "platform/WindowTraits.h"
+#include "ui_Plug-in_Panel.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <utility>
+
+namespace kestrel {
+
+MyWindowController::MyWindowController(const QString& windowNibName, WindowTraits& windowTraits,
+    DefaultsStore& defaults, PlugInPanelView::ImageLoader imageNamed)
+    : m_windowTraits(windowTraits)
+    , m_imageNamed(std::move(imageNamed))
+{
+    if (windowNibName != QLatin1String("Plug-in_Panel"))
+        return;
+    loadWindow();
+    awakeFromNib();
+    m_proportion = std::make_unique<PanelProportion>(*m_window, *m_plugInPanelView,
+        [this](QSize content) { return contentInProportion(content); });
+    connect(m_proportion.get(), &PanelProportion::corrected, this,
+        &MyWindowController::applyWindowTraits);
+    m_placement = std::make_unique<PanelPlacement>(*m_window, defaults);
+    m_placement->restore();
+    connect(qGuiApp, &QGuiApplication::screenRemoved, m_placement.get(),
+        &PanelPlacement::bringOntoScreen, Qt::QueuedConnection);
+    m_window->installEventFilter(this);
+}
+
+MyWindowController::~MyWindowController()
+{
+    if (m_window)
+        m_window->removeEventFilter(this);
+}
+
+void MyWindowController::loadWindow()
+{
+    m_window = std::make_unique<DSPWindow>();
+    Ui::PlugInPanel interface;
+    interface.setupUi(m_window.get());
+    m_contentView = interface.contentView;
+}
+
+void MyWindowController::awakeFromNib()
+{
+    m_plugInPanelView = new PlugInPanelView(m_contentView->geometry(), m_imageNamed);
+    m_plugInPanelView->setParent(m_window.get());
+    delete std::exchange(m_contentView, m_plugInPanelView);
+}
+
+void MyWindowController::redrawLCDdisplay(const MIDIMessage& message)
+{
+    if (m_plugInPanelView)
+        m_plugInPanelView->updateZone(message.readData(), m_window->isVisible());
+}
+
+void MyWindowController::redrawDSParea(const MIDIMessage& message)
+{
+    if (m_plugInPanelView)
+        m_plugInPanelView->updateDSParea(message.readData(), m_window->isVisible());
+}
+
+void MyWindowController::setNeedDisplay()
+{
+    if (m_plugInPanelView)
+        m_plugInPanelView->setNeedsDisplay();
+}
+
+void MyWindowController::initMessage()
+{
+    if (m_plugInPanelView)
+        m_plugInPanelView->initMessageArry();
+}
+
+QSizeF MyWindowController::windowWillResize(const DSPWindow& sender, QSizeF frameSize) const
+{
+    const int decoration = sender.frameGeometry().height() - sender.height();
+    return { frameSize.width(), panelHeight(frameSize.width()) + decoration };
+}
+
+// Borders at the sides do not count into the proportion: the frame to correct is one without any.
+QSize MyWindowController::contentInProportion(QSize content) const
+{
+    const QSize frame(content.width(), m_window->frameGeometry().height());
+    const QSizeF better = windowWillResize(*m_window, frame);
+    const int decoration = m_window->frameGeometry().height() - m_window->height();
+    return { qRound(better.width()), qRound(better.height() - decoration) };
+}
+
+void MyWindowController::showWindow()
+{
+    if (!m_window)
+        return;
+    if (!m_window->isVisible())
+        m_placement->bringOntoScreen();
+    m_window->show();
+    m_window->raise();
+}
+
+// The toolkit writes its own hints whenever it maps, moves or resizes a window itself: what is said
+// beyond them has to be said again after it.
+bool MyWindowController::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::WinIdChange)
+        applyWindowTraits();
+    else if (event->type() == QEvent::Show)
+        QMetaObject::invokeMethod(
+            this, [this] { applyWindowTraits(); }, Qt::QueuedConnection);
+    return QObject::eventFilter(watched, event);
+}
+
+void MyWindowController::applyWindowTraits()
+{
+    const NativeWindow native = m_window->internalWinId();
+    if (native == 0)
+        return;
+    m_windowTraits.setNeverFocused(native);
+    m_windowTraits.setFloating(native);
+    m_windowTraits.setContentAspectRatio(
+        native, static_cast<int>(PanelLayout::Width), static_cast<int>(PanelLayout::Height));
+}
+
+} // namespace kestrel

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "panel/ConsoleDisplay.h"
+#include "panel/DSPWindow.h"
+#include "panel/PanelPlacement.h"
+#include "panel/PanelProportion.h"
+#include "panel/PlugInPanelView.h"
+
+#include <QSizeF>
+
+#include <memory>
+
+namespace kestrel {
+
+class WindowTraits;
+
+// Owns the plug-in panel's window for the whole run and passes it what the console sends.
+class MyWindowController : public QObject, public ConsoleDisplay {
+    Q_OBJECT
+
+public:
+    // Without a window, and doing nothing, when there is no interface file of that name. The
+    // platform's part and the defaults outlive the controller.
+    MyWindowController(const QString& windowNibName, WindowTraits& windowTraits,
+        DefaultsStore& defaults, PlugInPanelView::ImageLoader imageNamed = &InterfaceImage::named);
+    ~MyWindowController() override;
+
+    void awakeFromNib();
+
+    // These store what arrived in any case and repaint only a visible window.
+    void redrawLCDdisplay(const MIDIMessage& message) override;
+    void redrawDSParea(const MIDIMessage& message) override;
+    void setNeedDisplay();
+    void initMessage(); // empties the display; knobs and lamps stay
+
+    // The frame size to take in place of the proposed one, so that the content is in proportion.
+    [[nodiscard]] QSizeF windowWillResize(const DSPWindow& sender, QSizeF frameSize) const;
+
+    void showWindow(); // in front of others, leaving the active window and the focus as they are
+
+    [[nodiscard]] DSPWindow* window() const { return m_window.get(); }
+    [[nodiscard]] PlugInPanelView* plugInPanelView() const { return m_plugInPanelView; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void loadWindow();
+    void applyWindowTraits();
+    [[nodiscard]] QSize contentInProportion(QSize content) const;
+
+    WindowTraits& m_windowTraits;
+    PlugInPanelView::ImageLoader m_imageNamed;
+    std::unique_ptr<DSPWindow> m_window;
+    QWidget* m_contentView = nullptr; // the window's child
+    PlugInPanelView* m_plugInPanelView = nullptr; // the window's child, once awake
+    std::unique_ptr<PanelProportion> m_proportion;
+    std::unique_ptr<PanelPlacement> m_placement;
+};
+
+} // namespace kestrel

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "panel/PlugInPanelView.h"
+
+#include <QAccessible>
+#include <QPointer>
+
+namespace kestrel {
+
+// One row, knob or lamp of the panel for assistive technology; read only.
+class PanelAccessibleItem : public QAccessibleInterface, public QAccessibleValueInterface {
+public:
+    // `index` is the item's place among the panel's children: rows, then knobs, then lamps.
+    PanelAccessibleItem(PlugInPanelView* view, int index);
+
+    [[nodiscard]] bool isValid() const override { return !m_view.isNull(); }
+    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] QWindow* window() const override;
+    [[nodiscard]] QAccessibleInterface* parent() const override;
+    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override;
+    void setText(QAccessible::Text, const QString&) override { }
+    [[nodiscard]] QRect rect() const override; // on the screen
+    [[nodiscard]] QAccessible::Role role() const override;
+    [[nodiscard]] QAccessible::State state() const override;
+    void* interface_cast(QAccessible::InterfaceType type) override;
+
+    // Of a knob: the position on its ring, 0 when that is dark.
+    [[nodiscard]] QVariant currentValue() const override;
+    void setCurrentValue(const QVariant&) override { }
+    [[nodiscard]] QVariant minimumValue() const override { return 0; }
+    [[nodiscard]] QVariant maximumValue() const override { return 11; }
+    [[nodiscard]] QVariant minimumStepSize() const override { return 1; }
+
+    [[nodiscard]] int index() const { return m_index; }
+
+private:
+    [[nodiscard]] bool isRow() const;
+    [[nodiscard]] bool isKnob() const;
+    [[nodiscard]] std::size_t number() const; // among its kind
+    [[nodiscard]] std::uint8_t value() const;
+
+    QPointer<PlugInPanelView> m_view;
+    int m_index;
+};
+
+} // namespace kestrel

@@ -1,0 +1,73 @@
+#include "panel/PanelAnnouncer.h"
+
+#include "panel/PanelText.h"
+#include "panel/PlugInPanelAccessible.h"
+
+#include <QAccessible>
+
+#include <utility>
+
+namespace kestrel {
+
+PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view)
+    : QObject(&view)
+    , m_view(view)
+{
+    PlugInPanelAccessible::install();
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(Pause);
+    connect(&m_pause, &QTimer::timeout, this, &PanelAnnouncer::announce);
+    connect(&view, &PlugInPanelView::contentChanged, this, [this] {
+        if (QAccessible::isActive() && !m_pause.isActive())
+            m_pause.start();
+    });
+}
+
+void PanelAnnouncer::announce()
+{
+    announceRows();
+    announceKnobs();
+    announceSwitches();
+}
+
+void PanelAnnouncer::announceRows()
+{
+    if (!m_view.myZonesArray())
+        return;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        const QString now = PanelText::row(*m_view.myZonesArray(), i);
+        if (std::exchange(m_rows[i], now) == now)
+            continue;
+        QAccessibleEvent event(&m_view, QAccessible::NameChanged);
+        event.setChild(static_cast<int>(i));
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void PanelAnnouncer::announceKnobs()
+{
+    for (std::size_t i = 0; i < m_knobPositions.size(); ++i) {
+        const int now = PanelText::ringPosition((*m_view.myKnobArray())[i]);
+        if (std::exchange(m_knobPositions[i], now) == now)
+            continue;
+        QAccessibleValueChangeEvent event(&m_view, now);
+        event.setChild(PlugInPanelAccessible::FirstKnob + static_cast<int>(i));
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void PanelAnnouncer::announceSwitches()
+{
+    for (std::size_t i = 0; i < m_lit.size(); ++i) {
+        const bool now = PanelLayout::isLit((*m_view.mySwitchArray())[i]);
+        if (std::exchange(m_lit[i], now) == now)
+            continue;
+        QAccessible::State changed;
+        changed.checked = true;
+        QAccessibleStateChangeEvent event(&m_view, changed);
+        event.setChild(PlugInPanelAccessible::FirstSwitch + static_cast<int>(i));
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+} // namespace kestrel

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QRectF>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+// Where everything is on the panel, in units of its design space: 782 × 220, origin at the bottom
+// left, y upwards.
+namespace kestrel::PanelLayout {
+
+inline constexpr double Width = 782;
+inline constexpr double Height = 220;
+
+inline constexpr std::size_t StoredZones = 10;
+inline constexpr std::size_t DrawnZones = 8;
+inline constexpr std::size_t ZonesPerRow = 4;
+inline constexpr std::size_t ZoneLength = 10;
+inline constexpr double CellWidth = 8;
+inline constexpr double CellHeight = 13;
+
+inline constexpr std::size_t Knobs = 4;
+inline constexpr double KnobBottom = 73;
+
+inline constexpr std::size_t StoredSwitches = 9;
+inline constexpr std::size_t Switches = 8;
+inline constexpr double SwitchBottom = 38;
+
+enum class Lamp : std::uint8_t { Red, Orange, Green };
+
+struct Switch {
+    Lamp lamp;
+    double left;
+};
+
+// By lamp number, which does not run from left to right.
+inline constexpr std::array<Switch, Switches> SwitchTable { {
+    { Lamp::Red, 697 },
+    { Lamp::Red, 18 },
+    { Lamp::Orange, 309 },
+    { Lamp::Orange, 406 },
+    { Lamp::Orange, 503 },
+    { Lamp::Orange, 600 },
+    { Lamp::Green, 212 },
+    { Lamp::Green, 115 },
+} };
+
+[[nodiscard]] inline QRectF cell(std::size_t zone, std::size_t character)
+{
+    const auto column = static_cast<double>(zone % ZonesPerRow);
+    return { 298 + 97 * column + 9 * static_cast<double>(character),
+        zone < ZonesPerRow ? 190.0 : 174.0, CellWidth, CellHeight };
+}
+
+[[nodiscard]] inline double knobLeft(std::size_t knob)
+{
+    return 309 + 97 * static_cast<double>(knob);
+}
+
+// The ring codes that the frame strip has no picture for.
+[[nodiscard]] constexpr bool knobHasPicture(std::uint8_t value)
+{
+    return (value & 0x0C) != 0x0C && (value < 55 || value > 63) && value <= 118;
+}
+
+[[nodiscard]] constexpr bool isLit(std::uint8_t switchValue)
+{
+    return switchValue > 63;
+}
+
+} // namespace kestrel::PanelLayout

@@ -1,0 +1,134 @@
+#include "panel/PanelPlacement.h"
+
+#include "panel/PanelShape.h"
+#include "panel/ScreenFit.h"
+#include "platform/DefaultsStore.h"
+
+#include <QByteArray>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <chrono>
+#include <optional>
+
+namespace kestrel {
+
+namespace {
+constexpr std::chrono::milliseconds RestTime { 500 };
+constexpr int FarthestPixel = 32767; // no window system places anything beyond it
+
+std::span<const std::uint8_t> bytes(const QByteArray& text)
+{
+    return { reinterpret_cast<const std::uint8_t*>(text.constData()),
+        static_cast<std::size_t>(text.size()) };
+}
+
+std::optional<QRect> parsed(const DefaultsStore::Bytes& stored)
+{
+    const QByteArray text(
+        reinterpret_cast<const char*>(stored.data()), static_cast<qsizetype>(stored.size()));
+    const QList<QByteArray> fields = text.split(' ');
+    if (fields.size() != 4)
+        return std::nullopt;
+    std::array<int, 4> numbers {};
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        bool isNumber = false;
+        numbers[i] = fields[static_cast<qsizetype>(i)].toInt(&isNumber);
+        if (!isNumber || std::abs(numbers[i]) > FarthestPixel)
+            return std::nullopt;
+    }
+    const auto [left, top, width, height] = numbers;
+    if (width <= 0 || height <= 0)
+        return std::nullopt;
+    return QRect(left, top, width, height);
+}
+
+QList<QRect> screenAreas()
+{
+    QList<QRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens())
+        areas.append(screen->availableGeometry());
+    return areas;
+}
+} // namespace
+
+PanelPlacement::PanelPlacement(QWidget& window, DefaultsStore& defaults)
+    : m_window(window)
+    , m_defaults(defaults)
+{
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(RestTime);
+    connect(&m_rest, &QTimer::timeout, this, &PanelPlacement::remember);
+    m_window.installEventFilter(this);
+}
+
+PanelPlacement::~PanelPlacement()
+{
+    save();
+}
+
+void PanelPlacement::restore()
+{
+    const auto stored = m_defaults.data(Key);
+    const auto place = stored ? parsed(*stored) : std::nullopt;
+    if (!place)
+        return;
+    const int width = std::max(place->width(), m_window.minimumWidth());
+    m_window.resize(width, qRound(panelHeight(width)));
+    m_window.move(place->topLeft());
+    bringOntoScreen();
+}
+
+void PanelPlacement::bringOntoScreen()
+{
+    const QRect frame = m_window.frameGeometry();
+    const QRect fitted = fittedOntoScreens(frame, screenAreas());
+    if (fitted == frame)
+        return;
+    const QSize decoration = frame.size() - m_window.size();
+    const int width = fitted.width() - decoration.width();
+    m_window.resize(width, qRound(panelHeight(width)));
+    m_window.move(fitted.topLeft());
+}
+
+bool PanelPlacement::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+        if (m_window.isVisible())
+            m_rest.start();
+        break;
+    case QEvent::Hide:
+        save();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void PanelPlacement::remember()
+{
+    if (m_window.windowState() != Qt::WindowNoState)
+        return;
+    const QPoint corner = m_window.pos();
+    const QByteArray text = QByteArray::number(corner.x()) + ' ' + QByteArray::number(corner.y())
+        + ' ' + QByteArray::number(m_window.width()) + ' ' + QByteArray::number(m_window.height());
+    m_defaults.setData(Key, bytes(text));
+    m_isUnsaved = true;
+}
+
+void PanelPlacement::save()
+{
+    if (m_rest.isActive()) {
+        m_rest.stop();
+        remember();
+    }
+    if (m_isUnsaved)
+        m_isUnsaved = !m_defaults.synchronise();
+}
+
+} // namespace kestrel

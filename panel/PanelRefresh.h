@@ -1,0 +1,29 @@
+#pragma once
+
+#include "panel/RepaintGate.h"
+
+#include <QRegion>
+#include <QTimer>
+
+class QWidget;
+
+namespace kestrel {
+
+// Collects what is stale of a view and has it repainted at most once per display refresh.
+class PanelRefresh {
+public:
+    explicit PanelRefresh(QWidget& view); // the view outlives this
+
+    void request(const QRegion& stale);
+    void painted(); // by the view, each time it painted
+
+private:
+    void repaint();
+
+    QWidget& m_view;
+    RepaintGate m_gate;
+    QTimer m_wait; // runs while stale parts wait for the gate
+    QRegion m_stale;
+};
+
+} // namespace kestrel

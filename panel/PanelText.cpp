@@ -1,0 +1,63 @@
+#include "panel/PanelText.h"
+
+#include <string_view>
+
+namespace kestrel::PanelText {
+
+namespace {
+constexpr std::array<const char16_t*, 0x20> LowGlyphs { u" ", u" ", u" ", u" ", u" ", u" ", u" ",
+    u" ", u" ", u" ", u" ", u" ", u" ", u" ", u" ", u" ", u"11", u"12", u"13", u"14", u"█", u"▐",
+    u"▐", u"▐", u"▐", u"♪", u"°C", u"°F", u"▼", u"▶", u"◀", u"▲" };
+constexpr std::uint8_t RightArrow = 0x7E;
+constexpr std::uint8_t LeftArrow = 0x7F;
+
+constexpr std::array<const char*, PanelLayout::Switches> SwitchNames { "INSERT/PARAM", "ASSIGN",
+    "SELECT 1", "SELECT 2", "SELECT 3", "SELECT 4", "BYPASS", "COMPARE" };
+} // namespace
+
+QString glyph(std::uint8_t code)
+{
+    if (code < LowGlyphs.size())
+        return QString::fromUtf16(LowGlyphs[code]);
+    if (code == RightArrow)
+        return QStringLiteral("→");
+    if (code == LeftArrow)
+        return QStringLiteral("←");
+    return code < RightArrow ? QString(QChar(code)) : QStringLiteral(" ");
+}
+
+QString row(const PanelZones& zones, std::size_t row)
+{
+    QString text;
+    for (std::size_t i = 0; i < PanelLayout::ZonesPerRow; ++i) {
+        if (i > 0)
+            text += QLatin1Char(' ');
+        for (const std::uint8_t code : zones[row * PanelLayout::ZonesPerRow + i])
+            text += glyph(code);
+    }
+    while (text.endsWith(QLatin1Char(' ')))
+        text.chop(1);
+    return text;
+}
+
+QString knobName(std::size_t knob)
+{
+    return QStringLiteral("Knob %1").arg(knob + 1);
+}
+
+int ringPosition(std::uint8_t knobValue)
+{
+    return PanelLayout::knobHasPicture(knobValue) ? knobValue & 0x0F : 0;
+}
+
+QString switchName(std::size_t lamp)
+{
+    return QString::fromLatin1(SwitchNames[lamp]);
+}
+
+QString lampState(bool isLit)
+{
+    return isLit ? QStringLiteral("lit") : QStringLiteral("unlit");
+}
+
+} // namespace kestrel::PanelText

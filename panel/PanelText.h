@@ -1,0 +1,23 @@
+#pragma once
+
+#include "panel/DisplayMessage.h"
+
+#include <QString>
+
+// What the panel shows, in words for those who do not see it.
+namespace kestrel::PanelText {
+
+// A display character as its glyph reads, a space where the glyph is blank.
+[[nodiscard]] QString glyph(std::uint8_t code);
+
+// One of the two rows (0 = upper), its four zones separated by a space, without trailing blanks.
+[[nodiscard]] QString row(const PanelZones& zones, std::size_t row);
+
+[[nodiscard]] QString knobName(std::size_t knob);
+// Which of the eleven lamps of its ring a knob value stands at; 0 when the ring is dark.
+[[nodiscard]] int ringPosition(std::uint8_t knobValue);
+
+[[nodiscard]] QString switchName(std::size_t lamp); // as engraved
+[[nodiscard]] QString lampState(bool isLit);
+
+} // namespace kestrel::PanelText

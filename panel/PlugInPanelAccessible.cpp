@@ -1,0 +1,67 @@
+#include "panel/PlugInPanelAccessible.h"
+
+#include "panel/PanelAccessibleItem.h"
+
+namespace kestrel {
+
+namespace {
+QAccessibleInterface* panelInterface(const QString& className, QObject* object)
+{
+    auto* view = className == QLatin1String(PlugInPanelView::staticMetaObject.className())
+        ? qobject_cast<PlugInPanelView*>(object)
+        : nullptr;
+    return view ? new PlugInPanelAccessible(view) : nullptr;
+}
+} // namespace
+
+void PlugInPanelAccessible::install()
+{
+    QAccessible::installFactory(&panelInterface);
+}
+
+PlugInPanelAccessible::PlugInPanelAccessible(PlugInPanelView* view)
+    : QAccessibleWidget(view, QAccessible::Grouping, QStringLiteral("Plug-in panel"))
+{
+    for (int i = 0; i < Children; ++i) {
+        m_children[static_cast<std::size_t>(i)]
+            = QAccessible::registerAccessibleInterface(new PanelAccessibleItem(view, i));
+    }
+}
+
+PlugInPanelAccessible::~PlugInPanelAccessible()
+{
+    for (const QAccessible::Id id : m_children)
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+int PlugInPanelAccessible::childCount() const
+{
+    return Children;
+}
+
+QAccessibleInterface* PlugInPanelAccessible::child(int index) const
+{
+    if (index < 0 || index >= Children)
+        return nullptr;
+    return QAccessible::accessibleInterface(m_children[static_cast<std::size_t>(index)]);
+}
+
+int PlugInPanelAccessible::indexOfChild(const QAccessibleInterface* wanted) const
+{
+    for (int i = 0; i < Children; ++i) {
+        if (child(i) == wanted)
+            return i;
+    }
+    return -1;
+}
+
+QAccessibleInterface* PlugInPanelAccessible::childAt(int x, int y) const
+{
+    for (int i = 0; i < Children; ++i) {
+        if (QAccessibleInterface* item = child(i); item && item->rect().contains(x, y))
+            return item;
+    }
+    return nullptr;
+}
+
+} // namespace kestrel

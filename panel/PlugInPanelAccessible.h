@@ -1,0 +1,34 @@
+#pragma once
+
+#include "panel/PlugInPanelView.h"
+
+#include <QAccessibleWidget>
+
+#include <array>
+
+namespace kestrel {
+
+// The panel as assistive technology sees it: two rows of text, four knobs and eight lamps.
+class PlugInPanelAccessible : public QAccessibleWidget {
+public:
+    static constexpr int Rows = 2;
+    static constexpr int FirstKnob = Rows;
+    static constexpr int FirstSwitch = FirstKnob + static_cast<int>(PanelLayout::Knobs);
+    static constexpr int Children = FirstSwitch + static_cast<int>(PanelLayout::Switches);
+
+    explicit PlugInPanelAccessible(PlugInPanelView* view);
+    ~PlugInPanelAccessible() override;
+
+    // Makes the panel known to the toolkit; once is enough, more does no harm.
+    static void install();
+
+    [[nodiscard]] int childCount() const override;
+    [[nodiscard]] QAccessibleInterface* child(int index) const override;
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override;
+    [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override;
+
+private:
+    std::array<QAccessible::Id, Children> m_children; // the toolkit owns them by these
+};
+
+} // namespace kestrel

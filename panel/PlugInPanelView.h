@@ -1,0 +1,95 @@
+#pragma once
+
+#include "common/InterfaceImage.h"
+#include "panel/DSPMessage.h"
+#include "panel/DisplayMessage.h"
+#include "panel/PanelRefresh.h"
+#include "panel/SpriteCache.h"
+
+#include <QVariantMap>
+#include <QWidget>
+
+#include <functional>
+
+namespace kestrel {
+
+class PanelCanvas;
+
+// Mirrors the console's plug-in section: keeps the state that its display, knob and lamp messages
+// leave it in, and draws the panel accordingly. Main thread only.
+class PlugInPanelView : public QWidget {
+    Q_OBJECT
+
+public:
+    using ImageLoader = std::function<InterfaceImage(const QString& name)>;
+
+    explicit PlugInPanelView(
+        const QRect& frame, const ImageLoader& imageNamed = &InterfaceImage::named);
+
+    void prepareAttributes();
+    void setupMessageArry();
+    void initMessageArry();
+
+    // The console's messages as they arrived; what is malformed in them changes nothing. A repaint
+    // is asked for only when the window is visible.
+    void updateZone(std::span<const std::uint8_t> data, bool windowVisible);
+    void updateDSParea(std::span<const std::uint8_t> data, bool windowVisible);
+
+    void setNeedsDisplay();
+
+    // What each covers at the present size, in the view's own coordinates.
+    [[nodiscard]] QRect zoneRect(std::size_t zone) const;
+    [[nodiscard]] QRect rowRect(std::size_t row) const;
+    [[nodiscard]] QRect knobRect(std::size_t knob) const;
+    [[nodiscard]] QRect switchRect(std::size_t lamp) const;
+
+    void drawRect(QPainter& painter, const QRect& dirtyRect);
+    void drawString(PanelCanvas& canvas, const QRect& dirtyRect);
+    // The cell goes where the origin of `rect` is and is as large as the atlas has it.
+    void drawCharacter(PanelCanvas& canvas, const QRectF& rect, std::uint8_t chara);
+    void drawSwitch(PanelCanvas& canvas);
+    void drawKnob(PanelCanvas& canvas);
+
+    [[nodiscard]] const auto& myZonesArray() const { return m_myZonesArray; } // none at first
+    [[nodiscard]] const auto& myKnobArray() const { return m_myKnobArray; }
+    [[nodiscard]] const auto& mySwitchArray() const { return m_mySwitchArray; }
+    [[nodiscard]] const QVariantMap& attributes() const { return m_attributes; }
+    [[nodiscard]] double heightDisplayPixel() const { return m_heightDisplayPixel; }
+    void setHeightDisplayPixel(double height) { m_heightDisplayPixel = height; }
+    [[nodiscard]] const InterfaceImage& imageBack() const { return m_imageBack; }
+    [[nodiscard]] const InterfaceImage& imageAscii() const { return m_imageAscii; }
+    [[nodiscard]] const InterfaceImage& imageKnob() const { return m_imageKnob; }
+    [[nodiscard]] const InterfaceImage& imageSwitchGreen() const { return m_imageSwitchGreen; }
+    [[nodiscard]] const InterfaceImage& imageSwitchRed() const { return m_imageSwitchRed; }
+    [[nodiscard]] const InterfaceImage& imageSwitchOrange() const { return m_imageSwitchOrange; }
+
+signals:
+    void contentChanged(); // what a visible panel shows may have changed
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    struct Ratio;
+
+    [[nodiscard]] Ratio drawRatio(bool viewDisplay) const;
+    [[nodiscard]] const InterfaceImage& lampImage(PanelLayout::Lamp lamp) const;
+    [[nodiscard]] QRect squareRect(double left, double bottom, double side) const;
+    void refresh(const QRegion& stale);
+
+    double m_heightDisplayPixel = 0;
+    QVariantMap m_attributes;
+    std::optional<PanelZones> m_myZonesArray;
+    std::optional<PanelKnobs> m_myKnobArray;
+    std::optional<PanelSwitches> m_mySwitchArray;
+    InterfaceImage m_imageBack;
+    InterfaceImage m_imageAscii;
+    InterfaceImage m_imageKnob;
+    InterfaceImage m_imageSwitchGreen;
+    InterfaceImage m_imageSwitchRed;
+    InterfaceImage m_imageSwitchOrange;
+    SpriteCache m_sprites;
+    PanelRefresh m_refresh { *this };
+};
+
+} // namespace kestrel
