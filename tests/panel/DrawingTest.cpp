@@ -1,0 +1,397 @@
+#include "tests/panel/GeometryPictures.h"
+#include "tests/panel/Painted.h"
+#include "tests/panel/PanelMessages.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+
+namespace kestrel {
+
+namespace {
+namespace Pictures = GeometryPictures;
+using namespace std::string_view_literals;
+
+constexpr std::array<int, 4> ZoneLeft { 298, 395, 492, 589 };
+constexpr std::array<int, 4> KnobLeft { 309, 406, 503, 600 };
+
+struct LampPlace {
+    QString image;
+    int left;
+};
+const std::array<LampPlace, 8> LampPlaces { { { "btn_red", 697 }, { "btn_red", 18 },
+    { "btn_orange", 309 }, { "btn_orange", 406 }, { "btn_orange", 503 }, { "btn_orange", 600 },
+    { "btn_green", 212 }, { "btn_green", 115 } } };
+
+// A rectangle of the panel, given from the bottom left, in a picture that starts at the top.
+QRect inPicture(double left, double bottom, double width, double height, double panelHeight = 220)
+{
+    return QRectF(left, panelHeight - bottom - height, width, height).toRect();
+}
+
+bool isAll(const QImage& image, const QRect& area, QRgb colour)
+{
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            if (image.pixel(x, y) != colour)
+                return false;
+        }
+    }
+    return true;
+}
+
+// The pixels of the plain background within the area.
+bool isBackground(const QImage& image, const QRect& area)
+{
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+        for (int x = area.left(); x <= area.right(); ++x) {
+            if (image.pixel(x, y) != Pictures::background(x, y))
+                return false;
+        }
+    }
+    return true;
+}
+
+class Drawing : public testing::Test {
+protected:
+    void display(std::uint8_t zone, std::string_view characters)
+    {
+        view.updateZone(PanelMessages::display({ { zone, characters } }), false);
+    }
+    void knob(std::uint8_t number, int value)
+    {
+        view.updateDSParea(PanelMessages::knob(number, static_cast<std::uint8_t>(value)), false);
+    }
+    void lamp(std::uint8_t number, bool lit)
+    {
+        view.updateDSParea(PanelMessages::lamp(number, lit), false);
+    }
+
+    PlugInPanelView view { QRect(0, 0, 782, 220), &Pictures::named };
+};
+} // namespace
+
+TEST_F(Drawing, every_character_has_its_cell)
+{
+    for (std::uint8_t zone = 0; zone < 8; ++zone) {
+        std::string characters;
+        for (int k = 0; k < 10; ++k)
+            characters += static_cast<char>(zone * 10 + k);
+        display(zone, characters);
+    }
+    const QImage image = painted(view);
+    for (int zone = 0; zone < 8; ++zone) {
+        for (int k = 0; k < 10; ++k) {
+            const int left = ZoneLeft[static_cast<std::size_t>(zone % 4)] + 9 * k;
+            const QRect cell = inPicture(left, zone < 4 ? 190 : 174, 8, 13);
+            EXPECT_TRUE(isAll(image, cell, Pictures::cell(zone * 10 + k))) << zone << " " << k;
+            const QRect gap(cell.right() + 1, cell.top(), 1, 13);
+            EXPECT_TRUE(isBackground(image, gap)) << zone << " " << k;
+        }
+    }
+}
+
+TEST_F(Drawing, the_rows_are_13_high_and_3_apart)
+{
+    display(0, "aaaaaaaaaa");
+    display(4, "bbbbbbbbbb");
+    const QImage image = painted(view);
+    EXPECT_TRUE(isBackground(image, QRect(298, 0, 8, 17)));
+    EXPECT_TRUE(isAll(image, QRect(298, 17, 8, 13), Pictures::cell('a')));
+    EXPECT_TRUE(isBackground(image, QRect(298, 30, 8, 3)));
+    EXPECT_TRUE(isAll(image, QRect(298, 33, 8, 13), Pictures::cell('b')));
+    EXPECT_TRUE(isBackground(image, QRect(298, 46, 8, 1)));
+}
+
+TEST_F(Drawing, every_code_from_0_to_127_shows_its_own_cell)
+{
+    for (int code = 0; code < 128; ++code) {
+        display(0, std::string(10, static_cast<char>(code)));
+        const QImage image = painted(view);
+        ASSERT_TRUE(isAll(image, QRect(298, 17, 8, 13), Pictures::cell(code))) << code;
+    }
+}
+
+TEST_F(Drawing, codes_above_127_draw_nothing)
+{
+    for (int code = 128; code < 256; ++code) {
+        display(0, std::string(10, static_cast<char>(code)));
+        ASSERT_TRUE(isBackground(painted(view), QRect(298, 17, 97, 13))) << code;
+    }
+}
+
+TEST_F(Drawing, no_text_is_drawn_before_the_first_message)
+{
+    EXPECT_TRUE(isBackground(painted(view), QRect(290, 0, 400, 60)));
+}
+
+TEST_F(Drawing, zones_8_and_9_are_not_drawn)
+{
+    display(0, "          ");
+    const QImage before = painted(view);
+    display(8, "8888888888");
+    display(9, "9999999999");
+    EXPECT_EQ(painted(view), before);
+}
+
+TEST_F(Drawing, each_knob_has_its_place)
+{
+    for (std::uint8_t i = 0; i < 4; ++i)
+        knob(i, 0x40 + i);
+    const QImage image = painted(view);
+    for (std::uint8_t i = 0; i < 4; ++i) {
+        const QRect place = inPicture(KnobLeft[i], 73, 67, 67);
+        EXPECT_TRUE(isAll(image, place, Pictures::frame(0x40 + i))) << int(i);
+        EXPECT_TRUE(isBackground(image, place.translated(-1, 0).adjusted(0, 0, -66, -40)));
+        EXPECT_TRUE(isBackground(image, place.translated(0, -1).adjusted(0, 0, 0, -66)));
+    }
+}
+
+TEST_F(Drawing, exactly_42_knob_values_draw_nothing_and_the_others_their_own_frame)
+{
+    int blank = 0;
+    for (int value = 0; value < 128; ++value) {
+        const bool isBlank = (value >= 12 && value <= 15) || (value >= 28 && value <= 31)
+            || (value >= 44 && value <= 47) || (value >= 55 && value <= 63)
+            || (value >= 76 && value <= 79) || (value >= 92 && value <= 95)
+            || (value >= 108 && value <= 111) || (value >= 119 && value <= 127);
+        blank += isBlank ? 1 : 0;
+        knob(1, value);
+        const QImage image = painted(view);
+        const QRect upperPart = inPicture(406, 105, 67, 35); // no lamp is below it
+        if (isBlank)
+            ASSERT_TRUE(isBackground(image, upperPart)) << value;
+        else
+            ASSERT_TRUE(isAll(image, inPicture(406, 73, 67, 67), Pictures::frame(value))) << value;
+    }
+    EXPECT_EQ(blank, 42);
+}
+
+TEST_F(Drawing, knob_values_above_127_draw_nothing)
+{
+    for (const int value : { 128, 192, 255 }) {
+        knob(0, value);
+        ASSERT_TRUE(isBackground(painted(view), inPicture(309, 105, 67, 35))) << value;
+    }
+}
+
+TEST_F(Drawing, every_lamp_is_drawn_lit_or_unlit_in_its_place_and_colour)
+{
+    for (int lit = 0; lit < 8; ++lit) {
+        for (std::uint8_t i = 0; i < 8; ++i)
+            lamp(i, i == lit);
+        const QImage image = painted(view);
+        for (int i = 0; i < 8; ++i) {
+            const auto& [picture, left] = LampPlaces[static_cast<std::size_t>(i)];
+            const QRect belowKnobs = inPicture(left, 38, 67, 35);
+            ASSERT_TRUE(isAll(image, belowKnobs, Pictures::lamp(picture, i == lit))) << lit << i;
+        }
+    }
+}
+
+TEST_F(Drawing, lamps_are_as_high_as_wide)
+{
+    const QImage image = painted(view);
+    EXPECT_TRUE(isAll(image, inPicture(18, 38, 67, 67), Pictures::lamp("btn_red", false)));
+    EXPECT_TRUE(isBackground(image, inPicture(18, 105, 67, 1)));
+    EXPECT_TRUE(isBackground(image, inPicture(18, 37, 67, 1)));
+    EXPECT_TRUE(isBackground(image, inPicture(85, 38, 1, 67)));
+}
+
+TEST_F(Drawing, knobs_are_drawn_over_lamps)
+{
+    const QRect both = inPicture(309, 73, 67, 32);
+    EXPECT_TRUE(isAll(painted(view), both, Pictures::frame(0)));
+    knob(0, 127);
+    EXPECT_TRUE(isAll(painted(view), both, Pictures::lamp("btn_orange", false)));
+}
+
+TEST_F(Drawing, the_background_fills_the_panel_and_its_own_opacity_alone_counts)
+{
+    const QImage image = painted(view);
+    EXPECT_TRUE(isBackground(image, QRect(0, 0, 782, 15)));
+    EXPECT_TRUE(isBackground(image, QRect(0, 190, 782, 30)));
+    EXPECT_TRUE(isBackground(image, QRect(700, 0, 82, 100)));
+}
+
+TEST_F(Drawing, a_background_with_holes_shows_the_dark_ground_and_nothing_of_the_frame_before)
+{
+    PlugInPanelView holed(QRect(0, 0, 782, 220), [](const QString& name) {
+        QImage image(782, 220, QImage::Format_ARGB32_Premultiplied);
+        image.fill(QColor(200, 100, 0, 128));
+        return name == "back" ? InterfaceImage(image) : InterfaceImage();
+    });
+    // Source-in over an opaque ground: half of the colour, nothing of what was there.
+    const QRgb half = qRgb(100, 50, 0);
+    const QImage onScreen = painted(holed);
+    for (const auto x : { 0, 400, 781 }) {
+        EXPECT_NEAR(qRed(onScreen.pixel(x, 110)), qRed(half), 1);
+        EXPECT_NEAR(qGreen(onScreen.pixel(x, 110)), qGreen(half), 1);
+        EXPECT_EQ(qBlue(onScreen.pixel(x, 110)), 0);
+    }
+    const QImage offScreen = painted(holed, 1, QImage::Format_ARGB32_Premultiplied);
+    EXPECT_NEAR(qAlpha(offScreen.pixel(400, 110)), 128, 1);
+}
+
+TEST_F(Drawing, the_background_comes_out_on_a_transparent_picture_too)
+{
+    QImage image(782, 220, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    view.drawRect(painter, view.rect());
+    painter.end();
+    EXPECT_TRUE(isBackground(image.convertToFormat(QImage::Format_RGB32), QRect(0, 0, 782, 15)));
+    EXPECT_EQ(qAlpha(image.pixel(0, 0)), 255);
+}
+
+TEST_F(Drawing, without_pictures_the_panel_is_one_dark_ground)
+{
+    PlugInPanelView bare(QRect(0, 0, 782, 220), [](const QString&) { return InterfaceImage(); });
+    bare.updateZone(PanelMessages::display({ { 0, "0123456789" } }), true);
+    bare.updateDSParea(PanelMessages::knob(0, 5), true);
+    const QImage image = painted(bare);
+    EXPECT_TRUE(isAll(image, image.rect(), image.pixel(0, 0)));
+    EXPECT_LT(qGray(image.pixel(0, 0)), 32);
+}
+
+TEST_F(Drawing, without_a_background_nothing_else_has_a_place_either)
+{
+    PlugInPanelView bare(QRect(0, 0, 782, 220), [](const QString& name) {
+        return name == "back" ? InterfaceImage() : Pictures::named(name);
+    });
+    bare.updateZone(PanelMessages::display({ { 0, "0123456789" } }), true);
+    const QImage image = painted(bare);
+    EXPECT_TRUE(isAll(image, image.rect(), image.pixel(0, 0)));
+}
+
+TEST_F(Drawing, a_short_atlas_draws_the_cells_that_it_has)
+{
+    // 10 cells: the lowest is still code 127, as the column is counted from its bottom.
+    PlugInPanelView shortened(QRect(0, 0, 782, 220), [](const QString& name) {
+        return name == "text"
+            ? InterfaceImage(Pictures::named(name).single().copy(0, 118 * 13, 8, 10 * 13))
+            : Pictures::named(name);
+    });
+    shortened.updateZone(PanelMessages::display({ { 0, "\x75\x76\x7F\x00\x20     "sv } }), false);
+    const QImage image = painted(shortened);
+    EXPECT_TRUE(isBackground(image, QRect(298, 17, 8, 13)));
+    EXPECT_TRUE(isAll(image, QRect(307, 17, 8, 13), Pictures::cell(0x76)));
+    EXPECT_TRUE(isAll(image, QRect(316, 17, 8, 13), Pictures::cell(0x7F)));
+    EXPECT_TRUE(isBackground(image, QRect(325, 17, 20, 13)));
+}
+
+TEST_F(Drawing, a_cell_is_as_wide_as_the_atlas)
+{
+    PlugInPanelView wide(QRect(0, 0, 782, 220), [](const QString& name) {
+        return name == "text" ? InterfaceImage(Pictures::named(name).single().scaled(6, 1664))
+                              : Pictures::named(name);
+    });
+    wide.updateZone(PanelMessages::display({ { 0, "aaaaaaaaaa" } }), false);
+    const QImage image = painted(wide);
+    EXPECT_TRUE(isAll(image, QRect(298, 17, 6, 13), Pictures::cell('a')));
+    EXPECT_TRUE(isBackground(image, QRect(304, 17, 3, 13)));
+}
+
+TEST_F(Drawing, twice_as_wide_everything_is_twice_as_large)
+{
+    view.resize(1564, 440);
+    display(3, "          ");
+    display(7, "~         ");
+    knob(2, 0x33);
+    lamp(6, true);
+    const QImage image = painted(view);
+    const int fine = Pictures::Doubled;
+    EXPECT_TRUE(isAll(image, inPicture(2 * 589, 2 * 174, 16, 26, 440), Pictures::cell('~', fine)));
+    EXPECT_TRUE(
+        isAll(image, inPicture(2 * 503, 2 * 73, 134, 134, 440), Pictures::frame(0x33, fine)));
+    EXPECT_TRUE(isAll(
+        image, inPicture(2 * 212, 2 * 38, 134, 134, 440), Pictures::lamp("btn_green", true, fine)));
+    EXPECT_EQ(image.pixel(1500, 400), Pictures::background(1500, 400, fine));
+}
+
+TEST_F(Drawing, on_a_display_of_double_density_the_finer_pictures_are_painted_pixel_for_pixel)
+{
+    display(0, "abcdefghij");
+    knob(0, 0x0B);
+    PlugInPanelView large(QRect(0, 0, 1564, 440), &Pictures::named);
+    large.updateZone(PanelMessages::display({ { 0, "abcdefghij" } }), false);
+    large.updateDSParea(PanelMessages::knob(0, 0x0B), false);
+    const QImage image = painted(view, 2);
+    EXPECT_EQ(image, painted(large));
+    EXPECT_EQ(image.pixel(700, 420), Pictures::background(700, 420, Pictures::Doubled));
+}
+
+TEST_F(Drawing, text_scales_on_each_axis_but_knobs_and_lamps_stay_square)
+{
+    view.resize(782, 440); // twice as high only
+    display(4, "aaaaaaaaaa");
+    knob(0, 0x01);
+    const QImage image = painted(view);
+    EXPECT_TRUE(isAll(image, inPicture(298, 2 * 174, 8, 26, 440).adjusted(0, 1, 0, -1),
+        image.pixel(302, 440 - 2 * 174 - 13)));
+    EXPECT_TRUE(isAll(image, inPicture(309, 2 * 73, 67, 67, 440), Pictures::frame(1)));
+    EXPECT_TRUE(
+        isAll(image, inPicture(697, 2 * 38, 67, 67, 440), Pictures::lamp("btn_red", false)));
+    EXPECT_NE(image.pixel(720, 440 - 2 * 38 - 68), Pictures::lamp("btn_red", false));
+}
+
+TEST_F(Drawing, at_an_odd_size_cells_do_not_bleed_into_each_other)
+{
+    for (const int width : { 391, 587, 1001, 1173, 2346 }) {
+        view.resize(width, qRound(width * 220 / 782.0));
+        display(0, "\x40\x00\x7F\x40\x00\x7F\x40\x00\x7F\x40"sv);
+        const QImage image = painted(view);
+        std::map<QRgb, int> colours;
+        const QRect row = view.zoneRect(0).adjusted(2, 3, -2, -3);
+        for (int x = row.left(); x <= row.right(); ++x)
+            ++colours[image.pixel(x, row.center().y())];
+        for (const auto& [colour, count] : colours) {
+            if (qGreen(colour) != 255)
+                continue; // background
+            EXPECT_TRUE(qRed(colour) == 0 || qRed(colour) == 0x40 || qRed(colour) == 0x7F)
+                << width << " " << qRed(colour);
+        }
+        EXPECT_GT(colours[Pictures::cell(0x40, width > 782 ? 1 : 0)], 0) << width;
+    }
+}
+
+TEST_F(Drawing, painting_a_part_gives_the_pixels_of_painting_all)
+{
+    display(1, "0123456789");
+    knob(1, 0x12);
+    lamp(3, true);
+    const QImage whole = painted(view);
+    QImage image = whole.copy();
+    const QRect part(400, 60, 90, 100);
+    QPainter painter(&image);
+    painter.fillRect(part, Qt::magenta);
+    painter.setClipRect(part);
+    view.drawRect(painter, part);
+    painter.end();
+    EXPECT_EQ(image, whole);
+}
+
+TEST_F(Drawing, the_painter_comes_back_as_it_was)
+{
+    QImage image(782, 220, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.translate(3, 4);
+    const QTransform before = painter.transform();
+    view.drawRect(painter, view.rect());
+    EXPECT_EQ(painter.transform(), before);
+    EXPECT_EQ(painter.compositionMode(), QPainter::CompositionMode_SourceOver);
+}
+
+TEST_F(Drawing, a_view_of_no_size_draws_nothing)
+{
+    view.resize(0, 0);
+    display(0, "0123456789");
+    QImage image(10, 10, QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    QPainter painter(&image);
+    view.drawRect(painter, view.rect());
+    painter.end();
+    EXPECT_TRUE(isAll(image, image.rect(), qRgb(255, 0, 255)));
+}
+
+} // namespace kestrel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "common/InterfaceImage.h"
+
+#include <QColor>
+#include <QString>
+
+// Pictures in which every cell, frame and lamp has a colour of its own, for tests of where what
+// part of which picture is painted. The double-density ones differ in their blue.
+namespace kestrel::GeometryPictures {
+
+inline constexpr int Single = 0;
+inline constexpr int Doubled = 1;
+
+[[nodiscard]] QRgb background(int x, int y, int density = Single); // pixels from the top left
+[[nodiscard]] QRgb cell(int code, int density = Single);
+[[nodiscard]] QRgb frame(int value, int density = Single);
+[[nodiscard]] QRgb lamp(const QString& image, bool lit, int density = Single);
+
+// In place of the application's resources.
+[[nodiscard]] InterfaceImage named(const QString& name);
+
+} // namespace kestrel::GeometryPictures

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+// What the console sends, byte for byte.
+namespace kestrel::PanelMessages {
+
+using Bytes = std::vector<std::uint8_t>;
+using Record = std::pair<std::uint8_t, std::string_view>; // zone number, ten characters
+
+inline Bytes display(std::initializer_list<Record> records)
+{
+    Bytes bytes { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12 };
+    for (const auto& [zone, characters] : records) {
+        bytes.push_back(zone);
+        bytes.insert(bytes.end(), characters.begin(), characters.end());
+    }
+    bytes.push_back(0xF7);
+    return bytes;
+}
+
+inline Bytes knob(std::uint8_t number, std::uint8_t value)
+{
+    return { 0xB0, static_cast<std::uint8_t>(0x18 + number), value };
+}
+
+inline Bytes lamp(std::uint8_t number, bool lit)
+{
+    return { 0xB0, 0x0C, 0x1C, 0x2C, static_cast<std::uint8_t>(lit ? number + 0x40 : number) };
+}
+
+} // namespace kestrel::PanelMessages
