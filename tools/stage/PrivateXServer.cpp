@@ -27,40 +27,52 @@ xcb_atom_t atom(xcb_connection_t* connection, std::string_view name)
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
-bool hasWindowManager(xcb_connection_t* connection)
+xcb_window_t rootOf(xcb_connection_t* connection)
 {
-    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-    const Reply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(connection,
-            xcb_get_property(connection, 0, root, atom(connection, "_NET_SUPPORTING_WM_CHECK"),
-                XCB_ATOM_WINDOW, 0, 1),
-            nullptr),
-        &std::free);
-    return reply && xcb_get_property_value_length(reply.get()) == 4;
+    return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
 }
 
-// A window manager that has announced itself may still be starting, and forgets the windows that
-// are mapped meanwhile. It is up once it takes charge of one.
+bool hasProperty(xcb_connection_t* connection, xcb_window_t window, std::string_view name)
+{
+    const Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection,
+            xcb_get_property(
+                connection, 0, window, atom(connection, name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1),
+            nullptr),
+        &std::free);
+    return reply && reply->type != XCB_ATOM_NONE;
+}
+
+// A window manager announces itself before it takes windows, and may never take one that is shown
+// in between. So it has come up when it has taken this one, shown again at each look.
 bool managesWindows(xcb_connection_t* connection)
 {
-    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
-    const auto window = xcb_generate_id(connection);
-    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 10, 10, 0,
-        XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
-    xcb_map_window(connection, window);
-    const auto state = atom(connection, "WM_STATE");
+    if (!hasProperty(connection, rootOf(connection), "_NET_SUPPORTING_WM_CHECK"))
+        return false;
+    const xcb_window_t probe = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, probe, rootOf(connection), 0, 0, 1, 1, 0,
+        XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(connection, probe);
+    xcb_flush(connection);
     bool managed = false;
     for (int attempt = 0; attempt < 20 && !managed; ++attempt) {
-        const Reply<xcb_get_property_reply_t> reply(
-            xcb_get_property_reply(connection,
-                xcb_get_property(connection, 0, window, state, XCB_ATOM_ANY, 0, 1), nullptr),
-            &std::free);
-        managed = reply && reply->type != XCB_ATOM_NONE;
-        if (!managed)
-            std::this_thread::sleep_for(milliseconds(10));
+        std::this_thread::sleep_for(milliseconds(5));
+        managed = hasProperty(connection, probe, "WM_STATE");
     }
-    xcb_destroy_window(connection, window);
+    xcb_destroy_window(connection, probe);
     return managed;
+}
+
+// What the window manager had to do for the probe window is over.
+bool hasNoWindow(xcb_connection_t* connection)
+{
+    const Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection,
+            xcb_get_property(connection, 0, rootOf(connection),
+                atom(connection, "_NET_CLIENT_LIST"), XCB_ATOM_WINDOW, 0, 1),
+            nullptr),
+        &std::free);
+    return reply && xcb_get_property_value_length(reply.get()) == 0;
 }
 
 bool hasTray(xcb_connection_t* connection)
@@ -114,9 +126,8 @@ void PrivateXServer::startWindowManager()
 {
     m_windowManager
         = std::make_unique<ChildProcess>(std::vector<std::string> { "openbox" }, environment());
-    waitUntil(m_display, "the window manager", [](xcb_connection_t* connection) {
-        return hasWindowManager(connection) && managesWindows(connection);
-    });
+    waitUntil(m_display, "the window manager", managesWindows);
+    waitUntil(m_display, "the window manager", hasNoWindow);
 }
 
 void PrivateXServer::startTray()
