@@ -104,7 +104,8 @@ void X11Connection::close()
             xcb_disconnect(xcb);
         }
     };
-    m_mainLoop.perform([remains = std::make_shared<Remains>(std::move(m_watch), m_xcb)] {});
+    const std::shared_ptr<Remains> remains(new Remains { std::move(m_watch), m_xcb });
+    m_mainLoop.perform([remains] {});
     m_xcb = nullptr;
     m_screen = nullptr;
     m_arrived.clear();

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "tests/linux/x11/XClient.h"
+
+#include <bitset>
+
+namespace kestrel::test {
+
+// The keyboard on the user's desk, pressed by a client that speaks for that device.
+class UserKeyboard : public XClient {
+public:
+    explicit UserKeyboard(const std::string& display);
+
+    void press(xcb_keycode_t key) const { post(true, key); }
+    void release(xcb_keycode_t key) const { post(false, key); }
+
+    // XKB's effective and locked modifiers, as applications see them.
+    [[nodiscard]] unsigned modifiers() const;
+    [[nodiscard]] unsigned lockedModifiers() const;
+    // Keys that are down for applications, whoever holds them.
+    [[nodiscard]] std::bitset<256> keysDown() const;
+    // Whether a device repeats held keys, by both settings that the server has of it.
+    [[nodiscard]] bool repeats(std::uint8_t device) const;
+
+    [[nodiscard]] std::uint8_t device() const { return m_device; }
+    [[nodiscard]] std::uint8_t xtestDevice() const { return m_xtestDevice; }
+
+private:
+    void post(bool down, xcb_keycode_t key) const;
+
+    std::uint8_t m_inputEvent = 0;
+    std::uint8_t m_device = 0;
+    std::uint8_t m_xtestDevice = 0;
+};
+
+} // namespace kestrel::test
