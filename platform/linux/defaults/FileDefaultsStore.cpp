@@ -10,14 +10,11 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace kestrel {
 
 namespace {
-
-constexpr std::chrono::seconds LockTimeout(2);
 
 PropertyList emptyDictionary()
 {
@@ -35,8 +32,9 @@ std::optional<DefaultsStore::Bytes> dataOf(plist_t dictionary, std::string_view 
 
 } // namespace
 
-FileDefaultsStore::FileDefaultsStore(QString path)
+FileDefaultsStore::FileDefaultsStore(QString path, std::chrono::milliseconds lockTimeout)
     : m_path(std::move(path))
+    , m_lockTimeout(lockTimeout)
     , m_content(emptyDictionary())
 {
     (void)read();
@@ -94,7 +92,7 @@ bool FileDefaultsStore::synchronise()
 {
     if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
         return false;
-    const FileLock lock(m_path + QStringLiteral(".lock"), LockTimeout);
+    const FileLock lock(m_path + QStringLiteral(".lock"), m_lockTimeout);
     if (!lock.isHeld())
         return false;
     switch (read()) {

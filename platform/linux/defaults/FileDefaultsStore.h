@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -17,15 +18,16 @@ namespace kestrel {
 class FileDefaultsStore : public DefaultsStore {
 public:
     // The file need not exist, nor its folder.
-    explicit FileDefaultsStore(QString path);
+    explicit FileDefaultsStore(
+        QString path, std::chrono::milliseconds lockTimeout = std::chrono::seconds(2));
 
     // com.holvik.kestrel.plist in the user's folder of configuration.
     [[nodiscard]] static QString standardPath();
 
     [[nodiscard]] std::optional<Bytes> data(std::string_view key) override;
     void setData(std::string_view key, std::span<const std::uint8_t> value) override;
-    // Waits two seconds at most for another process that writes. A file that is no dictionary of
-    // values is kept aside under its name and ".damaged" before it is replaced.
+    // Waits as long as given for another process that writes, no longer. A file that is no
+    // dictionary of values is kept aside under its name and ".damaged" before it is replaced.
     [[nodiscard]] bool synchronise() override;
 
 private:
@@ -36,6 +38,7 @@ private:
     [[nodiscard]] bool apply();
 
     QString m_path;
+    std::chrono::milliseconds m_lockTimeout;
     PropertyList m_content; // a dictionary, as the file was when last read
     std::map<std::string, Bytes, std::less<>> m_changes; // not in the file yet
 };

@@ -1,0 +1,129 @@
+#include "common/AtomicFile.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
+
+namespace kestrel {
+
+namespace {
+
+// Lets no file of this process grow beyond a size, as a full disk would: writes fail in part.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes)
+        : m_previousHandler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_previous);
+        rlimit limit = m_previous;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_previous);
+        std::signal(SIGXFSZ, m_previousHandler);
+    }
+
+private:
+    void (*m_previousHandler)(int);
+    rlimit m_previous {};
+};
+
+class AtomicFileTest : public testing::Test {
+protected:
+    QString path(const QString& name = QStringLiteral("set.ZKCF")) const
+    {
+        return m_folder.filePath(name);
+    }
+    QStringList names() const
+    {
+        return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    QByteArray content() const
+    {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+    void leave(const QString& name, int ageSeconds) const
+    {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(file.setFileTime(
+            QDateTime::currentDateTime().addSecs(-ageSeconds), QFileDevice::FileModificationTime));
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(AtomicFileTest, writes_a_new_file_and_replaces_an_old_one)
+{
+    EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("first"))));
+    EXPECT_EQ(content(), "first");
+    EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("2"))));
+    EXPECT_EQ(content(), "2");
+    EXPECT_EQ(names(), QStringList { "set.ZKCF" });
+}
+
+TEST_F(AtomicFileTest, writes_an_empty_file)
+{
+    EXPECT_TRUE(AtomicFile::write(path(), {}));
+    EXPECT_EQ(content(), "");
+}
+
+TEST_F(AtomicFileTest, a_small_save_on_a_full_disk_fails_and_keeps_the_old_file)
+{
+    ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("old"))));
+    for (const rlim_t room : { rlim_t(0), rlim_t(1), rlim_t(4096), rlim_t(4999) }) {
+        const FullDisk disk(room);
+        EXPECT_FALSE(AtomicFile::write(path(), viewOf(QByteArray(5000, 'x')))) << room;
+        EXPECT_EQ(content(), "old");
+        EXPECT_EQ(names(), QStringList { "set.ZKCF" });
+    }
+    const FullDisk disk(5000);
+    EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray(5000, 'x'))));
+}
+
+TEST_F(AtomicFileTest, a_large_save_on_a_full_disk_fails_and_keeps_the_old_file)
+{
+    ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("old"))));
+    const FullDisk disk(50'000);
+    EXPECT_FALSE(AtomicFile::write(path(), viewOf(QByteArray(100'000, 'x'))));
+    EXPECT_EQ(content(), "old");
+    EXPECT_EQ(names(), QStringList { "set.ZKCF" });
+}
+
+TEST_F(AtomicFileTest, a_folder_that_does_not_exist_fails)
+{
+    EXPECT_FALSE(AtomicFile::write(path("none/set.ZKCF"), viewOf(QByteArray("x"))));
+}
+
+TEST_F(AtomicFileTest, removes_what_killed_saves_of_the_same_file_left_behind)
+{
+    leave("set.ZKCF.aBcDeF", 7200);
+    ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("x"))));
+    EXPECT_EQ(names(), QStringList { "set.ZKCF" });
+}
+
+TEST_F(AtomicFileTest, leaves_alone_whatever_else_lies_there)
+{
+    const QStringList others { "other.ZKCF.aBcDeF", "set.ZKCF.Backup", "set.ZKCF.ORIGIN",
+        "set.ZKCF.aBcDe", "set.ZKCF.aBcDeFg", "set.ZKCF.aBc1eF", "set.ZKCF.backup", "setaBcDeF" };
+    for (const QString& name : others)
+        leave(name, 7200);
+    leave("set.ZKCF.gHiJkL", 600); // perhaps a save that is going on
+    AtomicFile::removeLeftovers(path());
+    QStringList expected = others + QStringList { "set.ZKCF.gHiJkL" };
+    expected.sort();
+    EXPECT_EQ(names(), expected);
+}
+
+} // namespace
+
+} // namespace kestrel
