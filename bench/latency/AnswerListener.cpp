@@ -1,6 +1,6 @@
 #include "bench/latency/AnswerListener.h"
 
-#include "bench/latency/Console.h"
+#include "bench/latency/Clock.h"
 
 #include <jack/midiport.h>
 

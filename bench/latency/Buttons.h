@@ -32,6 +32,9 @@ struct Stroke {
     friend bool operator==(const Stroke&, const Stroke&) = default;
 };
 
+// Whether the two controllers of a stroke travel apart or in one packet, in running status.
+enum class PressForm { TwoPackets, OnePacket };
+
 // The stroke number n of the steady stream: press and release of one button after the other.
 constexpr Stroke strokeOfStream(std::size_t n)
 {

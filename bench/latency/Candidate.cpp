@@ -1,5 +1,6 @@
 #include "bench/latency/Candidate.h"
 
+#include "bench/latency/Clock.h"
 #include "bench/latency/Interruption.h"
 
 #include <algorithm>
@@ -68,9 +69,10 @@ Candidate::Candidate(Stage& stage, const CandidateKind& kind)
     , m_process(kind.command, stage.environment())
 {
     if (!m_kind.connectsItself) {
-        if (!m_process.waitForLineWith("ready", milliseconds(10000)))
+        const auto ready = m_process.waitForLineWith("ready ", milliseconds(10000));
+        if (!ready)
             throw std::runtime_error(m_kind.name + " does not start");
-        m_stage.console().connectReference();
+        m_stage.console().connectReference(ready->substr(ready->find(' ') + 1));
     }
     waitForAnswer();
     m_stage.console().setHeartbeatEachSecond(true);

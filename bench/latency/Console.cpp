@@ -1,9 +1,9 @@
 #include "bench/latency/Console.h"
 
+#include "bench/latency/Clock.h"
 #include "bench/latency/Interruption.h"
 
 #include <jack/midiport.h>
-#include <time.h>
 
 #include <algorithm>
 #include <chrono>
@@ -28,20 +28,13 @@ bool writeTwoPackets(void* buffer, std::uint8_t code)
 }
 } // namespace
 
-std::int64_t monotonicNanoseconds()
-{
-    timespec now {};
-    ::clock_gettime(CLOCK_MONOTONIC, &now);
-    return std::int64_t { now.tv_sec } * 1'000'000'000 + now.tv_nsec;
-}
-
 Console::Console(const std::string& serverName)
-    : m_client(
-        jack_client_open("ZENTA",
-            static_cast<jack_options_t>(JackNoStartServer | JackServerName | JackUseExactName),
-            nullptr, serverName.c_str()),
-        &jack_client_close)
-    , m_streamTimes(MostStreamStrokes)
+    : m_streamTimes(MostStreamStrokes)
+    , m_client(
+          jack_client_open("ZENTA",
+              static_cast<jack_options_t>(JackNoStartServer | JackServerName | JackUseExactName),
+              nullptr, serverName.c_str()),
+          &jack_client_close)
 {
     if (!m_client)
         throw std::runtime_error("the JACK server takes no client named ZENTA");
@@ -98,11 +91,13 @@ void Console::startStream(std::size_t strokes, int strokesPerSecond)
     m_streamLength = std::min(strokes, MostStreamStrokes);
 }
 
-void Console::connectReference()
+void Console::connectReference(const std::string& clientName)
 {
+    const std::string input = clientName + ":in";
+    const std::string answer = clientName + ":answer";
     // Pressing first: JACK delays by a cycle whichever connection closes the loop.
-    const bool connected = jack_connect(m_client.get(), "ZENTA:midi_5", "reference:in") == 0
-        && jack_connect(m_client.get(), "reference:answer", "ZENTA:midi_5_in") == 0;
+    const bool connected = jack_connect(m_client.get(), "ZENTA:midi_5", input.c_str()) == 0
+        && jack_connect(m_client.get(), answer.c_str(), "ZENTA:midi_5_in") == 0;
     if (!connected)
         throw std::runtime_error("the reference program's JACK ports could not be connected");
 }

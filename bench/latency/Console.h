@@ -12,10 +12,6 @@
 
 namespace kestrel::bench {
 
-enum class PressForm { TwoPackets, OnePacket };
-
-std::int64_t monotonicNanoseconds();
-
 // The console on JACK: the client ZENTA with five pairs of ports, the fifth carrying the traffic.
 // What it sends is written, and its time taken, in the process callback. One caller's thread.
 class Console {
@@ -47,7 +43,8 @@ public:
     [[nodiscard]] std::size_t cycles() const { return m_cycles; }
     [[nodiscard]] std::size_t overruns() const { return m_overruns; }
 
-    void connectReference();
+    // Both ways with a reference program's ports.
+    void connectReference(const std::string& clientName);
     // The port that answers come from; empty when none is connected.
     [[nodiscard]] std::string answeringPort() const;
 

@@ -1,4 +1,5 @@
 #include "bench/latency/AnswerListener.h"
+#include "bench/latency/Clock.h"
 #include "bench/latency/Distribution.h"
 #include "bench/latency/Runs.h"
 

@@ -1,3 +1,4 @@
+#include "bench/latency/Clock.h"
 #include "bench/latency/Interruption.h"
 #include "bench/latency/Runs.h"
 

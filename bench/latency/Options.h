@@ -1,6 +1,6 @@
 #pragma once
 
-#include "bench/latency/Console.h"
+#include "bench/latency/Buttons.h"
 
 #include <filesystem>
 #include <string>

@@ -1,3 +1,4 @@
+#include "bench/latency/Clock.h"
 #include "bench/latency/Distribution.h"
 #include "bench/latency/Runs.h"
 #include "bench/latency/StrokeMatcher.h"

@@ -29,6 +29,18 @@ TEST(StrokeMatcher, a_lost_stroke_is_no_disorder_even_a_turn_later)
     EXPECT_EQ(matcher.outOfOrder(), 0U);
 }
 
+TEST(StrokeMatcher, a_burst_of_lost_strokes_shorter_than_a_turn_is_no_disorder)
+{
+    StrokeMatcher matcher;
+    for (std::size_t n = 0; n < 100; ++n) {
+        if (n >= 30 && n < 53)
+            continue;
+        EXPECT_EQ(matcher.receive(strokeOfStream(n), Sent), n);
+    }
+    EXPECT_EQ(matcher.received(), 77U);
+    EXPECT_EQ(matcher.outOfOrder(), 0U);
+}
+
 TEST(StrokeMatcher, two_strokes_that_changed_places_are_one_out_of_order)
 {
     StrokeMatcher matcher;

@@ -1,6 +1,6 @@
 #include "bench/latency/WorkstationWindow.h"
 
-#include "bench/latency/Console.h"
+#include "bench/latency/Clock.h"
 #include "bench/latency/Interruption.h"
 
 #include <poll.h>

@@ -12,7 +12,6 @@
 #include <jack/ringbuffer.h>
 #include <poll.h>
 #include <sys/eventfd.h>
-#include <unistd.h>
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -35,7 +34,6 @@ enum class Front { Ignored, Watched, Asked };
 // X key codes of the positions A to L, button 1 first.
 constexpr std::array<uint8_t, 12> Keys { 38, 56, 54, 40, 26, 41, 42, 43, 31, 44, 45, 46 };
 constexpr uint8_t Heartbeat = 0xFF; // in the ring, beside the button codes
-constexpr std::size_t RingSize = 8192;
 
 template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
@@ -45,7 +43,7 @@ struct Link {
     int wakeUp = -1;
     bool armed = false; // the first packet of a press or release has come
     // Codes from the process callback to the thread.
-    jack_ringbuffer_t* ring = jack_ringbuffer_create(RingSize);
+    jack_ringbuffer_t* ring = jack_ringbuffer_create(8192);
     std::atomic<int> answersDue { 0 };
 };
 
@@ -64,12 +62,11 @@ bool classify(const jack_midi_event_t& event, bool& armed, uint8_t& code)
         code = armed ? 0 : bytes[4];
         return !armed;
     }
-    if (bytes[0] == 0xB0 && bytes[1] == 0x2F && armed) {
-        armed = false;
-        code = bytes[2];
-        return true;
-    }
-    return false;
+    if (bytes[0] != 0xB0 || bytes[1] != 0x2F || !armed)
+        return false;
+    armed = false;
+    code = bytes[2];
+    return true;
 }
 
 int process(jack_nframes_t frames, void* context)
@@ -95,16 +92,20 @@ int process(jack_nframes_t frames, void* context)
     return 0;
 }
 
+[[noreturn]] void fail(const char* reason)
+{
+    std::fprintf(stderr, "floor-keys: %s\n", reason);
+    std::_Exit(1);
+}
+
 class Keyboard {
 public:
     explicit Keyboard(Front front)
         : m_front(front)
         , m_connection(xcb_connect(nullptr, nullptr))
     {
-        if (xcb_connection_has_error(m_connection)) {
-            std::fprintf(stderr, "floor-keys: no X server\n");
-            std::exit(1);
-        }
+        if (xcb_connection_has_error(m_connection))
+            fail("no X server");
         m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
         constexpr std::string_view Name = "_NET_ACTIVE_WINDOW";
         const Reply<xcb_intern_atom_reply_t> atom(
@@ -131,7 +132,7 @@ public:
             std::free(event);
         }
         if (xcb_connection_has_error(m_connection))
-            std::_Exit(1);
+            fail("the X server has gone");
     }
 
     void post(uint8_t code)
@@ -185,12 +186,6 @@ private:
     bool m_workstationInFront = false;
 };
 
-void burn(std::chrono::microseconds time)
-{
-    const auto end = std::chrono::steady_clock::now() + time;
-    while (std::chrono::steady_clock::now() < end) { }
-}
-
 [[noreturn]] void run(Link& link, Keyboard& keyboard, std::chrono::microseconds delay)
 {
     std::array<pollfd, 2> ready { { { link.wakeUp, POLLIN, 0 },
@@ -207,7 +202,8 @@ void burn(std::chrono::microseconds time)
             if (code == Heartbeat) {
                 ++link.answersDue;
             } else {
-                burn(delay);
+                const auto due = std::chrono::steady_clock::now() + delay;
+                while (std::chrono::steady_clock::now() < due) { }
                 keyboard.post(code);
             }
         }
@@ -238,10 +234,8 @@ int main(int count, char** arguments)
     static Link link;
     link.wakeUp = eventfd(0, EFD_CLOEXEC);
     jack_client_t* client = jack_client_open("reference", JackNoStartServer, nullptr);
-    if (!client) {
-        std::fprintf(stderr, "floor-keys: no JACK server\n");
-        return 1;
-    }
+    if (!client)
+        fail("no JACK server");
     link.input = jack_port_register(client, "in", JACK_DEFAULT_MIDI_TYPE, JackPortIsInput, 0);
     link.answer = jack_port_register(client, "answer", JACK_DEFAULT_MIDI_TYPE, JackPortIsOutput, 0);
     static Keyboard keyboard(front);
@@ -249,7 +243,7 @@ int main(int count, char** arguments)
     jack_set_process_callback(client, process, &link);
     if (!link.input || !link.answer || jack_activate(client) != 0)
         return 1;
-    std::puts("ready");
+    std::printf("ready %s\n", jack_get_client_name(client));
     std::fflush(stdout);
     int number = 0;
     sigwait(&ends, &number);

@@ -100,8 +100,8 @@ int main(int count, char** arguments)
 {
     Options options;
     options.programs = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    options.kestrel = options.programs / "../bin/kestrel";
-    options.assign = options.programs / "../bin/kestrel-assign";
+    options.kestrel = options.programs.parent_path() / "bin/kestrel";
+    options.assign = options.programs.parent_path() / "bin/kestrel-assign";
     Modes modes;
     bool onePacket = false;
     CLI::App app("From MIDI packet to key event");

@@ -126,7 +126,7 @@ int main()
     jack_set_process_callback(client, process, &link);
     if (!link.input || !link.answer || jack_activate(client) != 0)
         return 1;
-    std::puts("ready");
+    std::printf("ready %s\n", jack_get_client_name(client));
     std::fflush(stdout);
     int number = 0;
     sigwait(&ends, &number);
