@@ -1,9 +1,11 @@
 #include "tools/stage/PrivateJackServer.h"
 
+#include <fcntl.h>
 #include <jack/jack.h>
+#include <sys/file.h>
 #include <unistd.h>
 
-#include <atomic>
+#include <chrono>
 #include <csignal>
 #include <stdexcept>
 #include <thread>
@@ -11,11 +13,8 @@
 namespace kestrel::stage {
 
 namespace {
-std::string uniqueName()
-{
-    static std::atomic<int> count { 0 };
-    return "kestrel-" + std::to_string(::getpid()) + "-" + std::to_string(++count);
-}
+constexpr int NameCount = 6; // the other two are for whoever else works on this machine
+constexpr auto NamePatience = std::chrono::minutes(2);
 
 bool answers(const std::string& serverName)
 {
@@ -29,16 +28,55 @@ bool answers(const std::string& serverName)
 }
 } // namespace
 
-PrivateJackServer::PrivateJackServer()
-    : PrivateJackServer(uniqueName())
-{
-}
+// One of the names, for this process alone: a locked file stands for it. The server inherits the
+// lock, so that a name is free only when neither its owner nor the server is left.
+class PrivateJackServer::Name {
+public:
+    Name()
+    {
+        const auto deadline = std::chrono::steady_clock::now() + NamePatience;
+        while (!claimAny()) {
+            if (std::chrono::steady_clock::now() > deadline)
+                throw std::runtime_error("all names for private JACK servers are in use");
+            std::this_thread::sleep_for(milliseconds(20));
+        }
+    }
+    ~Name()
+    {
+        ::flock(m_lock, LOCK_UN);
+        ::close(m_lock);
+    }
+    Name(const Name&) = delete;
+    Name& operator=(const Name&) = delete;
 
-PrivateJackServer::PrivateJackServer(std::string name)
-    : m_name(std::move(name))
+    [[nodiscard]] const std::string& text() const { return m_text; }
+
+private:
+    bool claimAny()
+    {
+        for (int number = 1; number <= NameCount; ++number) {
+            m_text = "kestrel-" + std::to_string(::getuid()) + "-" + std::to_string(number);
+            m_lock = ::open(("/dev/shm/" + m_text + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
+            if (m_lock >= 0 && ::flock(m_lock, LOCK_EX | LOCK_NB) == 0)
+                return true;
+            if (m_lock >= 0)
+                ::close(m_lock);
+        }
+        return false;
+    }
+
+    int m_lock = -1;
+    std::string m_text;
+};
+
+PrivateJackServer::PrivateJackServer()
+    : m_nameClaim(std::make_unique<Name>())
+    , m_name(m_nameClaim->text())
 {
     start();
 }
+
+PrivateJackServer::~PrivateJackServer() = default;
 
 void PrivateJackServer::start()
 {

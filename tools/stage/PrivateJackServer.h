@@ -7,14 +7,19 @@
 
 namespace kestrel::stage {
 
-// A JACK server of its own name on the dummy driver: no sound hardware, no real-time rights.
+// A JACK server of its own name on the dummy driver: no sound hardware, no real-time rights. A
+// machine has room for eight names, and a killed server keeps its name until another one takes it
+// over, so the names are few and used again and again.
 class PrivateJackServer {
 public:
     static constexpr int FramesPerPeriod = 64;
 
-    // Throws std::runtime_error when the server does not come up within ten seconds.
+    // Waits for a name that no other program uses. Throws std::runtime_error when there is none
+    // for two minutes, or when the server does not come up within ten seconds.
     PrivateJackServer();
-    explicit PrivateJackServer(std::string name);
+    ~PrivateJackServer();
+    PrivateJackServer(const PrivateJackServer&) = delete;
+    PrivateJackServer& operator=(const PrivateJackServer&) = delete;
 
     void stop(); // freeze it as it is
     void resume();
@@ -26,6 +31,9 @@ public:
     [[nodiscard]] ChildProcess::Environment environment() const;
 
 private:
+    class Name;
+
+    std::unique_ptr<Name> m_nameClaim; // given up after the server has ended
     std::string m_name;
     std::unique_ptr<ChildProcess> m_process;
 };

@@ -4,25 +4,20 @@
 #include <jack/midiport.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <utility>
 
 namespace kestrel {
 
 namespace {
-// A connection that has been made takes effect with a later cycle; each look waits for one.
-constexpr int MaxLooksAtConnection = 10;
+// A connection that has been made takes effect with a later cycle, as long as there are cycles.
+constexpr auto ConnectionTimeout = std::chrono::seconds(1);
 
 PortDirection directionOf(const jack_port_t* port)
 {
     return (jack_port_flags(port) & JackPortIsOutput) != 0 ? PortDirection::Output
                                                            : PortDirection::Input;
-}
-
-bool connectPorts(jack_client_t* client, const char* output, const char* input)
-{
-    const int result = jack_connect(client, output, input);
-    return result == 0 || result == EEXIST;
 }
 } // namespace
 
@@ -65,6 +60,12 @@ void JackClient::close()
         jack_client_close(handle);
 }
 
+void JackClient::abandon()
+{
+    m_alive.store(false);
+    m_graph.happened(); // nobody need wait for a connection any longer
+}
+
 void JackClient::setCallbacks()
 {
     jack_set_process_callback(
@@ -90,10 +91,17 @@ void JackClient::setCallbacks()
             static_cast<JackClient*>(self)->portRenamed(identifier);
         },
         this);
+    jack_set_graph_order_callback(
+        m_handle,
+        [](void* self) {
+            static_cast<JackClient*>(self)->m_graph.happened();
+            return 0;
+        },
+        this);
     jack_on_shutdown(
         m_handle,
         [](void* self) {
-            static_cast<JackClient*>(self)->m_alive.store(false);
+            static_cast<JackClient*>(self)->abandon();
             static_cast<JackClient*>(self)->announce(ServerGone);
         },
         this);
@@ -216,6 +224,26 @@ jack_port_t* JackClient::takePort(const std::string& name, PortDirection directi
     return registerPort(name, direction);
 }
 
+// True once packets pass: a connection that was only asked for loses what is written to it.
+bool JackClient::connectEffectively(jack_port_t* port, const std::string& otherName)
+{
+    const char* const ours = jack_port_name(port);
+    const bool isOutput = directionOf(port) == PortDirection::Output;
+    const char* const output = isOutput ? ours : otherName.c_str();
+    const char* const input = isOutput ? otherName.c_str() : ours;
+    const int result = jack_connect(m_handle, output, input);
+    if (result != 0 && result != EEXIST)
+        return false;
+    bool isConnected = false;
+    const bool isDecided = m_graph.waitUntil(
+        [&] {
+            isConnected = isAlive() && jack_port_connected_to(port, otherName.c_str()) > 0;
+            return isConnected || !isAlive();
+        },
+        ConnectionTimeout);
+    return isDecided && isConnected;
+}
+
 bool JackClient::connectSource(const std::shared_ptr<SourceLane>& lane,
     const std::string& sourceName, const std::string& portName)
 {
@@ -223,11 +251,23 @@ bool JackClient::connectSource(const std::shared_ptr<SourceLane>& lane,
     if (!port)
         return false;
     lane->bind(port);
-    if (connectPorts(m_handle, sourceName.c_str(), jack_port_name(port))) {
-        if (m_sources.add(lane))
-            return true;
-        jack_port_disconnect(m_handle, port);
-    }
+    if (connectEffectively(port, sourceName) && m_sources.add(lane))
+        return true;
+    disconnect(port);
+    m_reserved.emplace(portName, port);
+    return false;
+}
+
+bool JackClient::giveOwnPort(
+    const std::shared_ptr<DestinationLane>& lane, const std::string& portName)
+{
+    jack_port_t* const port = takePort(portName, PortDirection::Output);
+    if (!port)
+        return false;
+    lane->bind(port);
+    if (m_destinations.add(lane))
+        return true;
+    lane->bind(nullptr);
     m_reserved.emplace(portName, port);
     return false;
 }
@@ -235,23 +275,11 @@ bool JackClient::connectSource(const std::shared_ptr<SourceLane>& lane,
 void JackClient::connectDestination(
     const std::shared_ptr<DestinationLane>& lane, const std::string& portName)
 {
-    if (isAlive() && !lane->port()) {
-        lane->bind(takePort(portName, PortDirection::Output));
-        if (lane->port() && !m_destinations.add(lane)) {
-            m_reserved.emplace(portName, lane->port());
-            lane->bind(nullptr);
-        }
-    }
-    jack_port_t* const port = isAlive() ? lane->port() : nullptr;
-    if (port && connectPorts(m_handle, jack_port_name(port), lane->destinationName().c_str())) {
-        for (int look = 0; look < MaxLooksAtConnection; ++look) {
-            if (jack_port_connected_to(port, lane->destinationName().c_str()) > 0) {
-                lane->connected();
-                return;
-            }
-        }
-    }
-    lane->disconnected();
+    const bool hasPort = isAlive() && (lane->port() || giveOwnPort(lane, portName));
+    if (hasPort && connectEffectively(lane->port(), lane->destinationName()))
+        lane->connected();
+    else
+        lane->disconnected();
 }
 
 void JackClient::disconnect(jack_port_t* port)

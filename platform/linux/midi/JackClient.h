@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/midi/Changes.h"
 #include "platform/linux/midi/DestinationLane.h"
 #include "platform/linux/midi/PortPairing.h"
 #include "platform/linux/midi/SourceLane.h"
@@ -7,7 +8,6 @@
 
 #include <array>
 #include <atomic>
-#include <condition_variable>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -71,8 +71,9 @@ private:
     void portUnregistered(std::uint32_t identifier);
     void portRenamed(std::uint32_t identifier);
     void announce(unsigned news);
-    void graphChanged();
-    [[nodiscard]] bool waitUntilConnected(_jack_port* port, const char* otherName);
+    [[nodiscard]] bool connectEffectively(_jack_port* port, const std::string& otherName);
+    [[nodiscard]] bool giveOwnPort(
+        const std::shared_ptr<DestinationLane>& lane, const std::string& portName);
     [[nodiscard]] bool isForeignMIDI(const _jack_port* port) const;
     [[nodiscard]] _jack_port* registerPort(const std::string& name, PortDirection direction);
     [[nodiscard]] _jack_port* takePort(const std::string& name, PortDirection direction);
@@ -88,9 +89,7 @@ private:
     std::multimap<std::string, _jack_port*> m_reserved; // control thread
     std::mutex m_foreignMutex; // control thread and JACK's notification thread
     std::map<const _jack_port*, ForeignPort> m_foreign;
-    std::mutex m_graphMutex;
-    std::condition_variable m_graphChanged;
-    std::uint64_t m_graphVersion = 0;
+    Changes m_graph; // the connections, or whether the client is alive
 };
 
 } // namespace kestrel

@@ -157,8 +157,9 @@ TEST_F(JackDevices, a_source_that_does_not_exist_cannot_be_connected_and_the_nex
         MIDINoError);
     EXPECT_EQ(services.connectSource(input, found->entities[1].sources[0].endpoint, &idArray),
         MIDINoError);
-    EXPECT_EQ(
-        zenta.connections("midi_2"), (std::vector<std::string> { "inputMIDIReceiver Client:in" }));
+    zenta.send("midi_2", { { 0x90, 0x00, 0x00 } });
+    ASSERT_TRUE(waitForPackets(1));
+    EXPECT_EQ(packets, (std::vector<Bytes> { { 0x90, 0x00, 0x00 } }));
 }
 
 } // namespace

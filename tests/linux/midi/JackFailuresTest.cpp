@@ -280,10 +280,8 @@ TEST_F(JackFailures, an_idle_link_wakes_nobody)
     JackPeer zenta("ZENTA");
     zenta.addPairs(5);
     connect();
-    loop.runUntil([] { return false; }, 50ms); // what connecting itself has caused
-    const int turns = loop.turns();
     EXPECT_FALSE(loop.runUntil([] { return false; }, 500ms));
-    EXPECT_EQ(loop.turns(), turns);
+    EXPECT_EQ(loop.turns(), 0);
 }
 
 } // namespace

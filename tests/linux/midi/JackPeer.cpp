@@ -109,16 +109,6 @@ std::vector<Bytes> JackPeer::received(
     return { packets.begin(), packets.end() };
 }
 
-std::vector<std::string> JackPeer::connections(const std::string& port)
-{
-    std::vector<std::string> names;
-    const char** const connected = jack_port_get_connections(m_ports.at(port).port);
-    for (const char** name = connected; name && *name; ++name)
-        names.emplace_back(*name);
-    jack_free(connected);
-    return names;
-}
-
 void JackPeer::process(std::uint32_t frames)
 {
     const std::lock_guard lock(m_mutex);

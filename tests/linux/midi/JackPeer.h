@@ -42,8 +42,6 @@ public:
     // Everything that has arrived, once it is `count` packets; what there is when time runs out.
     [[nodiscard]] std::vector<Bytes> received(
         const std::string& input, std::size_t count, std::chrono::milliseconds timeout);
-    // The full names of the ports that are connected to a port of this client.
-    [[nodiscard]] std::vector<std::string> connections(const std::string& port);
 
 private:
     void process(std::uint32_t frames);
