@@ -1,0 +1,128 @@
+#include "assign/StoredAssignments.h"
+#include "platform/linux/defaults/FileDefaultsStore.h"
+#include "tests/archive/ArchiveText.h"
+#include "tools/assign-keys/ShortcutParser.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace kestrel::test {
+
+namespace {
+
+constexpr int Misused = 2;
+constexpr int NotWritten = 1;
+
+class AssignKeys : public testing::Test {
+protected:
+    struct Outcome {
+        int code = -1;
+        QString output;
+        QString errors;
+    };
+
+    Outcome run(const QStringList& arguments) const
+    {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_CONFIG_HOME", m_folder.path());
+        program.setProcessEnvironment(environment);
+        program.start(QStringLiteral(KESTREL_ASSIGN), arguments);
+        EXPECT_TRUE(program.waitForFinished());
+        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+        return { program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
+            QString::fromUtf8(program.readAllStandardError()) };
+    }
+    QString path() const { return m_folder.filePath("com.holvik.kestrel.plist"); }
+    std::shared_ptr<UserAssignFile> stored() const
+    {
+        FileDefaultsStore defaults(path());
+        StoredAssignments stored(defaults);
+        stored.setupShortcutKey();
+        return stored.myUserAssignFile();
+    }
+    std::string entry(int number) const { return archiveText(stored()->getSwitchShortcut(number)); }
+
+    QTemporaryDir m_folder;
+};
+
+std::string parsed(const char* text)
+{
+    const auto shortcut = TypedShortcut::parse(QString::fromUtf8(text));
+    if (!shortcut)
+        return "none";
+    return std::to_string(shortcut->modifiers) + " " + std::to_string(shortcut->key.code) + " "
+        + shortcut->key.name.toStdString();
+}
+
+TEST(TypedShortcut, takes_glyphs_and_words_with_or_without_a_plus)
+{
+    for (const char* text : { "⌘S", "⌘+S", "Command+S", "cmd+s" })
+        EXPECT_EQ(parsed(text), "1048576 1 S") << text;
+    EXPECT_EQ(parsed("⇪^⌥⌘+PAGE DOWN"), "1966080 121 PAGE DOWN");
+    EXPECT_EQ(parsed("Shift+Ctrl+Alt+Command+page down"), "1966080 121 PAGE DOWN");
+    EXPECT_EQ(parsed("F5"), "0 96 F5");
+    EXPECT_EQ(parsed("⌥NUM +"), "524288 69 NUM +");
+    EXPECT_EQ(parsed("↑"), "0 126 ↑");
+    EXPECT_EQ(parsed("a"), "0 0 A");
+    EXPECT_EQ(parsed("0"), "0 29 0");
+    for (const char* text : { "", "⌘", "⌘+", "Command", "Command+", "Hyper+S", "F21", "SS" })
+        EXPECT_EQ(parsed(text), "none") << text;
+}
+
+TEST_F(AssignKeys, writes_up_to_four_shortcuts_and_a_title)
+{
+    EXPECT_EQ(run({ "6", "⌘S", "--title", "Save ⌘" }).code, 0);
+    EXPECT_EQ(entry(6), "[i1048576,i1,'S',false,i0,i0,'',false,i0,i0,'',false,i0,i0,'',false,]");
+    EXPECT_EQ(stored()->getShortcutTitle(6), QString("Save ⌘"));
+    EXPECT_EQ(run({ "6", "F1", "", "Option+Q", "^1" }).code, 0);
+    EXPECT_EQ(entry(6),
+        "[i0,i122,'F1',false,i0,i0,'',false,i524288,i12,'Q',false,i262144,i18,'1',false,]");
+    EXPECT_EQ(stored()->getShortcutTitle(6), QString("Save ⌘"));
+}
+
+TEST_F(AssignKeys, a_title_alone_leaves_the_shortcuts)
+{
+    EXPECT_EQ(run({ "2", "F1" }).code, 0);
+    EXPECT_EQ(run({ "2", "--title", "One" }).code, 0);
+    EXPECT_EQ(stored()->getSwitchShortcut(2)->at(2).text(), "F1");
+    EXPECT_EQ(stored()->getShortcutTitle(2), QString("One"));
+}
+
+TEST_F(AssignKeys, shows_what_is_stored)
+{
+    EXPECT_EQ(run({ "12", "⌘S", "shift+tab", "--title", "Last" }).code, 0);
+    const Outcome outcome = run({ "--show" });
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.output.split('\n').value(0), "1 \"\"");
+    EXPECT_EQ(outcome.output.split('\n').value(11), "12 \"Last\" ⌘+S ⇪+TAB");
+}
+
+TEST_F(AssignKeys, refuses_what_it_does_not_understand_and_writes_nothing)
+{
+    EXPECT_EQ(run({ "6", "Hyper+S" }).errors, "kestrel-assign: \"Hyper+S\" names no key\n");
+    for (const QStringList& arguments : { QStringList {}, { "6" }, { "0", "F1" }, { "13", "F1" },
+             { "six", "F1" }, { "6", "Hyper+S" }, { "6", "1", "2", "3", "4", "5" },
+             { "--title", "x" }, { "6", "--unknown" } }) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.code, Misused) << arguments.join(' ').toStdString();
+        EXPECT_FALSE(outcome.errors.isEmpty());
+    }
+    EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(AssignKeys, tells_when_nothing_could_be_written)
+{
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("com.holvik.kestrel.plist"));
+    const Outcome outcome = run({ "6", "F1" });
+    EXPECT_EQ(outcome.code, NotWritten);
+    EXPECT_EQ(outcome.errors, "kestrel-assign: cannot write " + path() + "\n");
+}
+
+} // namespace
+
+} // namespace kestrel::test

@@ -1,0 +1,197 @@
+#include "assign/StoredAssignments.h"
+
+#include "tests/archive/ArchiveText.h"
+#include "tests/archive/Refusal.h"
+#include "tests/assign/RecordedDefaults.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrel::test {
+
+namespace {
+
+const Bytes Damage { 'd', 'a', 'm', 'a', 'g', 'e' };
+
+std::shared_ptr<UserAssignFile> someSet()
+{
+    auto set = std::make_shared<UserAssignFile>();
+    set->initShortcutArray();
+    set->getSwitchShortcut(6)->replace(2, QStringLiteral("S"));
+    set->setShortcutTitle("Save", 6);
+    return set;
+}
+
+class StoredAssignmentsTest : public testing::Test {
+protected:
+    void store(const UserAssignFile& set)
+    {
+        defaults.content["PT_UserAssign"] = set.getData();
+        defaults.content["PT_UserAssignTitle"] = set.getTitleData();
+    }
+    const UserAssignFile& live() const { return *stored.myUserAssignFile(); }
+    std::vector<std::string> keys() const
+    {
+        std::vector<std::string> keys;
+        for (const auto& [key, value] : defaults.content)
+            keys.push_back(key);
+        return keys;
+    }
+
+    RecordedDefaults defaults;
+    StoredAssignments stored { defaults };
+};
+
+TEST_F(StoredAssignmentsTest, the_first_launch_starts_with_twelve_empty_entries_and_titles)
+{
+    EXPECT_EQ(stored.myUserAssignFile(), nullptr);
+    stored.setupShortcutKey();
+    UserAssignFile fresh;
+    fresh.initShortcutArray();
+    EXPECT_EQ(archiveText(live().getShortcutArray()), archiveText(fresh.getShortcutArray()));
+    EXPECT_EQ(
+        archiveText(live().getShortcutTitleArray()), archiveText(fresh.getShortcutTitleArray()));
+    EXPECT_TRUE(defaults.content.empty());
+    EXPECT_TRUE(defaults.onDisk.empty());
+}
+
+TEST_F(StoredAssignmentsTest, shortcuts_and_titles_are_restored)
+{
+    store(*someSet());
+    stored.setupShortcutKey();
+    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "S");
+    EXPECT_EQ(live().getShortcutTitle(6), QString("Save"));
+}
+
+TEST_F(StoredAssignmentsTest, shortcuts_without_titles_get_empty_titles)
+{
+    defaults.content["PT_UserAssign"] = someSet()->getData();
+    stored.setupShortcutKey();
+    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "S");
+    EXPECT_EQ(live().getShortcutTitleArray()->size(), 12u);
+    EXPECT_EQ(live().getShortcutTitle(6), QString());
+}
+
+TEST_F(StoredAssignmentsTest, titles_without_shortcuts_are_restored_over_the_empty_ones)
+{
+    defaults.content["PT_UserAssignTitle"] = someSet()->getTitleData();
+    stored.setupShortcutKey();
+    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "");
+    EXPECT_EQ(live().getShortcutTitle(6), QString("Save"));
+}
+
+TEST_F(StoredAssignmentsTest, every_restoring_replaces_the_live_set)
+{
+    stored.setupShortcutKey();
+    const auto first = stored.myUserAssignFile();
+    store(*someSet());
+    stored.setupShortcutKey();
+    EXPECT_NE(stored.myUserAssignFile(), first);
+    EXPECT_EQ(first->getSwitchShortcut(6)->at(2).text(), "");
+    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "S");
+}
+
+TEST_F(StoredAssignmentsTest, the_live_set_is_written_and_synchronised_once)
+{
+    stored.setupShortcutKey();
+    stored.myUserAssignFile()->setShortcutTitle("Undo", 1);
+    EXPECT_TRUE(stored.writeUserDefault());
+    ASSERT_EQ(defaults.onDisk.size(), 1u);
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssign"), live().getData());
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssignTitle"), live().getTitleData());
+    EXPECT_EQ(keys(), (std::vector<std::string> { "PT_UserAssign", "PT_UserAssignTitle" }));
+}
+
+TEST_F(StoredAssignmentsTest, nothing_is_written_without_a_live_set)
+{
+    EXPECT_TRUE(stored.writeUserDefault());
+    EXPECT_TRUE(defaults.content.empty());
+    EXPECT_TRUE(defaults.onDisk.empty());
+}
+
+TEST_F(StoredAssignmentsTest, a_set_without_a_shortcut_table_writes_nothing_titles_included)
+{
+    const Bytes nothing = UserAssignFile().getData();
+    const Bytes titles = someSet()->getTitleData();
+    defaults.content["PT_UserAssign"] = nothing;
+    defaults.content["PT_UserAssignTitle"] = titles;
+    stored.setupShortcutKey();
+    EXPECT_FALSE(live().isExistShortcut());
+    stored.myUserAssignFile()->setShortcutTitle("changed", 6);
+    EXPECT_TRUE(stored.writeUserDefault());
+    EXPECT_TRUE(defaults.onDisk.empty());
+    EXPECT_EQ(defaults.content["PT_UserAssign"], nothing);
+    EXPECT_EQ(defaults.content["PT_UserAssignTitle"], titles);
+}
+
+TEST_F(StoredAssignmentsTest, a_failure_to_synchronise_is_told)
+{
+    stored.setupShortcutKey();
+    defaults.isFailing = true;
+    EXPECT_FALSE(stored.writeUserDefault());
+}
+
+TEST_F(StoredAssignmentsTest, a_set_that_cannot_be_archived_leaves_the_defaults_alone)
+{
+    store(*someSet());
+    stored.setupShortcutKey();
+    const auto before = defaults.content;
+    const ButtonEntry entry = stored.myUserAssignFile()->getSwitchShortcut(1);
+    entry->replace(0, entry);
+    EXPECT_FALSE(stored.writeUserDefault());
+    EXPECT_EQ(defaults.content, before);
+    EXPECT_TRUE(defaults.onDisk.empty());
+    entry->replace(0, 0);
+}
+
+TEST_F(StoredAssignmentsTest, damaged_shortcuts_are_kept_aside_and_start_empty)
+{
+    store(*someSet());
+    defaults.content["PT_UserAssign"] = Damage;
+    stored.setupShortcutKey();
+    EXPECT_EQ(live().count(), 12u);
+    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "");
+    EXPECT_EQ(live().getShortcutTitle(6), QString("Save"));
+    ASSERT_EQ(defaults.onDisk.size(), 1u);
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssign.damaged"), Damage);
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssign"), Damage);
+}
+
+TEST_F(StoredAssignmentsTest, damaged_titles_are_kept_aside_and_start_empty)
+{
+    store(*someSet());
+    defaults.content["PT_UserAssignTitle"] = Damage;
+    stored.setupShortcutKey();
+    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "S");
+    EXPECT_EQ(live().getShortcutTitle(6), QString());
+    ASSERT_EQ(defaults.onDisk.size(), 1u);
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssignTitle.damaged"), Damage);
+    EXPECT_TRUE(stored.writeUserDefault());
+    EXPECT_EQ(defaults.onDisk[1].at("PT_UserAssignTitle.damaged"), Damage);
+    EXPECT_EQ(defaults.onDisk[1].at("PT_UserAssignTitle"), live().getTitleData());
+}
+
+TEST_F(StoredAssignmentsTest, what_could_not_be_kept_aside_at_once_is_written_with_the_next_write)
+{
+    defaults.content["PT_UserAssign"] = Damage;
+    defaults.isFailing = true;
+    stored.setupShortcutKey();
+    defaults.isFailing = false;
+    EXPECT_TRUE(stored.writeUserDefault());
+    ASSERT_EQ(defaults.onDisk.size(), 1u);
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssign.damaged"), Damage);
+}
+
+TEST_F(StoredAssignmentsTest, a_root_of_another_kind_is_no_damage)
+{
+    defaults.content["PT_UserAssign"] = someSet()->fileImage();
+    stored.setupShortcutKey();
+    EXPECT_TRUE(live().isExistShortcut());
+    EXPECT_EQ(live().count(), 0u);
+    EXPECT_TRUE(defaults.onDisk.empty());
+    EXPECT_TRUE(stored.writeUserDefault());
+    EXPECT_EQ(defaults.content["PT_UserAssign"], someSet()->fileImage());
+}
+
+} // namespace
+
+} // namespace kestrel::test
