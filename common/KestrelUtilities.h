@@ -5,6 +5,8 @@
 #include <QRectF>
 #include <QString>
 
+#include <cstdint>
+
 namespace kestrel {
 
 // Operations without state that several parts of the interface share.
@@ -20,6 +22,11 @@ public:
     // Text (`viewDisplay`) and everything else scale alike.
     static void getDrawRatio(const QRectF& rect, const InterfaceImage& image, double& widthRatio,
         double& heightRatio, bool viewDisplay);
+
+    // Modifier glyphs, "+" and the key's name; empty for a key without a name. Only the low 32
+    // bits of the flags and nothing of the key code matter.
+    [[nodiscard]] static QString getShortcutKey(
+        std::uint64_t keyFlags, std::uint64_t keyCode, const QString& inputStr);
 };
 
 } // namespace kestrel

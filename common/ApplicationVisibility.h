@@ -1,0 +1,15 @@
+#pragma once
+
+namespace kestrel {
+
+// Takes the program with all its windows off the screen and brings it to the front. Main thread
+// only.
+class ApplicationVisibility {
+public:
+    virtual ~ApplicationVisibility() = default;
+
+    virtual void hide() = 0; // the application that was in front before gets the focus
+    virtual void activate() = 0; // ignoring other applications
+};
+
+} // namespace kestrel

@@ -1,0 +1,35 @@
+#include "shortcut/ControlDrawing.h"
+
+#include "common/InterfaceImage.h"
+
+#include <QPainter>
+
+namespace kestrel {
+
+namespace {
+constexpr QColor FocusColor(94, 214, 206); // that of the console's display
+constexpr double FocusWidth = 2;
+} // namespace
+
+void drawImage(QPainter& painter, const InterfaceImage& image, QPointF origin, double opacity)
+{
+    const bool isDense = painter.device()->devicePixelRatio() > 1 && !image.doubled().isNull();
+    painter.save();
+    painter.setOpacity(opacity);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(QRectF(origin, image.size()), isDense ? image.doubled() : image.single());
+    painter.restore();
+}
+
+void drawFocusRing(QPainter& painter, const QRectF& outline, double radius)
+{
+    constexpr double inset = FocusWidth / 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(FocusColor, FocusWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(outline.adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter.restore();
+}
+
+} // namespace kestrel

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "common/InterfaceImage.h"
+
+#include <QAbstractButton>
+
+namespace kestrel {
+
+// A button that is its picture, and another picture while it is pressed.
+class ImageButton : public QAbstractButton {
+public:
+    explicit ImageButton(const QRect& frame, QWidget* parent = nullptr);
+
+    void setImage(const InterfaceImage& image);
+    void setAlternateImage(const InterfaceImage& image);
+    [[nodiscard]] const InterfaceImage& image() const { return m_image; }
+    [[nodiscard]] const InterfaceImage& alternateImage() const { return m_alternateImage; }
+
+protected:
+    void drawRect();
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    InterfaceImage m_image;
+    InterfaceImage m_alternateImage;
+};
+
+} // namespace kestrel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/KeyCodes.h"
+
+#include <QString>
+
+#include <cstdint>
+
+// What keys are called in shortcut texts.
+namespace kestrel::KeyNames {
+
+// The name of a key that has one of its own; empty for all others.
+[[nodiscard]] QString fixedName(KeyCode keyCode);
+
+// The key's own name, else what it types in upper case, else empty.
+[[nodiscard]] QString keyName(KeyCode keyCode, const QString& charactersIgnoringModifiers);
+
+// F1 to F20.
+[[nodiscard]] bool isFunctionKey(std::uint64_t keyCode);
+
+} // namespace kestrel::KeyNames

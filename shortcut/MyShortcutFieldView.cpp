@@ -1,0 +1,205 @@
+// The field as a control: focus, events and drawing.
+
+#include "common/NotificationCenter.h"
+#include "shortcut/ClearButton.h"
+#include "shortcut/ControlDrawing.h"
+#include "shortcut/InterfaceFont.h"
+#include "shortcut/MyShortcutField.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace kestrel {
+
+namespace {
+
+constexpr double Inset = 6;
+constexpr double CornerRadius = 3;
+constexpr qsizetype MostLines = 2;
+constexpr qsizetype MostUnits = 256; // of a line, far beyond what a field is wide
+
+bool isAboutTheWindow(const QFocusEvent& event)
+{
+    return event.reason() == Qt::ActiveWindowFocusReason || event.reason() == Qt::PopupFocusReason;
+}
+
+} // namespace
+
+MyShortcutField::MyShortcutField(
+    const QRect& frame, const InterfaceServices& services, QWidget* parent)
+    : QWidget(parent)
+    , m_services(services)
+{
+    setGeometry(frame);
+    setFont(smallSystemFont());
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_InputMethodEnabled, false);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setCursor(Qt::PointingHandCursor);
+}
+
+MyShortcutField::~MyShortcutField() = default;
+
+ClearButton* MyShortcutField::myClearButton() const
+{
+    return m_myClearButton;
+}
+
+void MyShortcutField::setMyClearButton(ClearButton* button)
+{
+    m_myClearButton = button;
+}
+
+void MyShortcutField::setShortcutFields(const ShortcutFields* fields)
+{
+    m_shortcutFields = fields;
+}
+
+void MyShortcutField::setTitleWithMnemonic(const QString& text)
+{
+    m_stringValue = text;
+    setAccessibleDescription(QString(text).remove(u'\n'));
+    update();
+}
+
+bool MyShortcutField::acceptsFirstResponder()
+{
+    m_services.notificationCenter.post(NotificationName::hideUserAssignEditBox, this);
+    m_bBecome = false;
+    return true;
+}
+
+bool MyShortcutField::becomeFirstResponder()
+{
+    update();
+    m_bBecome = true;
+    return true;
+}
+
+bool MyShortcutField::resignFirstResponder()
+{
+    update();
+    m_bBecome = false;
+    return true;
+}
+
+bool MyShortcutField::performKeyEquivalent(const KeyPress& event)
+{
+    if (!m_bBecome)
+        return false;
+    keyDown(event);
+    return true;
+}
+
+void MyShortcutField::mouseDown()
+{
+    makeFirstResponder();
+}
+
+// An inactive window moves its focus without telling the controls, so they are told here.
+void MyShortcutField::makeFirstResponder()
+{
+    if (isFirstResponder() || !acceptsFirstResponder())
+        return;
+    if (auto* former = dynamic_cast<MyShortcutField*>(window()->focusWidget()))
+        former->loseFirstResponder();
+    m_isFirstResponder = becomeFirstResponder();
+    setFocus(Qt::OtherFocusReason);
+}
+
+void MyShortcutField::makeWindowFirstResponder(QWidget& window)
+{
+    QWidget* former = window.focusWidget();
+    if (auto* field = dynamic_cast<MyShortcutField*>(former))
+        field->loseFirstResponder();
+    if (former)
+        former->clearFocus();
+}
+
+bool MyShortcutField::isFirstResponder() const
+{
+    return m_isFirstResponder && window()->focusWidget() == this;
+}
+
+void MyShortcutField::loseFirstResponder()
+{
+    if (m_isFirstResponder)
+        m_isFirstResponder = !resignFirstResponder();
+}
+
+void MyShortcutField::focusInEvent(QFocusEvent*)
+{
+    if (!m_isFirstResponder && acceptsFirstResponder())
+        m_isFirstResponder = becomeFirstResponder();
+    update();
+}
+
+// The first responder stays what it is while another window is in front.
+void MyShortcutField::focusOutEvent(QFocusEvent* event)
+{
+    if (!isAboutTheWindow(*event))
+        loseFirstResponder();
+    update();
+}
+
+// Here and not in the key handlers, which would lose Tab and everything that is a shortcut of a
+// menu before they are called.
+bool MyShortcutField::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        if (m_bBecome)
+            event->accept();
+        return true;
+    case QEvent::KeyPress:
+        keyPressed(*static_cast<QKeyEvent*>(event));
+        event->accept();
+        return true;
+    case QEvent::KeyRelease:
+        event->accept();
+        return true;
+    default:
+        return QWidget::event(event);
+    }
+}
+
+void MyShortcutField::keyPressed(const QKeyEvent& event)
+{
+    const auto press = KeyPress::from(event, m_services.keyTranslation);
+    if (press && !performKeyEquivalent(*press))
+        keyDown(*press);
+}
+
+void MyShortcutField::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        mouseDown();
+    else if (event->button() == Qt::RightButton)
+        rightMouseDown();
+}
+
+void MyShortcutField::paintEvent(QPaintEvent*)
+{
+    drawRect();
+}
+
+void MyShortcutField::drawRect()
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    painter.setPen(Qt::white);
+    const QStringList lines = m_stringValue.split(u'\n').mid(0, MostLines);
+    const double lineHeight = painter.fontMetrics().height();
+    double top = (height() - lineHeight * static_cast<double>(lines.size())) / 2;
+    for (const QString& line : lines) {
+        painter.drawText(QRectF(Inset, top, width() - 2 * Inset, lineHeight),
+            Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, line.left(MostUnits));
+        top += lineHeight;
+    }
+    if (hasFocus())
+        drawFocusRing(painter, rect(), CornerRadius);
+}
+
+} // namespace kestrel

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+namespace kestrel {
+
+class ShortcutFieldController;
+
+// The four fields of a window from top to bottom; a place may be empty.
+using ShortcutFields = std::vector<std::unique_ptr<ShortcutFieldController>>;
+
+} // namespace kestrel
