@@ -1,0 +1,54 @@
+#include "setup/AssignmentFiles.h"
+
+#include "common/ArchiveLimits.h"
+#include "common/AtomicFile.h"
+#include "platform/FileAttributes.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace kestrel {
+
+namespace {
+
+constexpr FileCodes Codes { .type = 0x55534153, .creator = 0x4B5A4C51 }; // 'USAS', 'KZLQ'
+
+// Nothing for what is no ordinary file, or larger than any archive may be.
+std::optional<QByteArray> content(const QString& path)
+{
+    const QFileInfo info(path);
+    QFile file(path);
+    if (!info.isFile() || info.size() > static_cast<qint64>(ArchiveLimits::FileBytes)
+        || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.read(static_cast<qint64>(ArchiveLimits::FileBytes));
+}
+
+} // namespace
+
+std::shared_ptr<UserAssignFile> AssignmentFiles::read(const QString& path) const
+{
+    const auto bytes = content(path);
+    if (!bytes)
+        return nullptr;
+    try {
+        auto set = UserAssignFile::fromFileImage(viewOf(*bytes));
+        return set && set->isUserAssignFile() ? set : nullptr;
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}
+
+bool AssignmentFiles::write(const QString& path, const UserAssignFile& set)
+{
+    try {
+        if (!AtomicFile::write(path, set.fileImage()))
+            return false;
+    } catch (const std::exception&) {
+        return false;
+    }
+    (void)m_attributes.setCodes(path.toStdString(), Codes);
+    return true;
+}
+
+} // namespace kestrel

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace kestrel {
+
+class UserAssignableButtonController;
+
+// Which one of the user-assignable buttons is selected. Main thread only.
+class ButtonGroup {
+public:
+    [[nodiscard]] static ButtonGroup& sharedInstance();
+
+    // In order of registration; they remove themselves.
+    void addButtonController(UserAssignableButtonController* controller);
+    void removeButtonController(UserAssignableButtonController* controller);
+
+    // 0-based. Turns that button on and every other off.
+    void setCurrentButtonId(std::int32_t id);
+    [[nodiscard]] std::int32_t currentButtonId() const { return m_currentButtonId; }
+
+private:
+    ButtonGroup() = default;
+
+    std::int32_t m_currentButtonId = 0;
+    std::vector<UserAssignableButtonController*> m_buttonControllers;
+};
+
+} // namespace kestrel

@@ -1,0 +1,66 @@
+#include "setup/RenameBox.h"
+
+#include "shortcut/InterfaceFont.h"
+
+#include <QKeyEvent>
+#include <QTextDocument>
+
+namespace kestrel {
+
+namespace {
+constexpr double Margin = 2;
+}
+
+RenameBox::RenameBox(
+    const QRect& frame, const QString& text, const InterfaceServices& services, QWidget* parent)
+    : QPlainTextEdit(parent)
+    , m_keyTranslation(services.keyTranslation)
+    , m_text(text)
+{
+    setGeometry(frame);
+    setFont(smallSystemFont());
+    setTabChangesFocus(true);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    document()->setDocumentMargin(Margin);
+    setPlainText(text);
+    document()->setModified(false);
+    selectAll();
+}
+
+// The document keeps line ends in a way of its own.
+QString RenameBox::stringValue() const
+{
+    if (!document()->isModified())
+        return m_text;
+    return document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+}
+
+RenameBox::Command RenameBox::command(const QKeyEvent& event) const
+{
+    const ModifierFlags flags = m_currentEvent ? m_currentEvent->flags : 0;
+    if (flags & Modifier::Command)
+        return Command::Noop;
+    const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (isReturn && !(flags & (Modifier::Option | Modifier::Control)))
+        return Command::InsertNewline;
+    if (event.key() == Qt::Key_Escape)
+        return Command::CancelOperation;
+    return Command::Other;
+}
+
+// The delegate may have closed the box by the time it returns.
+void RenameBox::keyPressEvent(QKeyEvent* event)
+{
+    m_currentEvent = KeyPress::from(*event, m_keyTranslation);
+    const Command meaning = command(*event);
+    const bool isHandled = m_delegate && m_delegate(meaning);
+    m_currentEvent.reset();
+    if (isHandled || meaning == Command::Noop)
+        event->accept();
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+} // namespace kestrel

@@ -1,0 +1,123 @@
+#include "setup/SavedWindowFrame.h"
+
+#include "platform/DefaultsStore.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStringList>
+#include <QWidget>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace kestrel {
+
+namespace {
+
+constexpr int TitleBarHeight = 28;
+constexpr int GrabbableWidth = 64;
+constexpr int FarthestCoordinate = 100'000;
+
+// From and to an origin at the lower left of the primary screen; the operation is its own inverse.
+QRect flipped(const QRect& rect)
+{
+    const int height = QGuiApplication::primaryScreen()->geometry().height();
+    return { QPoint(rect.left(), height - rect.top() - rect.height()), rect.size() };
+}
+
+QString words(const QRect& rect)
+{
+    return QStringLiteral("%1 %2 %3 %4 ")
+        .arg(rect.x())
+        .arg(rect.y())
+        .arg(rect.width())
+        .arg(rect.height());
+}
+
+QList<QRect> availableScreens()
+{
+    QList<QRect> screens { QGuiApplication::primaryScreen()->availableGeometry() };
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    return screens;
+}
+
+int area(const QRect& rect)
+{
+    return rect.isValid() ? rect.width() * rect.height() : 0;
+}
+
+} // namespace
+
+SavedWindowFrame::SavedWindowFrame(std::string_view autosaveName, DefaultsStore& defaults)
+    : m_key("NSWindow Frame " + std::string(autosaveName))
+    , m_defaults(defaults)
+{
+}
+
+void SavedWindowFrame::save(const QWidget& window)
+{
+    const QByteArray text
+        = (words(flipped(window.frameGeometry())) + words(flipped(window.screen()->geometry())))
+              .toLatin1();
+    m_defaults.setData(m_key,
+        { reinterpret_cast<const std::uint8_t*>(text.constData()),
+            static_cast<std::size_t>(text.size()) });
+}
+
+void SavedWindowFrame::restore(QWidget& window, const QRect& content) const
+{
+    const auto bytes = m_defaults.data(m_key);
+    const auto saved = bytes
+        ? parsed({ reinterpret_cast<const char*>(bytes->data()), bytes->size() })
+        : std::nullopt;
+    if (saved) {
+        window.move(onScreens(flipped(*saved), availableScreens()).topLeft());
+        return;
+    }
+    // Where the frame of a window that was never shown ends is not known yet.
+    const QRect frame = flipped(content).adjusted(0, -TitleBarHeight, 0, 0);
+    const QRect placed = onScreens(frame, availableScreens()).adjusted(0, TitleBarHeight, 0, 0);
+    window.setGeometry(placed);
+}
+
+std::optional<QRect> SavedWindowFrame::parsed(std::string_view text)
+{
+    const QStringList words = QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))
+                                  .split(u' ', Qt::SkipEmptyParts);
+    if (words.size() < 4)
+        return std::nullopt;
+    std::array<int, 4> numbers {};
+    for (int i = 0; i < 4; ++i) {
+        bool isNumber = false;
+        const double number = words[i].toDouble(&isNumber);
+        if (!isNumber || !(std::abs(number) <= FarthestCoordinate))
+            return std::nullopt;
+        numbers[static_cast<std::size_t>(i)] = static_cast<int>(number);
+    }
+    const QRect frame(numbers[0], numbers[1], numbers[2], numbers[3]);
+    return frame.isValid() ? std::optional(frame) : std::nullopt;
+}
+
+QRect SavedWindowFrame::onScreens(const QRect& frame, const QList<QRect>& screens)
+{
+    const QRect titleBar(frame.topLeft(), QSize(frame.width(), TitleBarHeight));
+    const bool isGrabbable = std::any_of(screens.begin(), screens.end(), [&](const QRect& screen) {
+        const QRect shown = titleBar & screen;
+        return shown.width() >= GrabbableWidth && shown.height() == TitleBarHeight;
+    });
+    if (isGrabbable || screens.isEmpty())
+        return frame;
+    const QRect screen = *std::max_element(
+        screens.begin(), screens.end(), [&](const QRect& left, const QRect& right) {
+            return area(left & frame) < area(right & frame);
+        });
+    const int right = std::max(screen.left(), screen.right() + 1 - frame.width());
+    const int bottom = std::max(screen.top(), screen.bottom() + 1 - frame.height());
+    return { QPoint(std::clamp(frame.left(), screen.left(), right),
+                 std::clamp(frame.top(), screen.top(), bottom)),
+        frame.size() };
+}
+
+} // namespace kestrel

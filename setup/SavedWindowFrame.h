@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+class QWidget;
+
+namespace kestrel {
+
+class DefaultsStore;
+
+// Where a window was left, kept in the user defaults as text: left, bottom, width and height of
+// its frame and of its screen, in screen coordinates with their origin at the lower left.
+class SavedWindowFrame {
+public:
+    SavedWindowFrame(std::string_view autosaveName, DefaultsStore& defaults);
+
+    void save(const QWidget& window);
+
+    // Moves the window there; it keeps its size. Without a saved frame that makes sense its
+    // content goes to `content`, which has its origin at the lower left. Either way the window can
+    // be grabbed on a screen that is there.
+    void restore(QWidget& window, const QRect& content) const;
+
+    // Null unless the text is a frame.
+    [[nodiscard]] static std::optional<QRect> parsed(std::string_view text);
+
+    // The frame itself when enough of its title bar shows on one of the screens; else moved onto
+    // the one it is on most, or onto the first.
+    [[nodiscard]] static QRect onScreens(const QRect& frame, const QList<QRect>& screens);
+
+private:
+    std::string m_key;
+    DefaultsStore& m_defaults;
+};
+
+} // namespace kestrel

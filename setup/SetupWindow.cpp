@@ -1,0 +1,32 @@
+#include "setup/SetupWindow.h"
+
+#include "setup/SetupTables.h"
+#include "shortcut/ControlDrawing.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace kestrel {
+
+SetupWindow::SetupWindow()
+    : QWidget(nullptr,
+        Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint
+            | Qt::WindowCloseButtonHint)
+{
+    setWindowTitle(QStringLiteral("User Assignable Setup"));
+    setFixedSize(SetupTables::shared().UserAssignableWindowFrame.size());
+}
+
+void SetupWindow::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    drawImage(painter, SetupTables::shared().BackgroundImage, {});
+}
+
+void SetupWindow::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && m_mouseDown)
+        m_mouseDown();
+}
+
+} // namespace kestrel

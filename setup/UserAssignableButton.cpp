@@ -1,0 +1,199 @@
+#include "setup/UserAssignableButton.h"
+
+#include "common/KestrelUtilities.h"
+#include "common/NotificationCenter.h"
+#include "setup/UserAssignableButtonController.h"
+#include "shortcut/InterfaceFont.h"
+
+#include <QMouseEvent>
+
+namespace kestrel {
+
+namespace {
+// The part of event modifier flags that does not depend on the device.
+constexpr ModifierFlags DeviceIndependent = 0xFFFF0000;
+} // namespace
+
+UserAssignableButton::UserAssignableButton(
+    const QRect& frame, const InterfaceServices& services, QWidget* parent)
+    : QAbstractButton(parent)
+    , m_services(services)
+    , m_attributes(createFontAttribute())
+{
+    setGeometry(frame);
+    setCheckable(true);
+    setFocusPolicy(Qt::TabFocus);
+    setTag(0);
+}
+
+UserAssignableButton::~UserAssignableButton()
+{
+    closeEditBox();
+}
+
+UserAssignableButton::TextAttributes UserAssignableButton::createFontAttribute()
+{
+    return { smallSystemFont(), Qt::black, Qt::AlignHCenter };
+}
+
+void UserAssignableButton::setShortcutArray(const ButtonEntry& entry)
+{
+    m_shortcutArray = entry;
+    setNeedsDisplay();
+}
+
+void UserAssignableButton::setUniqueName(const QString& name)
+{
+    m_uniqueName = name;
+    setNeedsDisplay();
+}
+
+void UserAssignableButton::setTag(int tag)
+{
+    m_tag = tag;
+    setAccessibleName(QStringLiteral("User-assignable button %1").arg(tag + 1));
+}
+
+// The entry changes without a word to the button, so this is also when its description is made.
+void UserAssignableButton::setNeedsDisplay()
+{
+    QStringList shown;
+    if (!m_uniqueName.isEmpty())
+        shown.append(m_uniqueName);
+    for (std::size_t record = 0; record < ShortcutRecordCount; ++record) {
+        if (const QString text = shortcutText(record); !text.isEmpty())
+            shown.append(text);
+    }
+    setAccessibleDescription(shown.join(QStringLiteral(", ")));
+    update();
+}
+
+int UserAssignableButton::getEntryShortcutNum() const
+{
+    int count = 0;
+    for (std::size_t record = 0; record < ShortcutRecordCount; ++record)
+        count += shortcutText(record).isEmpty() ? 0 : 1;
+    return count;
+}
+
+QString UserAssignableButton::shortcutText(std::size_t record) const
+{
+    if (!m_shortcutArray)
+        return {};
+    const auto element = [&](std::size_t place) -> const ArchiveValue& {
+        return m_shortcutArray->at(record * ShortcutRecordSize + place);
+    };
+    return KestrelUtilities::getShortcutKey(
+        static_cast<std::uint64_t>(element(ShortcutRecord::Modifiers).toInt32()),
+        static_cast<std::uint64_t>(element(ShortcutRecord::KeyCode).toInt32()),
+        element(ShortcutRecord::Text).text());
+}
+
+void UserAssignableButton::mouseDown(QMouseEvent& event, int clickCount)
+{
+    const bool wasSelected = m_delegate->currentButtonId() == m_tag;
+    if (!wasSelected) {
+        m_delegate->mouseDown();
+        QAbstractButton::mousePressEvent(&event);
+    }
+    if (clickCount == 2 && getEntryShortcutNum() != 0)
+        openEditBox();
+    if (!wasSelected)
+        m_services.notificationCenter.post(NotificationName::refreshShortcutName, this);
+}
+
+void UserAssignableButton::setState(State state)
+{
+    closeEditBox();
+    setChecked(state == State::On);
+}
+
+void UserAssignableButton::openEditBox()
+{
+    closeEditBox();
+    m_editBox = new RenameBox(geometry(), m_uniqueName, m_services, parentWidget());
+    m_editBox->setAccessibleName(QStringLiteral("Name of button %1").arg(m_tag + 1));
+    m_editBox->setDelegate(
+        [this](RenameBox::Command command) { return controlTextViewDoCommandBySelector(command); });
+    m_editBox->show();
+    m_editBox->setFocus(Qt::OtherFocusReason);
+}
+
+// May be called from the box's own event.
+void UserAssignableButton::closeEditBox()
+{
+    if (!m_editBox)
+        return;
+    RenameBox* box = m_editBox;
+    m_editBox.clear();
+    box->setDelegate(nullptr);
+    box->clearFocus();
+    box->hide();
+    box->deleteLater();
+}
+
+bool UserAssignableButton::controlTextViewDoCommandBySelector(RenameBox::Command command)
+{
+    switch (command) {
+    case RenameBox::Command::InsertNewline:
+        if (m_editBox)
+            setUniqueName(m_editBox->stringValue());
+        closeEditBox();
+        return true;
+    case RenameBox::Command::CancelOperation:
+        closeEditBox();
+        return true;
+    case RenameBox::Command::Noop:
+        sendEvent();
+        return false;
+    case RenameBox::Command::Other:
+        return false;
+    }
+    return false;
+}
+
+void UserAssignableButton::sendEvent()
+{
+    if (!m_editBox || !m_editBox->currentEvent())
+        return;
+    const KeyPress& event = *m_editBox->currentEvent();
+    const ModifierFlags flags = event.flags & DeviceIndependent;
+    const QString& characters = event.charactersIgnoringModifiers;
+    if (flags == Modifier::Command) {
+        if (characters == u"x")
+            m_editBox->cut();
+        else if (characters == u"c")
+            m_editBox->copy();
+        else if (characters == u"v")
+            m_editBox->paste();
+        else if (characters == u"z")
+            m_editBox->undo();
+        else if (characters == u"a")
+            m_editBox->selectAll();
+    } else if (flags == (Modifier::Command | Modifier::Shift) && characters == u"Z") {
+        m_editBox->redo();
+    }
+}
+
+void UserAssignableButton::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        mouseDown(*event, 1);
+}
+
+void UserAssignableButton::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        mouseDown(*event, 2);
+}
+
+// A click never toggles the button; one that did not come from the mouse selects it.
+void UserAssignableButton::nextCheckState()
+{
+    if (m_delegate->currentButtonId() == m_tag)
+        return;
+    m_delegate->mouseDown();
+    m_services.notificationCenter.post(NotificationName::refreshShortcutName, this);
+}
+
+} // namespace kestrel

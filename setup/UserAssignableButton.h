@@ -1,0 +1,81 @@
+#pragma once
+
+#include "common/ButtonEntry.h"
+#include "setup/RenameBox.h"
+
+#include <QAbstractButton>
+#include <QPointer>
+
+namespace kestrel {
+
+class UserAssignableButtonController;
+
+// One of the setup window's square buttons: shows its name, or its shortcuts, or its number; is
+// selected by a click and renamed after a double click.
+class UserAssignableButton : public QAbstractButton {
+public:
+    enum class State { Off, On };
+
+    // How text is drawn: in one line, cut at its end with an ellipsis.
+    struct TextAttributes {
+        QFont font;
+        QColor foreground;
+        Qt::Alignment alignment;
+    };
+
+    UserAssignableButton(
+        const QRect& frame, const InterfaceServices& services, QWidget* parent = nullptr);
+    ~UserAssignableButton() override;
+
+    [[nodiscard]] static TextAttributes createFontAttribute();
+    [[nodiscard]] const TextAttributes& attributes() const { return m_attributes; }
+
+    [[nodiscard]] UserAssignableButtonController* delegate() const { return m_delegate; }
+    void setDelegate(UserAssignableButtonController* delegate) { m_delegate = delegate; }
+    [[nodiscard]] const ButtonEntry& shortcutArray() const { return m_shortcutArray; }
+    void setShortcutArray(const ButtonEntry& entry); // shared, not copied
+    [[nodiscard]] QString uniqueName() const { return m_uniqueName; }
+    void setUniqueName(const QString& name); // empty for none
+    [[nodiscard]] RenameBox* editBox() const { return m_editBox; } // null when closed
+    [[nodiscard]] int tag() const { return m_tag; }
+    void setTag(int tag); // 0-based
+
+    [[nodiscard]] int getEntryShortcutNum() const; // 0 to 4
+    void setNeedsDisplay();
+
+    void mouseDown(QMouseEvent& event, int clickCount);
+    void setState(State state);
+    [[nodiscard]] State state() const { return isChecked() ? State::On : State::Off; }
+    void closeEditBox();
+
+    // The rename box's question; true when the command was handled.
+    bool controlTextViewDoCommandBySelector(RenameBox::Command command);
+    // Performs the rename box's editing shortcut that its current event is.
+    void sendEvent();
+
+    void drawRect();
+    void drawTitleButton(QPainter& painter);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void nextCheckState() override;
+
+private:
+    [[nodiscard]] QString shortcutText(std::size_t record) const;
+    void drawShortcuts(QPainter& painter);
+    void drawName(QPainter& painter);
+    void drawLine(QPainter& painter, QPointF topLeft, QStringView text) const;
+    void openEditBox();
+
+    InterfaceServices m_services;
+    TextAttributes m_attributes;
+    UserAssignableButtonController* m_delegate = nullptr; // owns this
+    ButtonEntry m_shortcutArray;
+    QString m_uniqueName;
+    QPointer<RenameBox> m_editBox;
+    int m_tag = 0;
+};
+
+} // namespace kestrel

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "assign/UserAssignFile.h"
+#include "common/NotificationCenter.h"
+#include "setup/AssignmentFiles.h"
+#include "setup/SavedWindowFrame.h"
+#include "setup/SetupServices.h"
+#include "setup/SetupWindow.h"
+#include "setup/UserAssignableButtonController.h"
+#include "shortcut/ShortcutFieldController.h"
+
+namespace kestrel {
+
+class ImageButton;
+class InterfaceImage;
+class WindowVisibility;
+
+// The "User Assignable Setup" window: edits a working copy of the assignment set, which OK writes
+// into the live set and every other way of closing the window throws away.
+class UserAssinableWindowController {
+public:
+    explicit UserAssinableWindowController(const SetupServices& services);
+    ~UserAssinableWindowController();
+    UserAssinableWindowController(const UserAssinableWindowController&) = delete;
+    UserAssinableWindowController& operator=(const UserAssinableWindowController&) = delete;
+
+    void setMyWindowController(WindowVisibility* panel); // the plug-in panel; not owned
+    void initShortcut(std::shared_ptr<UserAssignFile> live); // shared with the application
+    void setupUI(const UserAssignFile& set); // show this set
+    void setupShortcut(const UserAssignFile& set); // take it as working copy
+    void changeShortcut(UserAssignFile& set); // write the working copy and the names into it
+
+    [[nodiscard]] bool isVisible() const { return m_window->isVisible(); }
+    void showWindow(); // where it was left last
+    void makeKeyAndOrderFront();
+    [[nodiscard]] SetupWindow* window() const { return m_window.get(); }
+
+    void assign();
+    void ok();
+    void cancel();
+    void load();
+    void save();
+    // False, with nothing changed, for anything but an assignment file.
+    bool loadFile(const QString& path, bool bSetupUI);
+    void updateAssignButton();
+    void mouseDown(); // on the background
+    void windowClosing(const Notification& notification);
+    void userAssign(const Notification& notification); // another button was selected
+    void hideUserAssignEditBoxNotify(const Notification& notification);
+
+    // The record at that offset; a source too short for it is padded, the destination then stays.
+    static void copyShortcutData(
+        std::size_t offset, const ButtonEntry& srcArry, const ButtonEntry& dstArray);
+    void refreshShortcutText();
+    void setFocusShortcutText();
+    void hiddenShortcutText();
+    void refreshNotAvailableTitle();
+    void enabledAssignButton();
+    void closeDialog();
+    void setOriginalShortcut();
+    void hideUserAssignEditBox();
+    [[nodiscard]] MyShortcutField* getMyShortcutField(int index) const; // null beyond the fields
+
+    [[nodiscard]] const auto& myShortcutArray() const { return m_myShortcutArray; }
+    [[nodiscard]] const auto& userAssignableButtons() const { return m_userAssignableButtons; }
+    [[nodiscard]] const ShortcutFields& shortcutFields() const { return m_shortcutFields; }
+    [[nodiscard]] ImageButton* assignButton() const { return m_assignButton; }
+    [[nodiscard]] bool visibleFileDialog() const { return m_visibleFileDialog; }
+    void setVisibleFileDialog(bool visible) { m_visibleFileDialog = visible; }
+    [[nodiscard]] bool bOKclose() const { return m_bOKclose; }
+
+private:
+    void setupUserAssignableButtons();
+    void setupShortcutFields();
+    void setupClearButton(int index);
+    void setupLoadSaveButton();
+    void setupAssignOkCancelButton();
+    ImageButton* addButton(const QRect& frame, const QString& name, const InterfaceImage& image,
+        const InterfaceImage& alternateImage);
+
+    [[nodiscard]] UserAssignableButton* button(int index) const;
+    [[nodiscard]] UserAssignableButton* currentButton() const;
+    [[nodiscard]] ButtonEntry currentEntry() const; // of the working copy; null when missing
+    void showInvalidFileAlert();
+
+    SetupServices m_services;
+    AssignmentFiles m_files;
+    SavedWindowFrame m_savedFrame;
+    std::unique_ptr<SetupWindow> m_window; // owns the controls, so it goes after them
+    std::shared_ptr<UserAssignFile> m_myUserAssignFile;
+    std::shared_ptr<ArchiveDictionary> m_myShortcutArray;
+    WindowVisibility* m_myWindowController = nullptr;
+    std::vector<std::unique_ptr<UserAssignableButtonController>> m_userAssignableButtons;
+    ShortcutFields m_shortcutFields;
+    ImageButton* m_assignButton = nullptr;
+    bool m_visibleFileDialog = false;
+    bool m_bOKclose = false; // once true it stays true
+    std::vector<NotificationCenter::Observation> m_observations;
+};
+
+} // namespace kestrel

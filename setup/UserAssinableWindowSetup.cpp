@@ -1,0 +1,134 @@
+// How the setup window is built and brought up.
+
+#include "setup/SetupTables.h"
+#include "setup/UserAssinableWindowController.h"
+#include "shortcut/ClearButton.h"
+
+namespace kestrel {
+
+namespace {
+const QString FrameAutosaveName = QStringLiteral("UAssignWindow");
+}
+
+UserAssinableWindowController::UserAssinableWindowController(const SetupServices& services)
+    : m_services(services)
+    , m_files(services.fileAttributes)
+    , m_savedFrame(FrameAutosaveName.toStdString(), services.defaults)
+{
+    const auto observe = [this](const QString& name, auto handler) {
+        m_observations.push_back(m_services.interface.notificationCenter.addObserver(name,
+            [this, handler](const Notification& notification) { (this->*handler)(notification); }));
+    };
+    using Self = UserAssinableWindowController;
+    observe(NotificationName::windowWillClose, &Self::windowClosing);
+    m_window = std::make_unique<SetupWindow>();
+    m_window->setMouseDown([this] { mouseDown(); });
+    m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
+    setupUserAssignableButtons();
+    setupShortcutFields();
+    setupLoadSaveButton();
+    setupAssignOkCancelButton();
+    observe(NotificationName::refreshShortcutName, &Self::userAssign);
+    observe(NotificationName::hideUserAssignEditBox, &Self::hideUserAssignEditBoxNotify);
+}
+
+UserAssinableWindowController::~UserAssinableWindowController() = default;
+
+void UserAssinableWindowController::setupUserAssignableButtons()
+{
+    const SetupTables& tables = SetupTables::shared();
+    m_userAssignableButtons.clear();
+    for (int index = 0; index < UserAssignFile::ButtonCount; ++index) {
+        auto controller = std::make_unique<UserAssignableButtonController>(
+            tables.inContent(tables.buttonFrame(index)), m_services.interface, m_window.get());
+        controller->view()->setTag(index);
+        m_userAssignableButtons.push_back(std::move(controller));
+        m_userAssignableButtons.back()->setCurrentButtonId(0);
+    }
+}
+
+void UserAssinableWindowController::setupShortcutFields()
+{
+    const SetupTables& tables = SetupTables::shared();
+    m_shortcutFields.clear();
+    for (int index = 0; index < SetupTables::FieldCount; ++index) {
+        m_shortcutFields.push_back(std::make_unique<ShortcutFieldController>(
+            tables.inContent(tables.fieldFrame(index)), m_services.interface, m_window.get()));
+        MyShortcutField* field = m_shortcutFields.back()->view();
+        field->setTag(UserAssignFile::ButtonCount + index);
+        field->setAccessibleName(QStringLiteral("Shortcut %1").arg(index + 1));
+        setupClearButton(index);
+    }
+}
+
+void UserAssinableWindowController::setupClearButton(int index)
+{
+    const SetupTables& tables = SetupTables::shared();
+    MyShortcutField* field = getMyShortcutField(index);
+    auto* clearButton = new ClearButton(
+        tables.inContent(tables.clearButtonFrame(index)), m_services.interface, m_window.get());
+    clearButton->setImage(tables.ClearButtonImage);
+    clearButton->setAlternateImage(tables.ClearButtonOnPressImage);
+    clearButton->setAccessibleName(QStringLiteral("Clear shortcut %1").arg(index + 1));
+    clearButton->setMyShortcutfield(field);
+    field->setMyClearButton(clearButton);
+    field->setShortcutFields(&m_shortcutFields);
+    field->setAction([this] { updateAssignButton(); });
+}
+
+void UserAssinableWindowController::setupLoadSaveButton()
+{
+    const SetupTables& tables = SetupTables::shared();
+    const std::array names { QStringLiteral("Load"), QStringLiteral("Save") };
+    const std::array loadSaveAction { &UserAssinableWindowController::load,
+        &UserAssinableWindowController::save };
+    for (std::size_t i = 0; i < loadSaveAction.size(); ++i) {
+        ImageButton* button = addButton(tables.LoadSaveButtonFrame[i], names[i],
+            tables.LoadSaveButtonOffImage[i], tables.LoadSaveButtonImage[i]);
+        QObject::connect(button, &QAbstractButton::clicked, m_window.get(),
+            [this, action = loadSaveAction[i]] { (this->*action)(); });
+    }
+}
+
+void UserAssinableWindowController::setupAssignOkCancelButton()
+{
+    const SetupTables& tables = SetupTables::shared();
+    const std::array names { QStringLiteral("Assign"), QStringLiteral("OK"),
+        QStringLiteral("Cancel") };
+    const std::array assignOkCancelAction { &UserAssinableWindowController::assign,
+        &UserAssinableWindowController::ok, &UserAssinableWindowController::cancel };
+    for (std::size_t i = 0; i < assignOkCancelAction.size(); ++i) {
+        ImageButton* button = addButton(tables.AssignOkCancelButtonFrame[i], names[i],
+            tables.AssignOkCancelButtonImage[i], tables.AssignOkCancelButtonOffImage[i]);
+        QObject::connect(button, &QAbstractButton::clicked, m_window.get(),
+            [this, action = assignOkCancelAction[i]] { (this->*action)(); });
+        if (!m_assignButton)
+            m_assignButton = button;
+    }
+}
+
+ImageButton* UserAssinableWindowController::addButton(const QRect& frame, const QString& name,
+    const InterfaceImage& image, const InterfaceImage& alternateImage)
+{
+    auto* button = new ImageButton(SetupTables::shared().inContent(frame), m_window.get());
+    button->setAccessibleName(name);
+    button->setImage(image);
+    button->setAlternateImage(alternateImage);
+    return button;
+}
+
+void UserAssinableWindowController::showWindow()
+{
+    if (!isVisible())
+        m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
+    m_window->show();
+}
+
+void UserAssinableWindowController::makeKeyAndOrderFront()
+{
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+} // namespace kestrel

@@ -1,0 +1,48 @@
+#include "setup/WindowCloseObserver.h"
+
+#include "common/NotificationCenter.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMessageBox>
+
+namespace kestrel {
+
+namespace {
+
+bool isOrdinaryWindow(const QWidget& widget)
+{
+    const Qt::WindowType type = widget.windowType();
+    return type == Qt::Window || type == Qt::Dialog || type == Qt::Sheet || type == Qt::Tool;
+}
+
+} // namespace
+
+WindowCloseObserver::WindowCloseObserver(NotificationCenter& notificationCenter)
+    : m_notificationCenter(notificationCenter)
+{
+    qApp->installEventFilter(this);
+}
+
+// A window that has agreed to close is hidden before the closing call returns; one that has not is
+// forgotten when the event loop is reached again.
+bool WindowCloseObserver::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Close && event->type() != QEvent::Hide)
+        return false;
+    auto* window = qobject_cast<QWidget*>(watched);
+    if (!window || !window->isWindow() || !isOrdinaryWindow(*window)
+        || qobject_cast<QMessageBox*>(window))
+        return false;
+    if (event->type() == QEvent::Close) {
+        m_closing = window;
+        QMetaObject::invokeMethod(
+            this, [this] { m_closing.clear(); }, Qt::QueuedConnection);
+    } else if (window == m_closing) {
+        m_closing.clear();
+        m_notificationCenter.post(NotificationName::windowWillClose, window);
+    }
+    return false;
+}
+
+} // namespace kestrel
