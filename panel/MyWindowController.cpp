@@ -58,13 +58,13 @@ void MyWindowController::awakeFromNib()
 void MyWindowController::redrawLCDdisplay(const MIDIMessage& message)
 {
     if (m_plugInPanelView)
-        m_plugInPanelView->updateZone(message.readData(), m_window->isVisible());
+        m_plugInPanelView->updateZone(message.readData(), isVisible());
 }
 
 void MyWindowController::redrawDSParea(const MIDIMessage& message)
 {
     if (m_plugInPanelView)
-        m_plugInPanelView->updateDSParea(message.readData(), m_window->isVisible());
+        m_plugInPanelView->updateDSParea(message.readData(), isVisible());
 }
 
 void MyWindowController::setNeedDisplay()
@@ -92,6 +92,11 @@ QSize MyWindowController::contentInProportion(QSize content) const
     const QSizeF better = windowWillResize(*m_window, frame);
     const int decoration = m_window->frameGeometry().height() - m_window->height();
     return { qRound(better.width()), qRound(better.height() - decoration) };
+}
+
+bool MyWindowController::isVisible() const
+{
+    return m_window && m_window->isVisible();
 }
 
 void MyWindowController::showWindow()

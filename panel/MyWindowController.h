@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/WindowVisibility.h"
 #include "panel/ConsoleDisplay.h"
 #include "panel/DSPWindow.h"
 #include "panel/PanelPlacement.h"
@@ -15,7 +16,7 @@ namespace kestrel {
 class WindowTraits;
 
 // Owns the plug-in panel's window for the whole run and passes it what the console sends.
-class MyWindowController : public QObject, public ConsoleDisplay {
+class MyWindowController : public QObject, public ConsoleDisplay, public WindowVisibility {
     Q_OBJECT
 
 public:
@@ -36,7 +37,9 @@ public:
     // The frame size to take in place of the proposed one, so that the content is in proportion.
     [[nodiscard]] QSizeF windowWillResize(const DSPWindow& sender, QSizeF frameSize) const;
 
-    void showWindow(); // in front of others, leaving the active window and the focus as they are
+    [[nodiscard]] bool isVisible() const override;
+    void showWindow()
+        override; // in front of others, leaving the active window and the focus as they are
 
     [[nodiscard]] DSPWindow* window() const { return m_window.get(); }
     [[nodiscard]] PlugInPanelView* plugInPanelView() const { return m_plugInPanelView; }

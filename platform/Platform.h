@@ -3,6 +3,7 @@
 #include "platform/DefaultsStore.h"
 #include "platform/FileAttributes.h"
 #include "platform/KeyEvents.h"
+#include "platform/KeyTranslation.h"
 #include "platform/MIDIServices.h"
 #include "platform/MainLoop.h"
 #include "platform/Permissions.h"
@@ -11,6 +12,8 @@
 #include "platform/Workspace.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace kestrel {
 
@@ -19,6 +22,7 @@ struct Platform {
     std::unique_ptr<MIDIServices> midiServices;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<KeyEvents> keyEvents;
+    std::unique_ptr<KeyTranslation> keyTranslation;
     std::unique_ptr<ProcessTable> processTable;
     std::unique_ptr<FileAttributes> fileAttributes;
     std::unique_ptr<WindowTraits> windowTraits;
@@ -28,5 +32,9 @@ struct Platform {
 
 // Defined once by each platform folder. `mainLoop` outlives the platform.
 [[nodiscard]] Platform makePlatform(MainLoop& mainLoop);
+
+// Before there is an application object: makes the toolkit use this platform's kind of session.
+// Why no window can be shown in it, in words for the user; nothing when all is well.
+[[nodiscard]] std::optional<std::string> prepareSession();
 
 } // namespace kestrel

@@ -23,7 +23,8 @@ public:
     // Opens a file or bundle as the file manager would; false when nothing could be asked to.
     [[nodiscard]] virtual bool openFile(std::string_view path) = 0;
 
-    virtual void hideApplication() = 0;
+    // False where the session knows no hidden applications: the caller hides its windows itself.
+    [[nodiscard]] virtual bool hideApplication() = 0;
     virtual void activateApplication() = 0; // ignoring other applications
 };
 

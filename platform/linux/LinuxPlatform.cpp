@@ -5,6 +5,12 @@
 #include "platform/linux/system/ProcProcessTable.h"
 #include "platform/linux/system/XattrFileAttributes.h"
 #include "platform/linux/x11/X11Adapters.h"
+#include "platform/linux/x11/X11KeyTranslation.h"
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <string_view>
 
 namespace kestrel {
 
@@ -15,12 +21,30 @@ Platform makePlatform(MainLoop& mainLoop)
         .midiServices = std::make_unique<JackMIDIServices>(mainLoop),
         .workspace = std::move(x11.workspace),
         .keyEvents = std::move(x11.keyEvents),
+        .keyTranslation = std::make_unique<X11KeyTranslation>(),
         .processTable = std::make_unique<ProcProcessTable>(),
         .fileAttributes = std::make_unique<XattrFileAttributes>(),
         .windowTraits = std::move(x11.windowTraits),
         .permissions = std::make_unique<LinuxPermissions>(),
         .defaults = makeFileDefaultsStore(),
     };
+}
+
+std::optional<std::string> prepareSession()
+{
+    // Floating above other programs, key events and the tray are all X11 here, also in a Wayland
+    // session. A user who chooses another toolkit back end gets it.
+    ::setenv("QT_QPA_PLATFORM", "xcb", 0);
+    if (std::string_view(::getenv("QT_QPA_PLATFORM")) != "xcb")
+        return {};
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool works = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    if (works)
+        return {};
+    const char* const display = ::getenv("DISPLAY");
+    return std::string("Kestrel needs an X11 display, and ")
+        + (display ? "\"" + std::string(display) + "\" does not answer." : "DISPLAY is not set.");
 }
 
 } // namespace kestrel

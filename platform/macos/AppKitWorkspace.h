@@ -9,7 +9,7 @@ class AppKitWorkspace final : public Workspace {
 public:
     void visitRunningApplications(const Visitor& visit) override;
     bool openFile(std::string_view path) override;
-    void hideApplication() override;
+    bool hideApplication() override;
     void activateApplication() override;
 };
 

@@ -27,9 +27,10 @@ bool AppKitWorkspace::openFile(std::string_view path)
     }
 }
 
-void AppKitWorkspace::hideApplication()
+bool AppKitWorkspace::hideApplication()
 {
     [NSApp hide:nil];
+    return true;
 }
 
 void AppKitWorkspace::activateApplication()

@@ -6,6 +6,7 @@
 #include "platform/macos/CoreMIDIServices.h"
 #include "platform/macos/FinderFileAttributes.h"
 #include "platform/macos/QuartzKeyEvents.h"
+#include "platform/macos/QuartzKeyTranslation.h"
 #include "platform/macos/SysctlProcessTable.h"
 
 namespace kestrel {
@@ -17,6 +18,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .midiServices = std::make_unique<CoreMIDIServices>(),
         .workspace = std::make_unique<AppKitWorkspace>(),
         .keyEvents = std::make_unique<QuartzKeyEvents>(access),
+        .keyTranslation = std::make_unique<QuartzKeyTranslation>(),
         .processTable = std::make_unique<SysctlProcessTable>(),
         .fileAttributes = std::make_unique<FinderFileAttributes>(),
         .windowTraits = std::make_unique<AppKitWindowTraits>(),
@@ -24,5 +26,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
     };
 }
+
+std::optional<std::string> prepareSession() { return {}; }
 
 } // namespace kestrel

@@ -55,11 +55,16 @@ public:
         calls.push_back("open " + std::string(path));
         return true;
     }
-    void hideApplication() override { calls.push_back("hide"); }
+    [[nodiscard]] bool hideApplication() override
+    {
+        calls.push_back("hide");
+        return hidesByItself;
+    }
     void activateApplication() override { calls.push_back("activate"); }
 
     std::vector<Application> applications;
     int visited = 0;
+    bool hidesByItself = true;
     std::vector<std::string> calls;
 };
 

@@ -9,7 +9,6 @@ namespace kestrel {
 
 namespace {
 constexpr std::uint32_t MaxClients = 4096;
-constexpr std::uint32_t IconicState = 3; // of WM_CHANGE_STATE
 constexpr std::uint32_t FromPager = 2; // who asks; obeyed without regard to user time
 } // namespace
 
@@ -30,13 +29,6 @@ void X11Workspace::visitRunningApplications(const Visitor& visit)
 bool X11Workspace::openFile(std::string_view path)
 {
     return DesktopOpen::open(path);
-}
-
-void X11Workspace::hideApplication()
-{
-    for (const xcb_window_t window : ownWindows())
-        askWindowManager(window, "WM_CHANGE_STATE", IconicState, 0);
-    m_session->connection.flush();
 }
 
 void X11Workspace::activateApplication()

@@ -17,8 +17,8 @@ public:
     void visitRunningApplications(const Visitor& visit) override;
     bool openFile(std::string_view path) override;
 
+    bool hideApplication() override { return false; } // X11 knows windows only
     // Through the window manager; nothing happens when there is none, or no window of ours.
-    void hideApplication() override;
     void activateApplication() override;
 
 private:

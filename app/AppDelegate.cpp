@@ -1,0 +1,189 @@
+#include "app/AppDelegate.h"
+
+#include "app/BundleInfo.h"
+#include "app/QtApplicationVisibility.h"
+#include "app/TrayStatusItem.h"
+#include "panel/DSPWindow.h"
+#include "panel/MyWindowController.h"
+#include "platform/Platform.h"
+#include "setup/UserAssinableWindowController.h"
+#include "setup/WindowCloseObserver.h"
+#include "ui_MainMenu.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QMainWindow>
+#include <QMessageBox>
+
+#include <chrono>
+
+namespace kestrel {
+
+namespace {
+constexpr std::chrono::seconds SupervisionInterval { 5 };
+constexpr std::string_view OfflineImage = "kestrel_offline_16x16";
+constexpr std::string_view ConsolePreferences = "/Library/PreferencePanes/HolvikZentaMIDI.prefPane";
+const QString DriverBundle = QStringLiteral("/Library/Audio/MIDI Drivers/HolvikZentaMIDI.plugin");
+const QString OwnBundleInfo = QStringLiteral(":/Info.plist");
+} // namespace
+
+AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
+    : m_platform(platform)
+    , m_assignments(*platform.defaults)
+    , m_keystrokes(m_assignments, *platform.workspace, *platform.keyEvents, *platform.permissions)
+    , m_connection({ *platform.midiServices, *platform.processTable, mainLoop, clock },
+          [this](const MIDIMessage& message) { receiveMessage(message); })
+    , m_windowCloseObserver(std::make_unique<WindowCloseObserver>(m_notificationCenter))
+    , m_visibility(std::make_unique<QtApplicationVisibility>(*platform.workspace))
+{
+    m_activeSenceTimer.setTimerType(Qt::PreciseTimer);
+    m_activeSenceTimer.setInterval(SupervisionInterval);
+    connect(
+        &m_activeSenceTimer, &QTimer::timeout, this, [this] { m_connection.checkActiveSence(); });
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    createPanelController();
+    createSetupController();
+    setupStatusItem();
+    m_activeSenceTimer.start();
+}
+
+void AppDelegate::createPanelController()
+{
+    if (m_myWindowController)
+        return;
+    m_myWindowController = std::make_unique<MyWindowController>(
+        QStringLiteral("Plug-in_Panel"), *m_platform.windowTraits, *m_platform.defaults);
+    m_connection.setMyWindowController(m_myWindowController.get());
+}
+
+void AppDelegate::createSetupController()
+{
+    if (m_userAssignableWindowController)
+        return;
+    m_assignments.setupShortcutKey();
+    m_userAssignableWindowController = std::make_unique<UserAssinableWindowController>(
+        SetupServices { { m_notificationCenter, *m_platform.keyTranslation }, *m_platform.defaults,
+            *m_platform.fileAttributes, *m_visibility });
+    m_userAssignableWindowController->setMyWindowController(m_myWindowController.get());
+    m_userAssignableWindowController->initShortcut(m_assignments.myUserAssignFile());
+}
+
+void AppDelegate::setupStatusItem()
+{
+    if (m_statusItem)
+        return;
+    m_mainMenuWindow = std::make_unique<QMainWindow>();
+    m_mainMenu = std::make_unique<Ui::MainMenu>();
+    m_mainMenu->setupUi(m_mainMenuWindow.get());
+    connect(m_mainMenu->newDocument, &QAction::triggered, this, &AppDelegate::newDocument);
+    connect(m_mainMenu->openDocument, &QAction::triggered, this, &AppDelegate::openDocument);
+    connect(m_mainMenu->saveDocument, &QAction::triggered, this, &AppDelegate::saveDocument);
+    connect(m_mainMenu->userAssign, &QAction::triggered, this, &AppDelegate::userAssign);
+    connect(m_mainMenu->kestrel, &QAction::triggered, this, &AppDelegate::kestrel);
+    connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
+    connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
+
+    m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
+    m_statusItem->setImage(OfflineImage);
+    m_statusItem->show();
+    m_connection.setStatusItem(m_statusItem.get());
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    if (std::exchange(m_terminated, true))
+        return;
+    m_activeSenceTimer.stop();
+    if (m_connection.client() != 0)
+        m_connection.releaseMIDIReceiver();
+    storeAssignments();
+}
+
+void AppDelegate::storeAssignments()
+{
+    if (!m_assignments.writeUserDefault())
+        qWarning("The assignments could not be written to the user defaults.");
+}
+
+void AppDelegate::newDocument()
+{
+    if (!m_connection.isProTools())
+        m_myWindowController->initMessage();
+    DSPWindow* const panel = m_myWindowController->window();
+    const bool wasVisible = panel->isVisible();
+    m_myWindowController->showWindow();
+    if (!wasVisible) {
+        m_myWindowController->setNeedDisplay();
+        return;
+    }
+    m_visibility->activate();
+    panel->raise(); // it never becomes the key window
+}
+
+void AppDelegate::kestrel()
+{
+    // Where the driver is not installed there is nothing to open, and nothing to be said.
+    static_cast<void>(m_platform.workspace->openFile(ConsolePreferences));
+}
+
+void AppDelegate::userAssign()
+{
+    const bool wasVisible = m_userAssignableWindowController->isVisible();
+    m_userAssignableWindowController->showWindow();
+    m_visibility->activate();
+    m_userAssignableWindowController->makeKeyAndOrderFront();
+    if (!wasVisible)
+        m_userAssignableWindowController->setupUI(*m_assignments.myUserAssignFile());
+}
+
+void AppDelegate::about()
+{
+    std::optional<BundleInfo> driver;
+    if (QFileInfo(DriverBundle).isDir())
+        driver = BundleInfo::read(DriverBundle + QStringLiteral("/Contents/Info.plist"))
+                     .value_or(BundleInfo {});
+    const BundleInfo application = BundleInfo::read(OwnBundleInfo).value_or(BundleInfo {});
+
+    QMessageBox alert(QMessageBox::Warning, QStringLiteral("ZENTA Kestrel"),
+        QStringLiteral("ZENTA Kestrel"), QMessageBox::Ok);
+    alert.setInformativeText(aboutText(driver, application));
+    alert.exec();
+
+    const bool panelWasVisible = m_myWindowController->isVisible();
+    if (!panelWasVisible && m_userAssignableWindowController->isVisible())
+        return;
+    m_visibility->hide();
+    if (panelWasVisible)
+        m_myWindowController->showWindow();
+}
+
+void AppDelegate::quit()
+{
+    QCoreApplication::quit();
+}
+
+void AppDelegate::applicationOpenFiles(const QStringList& filenames)
+{
+    createSetupController();
+    if (filenames.isEmpty())
+        return;
+    if (m_userAssignableWindowController->loadFile(filenames.first(), false))
+        m_userAssignableWindowController->changeShortcut(*m_assignments.myUserAssignFile());
+}
+
+void AppDelegate::redrawLCDdisplay(const MIDIMessage& message)
+{
+    m_myWindowController->redrawLCDdisplay(message);
+}
+
+void AppDelegate::redrawDSParea(const MIDIMessage& message)
+{
+    m_myWindowController->redrawDSParea(message);
+}
+
+} // namespace kestrel

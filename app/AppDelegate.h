@@ -1,0 +1,83 @@
+#pragma once
+
+#include "app/MIDIConnection.h"
+#include "app/MessageDispatcher.h"
+#include "assign/KeystrokePoster.h"
+#include "assign/StoredAssignments.h"
+#include "common/NotificationCenter.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+namespace Ui {
+class MainMenu;
+}
+class QMainWindow;
+
+namespace kestrel {
+
+class MyWindowController;
+class QtApplicationVisibility;
+class TrayStatusItem;
+class UserAssinableWindowController;
+class WindowCloseObserver;
+struct Platform;
+
+// Owns everything for the whole run, ties it together, and answers the menu. Main thread only.
+class AppDelegate final : public QObject, private MessageDispatcher::Destinations {
+    Q_OBJECT
+
+public:
+    // All of it outlives the delegate.
+    AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock);
+    ~AppDelegate() override;
+
+    void applicationDidFinishLaunching();
+    // Orderly end: the supervision stops, the link is taken down, the live set is stored. Only the
+    // first call does anything.
+    void applicationWillTerminate();
+    void storeAssignments();
+    // Files opened from the file manager: the first becomes the live set at once.
+    void applicationOpenFiles(const QStringList& filenames);
+
+    void receiveMessage(const MIDIMessage& message) { m_dispatcher.receiveMessage(message); }
+
+public slots:
+    void newDocument();
+    void openDocument() { } // files are opened in the setup window
+    void saveDocument() { }
+    void userAssign();
+    void kestrel();
+    void about();
+    void quit();
+
+private:
+    void createPanelController();
+    void createSetupController();
+    void setupStatusItem();
+
+    void answerHeartbeat() override { m_connection.answerHeartbeat(); }
+    void redrawLCDdisplay(const MIDIMessage& message) override;
+    void redrawDSParea(const MIDIMessage& message) override;
+    void eventKeyPost(unsigned int buttonCode) override { m_keystrokes.eventKeyPost(buttonCode); }
+
+    Platform& m_platform;
+    StoredAssignments m_assignments;
+    KeystrokePoster m_keystrokes;
+    MessageDispatcher m_dispatcher { *this };
+    MIDIConnection m_connection;
+    NotificationCenter m_notificationCenter;
+    std::unique_ptr<WindowCloseObserver> m_windowCloseObserver;
+    std::unique_ptr<QtApplicationVisibility> m_visibility;
+    std::unique_ptr<QMainWindow> m_mainMenuWindow; // never shown; owns the menu
+    std::unique_ptr<Ui::MainMenu> m_mainMenu;
+    std::unique_ptr<TrayStatusItem> m_statusItem;
+    std::unique_ptr<MyWindowController> m_myWindowController;
+    std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;
+    QTimer m_activeSenceTimer;
+    bool m_terminated = false;
+};
+
+} // namespace kestrel

@@ -1,0 +1,27 @@
+#include "app/TrayStatusItem.h"
+
+#include <QCursor>
+#include <QIcon>
+#include <QMenu>
+
+namespace kestrel {
+
+TrayStatusItem::TrayStatusItem(QMenu& menu)
+{
+    m_icon.setToolTip(QStringLiteral("ZENTA Kestrel"));
+    m_icon.setContextMenu(&menu);
+    // Trays show the menu for the second button by themselves; the first one is to show it too.
+    QObject::connect(&m_icon, &QSystemTrayIcon::activated, &menu,
+        [&menu](QSystemTrayIcon::ActivationReason reason) {
+            if (reason == QSystemTrayIcon::Trigger && !menu.isVisible())
+                menu.popup(QCursor::pos());
+        });
+}
+
+void TrayStatusItem::setImage(std::string_view imageName)
+{
+    const auto name = QString::fromUtf8(imageName.data(), static_cast<qsizetype>(imageName.size()));
+    m_icon.setIcon(QIcon(QStringLiteral(":/images/%1.png").arg(name)));
+}
+
+} // namespace kestrel

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "app/StatusItem.h"
+
+#include <QSystemTrayIcon>
+
+class QMenu;
+
+namespace kestrel {
+
+// The status item as the desktop's tray or menu bar shows it, as soon as there is one.
+class TrayStatusItem final : public StatusItem {
+public:
+    // `menu` outlives the item.
+    explicit TrayStatusItem(QMenu& menu);
+
+    void setImage(std::string_view imageName) override;
+    void show() { m_icon.show(); }
+
+private:
+    QSystemTrayIcon m_icon;
+};
+
+} // namespace kestrel
