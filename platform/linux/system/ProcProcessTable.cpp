@@ -2,54 +2,71 @@
 
 #include "platform/ProcessRecords.h"
 
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
-#include <fstream>
-#include <string>
-#include <system_error>
+#include <array>
+#include <cctype>
+#include <memory>
+#include <string_view>
 
 namespace kestrel {
 
-namespace fs = std::filesystem;
-
 namespace {
-bool isProcess(const fs::path& folder)
+using ShortName = std::array<char, ProcessRecords::MaxNameLength>;
+
+bool isProcess(const dirent& entry)
 {
-    const std::string name = folder.filename().string();
-    return std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const std::string_view name(entry.d_name);
+    return std::ranges::all_of(name, [](unsigned char digit) { return std::isdigit(digit) != 0; });
 }
 
-void appendRecord(std::vector<std::byte>& table, const std::string& commandName)
+// Missing when the process has ended meanwhile.
+std::optional<std::string_view> shortName(int folder, const dirent& process, ShortName& buffer)
 {
-    using namespace ProcessRecords;
-    const std::size_t start = table.size();
-    table.resize(start + RecordSize);
-    std::transform(commandName.begin(),
-        commandName.begin()
-            + static_cast<std::ptrdiff_t>(std::min(commandName.size(), MaxNameLength)),
-        table.begin() + static_cast<std::ptrdiff_t>(start + NameOffset),
-        [](char c) { return static_cast<std::byte>(c); });
+    const std::string path = std::string(process.d_name) + "/comm";
+    const int file = ::openat(folder, path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return {};
+    const ssize_t size = ::read(file, buffer.data(), buffer.size());
+    ::close(file);
+    if (size <= 0)
+        return {};
+    std::string_view name(buffer.data(), static_cast<std::size_t>(size));
+    if (name.ends_with('\n'))
+        name.remove_suffix(1);
+    return name;
 }
 } // namespace
 
-ProcProcessTable::ProcProcessTable(fs::path root)
-    : m_root(std::move(root))
+ProcProcessTable::ProcProcessTable(std::string folder)
+    : m_folder(std::move(folder))
 {
 }
 
 std::optional<std::vector<std::byte>> ProcProcessTable::read()
 {
-    std::error_code error;
-    fs::directory_iterator folders(m_root, error);
-    if (error)
+    struct Close {
+        void operator()(DIR* folder) const { ::closedir(folder); }
+    };
+    const std::unique_ptr<DIR, Close> processes(::opendir(m_folder.c_str()));
+    if (!processes)
         return {};
     std::vector<std::byte> table;
-    for (; folders != fs::directory_iterator(); folders.increment(error)) {
-        if (!isProcess(folders->path()))
+    ShortName buffer;
+    while (const dirent* entry = ::readdir(processes.get())) {
+        if (!isProcess(*entry))
             continue;
-        std::string commandName;
-        // A process may be gone by now: then there is no name, and no record.
-        if (std::getline(std::ifstream(folders->path() / "comm"), commandName))
-            appendRecord(table, commandName);
+        const auto name = shortName(::dirfd(processes.get()), *entry, buffer);
+        if (!name)
+            continue;
+        const std::size_t record = table.size();
+        table.resize(record + ProcessRecords::RecordSize);
+        std::ranges::transform(*name,
+            table.begin() + static_cast<std::ptrdiff_t>(record + ProcessRecords::NameOffset),
+            [](char character) { return static_cast<std::byte>(character); });
     }
     return table;
 }

@@ -2,19 +2,19 @@
 
 #include "platform/ProcessTable.h"
 
-#include <filesystem>
+#include <string>
 
 namespace kestrel {
 
-// The process table from /proc, in the records that the search goes through.
+// The processes of /proc with their short names, as the kernel keeps them: 15 bytes at the most.
 class ProcProcessTable final : public ProcessTable {
 public:
-    explicit ProcProcessTable(std::filesystem::path root = "/proc");
+    explicit ProcProcessTable(std::string folder = "/proc");
 
-    [[nodiscard]] std::optional<std::vector<std::byte>> read() override;
+    std::optional<std::vector<std::byte>> read() override;
 
 private:
-    std::filesystem::path m_root;
+    std::string m_folder;
 };
 
 } // namespace kestrel

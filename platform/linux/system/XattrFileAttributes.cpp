@@ -8,50 +8,51 @@
 namespace kestrel {
 
 namespace {
-constexpr const char* FinderInfo = "user.com.apple.FinderInfo";
+using FinderInfo = std::array<std::uint8_t, 32>;
+constexpr std::size_t TypeOffset = 0;
+constexpr std::size_t CreatorOffset = 4;
 
-// The type, then the creator, both with the high byte first; then what is none of our business.
-using Info = std::array<std::uint8_t, 32>;
-
-std::uint32_t codeAt(const Info& info, std::size_t offset)
+// Missing when there is no such attribute or it is not of this form.
+std::optional<FinderInfo> read(const std::string& path)
 {
-    std::uint32_t code = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        code = code << 8 | info[offset + i];
-    return code;
-}
-
-void putCodeAt(Info& info, std::size_t offset, std::uint32_t code)
-{
-    for (std::size_t i = 0; i < 4; ++i)
-        info[offset + i] = static_cast<std::uint8_t>(code >> (24 - 8 * i));
-}
-
-std::optional<Info> readInfo(const std::string& path)
-{
-    Info info {};
-    if (::getxattr(path.c_str(), FinderInfo, info.data(), info.size())
-        != static_cast<ssize_t>(info.size()))
+    FinderInfo info {};
+    const ssize_t size
+        = ::getxattr(path.c_str(), XattrFileAttributes::AttributeName, info.data(), info.size());
+    if (size != static_cast<ssize_t>(info.size()))
         return {};
     return info;
+}
+
+std::uint32_t code(const FinderInfo& info, std::size_t offset)
+{
+    std::uint32_t value = 0;
+    for (std::size_t index = 0; index < 4; ++index)
+        value = value << 8 | info[offset + index];
+    return value;
+}
+
+void setCode(FinderInfo& info, std::size_t offset, std::uint32_t value)
+{
+    for (std::size_t index = 0; index < 4; ++index)
+        info[offset + index] = static_cast<std::uint8_t>(value >> (24 - 8 * index));
 }
 } // namespace
 
 bool XattrFileAttributes::setCodes(std::string_view path, FileCodes codes)
 {
-    const std::string name(path);
-    Info info = readInfo(name).value_or(Info {});
-    putCodeAt(info, 0, codes.type);
-    putCodeAt(info, 4, codes.creator);
-    return ::setxattr(name.c_str(), FinderInfo, info.data(), info.size(), 0) == 0;
+    const std::string file(path);
+    FinderInfo info = read(file).value_or(FinderInfo {});
+    setCode(info, TypeOffset, codes.type);
+    setCode(info, CreatorOffset, codes.creator);
+    return ::setxattr(file.c_str(), AttributeName, info.data(), info.size(), 0) == 0;
 }
 
 std::optional<FileCodes> XattrFileAttributes::codes(std::string_view path)
 {
-    const auto info = readInfo(std::string(path));
+    const auto info = read(std::string(path));
     if (!info)
         return {};
-    return FileCodes { codeAt(*info, 0), codeAt(*info, 4) };
+    return FileCodes { code(*info, TypeOffset), code(*info, CreatorOffset) };
 }
 
 } // namespace kestrel

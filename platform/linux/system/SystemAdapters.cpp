@@ -1,0 +1,24 @@
+#include "platform/linux/system/SystemAdapters.h"
+
+#include "platform/linux/system/LinuxPermissions.h"
+#include "platform/linux/system/ProcProcessTable.h"
+#include "platform/linux/system/XattrFileAttributes.h"
+
+namespace kestrel {
+
+std::unique_ptr<ProcessTable> makeProcessTable()
+{
+    return std::make_unique<ProcProcessTable>();
+}
+
+std::unique_ptr<FileAttributes> makeFileAttributes()
+{
+    return std::make_unique<XattrFileAttributes>();
+}
+
+std::unique_ptr<Permissions> makePermissions()
+{
+    return std::make_unique<LinuxPermissions>();
+}
+
+} // namespace kestrel

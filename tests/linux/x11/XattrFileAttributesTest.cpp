@@ -1,0 +1,86 @@
+#include "platform/linux/system/XattrFileAttributes.h"
+
+#include "tests/linux/x11/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/xattr.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <numeric>
+
+namespace kestrel::test {
+
+namespace {
+using FinderInfo = std::array<std::uint8_t, 32>;
+
+class FileAttributesOnLinux : public ::testing::Test {
+protected:
+    FileAttributesOnLinux()
+        : file(folder.path() / "set.ZKCF")
+    {
+        std::ofstream { file } << "content";
+    }
+
+    FinderInfo stored()
+    {
+        FinderInfo info {};
+        EXPECT_EQ(
+            ::getxattr(file.c_str(), "user.com.apple.FinderInfo", info.data(), info.size()), 32);
+        return info;
+    }
+    void store(const void* bytes, std::size_t size)
+    {
+        ASSERT_EQ(::setxattr(file.c_str(), "user.com.apple.FinderInfo", bytes, size, 0), 0);
+    }
+
+    TemporaryFolder folder;
+    std::string file;
+    XattrFileAttributes attributes;
+};
+} // namespace
+
+TEST_F(FileAttributesOnLinux, codes_are_the_first_eight_bytes_big_endian)
+{
+    EXPECT_TRUE(attributes.setCodes(file, { 0x5A4B4346, 0x48564C4B })); // "ZKCF", "HVLK"
+    FinderInfo expected { 'Z', 'K', 'C', 'F', 'H', 'V', 'L', 'K' };
+    EXPECT_EQ(stored(), expected);
+    EXPECT_EQ(attributes.codes(file), (FileCodes { 0x5A4B4346, 0x48564C4B }));
+}
+
+TEST_F(FileAttributesOnLinux, the_other_bytes_are_preserved)
+{
+    FinderInfo info;
+    std::iota(info.begin(), info.end(), std::uint8_t { 100 });
+    store(info.data(), info.size());
+    EXPECT_EQ(attributes.codes(file), (FileCodes { 0x64656667, 0x68696A6B }));
+    EXPECT_TRUE(attributes.setCodes(file, { 1, 2 }));
+    std::ranges::copy(std::array { 0, 0, 0, 1, 0, 0, 0, 2 }, info.begin());
+    EXPECT_EQ(stored(), info);
+}
+
+TEST_F(FileAttributesOnLinux, a_file_without_codes_has_none)
+{
+    EXPECT_EQ(attributes.codes(file), std::nullopt);
+}
+
+TEST_F(FileAttributesOnLinux, an_attribute_of_another_size_is_no_codes_and_is_replaced)
+{
+    store("ZKCFHVLK", 8);
+    EXPECT_EQ(attributes.codes(file), std::nullopt);
+    const std::array<std::uint8_t, 40> tooLong {};
+    store(tooLong.data(), tooLong.size());
+    EXPECT_EQ(attributes.codes(file), std::nullopt);
+    EXPECT_TRUE(attributes.setCodes(file, { 3, 4 }));
+    EXPECT_EQ(attributes.codes(file), (FileCodes { 3, 4 }));
+}
+
+TEST_F(FileAttributesOnLinux, a_file_that_cannot_carry_them_is_a_failure)
+{
+    EXPECT_FALSE(attributes.setCodes((folder.path() / "missing").string(), { 1, 2 }));
+    EXPECT_FALSE(attributes.setCodes("/proc/self/comm", { 1, 2 }));
+    EXPECT_EQ(attributes.codes("/proc/self/comm"), std::nullopt);
+}
+
+} // namespace kestrel::test
