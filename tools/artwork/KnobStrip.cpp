@@ -23,11 +23,11 @@ constexpr double lampRadius = 2.1;
 constexpr double skirtRadius = 20.5;
 constexpr double capRadius = 16.0;
 
-constexpr QColor litCore(255, 236, 196);
-constexpr QColor litEdge(255, 168, 60);
+constexpr QColor litCore(255, 224, 158);
+constexpr QColor litEdge(255, 152, 40);
 constexpr QColor unlitLamp(78, 58, 38);
-constexpr QColor lowerCore(255, 214, 190);
-constexpr QColor lowerEdge(255, 104, 62);
+constexpr QColor lowerCore(255, 178, 144);
+constexpr QColor lowerEdge(255, 86, 48);
 
 // Clockwise from twelve o'clock.
 QPointF onCircle(double degrees, double radius)

@@ -44,9 +44,7 @@ void drawKeyGrid(Canvas& canvas)
 
     const QRectF tray(22, 84, 400, 310);
     recess(canvas, roundedRect(tray, 8), QColor(20, 21, 22), 2.5);
-    const Lettering number {
-        .size = 0.9, .stroke = 1.05, .tracking = 2.2, .paint = QColor(150, 154, 156)
-    };
+    const Lettering number { .tracking = 2.4, .paint = QColor(164, 168, 170) };
     for (int i = 0; i < 12; ++i) {
         const QRectF key = userKey(i);
         recess(canvas, roundedRect(key.adjusted(-1.5, -1.5, 1.5, 1.5), 8), QColor(8, 8, 9), 1.2);
