@@ -1,9 +1,7 @@
 #include "platform/Platform.h"
 #include "platform/linux/defaults/FileDefaultsStore.h"
 #include "platform/linux/midi/JackMIDIServices.h"
-#include "platform/linux/system/LinuxPermissions.h"
-#include "platform/linux/system/ProcProcessTable.h"
-#include "platform/linux/system/XattrFileAttributes.h"
+#include "platform/linux/system/SystemAdapters.h"
 #include "platform/linux/x11/X11Adapters.h"
 #include "platform/linux/x11/X11KeyTranslation.h"
 
@@ -22,10 +20,10 @@ Platform makePlatform(MainLoop& mainLoop)
         .workspace = std::move(x11.workspace),
         .keyEvents = std::move(x11.keyEvents),
         .keyTranslation = std::make_unique<X11KeyTranslation>(),
-        .processTable = std::make_unique<ProcProcessTable>(),
-        .fileAttributes = std::make_unique<XattrFileAttributes>(),
+        .processTable = makeProcessTable(),
+        .fileAttributes = makeFileAttributes(),
         .windowTraits = std::move(x11.windowTraits),
-        .permissions = std::make_unique<LinuxPermissions>(),
+        .permissions = makePermissions(),
         .defaults = makeFileDefaultsStore(),
     };
 }
