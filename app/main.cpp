@@ -81,7 +81,6 @@ int main(int argc, char* argv[])
         return EXIT_FAILURE;
     }
     const QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("ZENTA Kestrel"));
     QApplication::setDesktopFileName(QStringLiteral("com.holvik.kestrel"));
     QApplication::setQuitOnLastWindowClosed(false);
 
