@@ -13,8 +13,12 @@
 namespace kestrel::stage {
 
 namespace {
-constexpr int NameCount = 6; // the other two are for whoever else works on this machine
-constexpr auto NamePatience = std::chrono::minutes(2);
+constexpr auto TurnPatience = std::chrono::minutes(4);
+
+std::string nameForUser()
+{
+    return "kestrel-" + std::to_string(::getuid());
+}
 
 bool answers(const std::string& serverName)
 {
@@ -28,50 +32,36 @@ bool answers(const std::string& serverName)
 }
 } // namespace
 
-// One of the names, for this process alone: a locked file stands for it. The server inherits the
-// lock, so that a name is free only when neither its owner nor the server is left.
-class PrivateJackServer::Name {
+// The right to run the server: a locked file stands for it. The server inherits the lock, so that
+// it is free only when neither its owner nor the server is left.
+class PrivateJackServer::Turn {
 public:
-    Name()
+    explicit Turn(const std::string& name)
+        : m_lock(::open(("/dev/shm/" + name + ".lock").c_str(), O_RDWR | O_CREAT, 0600))
     {
-        const auto deadline = std::chrono::steady_clock::now() + NamePatience;
-        while (!claimAny()) {
+        const auto deadline = std::chrono::steady_clock::now() + TurnPatience;
+        while (::flock(m_lock, LOCK_EX | LOCK_NB) != 0) {
             if (std::chrono::steady_clock::now() > deadline)
-                throw std::runtime_error("all names for private JACK servers are in use");
+                throw std::runtime_error("another program keeps its private JACK server running");
             std::this_thread::sleep_for(milliseconds(20));
         }
     }
-    ~Name()
+    ~Turn()
     {
         ::flock(m_lock, LOCK_UN);
         ::close(m_lock);
     }
-    Name(const Name&) = delete;
-    Name& operator=(const Name&) = delete;
-
-    [[nodiscard]] const std::string& text() const { return m_text; }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
 
 private:
-    bool claimAny()
-    {
-        for (int number = 1; number <= NameCount; ++number) {
-            m_text = "kestrel-" + std::to_string(::getuid()) + "-" + std::to_string(number);
-            m_lock = ::open(("/dev/shm/" + m_text + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
-            if (m_lock >= 0 && ::flock(m_lock, LOCK_EX | LOCK_NB) == 0)
-                return true;
-            if (m_lock >= 0)
-                ::close(m_lock);
-        }
-        return false;
-    }
-
     int m_lock = -1;
-    std::string m_text;
 };
 
-PrivateJackServer::PrivateJackServer()
-    : m_nameClaim(std::make_unique<Name>())
-    , m_name(m_nameClaim->text())
+PrivateJackServer::PrivateJackServer(Cycles cycles)
+    : m_turn(std::make_unique<Turn>(nameForUser()))
+    , m_name(nameForUser())
+    , m_cycles(cycles)
 {
     start();
 }
@@ -80,8 +70,12 @@ PrivateJackServer::~PrivateJackServer() = default;
 
 void PrivateJackServer::start()
 {
-    m_process = std::make_unique<ChildProcess>(std::vector<std::string> { "jackd", "--silent", "-n",
-        m_name, "-r", "-d", "dummy", "-r", "48000", "-p", std::to_string(FramesPerPeriod) });
+    std::vector<std::string> command { "jackd", "--silent", "-n", m_name, "-r" };
+    if (m_cycles == Cycles::WaitForClients)
+        command.insert(command.end(), { "-S", "-t", "10000" });
+    command.insert(
+        command.end(), { "-d", "dummy", "-r", "48000", "-p", std::to_string(FramesPerPeriod) });
+    m_process = std::make_unique<ChildProcess>(std::move(command));
     jack_set_error_function([](const char*) {});
     jack_set_info_function([](const char*) {});
     for (int attempt = 0; attempt < 200; ++attempt) {

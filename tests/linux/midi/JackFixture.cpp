@@ -43,19 +43,22 @@ std::optional<MIDIDevice> JackFixture::device(const std::string& model)
     return {};
 }
 
-JackFixture::Link JackFixture::connect()
+JackFixture::Link JackFixture::connect(const std::string& receiver)
 {
     Link link;
     EXPECT_EQ(create(link.client), MIDINoError);
     EXPECT_EQ(services.createOutputPort(link.client, "Output Port", link.output), MIDINoError);
     EXPECT_EQ(
         services.createInputPort(link.client, "Input Port", read, this, link.input), MIDINoError);
+    const auto to = device(receiver);
+    EXPECT_TRUE(to);
+    if (to)
+        link.destination = to->entities.back().destinations.at(0);
     const auto zenta = device("ZENTA");
     EXPECT_TRUE(zenta);
     if (zenta) {
-        const MIDIEntity& entity = zenta->entities.back();
-        link.destination = entity.destinations.at(0);
-        EXPECT_EQ(services.connectSource(link.input, entity.sources.at(0).endpoint, &idArray),
+        EXPECT_EQ(services.connectSource(
+                      link.input, zenta->entities.back().sources.at(0).endpoint, &idArray),
             MIDINoError);
     }
     return link;

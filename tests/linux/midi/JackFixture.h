@@ -34,8 +34,10 @@ public:
     static void read(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon);
 
     MIDIStatus create(MIDIClient& client);
-    // Everything a program does to be connected with the last pair of the client "ZENTA".
-    Link connect();
+    // Everything a program does to receive from the last pair of the client "ZENTA", and to send
+    // to the last destination of a client. With ZENTA itself that makes a loop, in which JACK
+    // may pass a packet twice.
+    Link connect(const std::string& receiver = "ZENTA");
     [[nodiscard]] std::optional<MIDIDevice> device(const std::string& model);
     [[nodiscard]] bool waitForPackets(std::size_t count);
     [[nodiscard]] bool waitForNotifications(std::size_t count);
@@ -43,7 +45,7 @@ public:
 
     static constexpr auto Long = 20s; // a test that waits for it has failed
 
-    stage::PrivateJackServer server;
+    stage::PrivateJackServer server { stage::PrivateJackServer::Cycles::WaitForClients };
     PollMainLoop loop;
     JackMIDIServices services { loop, Long };
     std::vector<Bytes> packets;

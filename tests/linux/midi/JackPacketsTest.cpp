@@ -5,14 +5,19 @@ namespace {
 
 class JackPackets : public JackFixture {
 public:
-    JackPackets() { zenta.addPairs(5); }
-
-    std::vector<Bytes> atConsole(std::size_t count)
+    JackPackets()
     {
-        return zenta.received("midi_5_in", count, std::chrono::milliseconds(Long));
+        zenta.addPairs(5);
+        receiver.addPairs(5);
+    }
+
+    std::vector<Bytes> arrivals(std::size_t count)
+    {
+        return receiver.received("midi_5_in", count, std::chrono::milliseconds(Long));
     }
 
     JackPeer zenta { "ZENTA" };
+    JackPeer receiver { "receiver" };
 };
 
 using Packets = std::vector<Bytes>;
@@ -61,22 +66,22 @@ TEST_F(JackPackets, a_packet_without_bytes_arrives)
 
 TEST_F(JackPackets, the_largest_packet_arrives_whole_both_ways)
 {
-    const Link link = connect();
+    const Link link = connect("receiver");
     const Bytes large = systemExclusive(32720);
     zenta.send("midi_5", { large, { 0x90, 0x00, 0x00 } });
     ASSERT_TRUE(waitForPackets(2));
     EXPECT_EQ(packets, (Packets { large, { 0x90, 0x00, 0x00 } }));
     ASSERT_EQ(send(link, large), MIDINoError);
     ASSERT_EQ(send(link, { 0x90, 0x00, 0x7F }), MIDINoError);
-    EXPECT_EQ(atConsole(2), (Packets { large, { 0x90, 0x00, 0x7F } }));
+    EXPECT_EQ(arrivals(2), (Packets { large, { 0x90, 0x00, 0x7F } }));
 }
 
 TEST_F(JackPackets, a_packet_that_is_too_large_is_refused_and_stops_nothing)
 {
-    const Link link = connect();
+    const Link link = connect("receiver");
     EXPECT_NE(send(link, systemExclusive(32721)), MIDINoError);
     EXPECT_EQ(send(link, { 0x90, 0x00, 0x7F }), MIDINoError);
-    EXPECT_EQ(atConsole(1), (Packets { { 0x90, 0x00, 0x7F } }));
+    EXPECT_EQ(arrivals(1), (Packets { { 0x90, 0x00, 0x7F } }));
 }
 
 TEST_F(JackPackets, of_a_burst_of_ten_thousand_none_is_lost_or_out_of_order)
@@ -92,15 +97,15 @@ TEST_F(JackPackets, of_a_burst_of_ten_thousand_none_is_lost_or_out_of_order)
 
 TEST_F(JackPackets, packets_wait_while_the_main_thread_is_busy)
 {
-    const Link link = connect();
+    const Link link = connect("receiver");
     Packets sent;
     for (int i = 0; i < 3000; ++i)
         sent.push_back(numbered(i));
     zenta.send("midi_5", sent);
-    // The main loop does not run while the console waits for what is sent to it meanwhile.
+    // The main loop does not run while the receiver waits for what is sent to it meanwhile.
     for (int i = 0; i < 50; ++i) {
         ASSERT_EQ(send(link, numbered(i)), MIDINoError);
-        ASSERT_EQ(atConsole(static_cast<std::size_t>(i) + 1).size(), std::size_t(i) + 1);
+        ASSERT_EQ(arrivals(static_cast<std::size_t>(i) + 1).size(), std::size_t(i) + 1);
     }
     EXPECT_TRUE(packets.empty());
     ASSERT_TRUE(waitForPackets(sent.size()));
@@ -110,9 +115,9 @@ TEST_F(JackPackets, packets_wait_while_the_main_thread_is_busy)
 TEST_F(JackPackets, the_first_packet_sent_on_a_new_link_arrives_every_time)
 {
     for (int i = 0; i < 20; ++i) {
-        const Link link = connect();
+        const Link link = connect("receiver");
         ASSERT_EQ(send(link, numbered(i)), MIDINoError);
-        const Packets arrived = atConsole(static_cast<std::size_t>(i) + 1);
+        const Packets arrived = arrivals(static_cast<std::size_t>(i) + 1);
         ASSERT_EQ(arrived.size(), static_cast<std::size_t>(i) + 1);
         EXPECT_EQ(arrived.back(), numbered(i));
         services.disposeClient(link.client);
@@ -121,19 +126,19 @@ TEST_F(JackPackets, the_first_packet_sent_on_a_new_link_arrives_every_time)
 
 TEST_F(JackPackets, what_is_sent_before_the_connection_stands_arrives_in_order)
 {
-    const Link link = connect();
+    const Link link = connect("receiver");
     Packets sent;
     for (int i = 0; i < 500; ++i) {
         sent.push_back(numbered(i));
         ASSERT_EQ(send(link, sent.back()), MIDINoError);
     }
-    EXPECT_EQ(atConsole(500), sent);
+    EXPECT_EQ(arrivals(500), sent);
 }
 
 TEST_F(JackPackets, each_destination_gets_only_what_is_sent_to_it)
 {
-    const Link link = connect();
-    const auto found = device("ZENTA");
+    const Link link = connect("receiver");
+    const auto found = device("receiver");
     ASSERT_TRUE(found);
     const MIDIEndpoint second = found->entities[1].destinations[0];
     const Bytes toSecond { 0x90, 0x01, 0x01 };
@@ -141,10 +146,10 @@ TEST_F(JackPackets, each_destination_gets_only_what_is_sent_to_it)
     ASSERT_EQ(send(link, toFifth), MIDINoError);
     ASSERT_EQ(services.send(link.output, second, { 0, toSecond }), MIDINoError);
     ASSERT_EQ(send(link, toFifth), MIDINoError);
-    EXPECT_EQ(atConsole(2), (Packets { toFifth, toFifth }));
+    EXPECT_EQ(arrivals(2), (Packets { toFifth, toFifth }));
     EXPECT_EQ(
-        zenta.received("midi_2_in", 1, std::chrono::milliseconds(Long)), (Packets { toSecond }));
-    EXPECT_EQ(atConsole(2).size(), 2u);
+        receiver.received("midi_2_in", 1, std::chrono::milliseconds(Long)), (Packets { toSecond }));
+    EXPECT_EQ(arrivals(2).size(), 2u);
 }
 
 TEST_F(JackPackets, each_source_comes_with_the_value_given_for_it)
@@ -177,24 +182,24 @@ TEST_F(JackPackets, each_source_comes_with_the_value_given_for_it)
 
 TEST_F(JackPackets, a_destination_that_vanished_and_returned_is_reached_again)
 {
-    const Link link = connect();
+    const Link link = connect("receiver");
     ASSERT_EQ(send(link, numbered(1)), MIDINoError);
-    ASSERT_EQ(atConsole(1).size(), 1u);
-    zenta.remove("midi_5_in");
+    ASSERT_EQ(arrivals(1).size(), 1u);
+    receiver.remove("midi_5_in");
     ASSERT_TRUE(waitForNotifications(1));
     EXPECT_EQ(send(link, numbered(2)), MIDINoError); // goes nowhere
     ASSERT_FALSE(services.devices().empty()); // and has done so before this is answered
-    zenta.addInput("midi_5_in");
+    receiver.addInput("midi_5_in");
     ASSERT_TRUE(waitForNotifications(2));
     ASSERT_EQ(send(link, numbered(3)), MIDINoError);
-    const Packets arrived = atConsole(1);
+    const Packets arrived = arrivals(1);
     ASSERT_FALSE(arrived.empty());
     EXPECT_EQ(arrived.back(), numbered(3));
 }
 
 TEST_F(JackPackets, a_disposed_port_is_not_read_again_though_its_packets_have_arrived)
 {
-    const Link link = connect();
+    const Link link = connect("receiver");
     MIDIPort other = 0;
     std::vector<Bytes> fromOther;
     const auto remember = [](MIDIPacketList& list, void* refCon, void*) {
@@ -211,7 +216,7 @@ TEST_F(JackPackets, a_disposed_port_is_not_read_again_though_its_packets_have_ar
     zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
     zenta.send("midi_1", { { 0x90, 0x01, 0x01 } });
     ASSERT_EQ(send(link, numbered(1)), MIDINoError); // once this is there, so are those
-    ASSERT_EQ(atConsole(1).size(), 1u);
+    ASSERT_EQ(arrivals(1).size(), 1u);
     services.disposePort(link.input);
     ASSERT_TRUE(loop.runUntil([&] { return !fromOther.empty(); }, Long));
     EXPECT_TRUE(packets.empty());
