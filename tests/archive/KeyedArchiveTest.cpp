@@ -3,8 +3,8 @@
 #include "common/ArchiveArray.h"
 #include "common/ArchiveDictionary.h"
 #include "common/ArchiveObject.h"
-#include "common/PropertyList.h"
 #include "tests/archive/ArchiveText.h"
+#include "tests/archive/ListText.h"
 #include "tests/archive/Refusal.h"
 
 #include <gtest/gtest.h>
@@ -15,45 +15,12 @@ namespace kestrel::test {
 
 namespace {
 
-// The list as libplist sees it, one line an object.
-std::string nodeText(plist_t node)
-{
-    std::string text;
-    std::uint64_t uid = 0;
-    switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN: {
-        std::uint8_t value = 0;
-        plist_get_bool_val(node, &value);
-        return value ? "true" : "false";
-    }
-    case PLIST_UINT:
-        return std::to_string(static_cast<std::int64_t>(PropertyListNode::integer(node).bits));
-    case PLIST_STRING:
-        return '"' + PropertyListNode::string(node) + '"';
-    case PLIST_DATA:
-        return "data" + std::to_string(PropertyListNode::data(node).size());
-    case PLIST_UID:
-        plist_get_uid_val(node, &uid);
-        return "@" + std::to_string(uid);
-    case PLIST_ARRAY:
-        for (plist_t item : PropertyListNode::items(node))
-            text += nodeText(item) + " ";
-        return "[ " + text + "]";
-    case PLIST_DICT:
-        for (const auto& [key, value] : PropertyListNode::members(node))
-            text += key + "=" + nodeText(value) + " ";
-        return "{ " + text + "}";
-    default:
-        return "?";
-    }
-}
-
 std::vector<std::string> writtenObjects(const ArchiveValue& root)
 {
     const PropertyList list = PropertyList::fromBytes(KeyedArchive::archivedData(root));
     std::vector<std::string> lines;
     for (plist_t node : PropertyListNode::items(plist_dict_get_item(list.root(), "$objects")))
-        lines.push_back(nodeText(node));
+        lines.push_back(listText(node));
     return lines;
 }
 
@@ -107,7 +74,7 @@ TEST(KeyedArchive, names_its_archiver_its_version_and_its_root)
 {
     const Bytes bytes = KeyedArchive::archivedData(5);
     EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 8), "bplist00");
-    EXPECT_EQ(nodeText(PropertyList::fromBytes(bytes).root()),
+    EXPECT_EQ(listText(PropertyList::fromBytes(bytes).root()),
         "{ $version=100000 $archiver=\"NSKeyedArchiver\" $top={ root=@1 } "
         "$objects=[ \"$null\" 5 ] }");
 }
