@@ -7,7 +7,6 @@ DSPWindow::DSPWindow()
 {
     setWindowFlag(Qt::WindowDoesNotAcceptFocus, !canBecomeKeyWindow());
     setAttribute(Qt::WA_ShowWithoutActivating, !canBecomeMainWindow());
-    setAttribute(Qt::WA_MacAlwaysShowToolWindow); // also while another application is active
     setAttribute(Qt::WA_DeleteOnClose, false);
     setAttribute(Qt::WA_QuitOnClose, false);
     setFocusPolicy(Qt::NoFocus);

@@ -25,8 +25,6 @@ MyWindowController::MyWindowController(const QString& windowNibName, WindowTrait
     awakeFromNib();
     m_proportion = std::make_unique<PanelProportion>(*m_window, *m_plugInPanelView,
         [this](QSize content) { return contentInProportion(content); });
-    connect(m_proportion.get(), &PanelProportion::corrected, this,
-        &MyWindowController::applyWindowTraits);
     m_placement = std::make_unique<PanelPlacement>(*m_window, defaults);
     m_placement->restore();
     connect(qGuiApp, &QGuiApplication::screenRemoved, m_placement.get(),
@@ -103,14 +101,16 @@ void MyWindowController::showWindow()
 {
     if (!m_window)
         return;
-    if (!m_window->isVisible())
-        m_placement->bringOntoScreen();
+    if (m_window->isVisible()) {
+        m_window->raise();
+        return;
+    }
+    m_placement->bringOntoScreen();
     m_window->show();
-    m_window->raise();
 }
 
-// The toolkit writes its own hints whenever it maps, moves or resizes a window itself: what is said
-// beyond them has to be said again after it.
+// Said before the window is shown for the first time, and again after each showing, when the
+// toolkit has written properties of its own.
 bool MyWindowController::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::WinIdChange)

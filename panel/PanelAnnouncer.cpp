@@ -3,22 +3,26 @@
 #include "panel/PanelText.h"
 #include "panel/PlugInPanelAccessible.h"
 
-#include <QAccessible>
-
 #include <utility>
 
 namespace kestrel {
 
 PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view)
+    : PanelAnnouncer(view, Listener {})
+{
+}
+
+PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, Listener listener)
     : QObject(&view)
     , m_view(view)
+    , m_listener(std::move(listener))
 {
     PlugInPanelAccessible::install();
     m_pause.setSingleShot(true);
     m_pause.setInterval(Pause);
     connect(&m_pause, &QTimer::timeout, this, &PanelAnnouncer::announce);
     connect(&view, &PlugInPanelView::contentChanged, this, [this] {
-        if (QAccessible::isActive() && !m_pause.isActive())
+        if (m_listener.isActive() && !m_pause.isActive())
             m_pause.start();
     });
 }
@@ -40,7 +44,7 @@ void PanelAnnouncer::announceRows()
             continue;
         QAccessibleEvent event(&m_view, QAccessible::NameChanged);
         event.setChild(static_cast<int>(i));
-        QAccessible::updateAccessibility(&event);
+        m_listener.tell(&event);
     }
 }
 
@@ -52,7 +56,7 @@ void PanelAnnouncer::announceKnobs()
             continue;
         QAccessibleValueChangeEvent event(&m_view, now);
         event.setChild(PlugInPanelAccessible::FirstKnob + static_cast<int>(i));
-        QAccessible::updateAccessibility(&event);
+        m_listener.tell(&event);
     }
 }
 
@@ -66,7 +70,7 @@ void PanelAnnouncer::announceSwitches()
         changed.checked = true;
         QAccessibleStateChangeEvent event(&m_view, changed);
         event.setChild(PlugInPanelAccessible::FirstSwitch + static_cast<int>(i));
-        QAccessible::updateAccessibility(&event);
+        m_listener.tell(&event);
     }
 }
 

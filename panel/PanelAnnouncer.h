@@ -2,9 +2,11 @@
 
 #include "panel/PlugInPanelView.h"
 
+#include <QAccessible>
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 
 namespace kestrel {
 
@@ -16,7 +18,14 @@ class PanelAnnouncer : public QObject {
 public:
     static constexpr std::chrono::milliseconds Pause { 300 };
 
+    // Who is told, and whether anybody listens.
+    struct Listener {
+        std::function<bool()> isActive = &QAccessible::isActive;
+        std::function<void(QAccessibleEvent*)> tell = &QAccessible::updateAccessibility;
+    };
+
     explicit PanelAnnouncer(PlugInPanelView& view); // which owns it
+    PanelAnnouncer(PlugInPanelView& view, Listener listener);
 
 private:
     void announce();
@@ -25,6 +34,7 @@ private:
     void announceSwitches();
 
     PlugInPanelView& m_view;
+    Listener m_listener;
     QTimer m_pause;
     // What was told last.
     std::array<QString, 2> m_rows;

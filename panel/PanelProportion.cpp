@@ -52,7 +52,6 @@ bool PanelProportion::mayResize() const
 void PanelProportion::correct()
 {
     m_window.resize(m_better(m_window.size()));
-    emit corrected();
 }
 
 } // namespace kestrel

@@ -25,9 +25,6 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-signals:
-    void corrected(); // another size was asked for
-
 private:
     [[nodiscard]] bool mayResize() const;
     void correct();

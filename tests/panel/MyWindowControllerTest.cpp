@@ -1,0 +1,285 @@
+#include "panel/MyWindowController.h"
+
+#include "common/MIDIMessage.h"
+#include "tests/fakes/FakeSystem.h"
+#include "tests/panel/GeometryPictures.h"
+#include "tests/panel/PaintCounter.h"
+#include "tests/panel/Painted.h"
+#include "tests/panel/PanelMessages.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QTest>
+#include <QWindow>
+
+#include <gmock/gmock.h>
+
+namespace kestrel {
+
+namespace {
+using PanelMessages::Bytes;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+
+// Lets everything happen that is already under way.
+void settle()
+{
+    for (int i = 0; i < 5; ++i)
+        QApplication::processEvents();
+}
+
+class WindowController : public testing::Test {
+protected:
+    void show()
+    {
+        controller.showWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(controller.window()));
+        settle();
+        // A repaint that is asked for after this is not held back.
+        const auto open = RepaintGate::TimePoint::clock::now() + RepaintGate::Refresh;
+        ASSERT_TRUE(QTest::qWaitFor([&] { return RepaintGate::TimePoint::clock::now() > open; }));
+    }
+    void sendLCD(MyWindowController& to, const Bytes& bytes)
+    {
+        MIDIMessage message;
+        message.setReadData(bytes);
+        to.redrawLCDdisplay(message);
+    }
+    void sendDSP(MyWindowController& to, const Bytes& bytes)
+    {
+        MIDIMessage message;
+        message.setReadData(bytes);
+        to.redrawDSParea(message);
+    }
+    void sendLCD(const Bytes& bytes) { sendLCD(controller, bytes); }
+    void sendDSP(const Bytes& bytes) { sendDSP(controller, bytes); }
+    void display(std::uint8_t zone, std::string_view characters)
+    {
+        sendLCD(PanelMessages::display({ { zone, characters } }));
+    }
+    [[nodiscard]] PlugInPanelView& view() { return *controller.plugInPanelView(); }
+
+    fakes::FakeWindowTraits traits;
+    fakes::FakeDefaultsStore defaults;
+    MyWindowController controller { "Plug-in_Panel", traits, defaults, &GeometryPictures::named };
+};
+} // namespace
+
+TEST_F(WindowController, the_window_comes_from_the_interface_file)
+{
+    EXPECT_EQ(controller.window()->windowTitle(), "Plug-in Panel");
+    EXPECT_EQ(controller.window()->size(), QSize(782, 220));
+    EXPECT_FALSE(controller.window()->isVisible());
+}
+
+TEST_F(WindowController, the_view_replaces_the_content_view_of_the_interface_file)
+{
+    EXPECT_EQ(view().parentWidget(), controller.window());
+    EXPECT_EQ(view().geometry(), QRect(0, 0, 782, 220));
+    EXPECT_THAT(controller.window()->findChildren<QWidget*>(), ElementsAre(&view()));
+}
+
+TEST_F(WindowController, under_another_name_there_is_no_window_and_nothing_happens)
+{
+    MyWindowController none("Main_Menu", traits, defaults, &GeometryPictures::named);
+    sendLCD(none, PanelMessages::display({ { 0, "0123456789" } }));
+    sendDSP(none, PanelMessages::knob(0, 1));
+    none.initMessage();
+    none.setNeedDisplay();
+    none.showWindow();
+    EXPECT_EQ(none.window(), nullptr);
+    EXPECT_EQ(none.plugInPanelView(), nullptr);
+}
+
+TEST_F(WindowController, the_window_can_become_neither_key_nor_main)
+{
+    const DSPWindow& window = *controller.window();
+    EXPECT_FALSE(window.canBecomeKeyWindow());
+    EXPECT_FALSE(window.canBecomeMainWindow());
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_TRUE(window.testAttribute(Qt::WA_ShowWithoutActivating));
+    EXPECT_EQ(window.windowType(), Qt::Tool);
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_EQ(window.focusPolicy(), Qt::NoFocus);
+    EXPECT_EQ(view().focusPolicy(), Qt::NoFocus);
+}
+
+TEST_F(WindowController, the_window_never_uses_the_attribute_that_lets_it_sink_when_inactive)
+{
+    EXPECT_FALSE(controller.window()->testAttribute(Qt::WA_MacAlwaysShowToolWindow));
+}
+
+TEST_F(WindowController, the_native_window_is_told_its_traits_once_it_exists)
+{
+    EXPECT_THAT(traits.calls, testing::IsEmpty());
+    show();
+    EXPECT_THAT(traits.calls, Contains("never focused"));
+    EXPECT_THAT(traits.calls, Contains("floating"));
+    EXPECT_THAT(traits.calls, Contains("ratio 782:220"));
+}
+
+TEST_F(WindowController, the_traits_are_told_again_when_a_hidden_window_shows)
+{
+    show();
+    controller.window()->hide();
+    traits.calls.clear();
+    show();
+    EXPECT_THAT(traits.calls, ElementsAre("never focused", "floating", "ratio 782:220"));
+}
+
+TEST_F(WindowController, closing_hides_the_window_and_keeps_it)
+{
+    show();
+    EXPECT_TRUE(controller.window()->close());
+    settle();
+    ASSERT_NE(controller.window(), nullptr);
+    EXPECT_FALSE(controller.window()->isVisible());
+    display(0, "while away");
+    show();
+    EXPECT_EQ((*view().myZonesArray())[0][0], 'w');
+}
+
+TEST_F(WindowController, display_messages_reach_the_view)
+{
+    display(5, "Ratio     ");
+    EXPECT_THAT(
+        (*view().myZonesArray())[5], ElementsAre('R', 'a', 't', 'i', 'o', ' ', ' ', ' ', ' ', ' '));
+}
+
+TEST_F(WindowController, knob_and_lamp_messages_reach_the_view)
+{
+    sendDSP(PanelMessages::knob(2, 0x2A));
+    sendDSP(PanelMessages::lamp(4, true));
+    EXPECT_EQ((*view().myKnobArray())[2], 0x2A);
+    EXPECT_EQ((*view().mySwitchArray())[4], 0x44);
+}
+
+TEST_F(WindowController, a_message_without_data_changes_nothing)
+{
+    controller.redrawLCDdisplay(MIDIMessage());
+    controller.redrawDSParea(MIDIMessage());
+    EXPECT_THAT(*view().myZonesArray(), Each(Each(0)));
+    EXPECT_THAT(*view().myKnobArray(), Each(0));
+}
+
+TEST_F(WindowController, initMessage_empties_the_display_and_keeps_knobs_and_lamps)
+{
+    display(0, "0123456789");
+    sendDSP(PanelMessages::knob(0, 7));
+    sendDSP(PanelMessages::lamp(0, true));
+    controller.initMessage();
+    EXPECT_THAT(*view().myZonesArray(), Each(Each(0)));
+    EXPECT_EQ((*view().myKnobArray())[0], 7);
+    EXPECT_EQ((*view().mySwitchArray())[0], 0x40);
+}
+
+TEST_F(WindowController, a_message_to_a_visible_panel_repaints_it)
+{
+    show();
+    PaintCounter paints(view());
+    display(0, "0123456789");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+}
+
+TEST_F(WindowController, a_knob_message_repaints_even_if_nothing_changed)
+{
+    show();
+    PaintCounter paints(view());
+    sendDSP(PanelMessages::knob(0, 0));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+}
+
+TEST_F(WindowController, messages_that_change_nothing_repaint_nothing)
+{
+    show();
+    PaintCounter paints(view());
+    sendLCD({ 0xF0, 0, 0, 0x66, 5, 0, 0x12 });
+    sendLCD({ 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0xF7 });
+    display(10, "0123456789");
+    sendDSP({ 0xB0, 0x40, 0x01 });
+    sendDSP({ 0xB0 });
+    settle();
+    EXPECT_EQ(paints.count, 0);
+}
+
+TEST_F(WindowController, setNeedDisplay_repaints_all_of_the_panel)
+{
+    show();
+    PaintCounter paints(view());
+    controller.setNeedDisplay();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+}
+
+TEST_F(WindowController, a_hidden_panel_is_not_painted_and_shows_the_latest_state_later)
+{
+    show();
+    controller.window()->hide();
+    settle();
+    PaintCounter paints(view());
+    for (int i = 0; i < 100; ++i) {
+        display(0, i % 2 == 0 ? "even      " : "odd       ");
+        sendDSP(PanelMessages::knob(1, 0x15));
+    }
+    settle();
+    EXPECT_EQ(paints.count, 0);
+
+    show();
+    EXPECT_GE(paints.count, 1);
+    const QImage shown
+        = controller.window()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(shown.pixel(298, 17), GeometryPictures::cell('o'));
+    EXPECT_EQ(shown.pixel(406, 220 - 73 - 67), GeometryPictures::frame(0x15));
+}
+
+TEST_F(WindowController, a_burst_of_messages_repaints_no_oftener_than_the_display_can_show)
+{
+    show();
+    PaintCounter paints(view());
+    const auto start = RepaintGate::TimePoint::clock::now();
+    for (int i = 0; i < 10'000; ++i) {
+        display(static_cast<std::uint8_t>(i % 8), i % 3 == 0 ? "0123456789" : "abcdefghij");
+        if (i % 10 == 0)
+            QApplication::processEvents();
+    }
+    const auto spent = RepaintGate::TimePoint::clock::now() - start;
+    EXPECT_GE(paints.count, 1);
+    EXPECT_LE(paints.count, 1 + spent / RepaintGate::Refresh);
+}
+
+TEST_F(WindowController, messages_that_arrive_together_are_painted_together)
+{
+    show();
+    PaintCounter paints(view());
+    for (int i = 0; i < 10'000; ++i)
+        display(static_cast<std::uint8_t>(i % 8), "0123456789");
+    settle();
+    EXPECT_EQ(paints.count, 1);
+}
+
+TEST_F(WindowController, the_last_message_of_a_burst_gets_painted)
+{
+    show();
+    display(0, "first     ");
+    settle();
+    display(0, "last      ");
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        QScreen* screen = controller.window()->screen();
+        const QImage shown = screen->grabWindow(controller.window()->winId()).toImage();
+        return shown.pixel(298, 17) == GeometryPictures::cell('l');
+    }));
+}
+
+TEST_F(WindowController, a_proposed_size_keeps_its_width_and_gets_the_height_that_goes_with_it)
+{
+    show();
+    const DSPWindow& window = *controller.window();
+    const int decoration = window.frameGeometry().height() - window.geometry().height();
+    for (const double width : { 391.0, 500.0, 782.0, 783.0, 1000.5, 1564.0, 2346.0 }) {
+        const QSizeF better = controller.windowWillResize(window, QSizeF(width, 17));
+        EXPECT_EQ(better.width(), width);
+        EXPECT_DOUBLE_EQ(better.height() - decoration, width * 0.2813299232736573);
+    }
+}
+
+} // namespace kestrel

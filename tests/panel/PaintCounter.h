@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QEvent>
+#include <QRegion>
+#include <QWidget>
+
+namespace kestrel {
+
+// Counts how often a widget is painted.
+class PaintCounter : public QObject {
+public:
+    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++count;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
+
+} // namespace kestrel
