@@ -179,7 +179,7 @@ TEST_F(Accessibility, what_changed_back_in_the_meantime_is_not_told)
     EXPECT_THAT(told, ElementsAre("lamp 9"));
 }
 
-TEST_F(Accessibility, nothing_is_told_while_nobody_listens)
+TEST_F(Accessibility, who_starts_to_listen_late_is_told_what_has_changed_so_far)
 {
     active = false;
     knob(0, 0x05);

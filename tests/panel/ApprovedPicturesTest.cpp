@@ -1,0 +1,172 @@
+#include "tests/panel/Painted.h"
+#include "tests/panel/PanelMessages.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace kestrel {
+
+namespace {
+// A panel with the product's own pictures, and what of it goes into an approved picture. Set
+// KESTREL_APPROVE=1 to write the approved pictures anew; what changed is then for git to show.
+class ApprovedPictures : public testing::TestWithParam<int> {
+protected:
+    void SetUp() override { ASSERT_FALSE(view.imageBack().isNull()); }
+
+    [[nodiscard]] int scale() const { return GetParam(); }
+    [[nodiscard]] QImage panel() { return painted(view, scale()); }
+    [[nodiscard]] QImage part(const QRect& units)
+    {
+        return panel().copy(QRect(units.topLeft() * scale(), units.size() * scale()));
+    }
+
+    void display(std::uint8_t zone, std::string_view characters)
+    {
+        view.updateZone(PanelMessages::display({ { zone, characters } }), false);
+    }
+    void knob(std::uint8_t number, std::uint8_t value)
+    {
+        view.updateDSParea(PanelMessages::knob(number, value), false);
+    }
+    void lamp(std::uint8_t number, bool lit)
+    {
+        view.updateDSParea(PanelMessages::lamp(number, lit), false);
+    }
+
+    // From `first` on, one code a cell, through the eight zones.
+    void displayCodes(int first)
+    {
+        for (std::uint8_t zone = 0; zone < 8; ++zone) {
+            std::string codes;
+            for (int k = 0; k < 10; ++k)
+                codes += static_cast<char>(std::min(first + zone * 10 + k, 255));
+            display(zone, codes);
+        }
+    }
+
+    void compare(const QString& name, const QImage& actual) const;
+
+    PlugInPanelView view { QRect(0, 0, 782, 220) };
+};
+
+// Processors may round a blended channel differently by one.
+int differingPixels(const QImage& a, const QImage& b)
+{
+    int differing = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y);
+            const QRgb q = b.pixel(x, y);
+            differing += std::abs(qRed(p) - qRed(q)) > 1 || std::abs(qGreen(p) - qGreen(q)) > 1
+                || std::abs(qBlue(p) - qBlue(q)) > 1;
+        }
+    }
+    return differing;
+}
+
+QImage stacked(const QList<QImage>& images)
+{
+    int height = 0;
+    for (const QImage& image : images)
+        height += image.height();
+    QImage stack(images.first().width(), height, QImage::Format_RGB32);
+    QPainter painter(&stack);
+    int top = 0;
+    for (const QImage& image : images) {
+        painter.drawImage(0, top, image);
+        top += image.height();
+    }
+    return stack;
+}
+
+void ApprovedPictures::compare(const QString& name, const QImage& actual) const
+{
+    const QString file = QStringLiteral("%1@%2x.png").arg(name).arg(scale());
+    const QString approvedPath = QStringLiteral(KESTREL_APPROVED_PICTURES "/") + file;
+    if (std::getenv("KESTREL_APPROVE")) {
+        ASSERT_TRUE(actual.save(approvedPath));
+        return;
+    }
+    const QImage approved = QImage(approvedPath).convertToFormat(QImage::Format_RGB32);
+    const QString actualPath = QDir::current().absoluteFilePath(QStringLiteral("actual-") + file);
+    const bool isSame = approved.size() == actual.size() && differingPixels(approved, actual) == 0;
+    if (!isSame)
+        actual.save(actualPath);
+    EXPECT_TRUE(isSame) << approvedPath.toStdString()
+                        << " is not what is painted now: " << actualPath.toStdString();
+}
+} // namespace
+
+TEST_P(ApprovedPictures, the_empty_panel)
+{
+    compare("empty", panel());
+}
+
+TEST_P(ApprovedPictures, the_full_character_set)
+{
+    const QRect displayArea(290, 10, 400, 44);
+    displayCodes(0);
+    const QImage first = part(displayArea);
+    displayCodes(80);
+    compare("characters", stacked({ first, part(displayArea) }));
+}
+
+TEST_P(ApprovedPictures, a_plug_in_being_edited)
+{
+    display(0, "Threshold ");
+    display(1, "Ratio     ");
+    display(2, "Attack    ");
+    display(3, "Gain      ");
+    display(4, "-24.0 dB  ");
+    display(5, "4.0:1     ");
+    display(6, "10 ms     ");
+    display(7, "+6.5 dB   ");
+    knob(0, 0x24);
+    knob(1, 0x46);
+    knob(2, 0x02);
+    knob(3, 0x18);
+    lamp(1, true);
+    lamp(2, true);
+    lamp(6, true);
+    compare("editing", panel());
+}
+
+TEST_P(ApprovedPictures, all_lamps_lit_and_unlit)
+{
+    const QRect lampArea(0, 110, 782, 110);
+    const QImage unlit = part(lampArea);
+    for (std::uint8_t i = 0; i < 8; ++i)
+        lamp(i, true);
+    compare("lamps", stacked({ unlit, part(lampArea) }));
+}
+
+TEST_P(ApprovedPictures, the_86_knob_frames)
+{
+    constexpr int Columns = 11;
+    constexpr int Rows = 8;
+    const QRect knobArea(309, 80, 67, 67);
+    const int side = 67 * scale();
+    QImage sheet(Columns * side, Rows * side, QImage::Format_RGB32);
+    sheet.fill(Qt::black);
+    QPainter painter(&sheet);
+    int drawn = 0;
+    for (int value = 0; value < 128; ++value) {
+        if (!PanelLayout::knobHasPicture(static_cast<std::uint8_t>(value)))
+            continue;
+        knob(0, static_cast<std::uint8_t>(value));
+        painter.drawImage(drawn % Columns * side, drawn / Columns * side, part(knobArea));
+        ++drawn;
+    }
+    painter.end();
+    EXPECT_EQ(drawn, 86);
+    compare("knobs", sheet);
+}
+
+INSTANTIATE_TEST_SUITE_P(, ApprovedPictures, testing::Values(1, 2),
+    [](const auto& scale) { return "at_scale_" + std::to_string(scale.param); });
+
+} // namespace kestrel
