@@ -16,8 +16,7 @@ SpriteCache::Sprite SpriteCache::sprite(
 {
     if (pixels == source.size())
         return { image.single(), source };
-    const bool finer = !image.doubled().isNull()
-        && (pixels.width() > source.width() || pixels.height() > source.height());
+    const bool finer = !image.doubled().isNull(); // scaled down, too, it looks better
     const QImage& picture = finer ? image.doubled() : image.single();
     const QRect part = finer ? QRect(source.topLeft() * 2, source.size() * 2) : source;
     if (pixels == part.size())

@@ -351,7 +351,7 @@ TEST_F(Drawing, at_an_odd_size_cells_do_not_bleed_into_each_other)
             EXPECT_TRUE(qRed(colour) == 0 || qRed(colour) == 0x40 || qRed(colour) == 0x7F)
                 << width << " " << qRed(colour);
         }
-        EXPECT_GT(colours[Pictures::cell(0x40, width > 782 ? 1 : 0)], 0) << width;
+        EXPECT_GT(colours[Pictures::cell(0x40, Pictures::Doubled)], 0) << width;
     }
 }
 
