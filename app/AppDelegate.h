@@ -44,6 +44,20 @@ public:
 
     void receiveMessage(const MIDIMessage& message) { m_dispatcher.receiveMessage(message); }
 
+    // Null until the application has launched.
+    [[nodiscard]] MyWindowController* myWindowController() const
+    {
+        return m_myWindowController.get();
+    }
+    [[nodiscard]] UserAssinableWindowController* userAssignableWindowController() const
+    {
+        return m_userAssignableWindowController.get();
+    }
+    [[nodiscard]] const std::shared_ptr<UserAssignFile>& myUserAssignFile() const
+    {
+        return m_assignments.myUserAssignFile();
+    }
+
 public slots:
     void newDocument();
     void openDocument() { } // files are opened in the setup window

@@ -14,6 +14,8 @@ std::optional<BundleInfo> BundleInfo::read(const QString& path)
         return {};
     try {
         const PropertyList list = PropertyList::fromBytes(viewOf(file.readAll()));
+        if (plist_get_node_type(list.root()) != PLIST_DICT)
+            return {};
         BundleInfo info;
         for (const auto& [key, node] : PropertyListNode::members(list.root())) {
             if (plist_get_node_type(node) != PLIST_STRING)

@@ -1,0 +1,306 @@
+#include "app/AppDelegate.h"
+
+#include "panel/DSPWindow.h"
+#include "panel/MyWindowController.h"
+#include "panel/PlugInPanelView.h"
+#include "platform/Platform.h"
+#include "setup/UserAssinableWindowController.h"
+#include "tests/fakes/FakeKeyEvents.h"
+#include "tests/fakes/FakeMIDIServices.h"
+#include "tests/fakes/FakeSystem.h"
+#include "tests/fakes/ManualClock.h"
+#include "tests/fakes/ManualMainLoop.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class NoKeyTranslation final : public KeyTranslation {
+public:
+    [[nodiscard]] std::optional<TranslatedKey> translate(const NativeKeyEvent&) override
+    {
+        return {};
+    }
+};
+
+// The utility, launched, on a platform in memory.
+class Bench {
+public:
+    Bench()
+        : midiServices(*new fakes::FakeMIDIServices)
+        , workspace(*new fakes::FakeWorkspace)
+        , keyEvents(*new fakes::FakeKeyEvents)
+        , processes(*new fakes::FakeProcessTable)
+        , defaults(*new fakes::FakeDefaultsStore)
+    {
+        platform.midiServices.reset(&midiServices);
+        platform.workspace.reset(&workspace);
+        platform.keyEvents.reset(&keyEvents);
+        platform.processTable.reset(&processes);
+        platform.defaults.reset(&defaults);
+        platform.keyTranslation = std::make_unique<NoKeyTranslation>();
+        platform.fileAttributes = std::make_unique<fakes::FakeFileAttributes>();
+        platform.windowTraits = std::make_unique<fakes::FakeWindowTraits>();
+        platform.permissions = std::make_unique<fakes::FakePermissions>();
+        workspace.hidesByItself = false;
+        processes.names = { "Pro Tools" };
+        delegate = std::make_unique<AppDelegate>(platform, mainLoop, clock);
+        delegate->applicationDidFinishLaunching();
+    }
+
+    [[nodiscard]] MyWindowController& panel() const { return *delegate->myWindowController(); }
+    [[nodiscard]] UserAssinableWindowController& setup() const
+    {
+        return *delegate->userAssignableWindowController();
+    }
+
+    void receive(const fakes::Bytes& packet) const
+    {
+        MIDIMessage message;
+        message.setReadData(packet);
+        delegate->receiveMessage(message);
+    }
+
+    // Opens the about box and closes it; its informative text.
+    QString lookAtAboutBox()
+    {
+        QString text;
+        QTimer::singleShot(0, [&text] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            EXPECT_EQ(box->text(), QStringLiteral("ZENTA Kestrel"));
+            EXPECT_EQ(box->icon(), QMessageBox::Warning);
+            EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+            text = box->informativeText();
+            box->accept();
+        });
+        delegate->about();
+        return text;
+    }
+
+    // The content of a set file whose first key has this title.
+    static QByteArray setWithTitle(const QString& title)
+    {
+        UserAssignFile set;
+        set.initShortcutArray();
+        set.setShortcutTitle(title, ArchiveValue(1));
+        const auto image = set.fileImage();
+        return { reinterpret_cast<const char*>(image.data()),
+            static_cast<qsizetype>(image.size()) };
+    }
+
+    QString write(const QString& name, const QByteArray& content)
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(content), content.size());
+        return file.fileName();
+    }
+
+    [[nodiscard]] QString liveTitle() const
+    {
+        return delegate->myUserAssignFile()->getShortcutTitle(ArchiveValue(1)).value();
+    }
+
+    fakes::FakeMIDIServices& midiServices;
+    fakes::FakeWorkspace& workspace;
+    fakes::FakeKeyEvents& keyEvents;
+    fakes::FakeProcessTable& processes;
+    fakes::FakeDefaultsStore& defaults;
+    fakes::ManualMainLoop mainLoop;
+    fakes::ManualClock clock;
+    Platform platform;
+    QTemporaryDir folder;
+    std::unique_ptr<AppDelegate> delegate;
+};
+
+constexpr std::initializer_list<std::uint8_t> ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A',
+    'A', 'A', 'A', 'A', 'A', 'A', 'A', 'A', 0xF7 };
+
+TEST(AppDelegate, launching_restores_the_set_shows_no_window_and_leaves_the_link_closed)
+{
+    const Bench bench;
+    EXPECT_EQ(bench.delegate->myUserAssignFile()->count(), 12u);
+    EXPECT_FALSE(bench.panel().isVisible());
+    EXPECT_FALSE(bench.setup().isVisible());
+    EXPECT_THAT(bench.midiServices.calls, IsEmpty());
+    EXPECT_EQ(bench.defaults.synchronised, 0);
+}
+
+TEST(AppDelegate, packets_reach_the_panel_and_the_keyboard)
+{
+    const Bench bench;
+    bench.workspace.applications = { { "Pro Tools", true } };
+    ArchiveArray& entry = *bench.delegate->myUserAssignFile()->getSwitchShortcut(1);
+    entry.replace(ShortcutRecord::KeyCode, ArchiveValue(1));
+    entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("S")));
+    bench.receive({ 0xB0, 0x0F, 0x40, 0x2F, 0x40 });
+    EXPECT_EQ(bench.keyEvents.take(), "key 1 down");
+    bench.receive({ 0xB0, 0x18, 0x05 });
+    EXPECT_EQ(bench.panel().plugInPanelView()->myKnobArray()->at(0), 5);
+    bench.receive(ZoneOfA);
+    EXPECT_EQ(bench.panel().plugInPanelView()->myZonesArray()->at(0).at(0), 'A');
+    bench.receive({ 0x90, 0, 0 });
+    EXPECT_EQ(bench.midiServices.sent.size(), 1u);
+}
+
+TEST(AppDelegate, showing_the_panel_leaves_the_application_in_the_background)
+{
+    Bench bench;
+    bench.delegate->newDocument();
+    EXPECT_TRUE(bench.panel().isVisible());
+    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+}
+
+TEST(AppDelegate, showing_the_panel_again_activates_the_application)
+{
+    Bench bench;
+    bench.delegate->newDocument();
+    bench.delegate->newDocument();
+    EXPECT_TRUE(bench.panel().isVisible());
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
+}
+
+TEST(AppDelegate, the_panel_opens_empty_while_the_workstation_does_not_run)
+{
+    Bench bench;
+    bench.receive(ZoneOfA);
+    bench.delegate->newDocument();
+    EXPECT_EQ(bench.panel().plugInPanelView()->myZonesArray()->at(0).at(0), 'A');
+    bench.processes.names.clear();
+    bench.delegate->newDocument();
+    EXPECT_EQ(bench.panel().plugInPanelView()->myZonesArray()->at(0).at(0), 0);
+}
+
+TEST(AppDelegate, the_setup_window_comes_to_the_front_and_is_filled_only_when_it_was_hidden)
+{
+    Bench bench;
+    bench.delegate->myUserAssignFile()->setShortcutTitle(QStringLiteral("Live"), ArchiveValue(1));
+    bench.delegate->userAssign();
+    EXPECT_TRUE(bench.setup().isVisible());
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
+    const auto& button = *bench.setup().userAssignableButtons().front();
+    EXPECT_EQ(button.view()->uniqueName(), QStringLiteral("Live"));
+
+    bench.delegate->myUserAssignFile()->setShortcutTitle(QStringLiteral("Later"), ArchiveValue(1));
+    bench.delegate->userAssign();
+    EXPECT_EQ(button.view()->uniqueName(), QStringLiteral("Live"));
+}
+
+TEST(AppDelegate, without_a_driver_the_about_box_ends_in_two_line_feeds)
+{
+    Bench bench;
+    EXPECT_EQ(bench.lookAtAboutBox(),
+        QStringLiteral("(Console:V%1)\n\nCopyright © 2026 The Kestrel maintainers\n\n")
+            .arg(QStringLiteral(KESTREL_VERSION)));
+}
+
+TEST(AppDelegate, after_the_about_box_the_application_hides_when_no_window_is_open)
+{
+    Bench bench;
+    bench.lookAtAboutBox();
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_FALSE(bench.panel().isVisible());
+}
+
+TEST(AppDelegate, after_the_about_box_an_open_panel_is_shown_again)
+{
+    Bench bench;
+    bench.delegate->newDocument();
+    bench.lookAtAboutBox();
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_TRUE(bench.panel().isVisible());
+}
+
+TEST(AppDelegate, after_the_about_box_the_setup_window_alone_stays_as_it_is)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    bench.workspace.calls.clear();
+    bench.lookAtAboutBox();
+    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+    EXPECT_TRUE(bench.setup().isVisible());
+}
+
+TEST(AppDelegate, after_the_about_box_with_both_windows_only_the_panel_is_left)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    bench.delegate->newDocument();
+    bench.workspace.calls.clear();
+    bench.lookAtAboutBox();
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_TRUE(bench.panel().isVisible());
+    EXPECT_FALSE(bench.setup().isVisible());
+}
+
+TEST(AppDelegate, the_console_preferences_are_opened_by_the_workspace)
+{
+    Bench bench;
+    bench.delegate->kestrel();
+    EXPECT_THAT(bench.workspace.calls,
+        ElementsAre("open /Library/PreferencePanes/HolvikZentaMIDI.prefPane"));
+}
+
+TEST(AppDelegate, the_empty_actions_do_nothing)
+{
+    Bench bench;
+    bench.delegate->openDocument();
+    bench.delegate->saveDocument();
+    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+    EXPECT_EQ(bench.defaults.synchronised, 0);
+}
+
+TEST(AppDelegate, ending_with_a_closed_link_stores_the_set_and_releases_nothing)
+{
+    Bench bench;
+    bench.delegate->applicationWillTerminate();
+    EXPECT_THAT(bench.midiServices.calls, IsEmpty());
+    EXPECT_EQ(bench.defaults.synchronised, 1);
+    EXPECT_TRUE(bench.defaults.stored.contains("PT_UserAssign"));
+    EXPECT_TRUE(bench.defaults.stored.contains("PT_UserAssignTitle"));
+}
+
+TEST(AppDelegate, ending_twice_stores_once)
+{
+    Bench bench;
+    bench.delegate->applicationWillTerminate();
+    bench.delegate->applicationWillTerminate();
+    EXPECT_EQ(bench.defaults.synchronised, 1);
+}
+
+TEST(AppDelegate, of_several_opened_files_the_first_becomes_live_at_once)
+{
+    Bench bench;
+    const QString first = bench.write(QStringLiteral("1.ZKCF"), Bench::setWithTitle("First"));
+    const QString second = bench.write(QStringLiteral("2.ZKCF"), Bench::setWithTitle("Second"));
+    bench.delegate->applicationOpenFiles({ first, second });
+    EXPECT_EQ(bench.liveTitle(), QStringLiteral("First"));
+    EXPECT_EQ(bench.defaults.synchronised, 0) << "stored only at the end";
+}
+
+TEST(AppDelegate, a_file_that_is_no_set_is_passed_over_in_silence)
+{
+    Bench bench;
+    const QString broken = bench.write(QStringLiteral("1.ZKCF"), "bplist00 no more");
+    const QString sound = bench.write(QStringLiteral("2.ZKCF"), Bench::setWithTitle("Second"));
+    bench.delegate->applicationOpenFiles({ broken, sound });
+    EXPECT_EQ(bench.liveTitle(), QString());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    bench.delegate->applicationOpenFiles({});
+    EXPECT_EQ(bench.liveTitle(), QString());
+}
+
+} // namespace
+} // namespace kestrel
