@@ -1,0 +1,56 @@
+#pragma once
+
+#include "tools/zenta-console/ConsoleCommand.h"
+#include "tools/zenta-console/ConsolePorts.h"
+#include "tools/zenta-console/LineReader.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace kestrel::console {
+
+enum ExitCode : int { Done = 0, ExpectationFailed = 1, BadCommand = 2, ServerGone = 3 };
+
+// Beats, follows its script and reports what arrives, until the script, a signal or the end of the
+// server ends it.
+class Console {
+public:
+    // `stopDescriptor` becomes readable when the program is to end.
+    Console(ConsolePorts& ports, int scriptDescriptor, int stopDescriptor);
+
+    [[nodiscard]] ExitCode run();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void waitForSomething();
+    [[nodiscard]] int timeoutMs() const;
+    void beat();
+    void reportArrivals();
+    void followScript();
+    void obey(const std::string& line);
+    void obey(const Nothing&) { }
+    void obey(const Send& command);
+    void obey(const SwitchHeartbeat& command);
+    void obey(const Wait& command);
+    void obey(const ExpectAnswer& command);
+    void obey(const Quit&);
+    void obey(const Malformed& command);
+    void checkExpectation();
+    void send(const Bytes& packet);
+    void fail(ExitCode code, const std::string& reason);
+
+    ConsolePorts& m_ports;
+    LineReader m_script;
+    const int m_stopDescriptor;
+    int m_lineNumber = 0;
+    std::string m_line;
+    std::optional<Clock::time_point> m_nextBeat;
+    std::optional<Clock::time_point> m_waitUntil;
+    std::optional<Clock::time_point> m_answerUntil;
+    bool m_isQuitting = false;
+    std::optional<ExitCode> m_exitCode;
+};
+
+} // namespace kestrel::console

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tools/zenta-console/ConsoleProtocol.h"
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace kestrel::console {
+
+struct Nothing { // an empty line, or one that begins with '#'
+    bool operator==(const Nothing&) const = default;
+};
+struct Send {
+    std::vector<Bytes> packets;
+    bool operator==(const Send&) const = default;
+};
+struct SwitchHeartbeat {
+    bool on = true;
+    bool operator==(const SwitchHeartbeat&) const = default;
+};
+struct Wait {
+    std::chrono::milliseconds duration {};
+    bool operator==(const Wait&) const = default;
+};
+struct ExpectAnswer {
+    std::chrono::milliseconds within {};
+    bool operator==(const ExpectAnswer&) const = default;
+};
+struct Quit {
+    bool operator==(const Quit&) const = default;
+};
+struct Malformed {
+    std::string reason;
+    bool operator==(const Malformed&) const = default;
+};
+
+using Command = std::variant<Nothing, Send, SwitchHeartbeat, Wait, ExpectAnswer, Quit, Malformed>;
+
+[[nodiscard]] Command parseCommand(std::string_view line);
+
+// What parseCommand() takes, one command a line, for people.
+[[nodiscard]] std::string_view commandSummary();
+
+} // namespace kestrel::console
