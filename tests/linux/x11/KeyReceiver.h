@@ -22,7 +22,7 @@ public:
     void takeFocus() const;
     [[nodiscard]] bool hasFocus() const;
     // Every key event since the last call, such as "Super down; S down Super; Super up Super".
-    [[nodiscard]] std::string keys();
+    std::string keys();
     // The server's times of the key events that keys() has returned last.
     [[nodiscard]] const std::vector<xcb_timestamp_t>& times() const { return m_times; }
 

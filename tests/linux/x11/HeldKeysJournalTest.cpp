@@ -1,0 +1,131 @@
+#include "platform/linux/x11/HeldKeysJournal.h"
+
+#include "tests/linux/x11/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+
+namespace kestrel::test {
+
+namespace {
+class Journal : public ::testing::Test {
+protected:
+    Journal()
+        : path((folder.path() / "keys").string())
+    {
+        ::setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
+        ::unsetenv("XDG_STATE_HOME");
+        ::setenv("HOME", (folder.path() / "home").c_str(), 1);
+    }
+    void fill(const std::string& content) { std::ofstream(path, std::ios::binary) << content; }
+    std::string content() const
+    {
+        std::ifstream file(path, std::ios::binary);
+        return { std::istreambuf_iterator<char>(file), {} };
+    }
+    std::string inFolder(const std::string& name) const { return (folder.path() / name).string(); }
+
+    TemporaryFolder folder;
+    std::string path;
+};
+
+const std::string Mark = "KestKey1";
+} // namespace
+
+TEST_F(Journal, is_read_by_the_next_run)
+{
+    {
+        HeldKeysJournal journal(path);
+        journal.enter(0);
+        journal.enter(39);
+        journal.enter(133);
+        journal.enter(255);
+        journal.strike(39);
+    }
+    EXPECT_EQ(HeldKeysJournal(path).keys(), XKeySet().set(0).set(133).set(255));
+}
+
+TEST_F(Journal, is_a_mark_and_one_bit_a_key)
+{
+    HeldKeysJournal journal(path);
+    journal.enter(9);
+    std::string expected = Mark + std::string(32, '\0');
+    expected[9] = '\x02';
+    EXPECT_EQ(content(), expected);
+}
+
+TEST_F(Journal, belongs_to_the_user_alone)
+{
+    const HeldKeysJournal journal(path);
+    struct stat status { };
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600u);
+}
+
+TEST_F(Journal, of_another_size_is_ignored_and_begun_anew)
+{
+    for (const std::size_t size : { 0, 1, 39, 41, 100000 }) {
+        fill((Mark + std::string(100000, '\xff')).substr(0, size));
+        EXPECT_TRUE(HeldKeysJournal(path).keys().none()) << size;
+        EXPECT_EQ(content(), Mark + std::string(32, '\0')) << size;
+    }
+}
+
+TEST_F(Journal, with_another_mark_is_ignored_and_begun_anew)
+{
+    fill("KestKey2" + std::string(32, '\xff'));
+    EXPECT_TRUE(HeldKeysJournal(path).keys().none());
+    EXPECT_EQ(content(), Mark + std::string(32, '\0'));
+}
+
+TEST_F(Journal, that_a_living_run_has_is_left_to_it)
+{
+    HeldKeysJournal first(path);
+    first.enter(39);
+    HeldKeysJournal second(path);
+    EXPECT_FALSE(second.isOpen());
+    second.enter(40);
+    EXPECT_TRUE(second.keys().none());
+    EXPECT_EQ(first.keys(), XKeySet().set(39));
+}
+
+TEST_F(Journal, that_is_a_link_or_a_folder_is_not_touched)
+{
+    fill("precious");
+    ASSERT_EQ(::symlink(path.c_str(), inFolder("link").c_str()), 0);
+    ASSERT_EQ(::link(path.c_str(), inFolder("second-name").c_str()), 0);
+    EXPECT_FALSE(HeldKeysJournal(inFolder("link")).isOpen());
+    EXPECT_FALSE(HeldKeysJournal(inFolder("second-name")).isOpen());
+    EXPECT_FALSE(HeldKeysJournal(folder.path().string()).isOpen());
+    EXPECT_FALSE(HeldKeysJournal(inFolder("missing/keys")).isOpen());
+    EXPECT_FALSE(HeldKeysJournal("").isOpen());
+    EXPECT_EQ(content(), "precious");
+}
+
+TEST_F(Journal, is_in_the_runtime_folder_under_the_name_of_the_display)
+{
+    EXPECT_EQ(HeldKeysJournal::pathFor(":0"), inFolder("kestrel-held-keys-_3a0"));
+    EXPECT_EQ(HeldKeysJournal::pathFor(":0.1"), HeldKeysJournal::pathFor(":0"));
+    EXPECT_EQ(HeldKeysJournal::pathFor("a.b:10.0"), inFolder("kestrel-held-keys-a_2eb_3a10"));
+    EXPECT_NE(HeldKeysJournal::pathFor("a.b:10"), HeldKeysJournal::pathFor("a.c:10"));
+    EXPECT_EQ(HeldKeysJournal::pathFor("../x:1"), inFolder("kestrel-held-keys-_2e_2e_2fx_3a1"));
+}
+
+TEST_F(Journal, is_in_the_state_folder_where_there_is_no_runtime_folder)
+{
+    ::setenv("XDG_RUNTIME_DIR", inFolder("missing").c_str(), 1);
+    EXPECT_EQ(HeldKeysJournal::pathFor(":0"), inFolder("home/.local/state/kestrel-held-keys-_3a0"));
+    EXPECT_TRUE(HeldKeysJournal(HeldKeysJournal::pathFor(":0")).isOpen());
+    ::setenv("XDG_STATE_HOME", inFolder("state").c_str(), 1);
+    EXPECT_EQ(HeldKeysJournal::pathFor(":0"), inFolder("state/kestrel-held-keys-_3a0"));
+    ::unsetenv("XDG_RUNTIME_DIR");
+    ::unsetenv("XDG_STATE_HOME");
+    ::unsetenv("HOME");
+    EXPECT_EQ(HeldKeysJournal::pathFor(":0"), "");
+}
+
+} // namespace kestrel::test

@@ -1,0 +1,145 @@
+#include "platform/linux/x11/X11Adapters.h"
+#include "tests/linux/x11/X11Bench.h"
+
+namespace kestrel::test {
+
+namespace {
+using Result = KeyEvents::Result;
+
+class LostConnection : public X11Bench {
+protected:
+    // As a user does who presses a frozen program's close button too often.
+    void killOurConnection()
+    {
+        auto* xcb = session->connection.xcb();
+        const xcb_window_t window = xcb_generate_id(xcb);
+        xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, session->connection.screen().root, 0,
+            0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        settle();
+        xcb_kill_client(user->xcb(), window);
+        user->synchronise();
+    }
+    void closeEverythingElse()
+    {
+        workstation.reset();
+        user.reset();
+    }
+    std::string visited()
+    {
+        std::string names;
+        workspace->visitRunningApplications([&](const RunningApplication& application) {
+            names += application.localizedName;
+            return true;
+        });
+        return names;
+    }
+};
+} // namespace
+
+TEST_F(LostConnection, is_noticed_by_the_next_call)
+{
+    killOurConnection();
+    EXPECT_EQ(press(KeyA), Result::Unavailable);
+    EXPECT_EQ(keyEvents->postBare(KeyA, KeyEvents::Direction::Up), Result::Unavailable);
+    EXPECT_EQ(visited(), "");
+    EXPECT_EQ(workstation->keys(), "");
+}
+
+TEST_F(LostConnection, is_noticed_by_the_loop)
+{
+    killOurConnection();
+    EXPECT_TRUE(loop.runUntil([this] { return !session->connection.isOpen(); }));
+    EXPECT_EQ(session->front.name(), std::nullopt);
+    loop.runFor(std::chrono::milliseconds(20));
+    EXPECT_EQ(press(0xFFFF), Result::UnknownKey);
+}
+
+TEST_F(LostConnection, is_made_again_and_works_as_before)
+{
+    killOurConnection();
+    EXPECT_EQ(press(KeyA), Result::Unavailable);
+    EXPECT_TRUE(loop.runUntil([this] { return press(KeyA) == Result::Posted; }));
+    EXPECT_EQ(received(), "A down");
+    EXPECT_EQ(visited(), "Pro Tools");
+    EXPECT_EQ(release(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "A up");
+}
+
+TEST_F(LostConnection, keys_held_through_it_are_let_go_of_by_the_next_one)
+{
+    EXPECT_EQ(press(KeyS, Modifier::Command), Result::Posted);
+    EXPECT_EQ(received(), "Super down; S down Super");
+    killOurConnection();
+    EXPECT_EQ(visited(), "");
+    EXPECT_TRUE(user->keysDown().any());
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+    EXPECT_EQ(received(), "S up Super; Super up Super");
+    EXPECT_EQ(release(KeyS), Result::Posted);
+    EXPECT_EQ(received(), "");
+}
+
+TEST_F(LostConnection, is_tried_at_most_once_a_second)
+{
+    killOurConnection();
+    EXPECT_EQ(visited(), "");
+    const auto lost = std::chrono::steady_clock::now();
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+    killOurConnection();
+    EXPECT_EQ(visited(), "");
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+    EXPECT_GE(std::chrono::steady_clock::now() - lost, std::chrono::milliseconds(950));
+}
+
+TEST_F(LostConnection, a_server_that_dies_is_survived_and_its_successor_found)
+{
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    settle();
+    server->kill();
+    closeEverythingElse();
+    EXPECT_EQ(press(KeyA), Result::Unavailable);
+    EXPECT_EQ(visited(), "");
+    workspace->hideApplication();
+    workspace->activateApplication();
+
+    server.emplace();
+    ::setenv("DISPLAY", server->display().c_str(), 1);
+    workstation.emplace(server->display(), "Pro Tools");
+    ASSERT_TRUE(loop.runUntil([this] { return workstation->isManaged(); }));
+    workstation->activate();
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+    EXPECT_EQ(received(), "");
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "Super down; S down Super; Super up Super");
+}
+
+TEST_F(LostConnection, a_server_that_dies_during_a_burst_is_survived)
+{
+    server->kill();
+    for (int count = 0; count < 1000; ++count)
+        EXPECT_EQ(press(KeyA, Modifier::Used), Result::Unavailable);
+    closeEverythingElse();
+}
+
+TEST(NoServer, is_unavailable_and_nothing_else)
+{
+    ::unsetenv("DISPLAY");
+    PollLoop loop;
+    const X11Adapters adapters = makeX11Adapters(loop);
+    EXPECT_EQ(adapters.keyEvents->post(0, KeyEvents::Direction::Down, 0, KeyEvents::AutoRepeat::No),
+        Result::Unavailable);
+    EXPECT_EQ(
+        adapters.keyEvents->post(0xFFFF, KeyEvents::Direction::Down, 0, KeyEvents::AutoRepeat::No),
+        Result::UnknownKey);
+    EXPECT_EQ(adapters.keyEvents->postBare(0, KeyEvents::Direction::Up), Result::Unavailable);
+    adapters.workspace->visitRunningApplications([](const RunningApplication&) {
+        ADD_FAILURE();
+        return true;
+    });
+    adapters.workspace->hideApplication();
+    adapters.workspace->activateApplication();
+    adapters.windowTraits->setFloating(1);
+    adapters.windowTraits->setNeverFocused(1);
+    adapters.windowTraits->setContentAspectRatio(1, 2, 1);
+}
+
+} // namespace kestrel::test
