@@ -17,6 +17,7 @@ namespace kestrel {
 
 namespace {
 constexpr std::chrono::milliseconds RestTime { 500 };
+constexpr QSize LikelyDecoration(8, 40); // of a window that has none yet
 constexpr int FarthestPixel = 32767; // no window system places anything beyond it
 
 std::span<const std::uint8_t> bytes(const QByteArray& text)
@@ -83,11 +84,12 @@ void PanelPlacement::restore()
 
 void PanelPlacement::bringOntoScreen()
 {
-    const QRect frame = m_window.frameGeometry();
+    const QSize known = m_window.frameGeometry().size() - m_window.size();
+    const QSize decoration = known.isNull() ? LikelyDecoration : known;
+    const QRect frame(m_window.pos(), m_window.size() + decoration);
     const QRect fitted = fittedOntoScreens(frame, screenAreas());
     if (fitted == frame)
         return;
-    const QSize decoration = frame.size() - m_window.size();
     const int width = fitted.width() - decoration.width();
     m_window.resize(width, qRound(panelHeight(width)));
     m_window.move(fitted.topLeft());

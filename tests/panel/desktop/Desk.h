@@ -1,0 +1,62 @@
+#pragma once
+
+#include "tests/linux/x11/KeyReceiver.h"
+#include "tools/stage/PrivateXServer.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace kestrel::test {
+
+// A private desktop with a window manager, a workstation that has the focus, and the panel.
+class Desk : public testing::Test {
+protected:
+    static constexpr stage::milliseconds Timeout { 10000 };
+
+    struct Content {
+        int width, height;
+        int panelX, panelY, panelWidth, panelHeight;
+
+        friend bool operator==(const Content&, const Content&) = default;
+    };
+    struct Place {
+        int x, y, width, height; // of the content, on the screen
+    };
+
+    Desk();
+
+    void startPanel(const std::vector<std::string>& arguments = {});
+    void showPanel(); // and waits until the window manager has done with it
+    [[nodiscard]] Content content(); // as the panel has it now
+    [[nodiscard]] std::optional<Content> waitForContent(
+        const std::function<bool(const Content&)>& wanted);
+    [[nodiscard]] Place panelPlace();
+    // Ends the panel; what it remembers of its frame.
+    [[nodiscard]] std::string quitPanel();
+
+    void pointer(std::initializer_list<std::string> xdotool);
+    void drag(int fromX, int fromY, int toX, int toY);
+    // Returns when the window manager has done all that it was told or saw before.
+    void settle();
+    // Keys and focus are the workstation's: what it gets when A is pressed now.
+    [[nodiscard]] std::string keysThatReachTheWorkstation();
+    [[nodiscard]] bool workstationIsActive();
+
+    // Throws when it has not come about within ten seconds.
+    static void waitUntil(const char* what, const std::function<bool()>& holds);
+
+    stage::PrivateXServer server;
+    KeyReceiver workstation { server.display(), "Pro Tools" };
+    std::unique_ptr<stage::ChildProcess> panel;
+    xcb_window_t panelWindow = XCB_WINDOW_NONE;
+
+private:
+    xcb_window_t m_probe = XCB_WINDOW_NONE;
+};
+
+} // namespace kestrel::test
