@@ -68,9 +68,12 @@ RunningStudio::Keys RunningStudio::keysAfter(const std::string& consoleCommand)
 RunningStudio::Keys RunningStudio::arrivingKeys(stage::ChildProcess& window) const
 {
     Keys keys;
-    for (const auto& line : window.linesUntilQuiet(Quiet)) {
-        if (line.starts_with("down") || line.starts_with("up"))
-            keys.push_back(line.substr(0, line.find(" t=")));
+    for (auto& line : window.linesUntilQuiet(Quiet)) {
+        if (!line.starts_with("down ") && !line.starts_with("up "))
+            continue;
+        for (const char* end : { " t=", " repeat=no", " none" })
+            line = line.substr(0, line.find(end));
+        keys.push_back(std::move(line));
     }
     return keys;
 }

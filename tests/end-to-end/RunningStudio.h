@@ -12,7 +12,7 @@ namespace kestrel {
 class RunningStudio {
 public:
     using Process = std::unique_ptr<stage::ChildProcess>;
-    using Keys = std::vector<std::string>; // "down S Command", "up S", …
+    using Keys = std::vector<std::string>; // "down S Command", "up S", "down A repeat=yes", …
 
     // The link is looked after every five seconds, and the first look only arms the clock.
     static constexpr stage::milliseconds LinkTimeout { 25000 };
