@@ -131,7 +131,8 @@ TEST_F(Faults, a_storm_of_heartbeats_is_survived)
     }
     studio.console.reset();
     studio.startConsole({ script.string() });
-    EXPECT_EQ(studio.console->wait(milliseconds(60000)), 0);
+    static_cast<void>(studio.console->waitForLineWith("end of output", milliseconds(120000)));
+    EXPECT_EQ(studio.console->wait(milliseconds(5000)), 0);
     studio.startConsole();
     EXPECT_TRUE(studio.isAnswered());
     expectKeyPasses(studio);
