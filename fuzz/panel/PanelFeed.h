@@ -12,6 +12,8 @@ namespace kestrel {
 // says.
 class PanelFeed {
 public:
+    PanelFeed();
+
     // Empty when all went well, else what differed.
     [[nodiscard]] std::string run(std::span<const std::uint8_t> bytes);
 
@@ -22,7 +24,7 @@ private:
     void paint();
     [[nodiscard]] std::string difference() const;
 
-    PlugInPanelView m_view { QRect(0, 0, 391, 110) };
+    PlugInPanelView m_view;
     PanelZones m_zones {};
     PanelKnobs m_knobs {};
     PanelSwitches m_switches {};
