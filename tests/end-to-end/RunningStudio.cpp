@@ -1,7 +1,10 @@
 #include "tests/end-to-end/RunningStudio.h"
 
+#include "tools/stage/KeysDown.h"
+
 #include <csignal>
 #include <stdexcept>
+#include <thread>
 
 namespace kestrel {
 
@@ -76,6 +79,16 @@ RunningStudio::Keys RunningStudio::arrivingKeys(stage::ChildProcess& window) con
         keys.push_back(std::move(line));
     }
     return keys;
+}
+
+bool RunningStudio::allKeysComeUp() const
+{
+    for (int look = 0; look < 200; ++look) {
+        if (stage::keysDown(studio.displayName()).empty())
+            return true;
+        std::this_thread::sleep_for(stage::milliseconds(10));
+    }
+    return false;
 }
 
 std::optional<int> RunningStudio::terminateKestrel()

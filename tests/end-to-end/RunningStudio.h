@@ -34,6 +34,8 @@ public:
     // Gives the console a command; the keys that reach the workstation until it is quiet again.
     [[nodiscard]] Keys keysAfter(const std::string& consoleCommand);
     [[nodiscard]] Keys arrivingKeys(stage::ChildProcess& window) const;
+    // True as soon as no key of the display is down; false when that takes two seconds.
+    [[nodiscard]] bool allKeysComeUp() const;
     // The exit code after a SIGTERM; missing when it does not end in ten seconds.
     [[nodiscard]] std::optional<int> terminateKestrel();
 

@@ -39,7 +39,7 @@ Studio::Studio(fs::path programs, const Options& options)
         m_display
             = std::make_unique<PrivateXServer>(PrivateXServer::Options { .tray = options.tray });
     if (!options.useSessionJack)
-        m_jack = std::make_unique<PrivateJackServer>();
+        m_jack = std::make_unique<PrivateJackServer>(PrivateJackServer::Cycles::WaitForClients);
 }
 
 ChildProcess::Environment Studio::environment() const

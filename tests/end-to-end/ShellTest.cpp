@@ -1,0 +1,203 @@
+#include "assign/UserAssignFile.h"
+#include "tests/end-to-end/RunningStudio.h"
+#include "tools/stage/KeysDown.h"
+#include "tools/stage/Screen.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fstream>
+#include <thread>
+
+namespace kestrel {
+namespace {
+
+using stage::milliseconds;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr milliseconds DialogTimeout { 10000 };
+constexpr int KeyB = 11; // its key code
+
+// The colour of the bird in the status item while the link is alive, and of nothing else there.
+bool isOnlineColour(stage::Colour colour)
+{
+    return colour.green > colour.red + 50 && colour.blue > colour.red + 50;
+}
+
+// True as soon as `holds` is; asked again and again until time is up.
+bool becomesTrue(const std::function<bool()>& holds, milliseconds timeout = DialogTimeout)
+{
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    while (!holds()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        std::this_thread::sleep_for(milliseconds(20));
+    }
+    return true;
+}
+
+class Shell : public testing::Test {
+protected:
+    void startOnDesktop(bool tray)
+    {
+        studio = std::make_unique<RunningStudio>(stage::Studio::Options { .tray = tray });
+    }
+
+    [[nodiscard]] bool isShown(const std::string& title) const
+    {
+        stage::ChildProcess search({ "xdotool", "search", "--onlyvisible", "--name", title },
+            studio->studio.environment());
+        return search.wait(DialogTimeout) == 0;
+    }
+
+    [[nodiscard]] int onlinePixels() const
+    {
+        return stage::Screen(studio->studio.displayName()).countInTray(isOnlineColour);
+    }
+
+    // Pixels of the tray that are not its own dark ground.
+    [[nodiscard]] int trayPixels() const
+    {
+        return stage::Screen(studio->studio.displayName()).countInTray([](stage::Colour colour) {
+            return colour.red > 0x60 || colour.green > 0x60 || colour.blue > 0x60;
+        });
+    }
+
+    // A set whose key 1 types B.
+    [[nodiscard]] std::string writeSet(const std::string& name) const
+    {
+        UserAssignFile set;
+        set.initShortcutArray();
+        ArchiveArray& entry = *set.getSwitchShortcut(1);
+        entry.replace(ShortcutRecord::KeyCode, ArchiveValue(KeyB));
+        entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("B")));
+        const auto image = set.fileImage();
+        const auto path = studio->studio.home() / name;
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(image.data()),
+                static_cast<std::streamsize>(image.size()));
+        return path.string();
+    }
+
+    std::unique_ptr<RunningStudio> studio;
+};
+
+TEST_F(Shell, the_status_item_shows_whether_the_console_is_alive)
+{
+    startOnDesktop(true);
+    studio->startWorkstation();
+    studio->startKestrel();
+    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+    EXPECT_EQ(onlinePixels(), 0);
+    studio->startConsole();
+    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() > 20; }, RunningStudio::LinkTimeout));
+    studio->console->writeLine("heartbeat off");
+    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() == 0; }, milliseconds(11000)));
+    EXPECT_GT(trayPixels(), 20);
+    studio->console->writeLine("heartbeat on");
+    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() > 20; }, milliseconds(2000)));
+    studio->workstation.reset();
+    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() == 0; }, milliseconds(6000)));
+}
+
+TEST_F(Shell, a_tray_that_comes_later_gets_the_item)
+{
+    startOnDesktop(false);
+    studio->startKestrel();
+    EXPECT_FALSE(studio->kestrel->wait(milliseconds(2000))) << "it must work without a tray";
+    studio->studio.display().startTray();
+    EXPECT_TRUE(becomesTrue([this] { return trayPixels() > 20; }));
+}
+
+TEST_F(Shell, a_second_start_brings_up_the_setup_window)
+{
+    startOnDesktop(false);
+    studio->startKestrel();
+    const auto second = studio->studio.start("kestrel");
+    EXPECT_EQ(second->wait(DialogTimeout), 0);
+    EXPECT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
+    EXPECT_FALSE(studio->kestrel->wait(milliseconds(0)));
+}
+
+TEST_F(Shell, the_first_of_several_files_becomes_live_in_the_running_program)
+{
+    startOnDesktop(false);
+    studio->studio.assign({ "1", "A" });
+    const std::string first = writeSet("first.ZKCF");
+    const auto other = studio->studio.home() / "other.ZKCF";
+    std::ofstream(other) << "no set at all";
+    studio->startEverything();
+    ASSERT_TRUE(studio->isAnswered());
+    EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down A"));
+    EXPECT_THAT(studio->keysAfter("release 1"), ElementsAre("up A"));
+
+    EXPECT_EQ(studio->studio.start("kestrel", { other.string(), first })->wait(DialogTimeout), 0);
+    EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down A")) << "only the first counts";
+    EXPECT_THAT(studio->keysAfter("release 1"), ElementsAre("up A"));
+
+    EXPECT_EQ(studio->studio.start("kestrel", { first, other.string() })->wait(DialogTimeout), 0);
+    EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down B"));
+    EXPECT_THAT(studio->keysAfter("release 1"), ElementsAre("up B"));
+
+    EXPECT_EQ(studio->terminateKestrel(), 0);
+    studio->startKestrel();
+    ASSERT_TRUE(studio->isAnswered());
+    EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down B")) << "kept in the defaults";
+    EXPECT_THAT(studio->keysAfter("release 1"), ElementsAre("up B"));
+}
+
+TEST_F(Shell, a_file_opens_the_program_when_it_does_not_run)
+{
+    startOnDesktop(false);
+    const std::string file = writeSet("set.ZKCF");
+    studio->startWorkstation();
+    studio->startConsole();
+    studio->startKestrel({ file });
+    ASSERT_TRUE(studio->isAnswered());
+    EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down B"));
+    EXPECT_THAT(studio->keysAfter("release 1"), ElementsAre("up B"));
+}
+
+TEST_F(Shell, a_killed_program_is_no_obstacle_to_the_next_start)
+{
+    startOnDesktop(false);
+    studio->startKestrel();
+    ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
+    studio->kestrel->signal(SIGKILL);
+    ASSERT_EQ(studio->kestrel->wait(DialogTimeout), 128 + SIGKILL);
+    studio->startKestrel();
+    EXPECT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
+    EXPECT_FALSE(studio->kestrel->wait(milliseconds(0))) << "the new one is the first now";
+}
+
+TEST_F(Shell, without_a_display_it_says_so_and_ends)
+{
+    startOnDesktop(false);
+    auto environment = studio->studio.environment();
+    environment["DISPLAY"] = ":2147";
+    stage::ChildProcess kestrel(
+        { "sh", "-c", "exec \"$0\" 2>&1", std::string(KESTREL_PROGRAMS) + "/kestrel" },
+        environment);
+    EXPECT_TRUE(kestrel.waitForLineWith(
+        "kestrel: Kestrel needs an X11 display, and \":2147\" does not answer.", DialogTimeout));
+    EXPECT_EQ(kestrel.wait(DialogTimeout), 1);
+}
+
+TEST_F(Shell, a_display_that_dies_ends_it_with_the_assignments_stored)
+{
+    startOnDesktop(false);
+    const std::string file = writeSet("set.ZKCF");
+    studio->startKestrel({ file });
+    ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
+    const auto defaults = studio->studio.configFolder() / "com.holvik.kestrel.plist";
+    std::filesystem::remove(defaults);
+    studio->studio.display().kill();
+    EXPECT_EQ(studio->kestrel->wait(DialogTimeout), 1) << "an error, but no crash";
+    EXPECT_TRUE(std::filesystem::exists(defaults));
+}
+
+} // namespace
+} // namespace kestrel

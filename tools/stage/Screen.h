@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace kestrel::stage {
+
+struct Colour {
+    std::uint8_t red;
+    std::uint8_t green;
+    std::uint8_t blue;
+};
+
+struct Area {
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+// What a display shows. Everything throws std::runtime_error when it does not answer.
+class Screen {
+public:
+    explicit Screen(std::string display)
+        : m_display(std::move(display))
+    {
+    }
+
+    [[nodiscard]] int count(const Area& area, const std::function<bool(Colour)>& wanted) const;
+    // The whole of the top row of the desktop, where the tray is.
+    [[nodiscard]] int countInTray(const std::function<bool(Colour)>& wanted) const;
+
+private:
+    std::string m_display;
+};
+
+} // namespace kestrel::stage
