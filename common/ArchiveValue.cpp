@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace kestrel {
 
@@ -99,6 +100,26 @@ template <typename Pointer> bool sameContent(const Pointer& left, const Pointer&
 }
 
 } // namespace
+
+ArchiveValue::ArchiveValue() noexcept = default;
+ArchiveValue::ArchiveValue(const ArchiveValue& other) = default;
+ArchiveValue::ArchiveValue(ArchiveValue&& other) noexcept = default;
+ArchiveValue& ArchiveValue::operator=(const ArchiveValue& other) = default;
+ArchiveValue& ArchiveValue::operator=(ArchiveValue&& other) noexcept = default;
+ArchiveValue::~ArchiveValue() = default;
+
+ArchiveValue::ArchiveValue(Boolean value)
+    : m_storage(value.value)
+{
+}
+
+ArchiveValue::ArchiveValue(Integer value)
+{
+    if (value.isSigned || !(value.bits >> 63))
+        m_storage = static_cast<std::int64_t>(value.bits);
+    else
+        m_storage = value.bits;
+}
 
 ArchiveValue::ArchiveValue(double value)
     : m_storage(value)

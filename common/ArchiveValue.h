@@ -5,7 +5,6 @@
 
 #include <concepts>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <variant>
 
@@ -33,20 +32,22 @@ public:
         Object
     };
 
-    ArchiveValue() = default;
+    ArchiveValue() noexcept;
+    ArchiveValue(const ArchiveValue& other);
+    ArchiveValue(ArchiveValue&& other) noexcept;
+    ArchiveValue& operator=(const ArchiveValue& other);
+    ArchiveValue& operator=(ArchiveValue&& other) noexcept;
+    ~ArchiveValue();
+
     template <std::same_as<bool> T>
     ArchiveValue(T value)
-        : m_storage(value)
+        : ArchiveValue(Boolean { value })
     {
     }
     template <std::integral T>
     requires(!std::same_as<T, bool>) ArchiveValue(T value)
+        : ArchiveValue(Integer { static_cast<std::uint64_t>(value), std::signed_integral<T> })
     {
-        if (std::unsigned_integral<
-                T> && static_cast<std::uint64_t>(value) > std::uint64_t(std::numeric_limits<std::int64_t>::max()))
-            m_storage = static_cast<std::uint64_t>(value);
-        else
-            m_storage = static_cast<std::int64_t>(value);
     }
     ArchiveValue(double value);
     ArchiveValue(QString value);
@@ -80,9 +81,19 @@ public:
     friend bool operator==(const ArchiveValue& left, const ArchiveValue& right);
 
 private:
+    struct Boolean {
+        bool value;
+    };
+    struct Integer {
+        std::uint64_t bits;
+        bool isSigned;
+    };
     using Storage = std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, QString,
         QByteArray, std::shared_ptr<ArchiveArray>, std::shared_ptr<ArchiveDictionary>,
         std::shared_ptr<ArchiveObject>>;
+
+    explicit ArchiveValue(Boolean value);
+    explicit ArchiveValue(Integer value);
 
     Storage m_storage;
 };

@@ -72,7 +72,9 @@ bool AtomicFile::write(const QString& path, ByteView content)
 
 void AtomicFile::removeLeftovers(const QString& path)
 {
-    const QFileInfo target(path);
+    // A link is followed by the save as well, which leaves its remains beside the file itself.
+    const QFileInfo given(path);
+    const QFileInfo target(given.isSymLink() ? given.canonicalFilePath() : path);
     const QString prefix = target.fileName() + u'.';
     const QDateTime newest = QDateTime::currentDateTime().addSecs(-LeftoverAgeSeconds);
     const auto files

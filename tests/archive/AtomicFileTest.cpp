@@ -111,6 +111,18 @@ TEST_F(AtomicFileTest, removes_what_killed_saves_of_the_same_file_left_behind)
     EXPECT_EQ(names(), QStringList { "set.ZKCF" });
 }
 
+TEST_F(AtomicFileTest, a_link_stays_one_and_its_file_is_replaced)
+{
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("real"));
+    leave("real/set.ZKCF", 0);
+    leave("real/set.ZKCF.aBcDeF", 7200);
+    ASSERT_TRUE(QFile::link(path("real/set.ZKCF"), path()));
+    EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
+    EXPECT_TRUE(QFileInfo(path()).isSymLink());
+    EXPECT_EQ(content(), "new");
+    EXPECT_FALSE(QFile::exists(path("real/set.ZKCF.aBcDeF")));
+}
+
 TEST_F(AtomicFileTest, leaves_alone_whatever_else_lies_there)
 {
     const QStringList others { "other.ZKCF.aBcDeF", "set.ZKCF.Backup", "set.ZKCF.ORIGIN",

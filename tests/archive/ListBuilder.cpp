@@ -47,7 +47,7 @@ std::size_t ListBuilder::array(std::initializer_list<std::size_t> elements)
 std::size_t ListBuilder::dictionary(std::initializer_list<std::size_t> members)
 {
     Bytes object { byte(0xD0 | members.size() / 2) };
-    for (const std::size_t first : { 0, 1 }) { // all keys, then all values
+    for (std::size_t first = 0; first < 2; ++first) { // all keys, then all values
         for (std::size_t i = first; i < members.size(); i += 2)
             object.push_back(byte(members.begin()[i]));
     }
