@@ -25,7 +25,8 @@ std::string objectText(const ArchiveObject& object)
     std::string text = object.classes().join(u':').toStdString() + "<";
     for (const ArchiveObject::Member& member : object.members()) {
         text += member.storage == ArchiveObject::Storage::Inline ? "=" : "&";
-        text += member.name.toStdString() + " " + archiveText(member.value) + ";";
+        text += member.name.toStdString() + " ";
+        text += archiveText(member.value) + ";";
     }
     return text + ">";
 }
@@ -47,17 +48,17 @@ std::string archiveText(const ArchiveValue& value)
     case Type::Real:
         return formatted("r%a", value.toDouble());
     case Type::String:
-        return "'" + value.text().toStdString() + "'";
+        return std::string("'") + value.text().toStdString() + "'";
     case Type::Data:
-        return "#" + value.data().toHex().toStdString();
+        return std::string("#") + value.data().toHex().toStdString();
     case Type::Array:
         for (const ArchiveValue& element : *value.array())
             text += archiveText(element) + ",";
-        return "[" + text + "]";
+        return std::string("[") + text + "]";
     case Type::Dictionary:
         for (const ArchiveDictionary::Entry& entry : *value.dictionary())
             text += archiveText(entry.key) + ":" + archiveText(entry.value) + ",";
-        return "{" + text + "}";
+        return std::string("{") + text + "}";
     case Type::Object:
         return objectText(*value.object());
     }

@@ -31,13 +31,13 @@ std::string dateText(plist_t node)
     std::int32_t seconds = 0;
     std::int32_t microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
-    return "t" + std::to_string(seconds) + "." + std::to_string(microseconds);
+    return std::string("t") + std::to_string(seconds) + "." + std::to_string(microseconds);
 }
 
 std::string integerText(plist_t node)
 {
     const PropertyListNode::Integer value = PropertyListNode::integer(node);
-    return value.isUnsigned ? "u" + std::to_string(value.bits)
+    return value.isUnsigned ? std::string("u") + std::to_string(value.bits)
                             : std::to_string(static_cast<std::int64_t>(value.bits));
 }
 
@@ -59,20 +59,20 @@ std::string listText(plist_t node)
     case PLIST_DATE:
         return dateText(node);
     case PLIST_STRING:
-        return '"' + PropertyListNode::string(node) + '"';
+        return std::string("\"") + PropertyListNode::string(node) + "\"";
     case PLIST_DATA:
         return hex(PropertyListNode::data(node));
     case PLIST_UID:
         plist_get_uid_val(node, &uid);
-        return "@" + std::to_string(uid);
+        return std::string("@") + std::to_string(uid);
     case PLIST_ARRAY:
         for (plist_t item : PropertyListNode::items(node))
             text += listText(item) + " ";
-        return "[ " + text + "]";
+        return std::string("[ ") + text + "]";
     case PLIST_DICT:
         for (const auto& [key, value] : PropertyListNode::members(node))
             text += key + "=" + listText(value) + " ";
-        return "{ " + text + "}";
+        return std::string("{ ") + text + "}";
     default:
         return "?";
     }
