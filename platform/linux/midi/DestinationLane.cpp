@@ -3,6 +3,7 @@
 #include <jack/jack.h>
 #include <jack/midiport.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace kestrel {
@@ -51,10 +52,14 @@ void DestinationLane::writeInto(void* buffer)
     PacketRing::Position at = m_ring.begin();
     bool isEmpty = true;
     while (const auto packet = m_ring.read(at, end)) {
-        const bool fits = packet->data.size() <= jack_midi_max_event_size(buffer)
-            && jack_midi_event_write(buffer, 0, packet->data.data(), packet->data.size()) == 0;
+        const std::span<const std::uint8_t> data = packet->data;
+        const bool fits = data.size() <= jack_midi_max_event_size(buffer);
+        jack_midi_data_t* const event
+            = fits ? jack_midi_event_reserve(buffer, 0, data.size()) : nullptr;
+        if (event)
+            std::copy(data.begin(), data.end(), event);
         // The rest goes with the next cycle. What does not even fit into an empty buffer is lost.
-        if (!fits && !isEmpty)
+        else if (!isEmpty)
             return;
         isEmpty = false;
         m_ring.release(at);

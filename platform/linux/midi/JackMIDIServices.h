@@ -27,8 +27,9 @@ class Wakeup;
 // JACK_DEFAULT_SERVER names, and is never started from here.
 class JackMIDIServices final : public MIDIServices {
 public:
-    // How long one operation waits for a server that does not answer.
-    static constexpr std::chrono::milliseconds Patience { 200 };
+    // How long one operation waits for a server that does not answer. Opening or closing a client
+    // takes two of the server's periods: 350 ms with the longest in use, 8,192 frames.
+    static constexpr std::chrono::milliseconds Patience { 500 };
 
     // `mainLoop` outlives the services.
     explicit JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds patience = Patience);

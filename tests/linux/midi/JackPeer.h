@@ -53,6 +53,8 @@ private:
         std::deque<Bytes> packets; // to be sent, or received
     };
 
+    static void takeEvents(void* buffer, Port& port);
+
     _jack_client* m_client = nullptr;
     std::mutex m_mutex;
     std::condition_variable m_arrived;
