@@ -36,12 +36,28 @@ UserKeyboard::UserKeyboard(const std::string& display)
         throw std::runtime_error("the X server has not the keyboards that are looked for");
 }
 
-void UserKeyboard::post(bool down, xcb_keycode_t key) const
+void UserKeyboard::press(xcb_keycode_t key) const
+{
+    post(xcb(), true, key);
+    synchronise();
+}
+
+void UserKeyboard::release(xcb_keycode_t key) const
+{
+    post(xcb(), false, key);
+    synchronise();
+}
+
+void UserKeyboard::releaseThrough(xcb_connection_t* connection, xcb_keycode_t key) const
+{
+    post(connection, false, key);
+}
+
+void UserKeyboard::post(xcb_connection_t* connection, bool down, xcb_keycode_t key) const
 {
     const int type = down ? XCB_INPUT_DEVICE_KEY_PRESS : XCB_INPUT_DEVICE_KEY_RELEASE;
-    xcb_test_fake_input(xcb(), static_cast<std::uint8_t>(m_inputEvent + type), key,
+    xcb_test_fake_input(connection, static_cast<std::uint8_t>(m_inputEvent + type), key,
         XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, m_device);
-    synchronise();
 }
 
 unsigned UserKeyboard::modifiers() const

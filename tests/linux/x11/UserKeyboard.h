@@ -11,8 +11,11 @@ class UserKeyboard : public XClient {
 public:
     explicit UserKeyboard(const std::string& display);
 
-    void press(xcb_keycode_t key) const { post(true, key); }
-    void release(xcb_keycode_t key) const { post(false, key); }
+    void press(xcb_keycode_t key) const;
+    void release(xcb_keycode_t key) const;
+
+    // Ahead of the requests that the connection has not yet written.
+    void releaseThrough(xcb_connection_t* connection, xcb_keycode_t key) const;
 
     // XKB's effective and locked modifiers, as applications see them.
     [[nodiscard]] unsigned modifiers() const;
@@ -26,7 +29,7 @@ public:
     [[nodiscard]] std::uint8_t xtestDevice() const { return m_xtestDevice; }
 
 private:
-    void post(bool down, xcb_keycode_t key) const;
+    void post(xcb_connection_t* connection, bool down, xcb_keycode_t key) const;
 
     std::uint8_t m_inputEvent = 0;
     std::uint8_t m_device = 0;
