@@ -8,8 +8,15 @@
 namespace kestrel {
 
 namespace {
+
 constexpr double Margin = 2;
-}
+
+// Paper on the key, in the ring of a control that has the focus.
+const QString Look = QStringLiteral(
+    "QPlainTextEdit { border: 2px solid #5ED6CE; border-radius: 6px; background: #F6F3EC;"
+    " color: black; selection-background-color: #5ED6CE; selection-color: black; }");
+
+} // namespace
 
 RenameBox::RenameBox(
     const QRect& frame, const QString& text, const InterfaceServices& services, QWidget* parent)
@@ -18,6 +25,7 @@ RenameBox::RenameBox(
     , m_text(text)
 {
     setGeometry(frame);
+    setStyleSheet(Look);
     setFont(smallSystemFont());
     setTabChangesFocus(true);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -14,6 +14,7 @@ SetupWindow::SetupWindow()
             | Qt::WindowCloseButtonHint)
 {
     setWindowTitle(QStringLiteral("User Assignable Setup"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setFixedSize(SetupTables::shared().UserAssignableWindowFrame.size());
 }
 

@@ -7,17 +7,33 @@
 #include "shortcut/MyShortcutField.h"
 
 #include <QFocusEvent>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace kestrel {
 
 namespace {
 
-constexpr double Inset = 6;
+constexpr double Inset = 5;
+constexpr double TightestSpacing = 85; // percent
 constexpr double CornerRadius = 3;
 constexpr qsizetype MostLines = 2;
 constexpr qsizetype MostUnits = 256; // of a line, far beyond what a field is wide
+
+// Closes up a text that is a little too wide, as far as it stays legible.
+QFont tightened(const QFont& font, const QString& text, double width)
+{
+    const double needed = QFontMetricsF(font).horizontalAdvance(text);
+    if (needed <= width)
+        return font;
+    QFont tight = font;
+    tight.setLetterSpacing(
+        QFont::PercentageSpacing, std::max(TightestSpacing, 100 * width / needed));
+    return tight;
+}
 
 bool isAboutTheWindow(const QFocusEvent& event)
 {
@@ -191,11 +207,16 @@ void MyShortcutField::drawRect()
     painter.fillRect(rect(), Qt::black);
     painter.setPen(Qt::white);
     const QStringList lines = m_stringValue.split(u'\n').mid(0, MostLines);
+    // The clear button covers the right end.
+    const bool isCovered = m_myClearButton && !m_myClearButton->isHidden();
+    const double right = isCovered ? m_myClearButton->x() - x() : width() - Inset;
     const double lineHeight = painter.fontMetrics().height();
     double top = (height() - lineHeight * static_cast<double>(lines.size())) / 2;
     for (const QString& line : lines) {
-        painter.drawText(QRectF(Inset, top, width() - 2 * Inset, lineHeight),
-            Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, line.left(MostUnits));
+        const QString shown = line.left(MostUnits);
+        const QRectF place(Inset, top, right - Inset, lineHeight);
+        painter.setFont(tightened(font(), shown, place.width()));
+        painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, shown);
         top += lineHeight;
     }
     if (hasFocus())
