@@ -1,0 +1,54 @@
+#pragma once
+
+#include "common/ApplicationVisibility.h"
+#include "common/WindowVisibility.h"
+#include "platform/KeyTranslation.h"
+
+#include <string>
+#include <vector>
+
+namespace kestrel::fakes {
+
+// Takes the native numbers of an event for those of macOS: virtual key, modifier flags and text
+// are the key code, the flags and the characters. Key codes above 16 bits are keys without one.
+class FakeKeyTranslation final : public KeyTranslation {
+public:
+    [[nodiscard]] std::optional<TranslatedKey> translate(const NativeKeyEvent& event) override
+    {
+        if (event.virtualKey > 0xFFFF)
+            return std::nullopt;
+        return TranslatedKey { static_cast<KeyCode>(event.virtualKey), event.modifiers,
+            std::string(event.text) };
+    }
+};
+
+class RecordingVisibility final : public ApplicationVisibility {
+public:
+    explicit RecordingVisibility(std::vector<std::string>& calls)
+        : m_calls(calls)
+    {
+    }
+    void hide() override { m_calls.push_back("hide"); }
+    void activate() override { m_calls.push_back("activate"); }
+
+private:
+    std::vector<std::string>& m_calls;
+};
+
+// The plug-in panel's window.
+class RecordingPanel final : public WindowVisibility {
+public:
+    explicit RecordingPanel(std::vector<std::string>& calls)
+        : m_calls(calls)
+    {
+    }
+    [[nodiscard]] bool isVisible() const override { return visible; }
+    void showWindow() override { m_calls.push_back("show panel"); }
+
+    bool visible = false;
+
+private:
+    std::vector<std::string>& m_calls;
+};
+
+} // namespace kestrel::fakes
