@@ -1,0 +1,213 @@
+#include "tests/setup/SetupBench.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace kestrel::fakes {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+struct DialogBench : SetupBench {
+    DialogBench()
+    {
+        open();
+        activate(*controller.window());
+    }
+    [[nodiscard]] QFileDialog* sheet() const
+    {
+        return controller.window()->findChild<QFileDialog*>();
+    }
+    // Names the file in the sheet and presses its default button.
+    void choose(const QString& path) const
+    {
+        sheet()->findChild<QLineEdit*>()->setText(path);
+        QMetaObject::invokeMethod(sheet(), "accept");
+    }
+    [[nodiscard]] QString path(const QString& name) const { return folder.filePath(name); }
+    QString savedFile(const QString& text)
+    {
+        UserAssignFile set;
+        set.initShortcutArray();
+        set.getSwitchShortcut(1)->replace(2, text);
+        EXPECT_TRUE(AssignmentFiles(attributes).write(path("a.ZKCF"), set));
+        return path("a.ZKCF");
+    }
+    QString damagedFile()
+    {
+        QFile file(path("bad.ZKCF"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write("bad") == 3);
+        return file.fileName();
+    }
+
+    QTemporaryDir folder;
+};
+
+// Does something with the next alert once it is up.
+void whenAlerted(const std::function<void(QMessageBox&)>& handle)
+{
+    QTimer::singleShot(0, qApp, [handle] {
+        auto* alert = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (alert)
+            handle(*alert);
+        else
+            whenAlerted(handle);
+    });
+}
+
+TEST(FileDialogs, load_opens_a_sheet_for_one_existing_assignment_file)
+{
+    DialogBench bench;
+    bench.controller.load();
+    ASSERT_NE(bench.sheet(), nullptr);
+    EXPECT_EQ(bench.sheet()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(bench.sheet()->parentWidget(), bench.controller.window());
+    EXPECT_EQ(bench.sheet()->windowTitle(), u"Open Kestrel Console File");
+    EXPECT_EQ(bench.sheet()->fileMode(), QFileDialog::ExistingFile);
+    EXPECT_EQ(bench.sheet()->acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_EQ(bench.sheet()->nameFilters(), QStringList { "Kestrel Console File (*.ZKCF)" });
+    EXPECT_TRUE(bench.controller.visibleFileDialog());
+    bench.sheet()->reject();
+}
+
+TEST(FileDialogs, save_opens_a_sheet_that_adds_the_extension_and_asks_before_replacing)
+{
+    DialogBench bench;
+    bench.controller.save();
+    ASSERT_NE(bench.sheet(), nullptr);
+    EXPECT_EQ(bench.sheet()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(bench.sheet()->acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(bench.sheet()->defaultSuffix(), u"ZKCF");
+    EXPECT_FALSE(bench.sheet()->testOption(QFileDialog::DontConfirmOverwrite));
+    EXPECT_TRUE(bench.controller.visibleFileDialog());
+    bench.sheet()->reject();
+}
+
+TEST(FileDialogs, both_close_rename_boxes)
+{
+    DialogBench bench;
+    bench.give(1, 0, 0, 0, "A");
+    bench.controller.setupUI(*bench.live);
+    doubleClick(bench.button(0));
+    bench.controller.load();
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+    bench.sheet()->reject();
+}
+
+TEST(FileDialogs, a_chosen_file_is_shown)
+{
+    DialogBench bench;
+    const QString path = bench.savedFile("X");
+    bench.controller.load();
+    bench.choose(path);
+    EXPECT_EQ(bench.field(0).stringValue(), u"X");
+    EXPECT_EQ(bench.liveText(1), u"");
+}
+
+TEST(FileDialogs, closing_a_sheet_hides_nothing_and_the_next_window_that_closes_hides_again)
+{
+    DialogBench bench;
+    press(bench.field(0), Keys::F5);
+    bench.controller.load();
+    bench.sheet()->reject();
+    EXPECT_EQ(bench.calls, Calls {});
+    EXPECT_FALSE(bench.controller.visibleFileDialog());
+    EXPECT_EQ(bench.field(0).stringValue(), u"F5");
+    bench.controller.cancel();
+    EXPECT_EQ(bench.calls, Calls { "hide" });
+}
+
+TEST(FileDialogs, a_file_that_is_none_shows_invalid_file_and_the_window_keeps_what_it_shows)
+{
+    DialogBench bench;
+    const QString path = bench.damagedFile();
+    press(bench.field(0), Keys::F5);
+    QString message;
+    QString informative;
+    QStringList buttons;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    bool isModal = false;
+    whenAlerted([&](QMessageBox& alert) {
+        message = alert.text();
+        informative = alert.informativeText();
+        icon = alert.icon();
+        isModal = alert.isModal();
+        for (const QAbstractButton* button : alert.buttons())
+            buttons.append(button->text().remove('&'));
+        alert.accept();
+    });
+    bench.controller.load();
+    bench.choose(path);
+    EXPECT_EQ(message, u"Kestrel Console");
+    EXPECT_EQ(informative, u"Invalid file.");
+    EXPECT_EQ(buttons, QStringList { "OK" });
+    EXPECT_EQ(icon, QMessageBox::Critical);
+    EXPECT_TRUE(isModal);
+    EXPECT_EQ(bench.field(0).stringValue(), u"F5");
+    EXPECT_TRUE(bench.controller.isVisible());
+    EXPECT_EQ(bench.calls, Calls {});
+}
+
+TEST(FileDialogs, saving_writes_the_working_copy_and_the_names_and_leaves_the_live_set)
+{
+    DialogBench bench;
+    press(bench.field(0), Keys::F5);
+    bench.controller.assign();
+    bench.button(0).setUniqueName("Name");
+    bench.controller.save();
+    bench.choose(bench.path("new"));
+    const auto saved = AssignmentFiles(bench.attributes).read(bench.path("new.ZKCF"));
+    ASSERT_NE(saved, nullptr);
+    EXPECT_EQ(saved->getSwitchShortcut(1)->at(2), ArchiveValue(QString("F5")));
+    EXPECT_EQ(saved->getShortcutTitle(1), u"Name");
+    EXPECT_EQ(saved->count(), 12U);
+    EXPECT_EQ(bench.liveText(1), u"");
+    EXPECT_EQ(bench.calls, Calls {});
+}
+
+TEST(FileDialogs, saving_over_a_file_asks_first_and_no_keeps_it)
+{
+    DialogBench bench;
+    const QString path = bench.savedFile("X");
+    whenAlerted([](QMessageBox& alert) { alert.button(QMessageBox::No)->click(); });
+    bench.controller.save();
+    bench.choose(path);
+    EXPECT_TRUE(bench.controller.visibleFileDialog());
+    EXPECT_EQ(bench.calls, Calls {});
+    bench.sheet()->reject();
+    EXPECT_EQ(bench.calls, Calls {});
+    EXPECT_EQ(AssignmentFiles(bench.attributes).read(path)->getSwitchShortcut(1)->at(2),
+        ArchiveValue(QString("X")));
+}
+
+TEST(FileDialogs, a_cancelled_save_writes_nothing)
+{
+    DialogBench bench;
+    bench.controller.save();
+    bench.sheet()->findChild<QLineEdit*>()->setText(bench.path("new.ZKCF"));
+    bench.sheet()->reject();
+    EXPECT_FALSE(QFileInfo::exists(bench.path("new.ZKCF")));
+}
+
+TEST(FileDialogs, a_save_that_fails_is_silent)
+{
+    DialogBench bench;
+    bench.controller.save();
+    const QString path = bench.path("gone/new.ZKCF");
+    ASSERT_TRUE(QDir(bench.folder.path()).mkdir("gone"));
+    bench.sheet()->findChild<QLineEdit*>()->setText(path);
+    ASSERT_TRUE(QDir(bench.folder.path()).rmdir("gone"));
+    static_cast<QDialog*>(bench.sheet())->done(QDialog::Accepted);
+    EXPECT_FALSE(QFileInfo::exists(path));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(bench.calls, Calls {});
+}
+
+} // namespace
+} // namespace kestrel::fakes

@@ -1,0 +1,116 @@
+#include "setup/SavedWindowFrame.h"
+
+#include "tests/setup/SetupBench.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace kestrel::fakes {
+namespace {
+
+const std::string Key = "NSWindow Frame UAssignWindow";
+
+std::string stored(const FakeDefaultsStore& defaults)
+{
+    const auto found = defaults.current.find(Key);
+    return found == defaults.current.end()
+        ? "nothing"
+        : std::string(found->second.begin(), found->second.end());
+}
+
+void store(FakeDefaultsStore& defaults, const std::string& text)
+{
+    defaults.current[Key] = { text.begin(), text.end() };
+}
+
+const QRect Screen(0, 25, 1920, 1055);
+
+TEST(SavedWindowFrame, without_a_saved_frame_the_content_is_at_600_350_from_the_lower_left)
+{
+    SetupBench bench;
+    ASSERT_EQ(QGuiApplication::primaryScreen()->geometry(), QRect(0, 0, 1920, 1080));
+    EXPECT_EQ(bench.controller.window()->geometry(), QRect(600, 1080 - 350 - 453, 620, 453));
+}
+
+TEST(SavedWindowFrame, it_reopens_where_it_was_left)
+{
+    FakeDefaultsStore defaults;
+    {
+        SetupBench bench(&defaults);
+        bench.open();
+        bench.controller.window()->move(120, 90);
+        bench.controller.closeDialog();
+        EXPECT_EQ(stored(defaults), "120 537 620 453 0 0 1920 1080 "); // 1080 - 90 - 453
+        bench.controller.window()->move(5, 5);
+        bench.open();
+        EXPECT_EQ(bench.controller.window()->pos(), QPoint(120, 90));
+    }
+    SetupBench next(&defaults);
+    EXPECT_EQ(next.controller.window()->pos(), QPoint(120, 90));
+    EXPECT_EQ(next.controller.window()->size(), QSize(620, 453));
+}
+
+TEST(SavedWindowFrame, the_close_box_saves_too)
+{
+    SetupBench bench;
+    bench.open();
+    bench.controller.window()->move(33, 44);
+    bench.controller.window()->close();
+    EXPECT_EQ(stored(bench.defaults), "33 583 620 453 0 0 1920 1080 ");
+}
+
+TEST(SavedWindowFrame, a_frame_off_the_screen_is_brought_back)
+{
+    FakeDefaultsStore defaults;
+    store(defaults, "5000 -4000 620 453 0 0 9000 9000 ");
+    SetupBench bench(&defaults);
+    EXPECT_EQ(bench.controller.window()->pos(), QPoint(1300, 627));
+}
+
+TEST(SavedWindowFrame, text_that_is_no_frame_counts_as_none)
+{
+    for (const char* text : { "", "1 2 3", "a b c d", "1 2 0 4", "1 2 -3 4", "1e300 2 3 4",
+             "nan 2 3 4", "inf 2 3 4", "\xFF\xFE 1 2 3" })
+        EXPECT_EQ(SavedWindowFrame::parsed(text), std::nullopt) << text;
+    EXPECT_EQ(SavedWindowFrame::parsed("1 2 3 4"), QRect(1, 2, 3, 4));
+    EXPECT_EQ(SavedWindowFrame::parsed("-1.5 2 3 4 0 0 1920 1055 "), QRect(-1, 2, 3, 4));
+}
+
+TEST(SavedWindowFrame, a_frame_stays_while_enough_of_its_title_bar_shows)
+{
+    const QRect partly(1800, 300, 620, 453);
+    EXPECT_EQ(SavedWindowFrame::onScreens(partly, { Screen }), partly);
+    const QRect low(100, 1040, 620, 453);
+    EXPECT_EQ(SavedWindowFrame::onScreens(low, { Screen }), low);
+}
+
+TEST(SavedWindowFrame, a_frame_whose_title_bar_is_out_of_reach_is_moved_onto_the_screen)
+{
+    const QSize size(620, 453);
+    const auto placed = [&](int x, int y) {
+        return SavedWindowFrame::onScreens({ QPoint(x, y), size }, { Screen }).topLeft();
+    };
+    EXPECT_EQ(placed(1900, 300), QPoint(1300, 300));
+    EXPECT_EQ(placed(-600, 300), QPoint(0, 300));
+    EXPECT_EQ(placed(100, 10), QPoint(100, 25));
+    EXPECT_EQ(placed(100, 1070), QPoint(100, 627));
+}
+
+TEST(SavedWindowFrame, it_is_moved_onto_the_screen_that_it_is_on_most_or_the_first)
+{
+    const QRect right(1920, 0, 1280, 1024);
+    const QRect below(3100, 1010, 620, 453);
+    EXPECT_EQ(SavedWindowFrame::onScreens(below, { Screen, right }), QRect(2580, 571, 620, 453));
+    const QRect nowhere(9000, 9000, 620, 453);
+    EXPECT_EQ(SavedWindowFrame::onScreens(nowhere, { Screen, right }).topLeft(), QPoint(1300, 627));
+}
+
+TEST(SavedWindowFrame, a_screen_smaller_than_the_window_shows_its_upper_left_corner)
+{
+    const QRect tiny(0, 0, 320, 240);
+    EXPECT_EQ(
+        SavedWindowFrame::onScreens({ 900, 900, 620, 453 }, { tiny }).topLeft(), QPoint(0, 0));
+}
+
+} // namespace
+} // namespace kestrel::fakes

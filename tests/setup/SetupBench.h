@@ -1,0 +1,82 @@
+#pragma once
+
+#include "setup/ButtonGroup.h"
+#include "setup/UserAssinableWindowController.h"
+#include "setup/WindowCloseObserver.h"
+#include "shortcut/ClearButton.h"
+#include "tests/fakes/FakeSystem.h"
+#include "tests/fakes/InterfaceTest.h"
+
+namespace kestrel::fakes {
+
+// The setup window on a live set of twelve empty entries and titles, with everything that it calls
+// outside noted in one list.
+struct SetupBench {
+    explicit SetupBench(FakeDefaultsStore* saved = nullptr)
+        : defaults(saved ? *saved : ownDefaults)
+    {
+        live->initShortcutArray();
+        controller.setMyWindowController(&panel);
+        controller.initShortcut(live);
+    }
+
+    // What the menu does.
+    void open()
+    {
+        const bool wasVisible = controller.isVisible();
+        controller.showWindow();
+        controller.makeKeyAndOrderFront();
+        if (!wasVisible)
+            controller.setupUI(*live);
+    }
+    // Stores a shortcut in the live set.
+    void give(
+        int number, std::size_t record, ModifierFlags flags, KeyCode code, const QString& text)
+    {
+        const ButtonEntry entry = live->getSwitchShortcut(number);
+        entry->replace(4 * record, flags);
+        entry->replace(4 * record + 1, code);
+        entry->replace(4 * record + 2, text);
+    }
+
+    [[nodiscard]] UserAssignableButton& button(int i) const
+    {
+        return *controller.userAssignableButtons()[static_cast<std::size_t>(i)]->view();
+    }
+    [[nodiscard]] MyShortcutField& field(int i) const { return *controller.getMyShortcutField(i); }
+    [[nodiscard]] ClearButton& clear(int i) const { return *field(i).myClearButton(); }
+    [[nodiscard]] bool mayAssign() const { return controller.assignButton()->isEnabled(); }
+    [[nodiscard]] QString liveText(int number, std::size_t record = 0) const
+    {
+        return live->getSwitchShortcut(number)->at(4 * record + 2).text();
+    }
+    [[nodiscard]] QString workingText(int number, std::size_t record = 0) const
+    {
+        return controller.myShortcutArray()->value(number).array()->at(4 * record + 2).text();
+    }
+    // "0", "01" …: the fields that are shown; their clear buttons must go with them.
+    [[nodiscard]] std::string shownFields() const
+    {
+        std::string shown;
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(field(i).isHidden(), clear(i).isHidden());
+            shown += field(i).isHidden() ? "" : std::to_string(i);
+        }
+        return shown;
+    }
+
+    std::vector<std::string> calls;
+    NotificationCenter center;
+    FakeKeyTranslation translation;
+    FakeDefaultsStore ownDefaults;
+    FakeDefaultsStore& defaults;
+    FakeFileAttributes attributes;
+    RecordingVisibility visibility { calls };
+    RecordingPanel panel { calls };
+    WindowCloseObserver observer { center };
+    std::shared_ptr<UserAssignFile> live = std::make_shared<UserAssignFile>();
+    UserAssinableWindowController controller { { { center, translation }, defaults, attributes,
+        visibility } };
+};
+
+} // namespace kestrel::fakes

@@ -1,0 +1,185 @@
+#include "setup/SetupTables.h"
+#include "tests/setup/SetupBench.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTest>
+
+namespace kestrel::fakes {
+namespace {
+
+template <typename Control> std::vector<Control*> controls(const SetupBench& bench)
+{
+    std::vector<Control*> found;
+    for (QObject* child : bench.controller.window()->children()) {
+        if (auto* control = dynamic_cast<Control*>(child))
+            found.push_back(control);
+    }
+    return found;
+}
+
+// Frames with their origin at the upper left of a content 453 high.
+QRect frame(int x, int y, int width, int height)
+{
+    return { x, 453 - y - height, width, height };
+}
+
+TEST(SetupWindow, it_is_titled_closable_and_of_fixed_size)
+{
+    SetupBench bench;
+    const SetupWindow& window = *bench.controller.window();
+    EXPECT_EQ(window.windowTitle(), u"User Assignable Setup");
+    EXPECT_EQ(window.minimumSize(), QSize(620, 453));
+    EXPECT_EQ(window.maximumSize(), QSize(620, 453));
+    const Qt::WindowFlags flags = window.windowFlags();
+    EXPECT_TRUE(flags & Qt::WindowTitleHint);
+    EXPECT_TRUE(flags & Qt::WindowCloseButtonHint);
+    EXPECT_FALSE(flags & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+}
+
+TEST(SetupWindow, twelve_buttons_stand_in_four_columns_and_three_rows)
+{
+    SetupBench bench;
+    ASSERT_EQ(bench.controller.userAssignableButtons().size(), 12U);
+    EXPECT_EQ(bench.button(0).geometry(), frame(36, 272, 78, 78));
+    EXPECT_EQ(bench.button(3).geometry(), frame(330, 272, 78, 78));
+    EXPECT_EQ(bench.button(4).geometry(), frame(36, 174, 78, 78));
+    EXPECT_EQ(bench.button(11).geometry(), frame(330, 76, 78, 78));
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(bench.button(i).tag(), i);
+}
+
+TEST(SetupWindow, four_fields_stand_below_each_other_with_clear_buttons_over_their_right_ends)
+{
+    SetupBench bench;
+    EXPECT_EQ(bench.field(0).geometry(), frame(430, 315, 171, 34));
+    EXPECT_EQ(bench.field(3).geometry(), frame(430, 168, 171, 34));
+    EXPECT_EQ(bench.clear(0).geometry(), frame(544, 315, 56, 31));
+    EXPECT_EQ(bench.clear(3).geometry(), frame(544, 168, 56, 31));
+    const auto& children = bench.controller.window()->children();
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(bench.field(i).tag(), 12 + i);
+        EXPECT_EQ(bench.clear(i).myShortcutfield(), &bench.field(i));
+        EXPECT_EQ(bench.field(i).shortcutFields(), &bench.controller.shortcutFields());
+        EXPECT_LT(children.indexOf(&bench.field(i)), children.indexOf(&bench.clear(i)));
+    }
+    EXPECT_EQ(bench.controller.getMyShortcutField(4), nullptr);
+    EXPECT_EQ(bench.controller.getMyShortcutField(-1), nullptr);
+}
+
+TEST(SetupWindow, load_save_assign_ok_and_cancel_are_in_their_places_with_their_pictures)
+{
+    SetupBench bench;
+    std::map<QString, ImageButton*> buttons;
+    for (ImageButton* button : controls<ImageButton>(bench))
+        buttons[button->accessibleName()] = button;
+    const SetupTables& tables = SetupTables::shared();
+    const auto check = [&](const QString& name, const QRect& place, const InterfaceImage& image,
+                           const InterfaceImage& alternate) {
+        ASSERT_TRUE(buttons.contains(name)) << name.toStdString();
+        EXPECT_EQ(buttons[name]->geometry(), place) << name.toStdString();
+        EXPECT_EQ(buttons[name]->image().single(), image.single()) << name.toStdString();
+        EXPECT_EQ(buttons[name]->alternateImage().single(), alternate.single());
+        EXPECT_FALSE(image.isNull()) << name.toStdString();
+        EXPECT_NE(image.single(), alternate.single()) << name.toStdString();
+    };
+    check("Load", frame(3, 419, 56, 31), tables.LoadSaveButtonOffImage[0],
+        tables.LoadSaveButtonImage[0]);
+    check("Save", frame(61, 419, 56, 31), tables.LoadSaveButtonOffImage[1],
+        tables.LoadSaveButtonImage[1]);
+    check("Assign", frame(540, 119, 56, 31), tables.AssignOkCancelButtonImage[0],
+        tables.AssignOkCancelButtonOffImage[0]);
+    check("OK", frame(540, 15, 56, 31), tables.AssignOkCancelButtonImage[1],
+        tables.AssignOkCancelButtonOffImage[1]);
+    check("Cancel", frame(460, 15, 56, 31), tables.AssignOkCancelButtonImage[2],
+        tables.AssignOkCancelButtonOffImage[2]);
+    check("Clear shortcut 1", frame(544, 315, 56, 31), tables.ClearButtonImage,
+        tables.ClearButtonOnPressImage);
+}
+
+TEST(SetupWindow, every_picture_is_there_in_the_size_of_its_frame)
+{
+    const SetupTables& tables = SetupTables::shared();
+    EXPECT_EQ(tables.BackgroundImage.size(), QSizeF(620, 453));
+    for (const InterfaceImage* image : { &tables.ClearButtonImage, &tables.ClearButtonOnPressImage,
+             &tables.ClearButtonDisableImage, &tables.ClearButtonOffImage,
+             &tables.LoadSaveButtonImage[0], &tables.LoadSaveButtonImage[1],
+             &tables.LoadSaveButtonOffImage[0], &tables.LoadSaveButtonOffImage[1],
+             &tables.AssignOkCancelButtonImage[0], &tables.AssignOkCancelButtonOffImage[2] })
+        EXPECT_EQ(image->size(), QSizeF(56, 31));
+}
+
+TEST(SetupWindow, every_control_has_an_accessible_name_and_can_have_the_focus)
+{
+    SetupBench bench;
+    const auto all = controls<QWidget>(bench);
+    EXPECT_EQ(all.size(), 12U + 4U + 4U + 5U);
+    for (const QWidget* control : all) {
+        EXPECT_FALSE(control->accessibleName().isEmpty());
+        EXPECT_TRUE(control->focusPolicy() & Qt::TabFocus);
+    }
+    EXPECT_EQ(bench.field(1).accessibleName(), u"Shortcut 2");
+    bench.open();
+    press(bench.field(0), with(Modifier::Command, Keys::A));
+    EXPECT_EQ(bench.field(0).accessibleDescription(), u"\u2318+A");
+}
+
+TEST(SetupWindow, the_focus_is_seen_on_buttons_and_fields)
+{
+    SetupBench bench;
+    bench.open();
+    activate(*bench.controller.window());
+    QWidget* const controls[] { &bench.button(2), &bench.field(0),
+        bench.controller.assignButton() };
+    press(bench.field(0), Keys::F5); // enables Assign
+    for (QWidget* control : controls) {
+        control->clearFocus();
+        const QImage without = control->grab().toImage();
+        control->setFocus(Qt::TabFocusReason);
+        EXPECT_NE(control->grab().toImage(), without);
+    }
+}
+
+TEST(SetupWindow, button_0_is_selected_after_construction_and_its_shortcuts_fill_the_fields)
+{
+    SetupBench bench;
+    bench.give(1, 0, Modifier::Command, 1, "S");
+    bench.give(1, 1, 0, 96, "F5");
+    bench.give(2, 0, 0, 0, "A");
+    bench.open();
+    EXPECT_EQ(bench.button(0).state(), UserAssignableButton::State::On);
+    EXPECT_EQ(bench.field(0).stringValue(), u"\u2318+S");
+    EXPECT_EQ(bench.field(1).stringValue(), u"F5");
+    EXPECT_TRUE(bench.field(0).isFirstResponder());
+}
+
+TEST(SetupWindow, another_selection_shows_that_buttons_shortcuts_and_focuses_the_first_field)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 96, "F5");
+    bench.give(2, 0, 0, 0, "A");
+    bench.open();
+    activate(*bench.controller.window());
+    MyShortcutField::makeWindowFirstResponder(*bench.controller.window());
+    click(bench.button(1));
+    EXPECT_EQ(bench.field(0).stringValue(), u"A");
+    EXPECT_EQ(bench.shownFields(), "01");
+    EXPECT_TRUE(bench.field(0).hasFocus());
+    click(bench.button(2));
+    EXPECT_EQ(bench.field(0).stringValue(), u"");
+    EXPECT_EQ(bench.shownFields(), "0");
+}
+
+TEST(SetupWindow, it_is_shown_within_a_tenth_of_a_second)
+{
+    SetupBench bench;
+    QElapsedTimer timer;
+    timer.start();
+    bench.open();
+    bench.controller.window()->grab();
+    EXPECT_LT(timer.elapsed(), 100);
+}
+
+} // namespace
+} // namespace kestrel::fakes

@@ -1,0 +1,119 @@
+#include "tests/setup/SetupBench.h"
+
+#include <QTest>
+
+namespace kestrel::fakes {
+namespace {
+
+TEST(UserAssignableButton, a_click_turns_it_on_and_every_other_off)
+{
+    SetupBench bench;
+    click(bench.button(4));
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(bench.button(i).state() == UserAssignableButton::State::On, i == 4) << i;
+    EXPECT_EQ(ButtonGroup::sharedInstance().currentButtonId(), 4);
+    EXPECT_EQ(bench.controller.userAssignableButtons()[11]->currentButtonId(), 4);
+}
+
+TEST(UserAssignableButton, a_click_that_changes_the_selection_posts_the_refresh_with_the_button)
+{
+    SetupBench bench;
+    NotificationCounter counter(bench.center, NotificationName::refreshShortcutName);
+    click(bench.button(4));
+    EXPECT_EQ(counter.objects, (std::vector<const QObject*> { &bench.button(4) }));
+}
+
+TEST(UserAssignableButton, a_click_on_the_selected_button_changes_and_posts_nothing)
+{
+    SetupBench bench;
+    NotificationCounter counter(bench.center, NotificationName::refreshShortcutName);
+    click(bench.button(0));
+    EXPECT_EQ(counter.objects.size(), 0U);
+    EXPECT_EQ(bench.button(0).state(), UserAssignableButton::State::On);
+    EXPECT_FALSE(bench.button(0).isDown());
+}
+
+TEST(UserAssignableButton, releasing_outside_keeps_the_selection_that_the_press_made)
+{
+    SetupBench bench;
+    press(bench.button(4), Qt::LeftButton, { 5, 5 });
+    release(bench.button(4), Qt::LeftButton, { -50, -50 });
+    EXPECT_EQ(bench.button(4).state(), UserAssignableButton::State::On);
+    EXPECT_EQ(bench.button(0).state(), UserAssignableButton::State::Off);
+}
+
+TEST(UserAssignableButton, the_space_bar_selects_as_a_click_does_and_never_toggles)
+{
+    SetupBench bench;
+    bench.open();
+    NotificationCounter counter(bench.center, NotificationName::refreshShortcutName);
+    bench.button(3).setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&bench.button(3), Qt::Key_Space);
+    QTest::keyClick(&bench.button(3), Qt::Key_Space);
+    EXPECT_EQ(bench.button(3).state(), UserAssignableButton::State::On);
+    EXPECT_EQ(counter.objects.size(), 1U);
+}
+
+TEST(UserAssignableButton, its_shortcuts_are_counted_by_their_texts)
+{
+    SetupBench bench;
+    EXPECT_EQ(bench.button(0).getEntryShortcutNum(), 0);
+    const ButtonEntry entry = std::make_shared<ArchiveArray>(ArchiveArray {
+        1, 1, QString("A"), 0, 1, 1, QString(), 0, 0, 0, QString("B"), 0, 0, 0, 7, 0 });
+    bench.button(0).setShortcutArray(entry);
+    EXPECT_EQ(bench.button(0).getEntryShortcutNum(), 2);
+    entry->replace(14, QString("D"));
+    EXPECT_EQ(bench.button(0).getEntryShortcutNum(), 3);
+    bench.button(0).setShortcutArray(nullptr);
+    EXPECT_EQ(bench.button(0).getEntryShortcutNum(), 0);
+}
+
+TEST(UserAssignableButton, its_description_tells_name_and_shortcuts)
+{
+    SetupBench bench;
+    bench.give(1, 0, Modifier::Command, 1, "S");
+    bench.give(1, 2, 0, 96, "F5");
+    bench.live->setShortcutTitle("Save", 1);
+    bench.open();
+    EXPECT_EQ(bench.button(0).accessibleName(), u"User-assignable button 1");
+    EXPECT_EQ(bench.button(0).accessibleDescription(), u"Save, \u2318+S, F5");
+}
+
+TEST(ButtonGroup, changing_the_selection_closes_rename_boxes)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 0, "A");
+    bench.open();
+    doubleClick(bench.button(0));
+    ASSERT_NE(bench.button(0).editBox(), nullptr);
+    ButtonGroup::sharedInstance().setCurrentButtonId(3);
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+    EXPECT_EQ(bench.button(3).state(), UserAssignableButton::State::On);
+}
+
+TEST(ButtonGroup, an_index_without_a_button_turns_all_off_and_is_kept)
+{
+    SetupBench bench;
+    ButtonGroup::sharedInstance().setCurrentButtonId(40);
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(bench.button(i).state(), UserAssignableButton::State::Off);
+    EXPECT_EQ(ButtonGroup::sharedInstance().currentButtonId(), 40);
+    bench.controller.assign();
+    bench.controller.refreshShortcutText();
+    EXPECT_FALSE(bench.mayAssign());
+}
+
+TEST(ButtonGroup, controllers_leave_it_when_destroyed)
+{
+    {
+        SetupBench bench;
+        click(bench.button(7));
+    }
+    ButtonGroup::sharedInstance().setCurrentButtonId(0);
+    SetupBench bench;
+    EXPECT_EQ(bench.button(0).state(), UserAssignableButton::State::On);
+    EXPECT_EQ(ButtonGroup::sharedInstance().currentButtonId(), 0);
+}
+
+} // namespace
+} // namespace kestrel::fakes
