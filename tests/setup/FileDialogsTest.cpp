@@ -22,7 +22,8 @@ struct DialogBench : SetupBench {
     }
     [[nodiscard]] QFileDialog* sheet() const
     {
-        return controller.window()->findChild<QFileDialog*>();
+        const auto sheets = controller.window()->findChildren<QFileDialog*>();
+        return sheets.isEmpty() ? nullptr : sheets.back(); // closed ones go later
     }
     // Names the file in the sheet and presses its default button.
     void choose(const QString& path) const
@@ -121,6 +122,18 @@ TEST(FileDialogs, closing_a_sheet_hides_nothing_and_the_next_window_that_closes_
     EXPECT_EQ(bench.field(0).stringValue(), u"F5");
     bench.controller.cancel();
     EXPECT_EQ(bench.calls, Calls { "hide" });
+}
+
+TEST(FileDialogs, a_panel_that_closes_without_a_notification_leaves_no_marker_behind)
+{
+    DialogBench bench;
+    qApp->removeEventFilter(&bench.observer);
+    bench.controller.load();
+    bench.sheet()->reject();
+    EXPECT_FALSE(bench.controller.visibleFileDialog());
+    bench.controller.save();
+    bench.sheet()->reject();
+    EXPECT_FALSE(bench.controller.visibleFileDialog());
 }
 
 TEST(FileDialogs, a_file_that_is_none_shows_invalid_file_and_the_window_keeps_what_it_shows)
