@@ -1,9 +1,9 @@
 #include "shortcut/InterfaceFont.h"
 #include "shortcut/ShortcutImages.h"
+#include "tests/shortcut/FieldBench.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
-#include "tests/shortcut/FieldBench.h"
 
 namespace kestrel::fakes {
 namespace {
