@@ -41,8 +41,10 @@ std::optional<std::string> prepareSession()
     if (works)
         return {};
     const char* const display = ::getenv("DISPLAY");
-    return std::string("Kestrel needs an X11 display, and ")
-        + (display ? "\"" + std::string(display) + "\" does not answer." : "DISPLAY is not set.");
+    std::string problem = "Kestrel needs an X11 display, and ";
+    if (!display)
+        return problem.append("DISPLAY is not set.");
+    return problem.append("\"").append(display).append("\" does not answer.");
 }
 
 } // namespace kestrel

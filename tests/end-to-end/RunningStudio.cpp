@@ -2,6 +2,10 @@
 
 #include "tools/stage/KeysDown.h"
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <stdexcept>
 #include <thread>
@@ -9,6 +13,19 @@
 namespace kestrel {
 
 namespace {
+// What a crash has left behind is a socket too, but nobody listens on it.
+bool isListening(const std::string& path)
+{
+    sockaddr_un address {};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool connected
+        = ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(descriptor);
+    return connected;
+}
+
 void waitUntilFocused(stage::ChildProcess& window)
 {
     if (!window.waitForLineWith("ready", RunningStudio::StartTimeout))
@@ -40,6 +57,12 @@ void RunningStudio::startConsole(const std::vector<std::string>& arguments)
 void RunningStudio::startKestrel(const std::vector<std::string>& arguments)
 {
     kestrel = studio.start("kestrel", arguments);
+    const auto socket = studio.home() / "runtime" / "kestrel" / "kestrel.socket";
+    for (int look = 0; !isListening(socket.string()); ++look) {
+        if (look == 2000)
+            throw std::runtime_error("kestrel did not come up");
+        std::this_thread::sleep_for(stage::milliseconds(10));
+    }
 }
 
 RunningStudio::Process RunningStudio::startOtherApplication()

@@ -25,7 +25,7 @@ public:
 
     void startWorkstation(); // waits until it has the focus
     void startConsole(const std::vector<std::string>& arguments = {});
-    void startKestrel(const std::vector<std::string>& arguments = {});
+    void startKestrel(const std::vector<std::string>& arguments = {}); // waits until it is up
     [[nodiscard]] Process startOtherApplication(); // waits until it has the focus
     void startEverything();
 

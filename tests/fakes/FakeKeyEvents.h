@@ -30,7 +30,7 @@ public:
     {
         std::string text;
         for (const auto& event : posted)
-            text += (text.empty() ? "" : "; ") + event;
+            text.append(text.empty() ? "" : "; ").append(event);
         posted.clear();
         return text;
     }
@@ -52,8 +52,8 @@ private:
         text += flags & Modifier::Option ? "⌥" : "";
         text += flags & Modifier::Command ? "⌘" : "";
         if (const ModifierFlags other = flags & ~Modifier::Used)
-            text += "+" + std::to_string(other);
-        return text.empty() ? text : " " + text;
+            text.append("+").append(std::to_string(other));
+        return text.empty() ? text : std::string(" ").append(text);
     }
 };
 

@@ -25,10 +25,12 @@ std::string ReceivedKey::line() const
     std::string names;
     for (const StateBit& each : StateBits) {
         if ((state & each.bit) != 0)
-            names += (names.empty() ? "" : "+") + std::string(each.name);
+            names.append(names.empty() ? "" : "+").append(each.name);
     }
-    return std::string(down ? "down " : "up ") + key + " " + (names.empty() ? "none" : names)
-        + " repeat=" + (repeat ? "yes" : "no") + " t=" + std::to_string(microseconds);
+    std::string line(down ? "down " : "up ");
+    line.append(key).append(" ").append(names.empty() ? "none" : names);
+    line.append(" repeat=").append(repeat ? "yes" : "no");
+    return line.append(" t=").append(std::to_string(microseconds));
 }
 
 std::string ReceivedKey::glyphs() const

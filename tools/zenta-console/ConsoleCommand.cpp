@@ -136,7 +136,8 @@ Command parseSend(std::string_view arguments)
     for (const std::string_view word : wordsOf(arguments)) {
         const auto byte = word.size() <= 2 ? parseNumber(word, 16) : std::nullopt;
         if (!byte || *byte < 0)
-            return Malformed { "\"" + std::string(word) + "\" is not a byte of two hex digits" };
+            return Malformed { std::string("\"").append(word).append(
+                "\" is not a byte of two hex digits") };
         packet.push_back(static_cast<std::uint8_t>(*byte));
     }
     if (packet.empty() || packet.size() > MaxPacketBytes)

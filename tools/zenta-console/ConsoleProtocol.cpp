@@ -1,5 +1,8 @@
 #include "tools/zenta-console/ConsoleProtocol.h"
 
+#include <algorithm>
+#include <array>
+
 namespace kestrel::console {
 
 namespace {
@@ -43,11 +46,12 @@ std::vector<Bytes> lampMessage(int lamp, Lamp state)
 
 Bytes displayText(int zone, std::string_view text)
 {
-    Bytes message { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12, static_cast<std::uint8_t>(zone) };
-    const std::size_t textBegin = message.size();
-    message.insert(message.end(), text.begin(), text.end());
-    message.resize(textBegin + CharactersPerZone, ' ');
-    message.push_back(0xF7);
+    constexpr std::array<std::uint8_t, 7> header { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12 };
+    Bytes message(header.size() + 1 + CharactersPerZone + 1, ' ');
+    auto next = std::copy(header.begin(), header.end(), message.begin());
+    *next++ = static_cast<std::uint8_t>(zone);
+    std::copy_n(text.begin(), std::min(text.size(), CharactersPerZone), next);
+    message.back() = 0xF7;
     return message;
 }
 
