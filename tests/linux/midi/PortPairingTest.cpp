@@ -16,7 +16,8 @@ std::string text(const PortOwner& owner)
 {
     std::string result = owner.client + ":";
     for (const PortPair& pair : owner.pairs)
-        result += " " + pair.output.value_or("-") + "|" + pair.input.value_or("-");
+        result.append(" ").append(pair.output.value_or("-"));
+    result.append("|").append(pair.input.value_or("-"));
     return result;
 }
 

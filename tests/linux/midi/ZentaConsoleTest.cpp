@@ -21,8 +21,8 @@ public:
     // With standard error among the lines.
     static ChildProcess start(const std::string& arguments = "")
     {
-        return ChildProcess(
-            { "sh", "-c", "exec \"" ZENTA_CONSOLE_PATH "\" " + arguments + " 2>&1" });
+        return ChildProcess({ "sh", "-c",
+            std::string("exec \"" ZENTA_CONSOLE_PATH "\" ").append(arguments).append(" 2>&1") });
     }
 
     // The program is up, and all its ports are there.
@@ -116,7 +116,7 @@ TEST_F(ZentaConsole, follows_a_script_from_a_file_and_sends_all_before_it_quits)
     const auto path = std::filesystem::temp_directory_path()
         / ("zenta-console-script-" + std::to_string(::getpid()));
     std::ofstream(path) << "expect answer 20000\nheartbeat off\nlamp 3 on\ndisplay 2 Gain\nquit";
-    ChildProcess console = start("\"" + path.string() + "\"");
+    ChildProcess console = start(std::string("\"").append(path.string()).append("\""));
     waitUntilReady(console);
     ASSERT_EQ(send(connect(), { 0x90, 0x00, 0x7F }), MIDINoError); // now it may go on
     EXPECT_EQ(console.wait(Soon), 0);

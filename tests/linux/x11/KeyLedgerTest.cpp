@@ -16,10 +16,10 @@ std::string text(const KeyPlan& plan)
 {
     std::string text;
     for (const KeyStep& step : plan) {
-        text += (text.empty() ? "" : " ") + std::to_string(step.key)
-            + (step.direction == Direction::Down ? "d" : "u");
+        text.append(text.empty() ? "" : " ").append(std::to_string(step.key));
+        text.append(step.direction == Direction::Down ? "d" : "u");
         if (step.delayMs > 0)
-            text += "+" + std::to_string(step.delayMs) + "ms";
+            text.append("+").append(std::to_string(step.delayMs)).append("ms");
     }
     return text;
 }

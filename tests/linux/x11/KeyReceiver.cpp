@@ -25,7 +25,7 @@ std::string namesOf(std::uint16_t state)
     std::string names;
     for (const auto& [bit, name] : Names) {
         if ((state & bit) != 0)
-            names += (names.empty() ? " " : "+") + std::string(name);
+            names.append(names.empty() ? " " : "+").append(name);
     }
     return names;
 }
@@ -92,8 +92,8 @@ std::string KeyReceiver::keys()
         if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
             continue;
         const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
-        text += (text.empty() ? "" : "; ") + nameOf(key.detail)
-            + (type == XCB_KEY_PRESS ? " down" : " up") + namesOf(key.state);
+        text.append(text.empty() ? "" : "; ").append(nameOf(key.detail));
+        text.append(type == XCB_KEY_PRESS ? " down" : " up").append(namesOf(key.state));
         m_times.push_back(key.time);
     }
     return text;
