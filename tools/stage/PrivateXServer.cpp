@@ -139,6 +139,16 @@ void PrivateXServer::startTray()
     waitUntil(m_display, "the tray", hasTray);
 }
 
+void PrivateXServer::stop()
+{
+    m_server->signal(SIGSTOP);
+}
+
+void PrivateXServer::resume()
+{
+    m_server->signal(SIGCONT);
+}
+
 void PrivateXServer::kill()
 {
     m_server->signal(SIGKILL);

@@ -21,6 +21,8 @@ public:
     explicit PrivateXServer(const Options& options);
 
     void startTray();
+    void stop(); // freeze it as it is
+    void resume();
     void kill();
 
     [[nodiscard]] const std::string& display() const { return m_display; }

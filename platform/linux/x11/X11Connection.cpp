@@ -1,6 +1,8 @@
 #include "platform/linux/x11/X11Connection.h"
 
+#include <linux/sockios.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <xcb/xcbext.h>
 
 #include <algorithm>
@@ -11,7 +13,7 @@ namespace kestrel {
 namespace {
 using Clock = std::chrono::steady_clock;
 constexpr auto ReconnectInterval = std::chrono::seconds(1);
-constexpr auto ReplyTimeout = std::chrono::milliseconds(500);
+constexpr auto Patience = std::chrono::milliseconds(500); // with a server that does not answer
 
 const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
 {
@@ -19,6 +21,16 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
     for (; screens.rem > 0 && number > 0; --number)
         xcb_screen_next(&screens);
     return screens.rem > 0 ? screens.data : nullptr;
+}
+
+// What the system keeps for a server that has not read it yet. Writing blocks from about 50 KiB on,
+// and what is left below that must do for the question that ends a stall.
+constexpr int MaxBacklogBytes = 40 * 1024;
+
+bool hasBacklog(int descriptor)
+{
+    int bytes = 0;
+    return ::ioctl(descriptor, SIOCOUTQ, &bytes) == 0 && bytes > MaxBacklogBytes;
 }
 
 // Writing to a server that is gone is an error to be handled, not a reason to die.
@@ -60,8 +72,12 @@ bool X11Connection::ensureOpen()
 {
     if (isOpen() && xcb_connection_has_error(m_xcb) != 0)
         close();
+    if (m_stallProbe)
+        takeIn();
+    if (isUsable() && !catchesUp())
+        beginStall();
     if (isOpen())
-        return true;
+        return isUsable();
     const auto now = Clock::now();
     if (now - m_lastAttempt < ReconnectInterval)
         return false;
@@ -86,10 +102,15 @@ bool X11Connection::open()
             if (alive.lock() && m_xcb == connection)
                 takeIn();
         });
+    tellOpened();
+    flush();
+    return isUsable();
+}
+
+void X11Connection::tellOpened()
+{
     for (Listener* listener : std::vector(m_listeners))
         listener->connectionOpened();
-    flush();
-    return isOpen();
 }
 
 void X11Connection::close()
@@ -108,6 +129,7 @@ void X11Connection::close()
     m_mainLoop.perform([remains] {});
     m_xcb = nullptr;
     m_screen = nullptr;
+    m_stallProbe.reset();
     m_arrived.clear();
     m_listenedTo.clear();
     for (Listener* listener : std::vector(m_listeners))
@@ -140,9 +162,8 @@ void X11Connection::takeIn()
 
 void X11Connection::flush()
 {
-    if (!isOpen())
-        return;
-    xcb_flush(m_xcb);
+    if (isUsable())
+        xcb_flush(m_xcb);
     // Writing may read as well; the descriptor would never tell of the events found by it.
     dispatch(Source::Memory);
 }
@@ -152,11 +173,14 @@ void X11Connection::dispatch(Source source)
     if (m_dispatching || !isOpen())
         return;
     m_dispatching = true;
-    while (const Event event = nextEvent(source)) {
-        for (Listener* listener : m_listeners)
-            listener->eventArrived(*event);
-        xcb_flush(m_xcb);
-    }
+    do {
+        while (const Event event = nextEvent(source)) {
+            for (Listener* listener : m_listeners)
+                listener->eventArrived(*event);
+            if (isUsable())
+                xcb_flush(m_xcb);
+        }
+    } while (endStallIfAnswered());
     m_dispatching = false;
     if (xcb_connection_has_error(m_xcb) != 0)
         close();
@@ -178,25 +202,20 @@ void* X11Connection::waitForReply(unsigned sequence)
 {
     if (!isOpen())
         return nullptr;
+    if (m_stallProbe) {
+        xcb_discard_reply(m_xcb, sequence);
+        return nullptr;
+    }
     ++m_roundTrips;
     xcb_flush(m_xcb);
     void* reply = nullptr;
-    for (const auto deadline = Clock::now() + ReplyTimeout;;) {
-        xcb_generic_error_t* error = nullptr;
-        const bool answered = xcb_poll_for_reply(m_xcb, sequence, &reply, &error) != 0;
-        std::free(error);
-        while (auto* event = xcb_poll_for_event(m_xcb))
-            m_arrived.push_back({ event, &std::free });
-        if (answered)
-            break;
-        if (xcb_poll_for_reply(m_xcb, sequence, &reply, &error) != 0) {
-            std::free(error);
-            break;
-        }
+    const auto deadline = Clock::now() + Patience;
+    while (!takeReply(sequence, reply)) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
         pollfd readable { xcb_get_file_descriptor(m_xcb), POLLIN, 0 };
         if (left.count() <= 0 || ::poll(&readable, 1, static_cast<int>(left.count())) == 0) {
             xcb_discard_reply(m_xcb, sequence);
+            beginStall();
             break;
         }
     }
@@ -206,6 +225,50 @@ void* X11Connection::waitForReply(unsigned sequence)
                 takeIn();
         });
     return reply;
+}
+
+// True when there is nothing to wait for any more. Events that come first are kept for later.
+bool X11Connection::takeReply(unsigned sequence, void*& reply)
+{
+    xcb_generic_error_t* error = nullptr;
+    bool answered = xcb_poll_for_reply(m_xcb, sequence, &reply, &error) != 0;
+    while (auto* event = xcb_poll_for_event(m_xcb))
+        m_arrived.push_back({ event, &std::free });
+    if (!answered)
+        answered = xcb_poll_for_reply(m_xcb, sequence, &reply, &error) != 0;
+    std::free(error);
+    return answered;
+}
+
+// A burst is waited for, a server that stands still is not.
+bool X11Connection::catchesUp() const
+{
+    const int descriptor = xcb_get_file_descriptor(m_xcb);
+    for (const auto deadline = Clock::now() + Patience; hasBacklog(descriptor);) {
+        if (Clock::now() >= deadline)
+            return false;
+        ::poll(nullptr, 0, 1);
+    }
+    return true;
+}
+
+void X11Connection::beginStall()
+{
+    m_stallProbe = xcb_get_input_focus(m_xcb).sequence;
+    xcb_flush(m_xcb);
+}
+
+bool X11Connection::endStallIfAnswered()
+{
+    void* reply = nullptr;
+    if (!m_stallProbe || !takeReply(*m_stallProbe, reply))
+        return false;
+    std::free(reply);
+    m_stallProbe.reset();
+    if (xcb_connection_has_error(m_xcb) != 0)
+        return false;
+    tellOpened();
+    return true;
 }
 
 } // namespace kestrel

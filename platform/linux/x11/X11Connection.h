@@ -10,6 +10,7 @@
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +26,9 @@ public:
     // Listeners are told in the order in which they were added, of events of all kinds.
     class Listener {
     public:
-        virtual void connectionOpened() = 0; // may lose the connection again
+        // Also when a server that had stopped answering has gone on: what was asked of it
+        // meanwhile is unknown.
+        virtual void connectionOpened() = 0;
         virtual void connectionLost() = 0;
         virtual void eventArrived(const xcb_generic_event_t& event) = 0;
 
@@ -41,7 +44,8 @@ public:
     void add(Listener& listener);
     void remove(Listener& listener);
 
-    // True when there is a connection. Tries to make one, but not more often than once a second.
+    // True when there is a connection and the server keeps up with it. Tries to make one, but not
+    // more often than once a second.
     bool ensureOpen();
     // Hands the events that have arrived to the listeners; reads, but does not wait.
     void takeIn();
@@ -55,6 +59,7 @@ public:
     [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb; }
     [[nodiscard]] const xcb_screen_t& screen() const { return *m_screen; }
     [[nodiscard]] bool isOpen() const { return m_xcb != nullptr; }
+    [[nodiscard]] bool isUsable() const { return isOpen() && !m_stallProbe; }
     [[nodiscard]] const std::string& displayName() const { return m_displayName; }
 
     // Waits for the reply, half a second at the most; null for an error, a timeout or a lost
@@ -75,6 +80,11 @@ private:
     void dispatch(Source source);
     [[nodiscard]] Event nextEvent(Source source);
     [[nodiscard]] void* waitForReply(unsigned sequence);
+    bool takeReply(unsigned sequence, void*& reply);
+    [[nodiscard]] bool catchesUp() const;
+    void beginStall();
+    bool endStallIfAnswered();
+    void tellOpened();
 
     MainLoop& m_mainLoop;
     std::vector<Listener*> m_listeners;
@@ -86,6 +96,9 @@ private:
     std::deque<Event> m_arrived; // while a reply was waited for
     std::chrono::steady_clock::time_point m_lastAttempt;
     std::uint64_t m_roundTrips = 0;
+    // The server stands still until this request is answered. Nothing is asked of it meanwhile:
+    // writing to it would block as soon as its backlog is full.
+    std::optional<unsigned> m_stallProbe;
     bool m_dispatching = false;
     std::shared_ptr<const bool> m_alive = std::make_shared<bool>(true);
 };

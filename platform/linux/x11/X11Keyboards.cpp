@@ -198,16 +198,26 @@ void X11Keyboards::eventArrived(const xcb_generic_event_t& event)
             keepFromRepeating();
         }
     } else if (m_xkbEvent != 0 && type == m_xkbEvent) {
-        const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+        xkbEventArrived(event);
+    }
+}
+
+void X11Keyboards::xkbEventArrived(const xcb_generic_event_t& event)
+{
+    const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+    if (state.xkbType == XCB_XKB_STATE_NOTIFY) {
         const auto user = m_userKeyboards.find(state.deviceID);
-        if (state.xkbType == XCB_XKB_STATE_NOTIFY && user != m_userKeyboards.end()) {
-            user->second = state.baseMods == 0
-                ? XKeySet()
-                : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
-            tellModifiers();
-        } else if (state.xkbType == XCB_XKB_CONTROLS_NOTIFY && m_xtest == state.deviceID) {
+        if (user == m_userKeyboards.end())
+            return;
+        user->second = state.baseMods == 0
+            ? XKeySet()
+            : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
+        tellModifiers();
+    } else if (state.xkbType == XCB_XKB_CONTROLS_NOTIFY) {
+        const auto& controls = reinterpret_cast<const xcb_xkb_controls_notify_event_t&>(event);
+        if (m_xtest == controls.deviceID
+            && (controls.enabledControls & XCB_XKB_BOOL_CTRL_REPEAT_KEYS) != 0)
             keepFromRepeating();
-        }
     }
 }
 

@@ -37,6 +37,7 @@ private:
     void connectionLost() override;
     void eventArrived(const xcb_generic_event_t& event) override;
 
+    void xkbEventArrived(const xcb_generic_event_t& event);
     void beginExtensions();
     void findDevices();
     [[nodiscard]] std::optional<DeviceId> coreKeyboard();

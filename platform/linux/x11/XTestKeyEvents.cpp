@@ -39,7 +39,7 @@ XTestKeyEvents::XTestKeyEvents(std::shared_ptr<X11Session> session)
     : m_session(std::move(session))
     , m_connection(m_session->connection)
     , m_keyboards(m_connection, [this](const XKeySet& keys) {
-        if (m_connection.isOpen())
+        if (m_connection.isUsable())
             send(m_ledger.setUserModifiers(keys));
     })
 {
@@ -50,11 +50,11 @@ XTestKeyEvents::XTestKeyEvents(std::shared_ptr<X11Session> session)
 XTestKeyEvents::~XTestKeyEvents()
 {
     m_session->front.setChanged({});
-    if (m_connection.isOpen()) {
+    if (m_connection.isUsable()) {
         send(m_ledger.setUserModifiers({}));
         releaseAll();
     }
-    if (m_connection.isOpen()) {
+    if (m_connection.isUsable()) {
         m_keyboards.turnToUserKeyboard();
         // A server may drop what it has not read of a client that hangs up.
         synchronise();
@@ -94,7 +94,7 @@ KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
 
 void XTestKeyEvents::releaseAll()
 {
-    if (m_connection.isOpen())
+    if (m_connection.isUsable())
         send(m_ledger.releaseAll());
 }
 
@@ -143,7 +143,7 @@ bool XTestKeyEvents::isReady()
     if (!m_connection.ensureOpen())
         return false;
     m_connection.takeIn();
-    return m_connection.isOpen() && m_canPost;
+    return m_connection.isUsable() && m_canPost;
 }
 
 // The journal knows of a key before the server does, and forgets it after the server does.
@@ -166,7 +166,7 @@ KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
             m_journal.strike(step.key);
     }
     m_connection.flush(); // `plan` ends here: what has arrived may have made the next one
-    return m_connection.isOpen() ? Result::Posted : Result::Unavailable;
+    return m_connection.isUsable() ? Result::Posted : Result::Unavailable;
 }
 
 bool XTestKeyEvents::synchronise()

@@ -48,7 +48,8 @@ void setRepeatKeysOff(X11Connection& connection, std::uint8_t device)
 // and as the feedback setting of the device. Switching the first off switches off the second, but
 // the reset at our end brings back the first alone. So the second is switched on again at once.
 //
-// The library's own function for this request writes none of the setting's data.
+// The library's own function for this request takes it for one that is too long, and closes the
+// connection.
 void setFeedbackRepeatOn(X11Connection& connection, std::uint8_t device)
 {
     struct {

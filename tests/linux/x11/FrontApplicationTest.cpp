@@ -58,6 +58,18 @@ TEST_F(Front, is_as_current_as_the_events_without_the_loop_running)
     EXPECT_EQ(visited(), "Other*;");
 }
 
+TEST_F(Front, a_change_that_is_read_while_something_is_written_is_not_forgotten)
+{
+    KeyReceiver other(server->display(), "Other");
+    bringToFront(other);
+    bringToFront(*workstation);
+    other.activate();
+    while (other.words(other.root(), "_NET_ACTIVE_WINDOW") != std::vector { other.window() }) { }
+    xcb_no_operation(session->connection.xcb());
+    session->connection.flush();
+    EXPECT_TRUE(becomesFront("Other"));
+}
+
 TEST_F(Front, losing_it_lets_go_of_every_key_with_only_the_loop_running)
 {
     KeyReceiver other(server->display(), "Other");

@@ -77,6 +77,18 @@ TEST_F(KeyEventsOnX11, a_release_of_a_key_that_is_not_held_posts_nothing)
     EXPECT_TRUE(user->keysDown().test(39));
 }
 
+TEST_F(KeyEventsOnX11, a_key_that_the_user_holds_down_is_pressed_anew)
+{
+    user->press(39);
+    EXPECT_EQ(received(), "S down");
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "Super down; S up Super; S down Super; Super up Super");
+    releaseShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "S up");
+    user->release(39);
+    EXPECT_EQ(received(), "");
+}
+
 TEST_F(KeyEventsOnX11, an_unknown_key_code_posts_nothing)
 {
     EXPECT_EQ(press(0x34, Modifier::Command), Result::UnknownKey);

@@ -1,6 +1,8 @@
 #include "platform/linux/x11/X11Adapters.h"
 #include "tests/linux/x11/X11Bench.h"
 
+#include <csignal>
+
 namespace kestrel::test {
 
 namespace {
@@ -118,6 +120,51 @@ TEST_F(LostConnection, a_server_that_dies_during_a_burst_is_survived)
     for (int count = 0; count < 1000; ++count)
         EXPECT_EQ(press(KeyA, Modifier::Used), Result::Unavailable);
     closeEverythingElse();
+}
+
+// Between a look at the connection and a write to it there is always a moment for it to break.
+TEST(Connection, that_breaks_during_a_write_does_not_end_the_program)
+{
+    ::signal(SIGPIPE, SIG_DFL); // as a program finds it
+    PollLoop loop;
+    const X11Connection connection(loop);
+    EXPECT_EQ(::signal(SIGPIPE, SIG_DFL), SIG_IGN);
+}
+
+TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_question)
+{
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    settle();
+    server->stop();
+    const auto before = std::chrono::steady_clock::now();
+    for (int count = 0; count < 100; ++count) {
+        workspace->activateApplication(); // asks the server several things
+        EXPECT_EQ(release(KeyA), Result::Unavailable);
+        EXPECT_EQ(visited(), "");
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
+    server->resume();
+    EXPECT_TRUE(loop.runUntil([this] { return user->keysDown().none(); }));
+    EXPECT_EQ(visited(), "Pro Tools");
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "A down; A up; A down");
+}
+
+TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_press)
+{
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    settle();
+    server->stop();
+    const auto before = std::chrono::steady_clock::now();
+    int refused = 0;
+    for (int count = 0; count < 10000; ++count)
+        refused += press(KeyS, Modifier::Command) == Result::Unavailable ? 1 : 0;
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
+    EXPECT_GT(refused, 9000);
+    EXPECT_EQ(release(KeyA), Result::Unavailable);
+    server->resume();
+    EXPECT_TRUE(loop.runUntil([this] { return user->keysDown().none(); }));
+    EXPECT_EQ(visited(), "Pro Tools");
 }
 
 TEST(NoServer, is_unavailable_and_nothing_else)
