@@ -15,9 +15,10 @@ constexpr auto Input = PortDirection::Input;
 std::string text(const PortOwner& owner)
 {
     std::string result = owner.client + ":";
-    for (const PortPair& pair : owner.pairs)
+    for (const PortPair& pair : owner.pairs) {
         result.append(" ").append(pair.output.value_or("-"));
-    result.append("|").append(pair.input.value_or("-"));
+        result.append("|").append(pair.input.value_or("-"));
+    }
     return result;
 }
 
