@@ -1,0 +1,85 @@
+#include "app/MessageDispatcher.h"
+#include "common/ArrivalQueue.h"
+#include "common/MIDIMessage.h"
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+std::atomic<long> allocations { 0 };
+}
+
+void* operator new(std::size_t size)
+{
+    allocations.fetch_add(1, std::memory_order_relaxed);
+    if (void* const memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace kestrel {
+namespace {
+
+using Packet = std::array<std::uint8_t, 5>;
+
+class Nowhere final : public MessageDispatcher::Destinations {
+public:
+    void answerHeartbeat() override { ++calls; }
+    void redrawLCDdisplay(const MIDIMessage&) override { ++calls; }
+    void redrawDSParea(const MIDIMessage&) override { ++calls; }
+    void eventKeyPost(unsigned int) override { ++calls; }
+
+    long calls = 0;
+};
+
+constexpr Packet KeyPress { 0xB0, 0x0F, 0x40, 0x2F, 0x45 };
+
+void classifyPacket(benchmark::State& state)
+{
+    Nowhere nowhere;
+    MessageDispatcher dispatcher(nowhere);
+    MIDIMessage message;
+    message.setReadData(KeyPress);
+    for (auto _ : state)
+        dispatcher.receiveMessage(message);
+    benchmark::DoNotOptimize(nowhere.calls);
+}
+BENCHMARK(classifyPacket);
+
+// From the bytes of the read callback to the destination, the hand-over included.
+void packetToDestination(benchmark::State& state)
+{
+    using Arrivals = ArrivalQueue<MIDIMessage>;
+    Nowhere nowhere;
+    MessageDispatcher dispatcher(nowhere);
+    Arrivals arrivals;
+    const long before = allocations;
+    for (auto _ : state) {
+        auto arrival = std::make_unique<Arrivals::Arrival>(1);
+        arrival->value.readPacket({ 0, KeyPress }, KeyPress.size());
+        benchmark::DoNotOptimize(arrivals.push(std::move(arrival)));
+        arrivals.drain([&](const MIDIMessage& message) { dispatcher.receiveMessage(message); });
+    }
+    state.counters["allocations/packet"]
+        = static_cast<double>(allocations - before) / static_cast<double>(state.iterations());
+    benchmark::DoNotOptimize(nowhere.calls);
+}
+BENCHMARK(packetToDestination);
+
+} // namespace
+} // namespace kestrel
+
+BENCHMARK_MAIN();

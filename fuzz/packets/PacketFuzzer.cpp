@@ -1,0 +1,109 @@
+#include "app/MIDIConnection.h"
+#include "app/MessageDispatcher.h"
+#include "assign/KeystrokePoster.h"
+#include "assign/StoredAssignments.h"
+#include "assign/UserAssignFile.h"
+#include "tests/fakes/FakeKeyEvents.h"
+#include "tests/fakes/FakeMIDIServices.h"
+#include "tests/fakes/FakeSystem.h"
+#include "tests/fakes/ManualClock.h"
+#include "tests/fakes/ManualMainLoop.h"
+#include "tests/fakes/Recorders.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+namespace kestrel {
+namespace {
+
+// The way from the read callback to the panel and the keyboard, with a shortcut on every key.
+class PacketPath final : public MessageDispatcher::Destinations {
+public:
+    PacketPath()
+    {
+        m_services.deviceList = { fakes::device(1, "ZENTA", 5) };
+        m_workspace.applications = { { "Pro Tools", true } };
+        m_assignments.setupShortcutKey();
+        for (int number = 1; number <= UserAssignFile::ButtonCount; ++number) {
+            ArchiveArray& entry = *m_assignments.myUserAssignFile()->getSwitchShortcut(number);
+            entry.replace(ShortcutRecord::Modifiers, ArchiveValue(Modifier::Command));
+            entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("A")));
+        }
+        m_connection.reconnectAllSources();
+    }
+
+    // The first byte of each packet is its length.
+    void feed(std::span<const std::uint8_t> bytes)
+    {
+        std::vector<fakes::Bytes> packets;
+        while (!bytes.empty()) {
+            const std::size_t length = std::min<std::size_t>(bytes[0], bytes.size() - 1);
+            const auto packet = bytes.subspan(1, length);
+            packets.emplace_back(packet.begin(), packet.end());
+            bytes = bytes.subspan(1 + length);
+        }
+        m_services.deliver(packets);
+        m_mainLoop.turn();
+        check(packets.size());
+    }
+
+    void answerHeartbeat() override { m_connection.answerHeartbeat(); }
+    void redrawLCDdisplay(const MIDIMessage& message) override
+    {
+        require(message.readData().size() > 6, "a display message without its command");
+        m_display.redrawLCDdisplay(message);
+    }
+    void redrawDSParea(const MIDIMessage& message) override
+    {
+        require(message.readData().size() > 2, "a panel message without a value");
+        m_display.redrawDSParea(message);
+    }
+    void eventKeyPost(unsigned int buttonCode) override { m_poster.eventKeyPost(buttonCode); }
+
+private:
+    static void require(bool holds, const char* otherwise)
+    {
+        if (holds)
+            return;
+        std::cerr << otherwise << '\n';
+        std::abort();
+    }
+
+    void check(std::size_t packetCount) const
+    {
+        // A key is one event with its flag, and the release of its modifier.
+        require(m_keys.posted.size() <= 2 * packetCount, "more keys than packets");
+        require(m_services.sent.size() + m_display.calls.size() + m_keys.posted.size() / 2
+                <= packetCount,
+            "a packet went to two places");
+        for (const auto& sent : m_services.sent)
+            require(sent.data == fakes::Bytes { 0x90, 0x00, 0x7F }, "a wrong answer");
+        for (std::size_t i = 0; i < m_keys.posted.size(); ++i)
+            require((i % 2 == 0) != (m_keys.posted[i] == "bare 55 up"), "a modifier left behind");
+    }
+
+    fakes::FakeMIDIServices m_services;
+    fakes::FakeProcessTable m_processes;
+    fakes::ManualMainLoop m_mainLoop;
+    fakes::ManualClock m_clock;
+    fakes::RecordingDisplay m_display;
+    fakes::FakeWorkspace m_workspace;
+    fakes::FakeKeyEvents m_keys;
+    fakes::FakePermissions m_permissions;
+    fakes::FakeDefaultsStore m_defaults;
+    StoredAssignments m_assignments { m_defaults };
+    KeystrokePoster m_poster { m_assignments, m_workspace, m_keys, m_permissions };
+    MessageDispatcher m_dispatcher { *this };
+    MIDIConnection m_connection { { m_services, m_processes, m_mainLoop, m_clock },
+        [this](const MIDIMessage& message) { m_dispatcher.receiveMessage(message); } };
+};
+
+} // namespace
+} // namespace kestrel
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    kestrel::PacketPath().feed({ data, size });
+    return 0;
+}
