@@ -17,7 +17,10 @@ void QtApplicationVisibility::hide()
     if (m_workspace.hideApplication())
         return;
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->windowType() != Qt::Popup)
+        // Menus, and the toolkit's own window in the tray, are no windows of the application.
+        const bool isOrdinary = window->windowType() != Qt::Popup
+            && !window->windowFlags().testFlag(Qt::BypassWindowManagerHint);
+        if (isOrdinary && window->isVisible())
             window->hide();
     }
 }

@@ -19,14 +19,19 @@ namespace {
 
 constexpr std::chrono::milliseconds HandOverTimeout { 5000 };
 
-// What has to be stored when the toolkit ends the program by exit(), as it does when the
-// display is gone.
-kestrel::AppDelegate* running = nullptr;
+// What has to be put in order when the toolkit ends the program by exit(), as it does when its
+// connection to the display is gone.
+struct Running {
+    kestrel::AppDelegate* delegate = nullptr;
+    kestrel::Platform* platform = nullptr;
+} running;
 
 void terminateRunning()
 {
-    if (running)
-        running->applicationWillTerminate();
+    if (!running.delegate)
+        return;
+    running.delegate->applicationWillTerminate();
+    running.platform->keyEvents.reset(); // lets every key go that it holds
 }
 
 QStringList filesFromArguments()
@@ -61,14 +66,14 @@ int run(kestrel::SingleInstance& instance)
         qGuiApp, &QGuiApplication::commitDataRequest, &delegate,
         [&delegate](QSessionManager&) { delegate.storeAssignments(); }, Qt::DirectConnection);
 
-    running = &delegate;
+    running = { &delegate, &platform };
     std::atexit(terminateRunning);
     delegate.applicationDidFinishLaunching();
     if (const QStringList files = filesFromArguments(); !files.isEmpty())
         delegate.applicationOpenFiles(files);
     const int exitCode = QCoreApplication::exec();
     delegate.applicationWillTerminate();
-    running = nullptr;
+    running = {};
     return exitCode;
 }
 

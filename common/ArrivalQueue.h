@@ -37,10 +37,12 @@ public:
     [[nodiscard]] bool push(std::unique_ptr<Arrival> arrival)
     {
         Arrival* const newest = arrival.release();
-        newest->m_older = m_newest.load(std::memory_order_relaxed);
-        while (!m_newest.compare_exchange_weak(
-            newest->m_older, newest, std::memory_order_release, std::memory_order_relaxed)) { }
-        return newest->m_older == nullptr;
+        Arrival* older = m_newest.load(std::memory_order_relaxed);
+        do {
+            newest->m_older = older;
+        } while (!m_newest.compare_exchange_weak(
+            older, newest, std::memory_order_release, std::memory_order_relaxed));
+        return older == nullptr; // the arrival is the consumer's by now
     }
 
     // Consumer only. Gives everything that has arrived by now to `consume`, oldest first.

@@ -155,6 +155,24 @@ TEST_F(FileDefaultsStoreTest, what_cannot_be_read_is_not_replaced)
     EXPECT_EQ(store.data("a"), Data { 1 });
 }
 
+TEST_F(FileDefaultsStoreTest, what_could_not_be_read_at_first_is_kept_aside_before_it_is_replaced)
+{
+    QDir(m_folder.path()).mkpath("config/defaults.plist"); // unreadable …
+    FileDefaultsStore store(path());
+    ASSERT_TRUE(QDir().rmdir(path()));
+    FileDefaultsStore other(path());
+    other.setData("a", Data { 1 });
+    ASSERT_TRUE(other.synchronise()); // … and then it is there after all
+    QFile before(path());
+    ASSERT_TRUE(before.open(QIODevice::ReadOnly));
+    store.setData("a", Data { 2 });
+    ASSERT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data { 2 });
+    QFile aside(path() + ".damaged");
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), before.readAll());
+}
+
 TEST_F(FileDefaultsStoreTest, a_writer_that_never_ends_is_not_waited_for)
 {
     FileDefaultsStore store(path(), std::chrono::milliseconds(50));

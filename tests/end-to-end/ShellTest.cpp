@@ -122,6 +122,20 @@ TEST_F(Shell, a_second_start_brings_up_the_setup_window)
     EXPECT_FALSE(studio->kestrel->wait(milliseconds(0)));
 }
 
+TEST_F(Shell, closing_the_setup_window_leaves_the_status_item_in_its_place)
+{
+    startOnDesktop(true);
+    studio->startKestrel();
+    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; }));
+    ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
+    ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
+    stage::ChildProcess close(
+        { "wmctrl", "-c", "User Assignable Setup" }, studio->studio.environment());
+    ASSERT_EQ(close.wait(DialogTimeout), 0);
+    ASSERT_TRUE(becomesTrue([this] { return !isShown("User Assignable Setup"); }));
+    EXPECT_GT(trayPixels(), 20);
+}
+
 TEST_F(Shell, the_first_of_several_files_becomes_live_in_the_running_program)
 {
     startOnDesktop(false);
@@ -197,6 +211,23 @@ TEST_F(Shell, a_display_that_dies_ends_it_with_the_assignments_stored)
     studio->studio.display().kill();
     EXPECT_EQ(studio->kestrel->wait(DialogTimeout), 1) << "an error, but no crash";
     EXPECT_TRUE(std::filesystem::exists(defaults));
+}
+
+TEST_F(Shell, losing_only_the_toolkits_connection_lets_every_key_go)
+{
+    startOnDesktop(false);
+    studio->studio.assign({ "1", "A" });
+    studio->startEverything();
+    ASSERT_TRUE(studio->isAnswered());
+    EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down A"));
+    // Any window will do: all of them belong to the toolkit's connection.
+    stage::ChildProcess kill({ "sh", "-c",
+                                 "xkill -id $(xdotool search --pid "
+                                     + std::to_string(studio->kestrel->pid()) + " | head -n 1)" },
+        studio->studio.environment());
+    EXPECT_EQ(kill.wait(DialogTimeout), 0);
+    EXPECT_EQ(studio->kestrel->wait(DialogTimeout), 1);
+    EXPECT_TRUE(studio->allKeysComeUp());
 }
 
 } // namespace

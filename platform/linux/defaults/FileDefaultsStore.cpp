@@ -37,7 +37,7 @@ FileDefaultsStore::FileDefaultsStore(QString path, std::chrono::milliseconds loc
     , m_lockTimeout(lockTimeout)
     , m_content(emptyDictionary())
 {
-    (void)read();
+    m_wasUnreadable = read() == Health::Unreadable;
 }
 
 QString FileDefaultsStore::standardPath()
@@ -103,7 +103,12 @@ bool FileDefaultsStore::synchronise()
     case Health::Sound:
         break;
     }
-    return m_changes.empty() || apply();
+    if (m_changes.empty())
+        return true;
+    // What nobody has seen is not to be lost under what was set without knowing it.
+    if (m_wasUnreadable && QFileInfo::exists(m_path) && !keepAside())
+        return false;
+    return apply();
 }
 
 bool FileDefaultsStore::apply()
@@ -114,6 +119,7 @@ bool FileDefaultsStore::apply()
     const Bytes content = m_content.toBinary();
     if (content.size() > ArchiveLimits::FileBytes || !AtomicFile::write(m_path, content))
         return false;
+    m_wasUnreadable = false;
     m_changes.clear();
     return true;
 }

@@ -40,6 +40,7 @@ private:
     QString m_path;
     std::chrono::milliseconds m_lockTimeout;
     PropertyList m_content; // a dictionary, as the file was when last read
+    bool m_wasUnreadable = false; // at first, so that what it holds was never seen
     std::map<std::string, Bytes, std::less<>> m_changes; // not in the file yet
 };
 
