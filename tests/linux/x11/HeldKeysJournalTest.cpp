@@ -68,7 +68,7 @@ TEST_F(Journal, belongs_to_the_user_alone)
 
 TEST_F(Journal, of_another_size_is_ignored_and_begun_anew)
 {
-    for (const std::size_t size : { 0, 1, 39, 41, 100000 }) {
+    for (const std::size_t size : { 0u, 1u, 39u, 41u, 100000u }) {
         fill((Mark + std::string(100000, '\xff')).substr(0, size));
         EXPECT_TRUE(HeldKeysJournal(path).keys().none()) << size;
         EXPECT_EQ(content(), Mark + std::string(32, '\0')) << size;
