@@ -54,7 +54,7 @@ TEST_F(Front, is_as_current_as_the_events_without_the_loop_running)
     bringToFront(other);
     bringToFront(*workstation);
     other.activate();
-    while (other.words(other.root(), "_NET_ACTIVE_WINDOW") != std::vector { other.window() }) { }
+    while (!other.isActive()) { }
     EXPECT_EQ(visited(), "Other*;");
 }
 
@@ -64,7 +64,7 @@ TEST_F(Front, a_change_that_is_read_while_something_is_written_is_not_forgotten)
     bringToFront(other);
     bringToFront(*workstation);
     other.activate();
-    while (other.words(other.root(), "_NET_ACTIVE_WINDOW") != std::vector { other.window() }) { }
+    while (!other.isActive()) { }
     xcb_no_operation(session->connection.xcb());
     session->connection.flush();
     EXPECT_TRUE(becomesFront("Other"));

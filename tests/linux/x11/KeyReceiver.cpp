@@ -63,6 +63,11 @@ bool KeyReceiver::isManaged() const
     return std::ranges::find(clients, m_window) != clients.end();
 }
 
+bool KeyReceiver::isActive() const
+{
+    return words(root(), "_NET_ACTIVE_WINDOW") == std::vector<std::uint32_t> { m_window };
+}
+
 void KeyReceiver::activate() const
 {
     tell(m_window, "_NET_ACTIVE_WINDOW", { 2, XCB_CURRENT_TIME });

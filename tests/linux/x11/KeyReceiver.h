@@ -15,7 +15,9 @@ public:
     [[nodiscard]] xcb_window_t window() const { return m_window; }
     [[nodiscard]] const std::string& applicationClass() const { return m_applicationClass; }
     void map();
-    [[nodiscard]] bool isManaged() const; // by the window manager
+    // As the window manager says.
+    [[nodiscard]] bool isManaged() const;
+    [[nodiscard]] bool isActive() const;
     // Asks the window manager for the front, as a task bar does.
     void activate() const;
     // Takes the focus without asking anybody.

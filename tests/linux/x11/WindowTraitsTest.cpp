@@ -140,6 +140,7 @@ TEST_F(WindowTraitsOnX11, a_window_never_focused_leaves_the_focus_where_it_is)
     panel.map();
     ASSERT_TRUE(loop.runUntil([this] { return panel.isManaged(); }));
     panel.activate();
+    settleWindowManager();
     settle();
     EXPECT_TRUE(workstation->hasFocus());
     EXPECT_EQ(session->front.name(), "Pro Tools");

@@ -91,6 +91,7 @@ TEST_F(WorkspaceOnX11, without_windows_of_its_own_nothing_happens)
 {
     workspace->activateApplication();
     settle();
+    settleWindowManager();
     EXPECT_TRUE(workstation->hasFocus());
 }
 

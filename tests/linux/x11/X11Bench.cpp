@@ -59,11 +59,25 @@ void X11Bench::bringToFront(KeyReceiver& receiver)
     } else {
         ASSERT_TRUE(loop.runUntil([&] { return receiver.isManaged(); }));
         receiver.activate();
+        settleWindowManager();
+        ASSERT_TRUE(loop.runUntil([&] { return receiver.isActive(); }));
     }
     ASSERT_TRUE(loop.runUntil([&] { return receiver.hasFocus(); }));
     ASSERT_TRUE(
         loop.runUntil([&] { return session->front.name() == receiver.applicationClass(); }));
     ASSERT_EQ(received(receiver), "");
+}
+
+// Whatever it was told or has caused before is done once it has answered twice: the first answer
+// comes after what it was told, the second after the focus events that it has caused by that.
+void X11Bench::settleWindowManager()
+{
+    for (int question = 0; question < 2; ++question) {
+        KeyReceiver asker(server->display(), "asker", KeyReceiver::Map::No);
+        asker.tell(asker.window(), "_NET_REQUEST_FRAME_EXTENTS", {});
+        ASSERT_TRUE(loop.runUntil(
+            [&] { return asker.words(asker.window(), "_NET_FRAME_EXTENTS").size() == 4; }));
+    }
 }
 
 KeyEvents::Result X11Bench::press(

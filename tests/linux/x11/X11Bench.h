@@ -27,6 +27,7 @@ protected:
     void start(); // the adapters
     void stop();
     void bringToFront(KeyReceiver& receiver);
+    void settleWindowManager();
 
     KeyEvents::Result press(KeyCode key, ModifierFlags flags = 0,
         KeyEvents::AutoRepeat autoRepeat = KeyEvents::AutoRepeat::No);
