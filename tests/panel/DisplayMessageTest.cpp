@@ -70,13 +70,15 @@ TEST_F(DisplayMessages, a_record_for_zone_10_or_more_is_skipped_with_its_ten_cha
 TEST_F(DisplayMessages, the_end_byte_in_place_of_the_first_zone_ends_the_message)
 {
     send({ 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12, 0xF7, '0', '1', '2', '3', '4', '5', '6', '7',
-        '8', '9', '0', '1', '2', '3', '4' });
+        '8', '9', 0x01, '0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 0xF7 });
     EXPECT_THAT(*view.myZonesArray(), Each(Each(0)));
 }
 
 TEST_F(DisplayMessages, nothing_after_the_end_byte_is_read)
 {
     Bytes bytes = PanelMessages::display({ { 0, "before    " } });
+    // Ten bytes to be skipped, were the end byte taken for a zone, and then a record.
+    bytes.insert(bytes.end(), 10, 'x');
     bytes.insert(bytes.end(), { 0x01, 'a', 'f', 't', 'e', 'r', ' ', ' ', ' ', ' ', ' ', 0xF7 });
     send(bytes);
     EXPECT_EQ(zone(0), "before    ");

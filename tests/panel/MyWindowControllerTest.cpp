@@ -203,6 +203,18 @@ TEST_F(WindowController, messages_that_change_nothing_repaint_nothing)
     EXPECT_EQ(paints.count, 0);
 }
 
+TEST_F(WindowController, the_view_believes_what_it_is_told_of_the_windows_visibility)
+{
+    show();
+    PaintCounter paints(view());
+    view().updateZone(PanelMessages::display({ { 0, "0123456789" } }), false);
+    view().updateDSParea(PanelMessages::knob(0, 5), false);
+    view().updateDSParea(PanelMessages::lamp(0, true), false);
+    settle();
+    EXPECT_EQ(paints.count, 0);
+    EXPECT_EQ((*view().myKnobArray())[0], 5);
+}
+
 TEST_F(WindowController, setNeedDisplay_repaints_all_of_the_panel)
 {
     show();
@@ -257,17 +269,28 @@ TEST_F(WindowController, messages_that_arrive_together_are_painted_together)
     EXPECT_EQ(paints.count, 1);
 }
 
-TEST_F(WindowController, the_last_message_of_a_burst_gets_painted)
+TEST_F(WindowController, all_that_waited_for_the_next_refresh_gets_painted)
 {
     show();
     display(0, "first     ");
-    settle();
+    settle(); // painted, so that what follows has to wait
     display(0, "last      ");
-    ASSERT_TRUE(QTest::qWaitFor([&] {
+    sendDSP(PanelMessages::knob(3, 0x15));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
         QScreen* screen = controller.window()->screen();
         const QImage shown = screen->grabWindow(controller.window()->winId()).toImage();
-        return shown.pixel(298, 17) == GeometryPictures::cell('l');
+        return shown.pixel(298, 17) == GeometryPictures::cell('l')
+            && shown.pixel(600, 220 - 73 - 67) == GeometryPictures::frame(0x15);
     }));
+}
+
+TEST_F(WindowController, the_window_opens_where_the_last_run_left_it)
+{
+    const std::string frame = "30 40 587 165";
+    defaults.setData(PanelPlacement::Key, DefaultsStore::Bytes(frame.begin(), frame.end()));
+    const MyWindowController next("Plug-in_Panel", traits, defaults, &GeometryPictures::named);
+    EXPECT_EQ(next.window()->pos(), QPoint(30, 40));
+    EXPECT_EQ(next.window()->size(), QSize(587, 165));
 }
 
 TEST_F(WindowController, a_proposed_size_keeps_its_width_and_gets_the_height_that_goes_with_it)

@@ -1,0 +1,69 @@
+#include "panel/SpriteCache.h"
+
+#include "tests/panel/GeometryPictures.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+
+namespace {
+const QRect Cell(0, 13, 8, 13);
+
+class Sprites : public testing::Test {
+protected:
+    const InterfaceImage atlas = GeometryPictures::named("text");
+    SpriteCache sprites;
+};
+} // namespace
+
+TEST_F(Sprites, at_the_two_natural_sizes_a_piece_is_part_of_the_picture_itself)
+{
+    const auto single = sprites.sprite(atlas, Cell, { 8, 13 });
+    EXPECT_EQ(single.image.cacheKey(), atlas.single().cacheKey());
+    EXPECT_EQ(single.source, Cell);
+    const auto doubled = sprites.sprite(atlas, Cell, { 16, 26 });
+    EXPECT_EQ(doubled.image.cacheKey(), atlas.doubled().cacheKey());
+    EXPECT_EQ(doubled.source, QRect(0, 26, 16, 26));
+    EXPECT_EQ(sprites.scaledBytes(), 0);
+}
+
+TEST_F(Sprites, at_another_size_a_piece_is_scaled_once)
+{
+    const auto first = sprites.sprite(atlas, Cell, { 12, 20 });
+    EXPECT_EQ(first.source, QRect(0, 0, 12, 20));
+    EXPECT_EQ(first.image.size(), QSize(12, 20));
+    EXPECT_EQ(first.image.pixel(6, 0), GeometryPictures::cell(1, GeometryPictures::Doubled));
+    EXPECT_EQ(first.image.pixel(6, 19), GeometryPictures::cell(1, GeometryPictures::Doubled));
+    const auto again = sprites.sprite(atlas, Cell, { 12, 20 });
+    EXPECT_EQ(again.image.cacheKey(), first.image.cacheKey());
+    EXPECT_EQ(sprites.scaledBytes(), 12 * 20 * 4);
+}
+
+TEST_F(Sprites, a_picture_without_a_finer_one_is_scaled_itself)
+{
+    const InterfaceImage coarse(atlas.single());
+    const auto sprite = sprites.sprite(coarse, Cell, { 16, 26 });
+    EXPECT_EQ(sprite.image.pixel(8, 13), GeometryPictures::cell(1, GeometryPictures::Single));
+}
+
+TEST_F(Sprites, pieces_are_kept_while_the_panel_keeps_its_size)
+{
+    sprites.setPanelSize({ 1000, 281 });
+    static_cast<void>(sprites.sprite(atlas, Cell, { 12, 20 }));
+    sprites.setPanelSize({ 1000, 281 });
+    EXPECT_GT(sprites.scaledBytes(), 0);
+    sprites.setPanelSize({ 1001, 282 });
+    EXPECT_EQ(sprites.scaledBytes(), 0);
+}
+
+TEST_F(Sprites, they_never_take_more_than_their_share_of_memory)
+{
+    const InterfaceImage knobs = GeometryPictures::named("knob67x67");
+    for (int value = 0; value < 128; ++value) {
+        const QRect frame(0, value * 67, 67, 67);
+        EXPECT_EQ(sprites.sprite(knobs, frame, { 400, 400 }).image.size(), QSize(400, 400));
+        EXPECT_LE(sprites.scaledBytes(), SpriteCache::MaximumBytes);
+    }
+}
+
+} // namespace kestrel
