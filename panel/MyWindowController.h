@@ -38,8 +38,8 @@ public:
     [[nodiscard]] QSizeF windowWillResize(const DSPWindow& sender, QSizeF frameSize) const;
 
     [[nodiscard]] bool isVisible() const override;
-    void showWindow()
-        override; // in front of others, leaving the active window and the focus as they are
+    // In front of others, leaving the active window and the focus as they are.
+    void showWindow() override;
 
     [[nodiscard]] DSPWindow* window() const { return m_window.get(); }
     [[nodiscard]] PlugInPanelView* plugInPanelView() const { return m_plugInPanelView; }

@@ -10,12 +10,14 @@ int nearest(double value)
     return static_cast<int>(std::floor(value + 0.5));
 }
 
-// Far beyond any screen; it keeps the arithmetic on whole pixels within range.
+constexpr double FarthestPixel = 1 << 20; // far beyond any screen
+
+// What is not would take the arithmetic on whole pixels out of range.
 bool isPaintable(const QRectF& rect)
 {
-    constexpr double Limit = 1 << 20;
-    return rect.width() > 0 && rect.height() > 0 && std::abs(rect.left()) < Limit
-        && std::abs(rect.top()) < Limit && rect.width() < Limit && rect.height() < Limit;
+    return rect.width() > 0 && rect.height() > 0 && std::abs(rect.left()) < FarthestPixel
+        && std::abs(rect.top()) < FarthestPixel && rect.width() < FarthestPixel
+        && rect.height() < FarthestPixel;
 }
 
 // The part of `destination` that belongs to the part of `source` that is there.

@@ -10,7 +10,10 @@ namespace kestrel {
 
 namespace {
 constexpr std::chrono::milliseconds SettleTime { 250 };
-}
+// In these a window has the size that its screen gives it.
+constexpr Qt::WindowStates GivenSize
+    = Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized;
+} // namespace
 
 PanelProportion::PanelProportion(QWidget& window, QWidget& view, Better better)
     : m_window(window)
@@ -41,12 +44,9 @@ bool PanelProportion::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-// A maximised window has the size that its screen gives it.
 bool PanelProportion::mayResize() const
 {
-    constexpr Qt::WindowStates Fixed
-        = Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized;
-    return m_window.isVisible() && !(m_window.windowState() & Fixed);
+    return m_window.isVisible() && !(m_window.windowState() & GivenSize);
 }
 
 void PanelProportion::correct()

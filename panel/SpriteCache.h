@@ -25,7 +25,7 @@ public:
     [[nodiscard]] Sprite sprite(const InterfaceImage& image, const QRect& source, QSize pixels);
 
     // What the scaled pieces may take; beyond it all of them are given up and made anew.
-    static constexpr qsizetype MaximumBytes = 32 * 1024 * 1024;
+    static constexpr qsizetype MaximumBytes = 32 << 20;
     [[nodiscard]] qsizetype scaledBytes() const { return m_scaledBytes; }
 
 private:
