@@ -80,6 +80,7 @@ bool MIDIConnection::connectFirstSource(const MIDIEntity& entity)
 
 void MIDIConnection::releaseMIDIReceiver()
 {
+    m_linkLost();
     m_midiServices.disposePort(m_outputPort);
     m_midiServices.disposePort(m_inputPort);
     m_midiServices.disposeClient(m_client);
@@ -102,6 +103,7 @@ void MIDIConnection::checkActiveSence()
             m_statusItem->setImage(OfflineImage);
         sendOffLineMessage();
         m_imageOnline = false;
+        m_linkLost();
     }
     if (workstationRuns && m_client == 0)
         reconnectAllSources();

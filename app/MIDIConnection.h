@@ -38,6 +38,9 @@ public:
     MIDIConnection(const MIDIConnection&) = delete;
     MIDIConnection& operator=(const MIDIConnection&) = delete;
 
+    // Called when the console can no longer be relied on to release what it has pressed: the link
+    // went offline or is taken down.
+    void setLinkLost(std::function<void()> linkLost) { m_linkLost = std::move(linkLost); }
     // Both outlive the connection; without them nothing is shown.
     void setStatusItem(StatusItem* statusItem) { m_statusItem = statusItem; }
     void setMyWindowController(ConsoleDisplay* display) { m_myWindowController = display; }
@@ -74,6 +77,7 @@ private:
     MainLoop& m_mainLoop;
     const Clock& m_clock;
     Receiver m_receiveMessage;
+    std::function<void()> m_linkLost = [] {};
     StatusItem* m_statusItem = nullptr;
     ConsoleDisplay* m_myWindowController = nullptr;
 

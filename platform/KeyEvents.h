@@ -20,6 +20,10 @@ public:
 
     // HID tap, from a source with the combined-session state; the event's flags are left alone.
     [[nodiscard]] virtual Result postBare(KeyCode keyCode, Direction direction) = 0;
+
+    // Lets every key go that is still down because of what was posted here; nothing where the
+    // system holds no posted key down.
+    virtual void releaseAll() = 0;
 };
 
 } // namespace kestrel

@@ -16,6 +16,7 @@ public:
     Result post(
         KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat) override;
     Result postBare(KeyCode keyCode, Direction direction) override;
+    void releaseAll() override { } // a posted key-down is an event and holds no key
 
     // The events as they are posted; empty when the system makes none.
     [[nodiscard]] static CFHolder<CGEventRef> event(

@@ -387,6 +387,23 @@ TEST(MIDIConnection, the_offline_messages_blank_ten_zones_eight_lamps_and_four_k
     EXPECT_THAT(bench.services.sent, IsEmpty()) << "nothing goes to the console";
 }
 
+TEST(MIDIConnection, what_the_console_has_pressed_is_let_go_when_the_link_is_lost)
+{
+    Bench bench;
+    int lost = 0;
+    bench.connection.setLinkLost([&lost] { ++lost; });
+    bench.goOnline();
+    EXPECT_EQ(lost, 0);
+    bench.clock.advance(6s);
+    bench.tick();
+    EXPECT_EQ(lost, 1) << "offline";
+    bench.tick();
+    EXPECT_EQ(lost, 1);
+    bench.services.notify(MIDINotification::ObjectRemoved, MIDINotification::Source);
+    bench.mainLoop.turn();
+    EXPECT_EQ(lost, 2) << "taken down to be built anew";
+}
+
 TEST(MIDIConnection, no_workstation_is_seen_in_an_unreadable_process_table)
 {
     Bench bench;

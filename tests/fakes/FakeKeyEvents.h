@@ -25,6 +25,8 @@ public:
         return result;
     }
 
+    void releaseAll() override { posted.emplace_back("release all"); }
+
     // Everything since the last call, "; " between the events.
     [[nodiscard]] std::string take()
     {

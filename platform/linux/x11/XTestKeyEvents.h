@@ -28,7 +28,7 @@ public:
         KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat) override;
     Result postBare(KeyCode keyCode, Direction direction) override;
 
-    void releaseAll();
+    void releaseAll() override;
 
 private:
     void connectionOpened() override;
