@@ -1,6 +1,8 @@
 #include "platform/linux/x11/X11Adapters.h"
 #include "tests/linux/x11/X11Bench.h"
 
+#include <poll.h>
+
 #include <csignal>
 
 namespace kestrel::test {
@@ -20,6 +22,8 @@ protected:
         settle();
         xcb_kill_client(user->xcb(), window);
         user->synchronise();
+        pollfd end { xcb_get_file_descriptor(xcb), POLLRDHUP, 0 };
+        ASSERT_EQ(::poll(&end, 1, 10000), 1);
     }
     void closeEverythingElse()
     {
