@@ -30,6 +30,8 @@ MyWindowController::MyWindowController(const QString& windowNibName, WindowTrait
     m_placement->restore();
     connect(qGuiApp, &QGuiApplication::screenRemoved, m_placement.get(),
         &PanelPlacement::bringOntoScreen, Qt::QueuedConnection);
+    m_onceShown.setSingleShot(true);
+    connect(&m_onceShown, &QTimer::timeout, this, &MyWindowController::applyWindowTraits);
     m_window->installEventFilter(this);
 }
 
@@ -117,8 +119,7 @@ bool MyWindowController::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::WinIdChange)
         applyWindowTraits();
     else if (event->type() == QEvent::Show)
-        QMetaObject::invokeMethod(
-            this, [this] { applyWindowTraits(); }, Qt::QueuedConnection);
+        m_onceShown.start(0);
     return QObject::eventFilter(watched, event);
 }
 

@@ -11,6 +11,10 @@
 namespace kestrel {
 
 namespace {
+// Of the sheet of knob frames.
+constexpr int Columns = 11;
+constexpr int Rows = 8;
+
 // A panel with the product's own pictures, and what of it goes into an approved picture. Set
 // KESTREL_APPROVE=1 to write the approved pictures anew; what changed is then for git to show.
 class ApprovedPictures : public testing::TestWithParam<int> {
@@ -146,8 +150,6 @@ TEST_P(ApprovedPictures, all_lamps_lit_and_unlit)
 
 TEST_P(ApprovedPictures, the_86_knob_frames)
 {
-    constexpr int Columns = 11;
-    constexpr int Rows = 8;
     const QRect knobArea(309, 80, 67, 67);
     const int side = 67 * scale();
     QImage sheet(Columns * side, Rows * side, QImage::Format_RGB32);

@@ -192,7 +192,7 @@ TEST_F(PanelOnDesktop, maximised_it_is_fitted_into_its_window_and_fights_nobody)
     ASSERT_TRUE(fitted.has_value());
     EXPECT_EQ(fitted->panelWidth, fitted->width);
     EXPECT_TRUE(inProportion(fitted->panelWidth, fitted->panelHeight));
-    EXPECT_NEAR(fitted->panelY, (fitted->height - fitted->panelHeight) / 2, 1);
+    EXPECT_NEAR(fitted->panelY, (fitted->height - fitted->panelHeight) / 2.0, 1);
     // Longer than it waits before the last correction that it would ask for.
     const auto further = panel->linesUntilQuiet(stage::milliseconds(600));
     EXPECT_THAT(further,
