@@ -46,11 +46,16 @@ protected:
         studio = std::make_unique<RunningStudio>(stage::Studio::Options { .tray = tray });
     }
 
+    // The exit code of a shell command on the desktop.
+    [[nodiscard]] std::optional<int> run(const std::string& command) const
+    {
+        return stage::ChildProcess({ "sh", "-c", command }, studio->studio.environment())
+            .wait(DialogTimeout);
+    }
+
     [[nodiscard]] bool isShown(const std::string& title) const
     {
-        stage::ChildProcess search({ "xdotool", "search", "--onlyvisible", "--name", title },
-            studio->studio.environment());
-        return search.wait(DialogTimeout) == 0;
+        return run("xdotool search --onlyvisible --name '" + title + "'") == 0;
     }
 
     [[nodiscard]] int onlinePixels() const
@@ -129,9 +134,7 @@ TEST_F(Shell, closing_the_setup_window_leaves_the_status_item_in_its_place)
     ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; }));
     ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
     ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
-    stage::ChildProcess close(
-        { "wmctrl", "-c", "User Assignable Setup" }, studio->studio.environment());
-    ASSERT_EQ(close.wait(DialogTimeout), 0);
+    ASSERT_EQ(run("wmctrl -c 'User Assignable Setup'"), 0);
     ASSERT_TRUE(becomesTrue([this] { return !isShown("User Assignable Setup"); }));
     EXPECT_GT(trayPixels(), 20);
 }
@@ -219,13 +222,14 @@ TEST_F(Shell, losing_only_the_toolkits_connection_lets_every_key_go)
     studio->studio.assign({ "1", "A" });
     studio->startEverything();
     ASSERT_TRUE(studio->isAnswered());
+    // A window to kill the connection by, behind the workstation.
+    ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
+    ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
+    ASSERT_TRUE(studio->workstation->waitForLineWith("focus out", DialogTimeout));
+    EXPECT_EQ(run("wmctrl -a 'Pro Tools'"), 0);
+    ASSERT_TRUE(studio->workstation->waitForLineWith("focus in", DialogTimeout));
     EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down A"));
-    // Any window will do: all of them belong to the toolkit's connection.
-    stage::ChildProcess kill({ "sh", "-c",
-                                 "xkill -id $(xdotool search --pid "
-                                     + std::to_string(studio->kestrel->pid()) + " | head -n 1)" },
-        studio->studio.environment());
-    EXPECT_EQ(kill.wait(DialogTimeout), 0);
+    EXPECT_EQ(run("xkill -id $(xdotool search --name 'User Assignable Setup')"), 0);
     EXPECT_EQ(studio->kestrel->wait(DialogTimeout), 1);
     EXPECT_TRUE(studio->allKeysComeUp());
 }

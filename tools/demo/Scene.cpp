@@ -39,13 +39,15 @@ Scene::Scene(std::filesystem::path programs, std::filesystem::path pictures,
     std::filesystem::create_directories(m_pictures);
 }
 
-int Scene::play()
+int Scene::play(Ending ending)
 {
     openStudio();
     goOnline();
     pressAndRelease();
     pressFourShortcuts();
     pressBehindAnotherWindow();
+    if (ending == Ending::WhenTheWorkstationIsClosed)
+        waitForUser();
     quit();
     return m_missing;
 }
@@ -117,8 +119,11 @@ void Scene::quit()
 void Scene::waitForUser()
 {
     std::cout << "close the workstation's window to end the demonstration\n";
-    while (m_workstation->waitForLine([](std::string_view) { return false; }, LinkTimeout)
-        || !m_workstation->wait(milliseconds(0))) { }
+    while (!m_workstation->wait(milliseconds(0))) {
+        // Unread output would in the end make them stand still.
+        static_cast<void>(m_workstation->linesUntilQuiet(Quiet));
+        static_cast<void>(m_console->linesUntilQuiet(milliseconds(0)));
+    }
 }
 
 std::string Scene::keysAfter(const std::string& consoleCommand)

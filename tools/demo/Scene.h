@@ -15,10 +15,10 @@ public:
     Scene(std::filesystem::path programs, std::filesystem::path pictures,
         const stage::Studio::Options& options);
 
+    enum class Ending { AtOnce, WhenTheWorkstationIsClosed };
+
     // The number of things that were not observed.
-    [[nodiscard]] int play();
-    // Leaves the programs up until the workstation's window is closed.
-    void waitForUser();
+    [[nodiscard]] int play(Ending ending);
 
 private:
     void openStudio();
@@ -26,6 +26,7 @@ private:
     void pressAndRelease();
     void pressFourShortcuts();
     void pressBehindAnotherWindow();
+    void waitForUser();
     void quit();
 
     void check(const std::string& what, bool observed);

@@ -47,7 +47,9 @@ int main(int argc, char* argv[])
         };
         const auto programs = std::filesystem::canonical("/proc/self/exe").parent_path();
         kestrel::Scene scene(programs, pictures, options);
-        const int missing = scene.play();
+        using Ending = kestrel::Scene::Ending;
+        const int missing = scene.play(
+            options.useSessionDisplay ? Ending::WhenTheWorkstationIsClosed : Ending::AtOnce);
         std::cout << (missing == 0 ? "everything was observed\n" : "NOT everything was observed\n");
         return missing == 0 ? 0 : 1;
     } catch (const std::exception& error) {
