@@ -5,7 +5,7 @@
 #include "common/ArchiveFormat.h"
 #include "common/ArchiveObject.h"
 
-#include <bit>
+#include <cstring>
 
 namespace kestrel {
 
@@ -130,9 +130,9 @@ ArchiveEncoder::Uid ArchiveEncoder::uidOfElement(const ArchiveValue& value)
 
 ArchiveEncoder::Uid ArchiveEncoder::uidOfNumber(const ArchiveValue& number)
 {
-    const std::uint64_t bits = number.type() == Type::Real
-        ? std::bit_cast<std::uint64_t>(number.toDouble())
-        : static_cast<std::uint64_t>(number.toInt64());
+    auto bits = static_cast<std::uint64_t>(number.toInt64());
+    if (const double real = number.toDouble(); number.type() == Type::Real)
+        std::memcpy(&bits, &real, sizeof bits);
     const auto [place, isNew] = m_numbers.try_emplace({ number.type(), bits }, 0);
     if (isNew)
         place->second = add(makeNumber(number));

@@ -3,9 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
-#include <concepts>
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 #include <variant>
 
 namespace kestrel {
@@ -39,14 +39,14 @@ public:
     ArchiveValue& operator=(ArchiveValue&& other) noexcept;
     ~ArchiveValue();
 
-    template <std::same_as<bool> T>
-    ArchiveValue(T value)
+    template <typename T>
+    requires std::is_same_v<T, bool> ArchiveValue(T value)
         : ArchiveValue(Boolean { value })
     {
     }
-    template <std::integral T>
-    requires(!std::same_as<T, bool>) ArchiveValue(T value)
-        : ArchiveValue(Integer { static_cast<std::uint64_t>(value), std::signed_integral<T> })
+    template <typename T>
+    requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) ArchiveValue(T value)
+        : ArchiveValue(Integer { static_cast<std::uint64_t>(value), std::is_signed_v<T> })
     {
     }
     ArchiveValue(double value);
