@@ -15,8 +15,6 @@ constexpr std::string_view WorkstationName = "Pro Tools";
 constexpr unsigned int PressedBit = 0x40;
 constexpr unsigned int LastButtonCode = 12; // one past the last key, as the console counts
 
-constexpr std::array<std::size_t, 4> RecordOffsets { 0, 4, 8, 12 };
-
 struct ModifierRelease {
     ModifierFlags flag;
     KeyCode keyCode;
