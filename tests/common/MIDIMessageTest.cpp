@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <numeric>
 #include <vector>
 
@@ -55,7 +56,8 @@ TEST(MIDIMessage, only_the_given_length_is_read_and_never_more_than_there_is)
 TEST(MIDIMessage, every_size_is_kept_whole)
 {
     MIDIMessage message;
-    for (const std::size_t size : { 0, 1, 127, 128, 129, 32720, 65536, 3 }) {
+    for (const std::size_t size :
+        std::initializer_list<std::size_t> { 0, 1, 127, 128, 129, 32720, 65536, 3 }) {
         std::vector<std::uint8_t> bytes(size);
         std::iota(bytes.begin(), bytes.end(), std::uint8_t { 1 });
         message.readPacket({ 0, bytes }, static_cast<std::uint32_t>(size));
