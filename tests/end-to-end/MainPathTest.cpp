@@ -10,6 +10,7 @@ namespace kestrel {
 namespace {
 
 using stage::milliseconds;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -77,7 +78,7 @@ TEST_F(MainPath, nothing_is_typed_while_another_window_is_in_front)
         EXPECT_THAT(studio().keysAfter("release 6"), IsEmpty());
         EXPECT_THAT(studio().arrivingKeys(*other), IsEmpty());
     }
-    ASSERT_TRUE(studio().workstation->waitForLineWith("focus in", RunningStudio::StartTimeout));
+    studio().waitUntilInFront("Pro Tools");
     EXPECT_THAT(studio().keysAfter("press 1"), ElementsAre("down A"));
     EXPECT_THAT(studio().keysAfter("release 1"), ElementsAre("up A"));
 }
@@ -88,6 +89,8 @@ TEST_F(MainPath, what_is_held_is_let_go_when_the_workstation_loses_the_front)
     EXPECT_FALSE(stage::keysDown(studio().studio.displayName()).empty());
     const auto other = studio().startOtherApplication();
     EXPECT_TRUE(studio().allKeysComeUp());
+    // The focus has moved by then, so whoever has it sees the key come up.
+    EXPECT_THAT(studio().arrivingKeys(*other), AnyOf(IsEmpty(), ElementsAre("up A")));
     EXPECT_THAT(studio().keysAfter("release 1"), IsEmpty());
     EXPECT_THAT(studio().arrivingKeys(*other), IsEmpty());
 }

@@ -1,6 +1,7 @@
 #include "tests/end-to-end/RunningStudio.h"
 
 #include "tools/stage/KeysDown.h"
+#include "tools/stage/Screen.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -26,11 +27,6 @@ bool isListening(const std::string& path)
     return connected;
 }
 
-void waitUntilFocused(stage::ChildProcess& window)
-{
-    if (!window.waitForLineWith("ready", RunningStudio::StartTimeout))
-        throw std::runtime_error("the window did not get the focus");
-}
 } // namespace
 
 RunningStudio::RunningStudio()
@@ -46,7 +42,17 @@ RunningStudio::RunningStudio(const stage::Studio::Options& options)
 void RunningStudio::startWorkstation()
 {
     workstation = studio.start("Pro Tools");
-    waitUntilFocused(*workstation);
+    waitUntilInFront("Pro Tools");
+}
+
+void RunningStudio::waitUntilInFront(const std::string& windowClass) const
+{
+    const stage::Screen screen(studio.displayName());
+    for (int look = 0; screen.activeWindowClass() != windowClass; ++look) {
+        if (look == 2000)
+            throw std::runtime_error("the window of " + windowClass + " did not come to the front");
+        std::this_thread::sleep_for(stage::milliseconds(10));
+    }
 }
 
 void RunningStudio::startConsole(const std::vector<std::string>& arguments)
@@ -68,7 +74,7 @@ void RunningStudio::startKestrel(const std::vector<std::string>& arguments)
 RunningStudio::Process RunningStudio::startOtherApplication()
 {
     auto other = studio.start("Pro Tools", { "--class", "Notepad", "--title", "Notepad" });
-    waitUntilFocused(*other);
+    waitUntilInFront("Notepad");
     return other;
 }
 

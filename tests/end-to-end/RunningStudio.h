@@ -23,11 +23,15 @@ public:
     RunningStudio();
     explicit RunningStudio(const stage::Studio::Options& options);
 
-    void startWorkstation(); // waits until it has the focus
+    void startWorkstation(); // waits until it is in front
     void startConsole(const std::vector<std::string>& arguments = {});
     void startKestrel(const std::vector<std::string>& arguments = {}); // waits until it is up
-    [[nodiscard]] Process startOtherApplication(); // waits until it has the focus
+    [[nodiscard]] Process startOtherApplication(); // waits until it is in front
     void startEverything();
+
+    // Returns when the window manager calls a window of that class active, which it does a moment
+    // after it has given it the focus.
+    void waitUntilInFront(const std::string& windowClass) const;
 
     // True when the console gets an answer to a heartbeat that it sends from now on.
     [[nodiscard]] bool isAnswered(stage::milliseconds timeout = LinkTimeout);

@@ -227,7 +227,7 @@ TEST_F(Shell, losing_only_the_toolkits_connection_lets_every_key_go)
     ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
     ASSERT_TRUE(studio->workstation->waitForLineWith("focus out", DialogTimeout));
     EXPECT_EQ(run("wmctrl -a 'Pro Tools'"), 0);
-    ASSERT_TRUE(studio->workstation->waitForLineWith("focus in", DialogTimeout));
+    studio->waitUntilInFront("Pro Tools");
     EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down A"));
     EXPECT_EQ(run("xkill -id $(xdotool search --name 'User Assignable Setup')"), 0);
     EXPECT_EQ(studio->kestrel->wait(DialogTimeout), 1);

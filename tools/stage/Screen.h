@@ -31,6 +31,8 @@ public:
     [[nodiscard]] int count(const Area& area, const std::function<bool(Colour)>& wanted) const;
     // The whole of the top row of the desktop, where the tray is.
     [[nodiscard]] int countInTray(const std::function<bool(Colour)>& wanted) const;
+    // The class of the window that the window manager calls active; empty when there is none.
+    [[nodiscard]] std::string activeWindowClass() const;
 
 private:
     std::string m_display;
