@@ -27,6 +27,9 @@ Platform makePlatform(MainLoop& mainLoop)
     };
 }
 
-std::optional<std::string> prepareSession() { return {}; }
+std::optional<std::string> prepareSession()
+{
+    return {};
+}
 
 } // namespace kestrel
