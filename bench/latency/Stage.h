@@ -6,24 +6,9 @@
 #include "tools/stage/ChildProcess.h"
 #include "tools/stage/PrivateJackServer.h"
 #include "tools/stage/PrivateXServer.h"
-
-#include <filesystem>
+#include "tools/stage/ThrowAwaySettings.h"
 
 namespace kestrel::bench {
-
-// A folder for one run, removed with everything in it.
-class ThrowAwayFolder {
-public:
-    ThrowAwayFolder();
-    ~ThrowAwayFolder();
-    ThrowAwayFolder(const ThrowAwayFolder&) = delete;
-    ThrowAwayFolder& operator=(const ThrowAwayFolder&) = delete;
-
-    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
-
-private:
-    std::filesystem::path m_path;
-};
 
 // Everything around the candidates: the servers, the console, the workstation's window. The process
 // itself is named "Pro Tools" from here on.
@@ -40,7 +25,7 @@ public:
     [[nodiscard]] stage::ChildProcess::Environment environment() const;
 
 private:
-    ThrowAwayFolder m_folder;
+    stage::ThrowAwaySettings m_settings;
     stage::PrivateJackServer m_jack;
     stage::PrivateXServer m_x;
     WorkstationWindow m_window;

@@ -39,6 +39,7 @@ int millisecondsUntil(Clock::time_point deadline)
     for (const auto& [name, value] : environment)
         ::setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const auto& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
@@ -47,7 +48,7 @@ int millisecondsUntil(Clock::time_point deadline)
 }
 } // namespace
 
-ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& environment)
+ChildProcess::ChildProcess(const std::vector<std::string>& command, const Environment& environment)
 {
     ::signal(SIGPIPE, SIG_IGN);
     int input[2];

@@ -22,7 +22,8 @@ public:
     using LinePredicate = std::function<bool(std::string_view)>;
 
     // Throws std::system_error when the program cannot be started.
-    explicit ChildProcess(std::vector<std::string> command, const Environment& environment = {});
+    explicit ChildProcess(
+        const std::vector<std::string>& command, const Environment& environment = {});
     ~ChildProcess(); // SIGTERM, two seconds later SIGKILL
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;

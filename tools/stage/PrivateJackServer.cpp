@@ -75,7 +75,7 @@ void PrivateJackServer::start()
         command.insert(command.end(), { "-S", "-t", "10000" });
     command.insert(
         command.end(), { "-d", "dummy", "-r", "48000", "-p", std::to_string(FramesPerPeriod) });
-    m_process = std::make_unique<ChildProcess>(std::move(command));
+    m_process = std::make_unique<ChildProcess>(command);
     jack_set_error_function([](const char*) {});
     jack_set_info_function([](const char*) {});
     for (int attempt = 0; attempt < 200; ++attempt) {

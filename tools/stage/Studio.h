@@ -3,6 +3,7 @@
 #include "tools/stage/ChildProcess.h"
 #include "tools/stage/PrivateJackServer.h"
 #include "tools/stage/PrivateXServer.h"
+#include "tools/stage/ThrowAwaySettings.h"
 
 #include <filesystem>
 #include <memory>
@@ -10,20 +11,6 @@
 #include <vector>
 
 namespace kestrel::stage {
-
-// A folder that is gone with its owner.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
-
-private:
-    std::filesystem::path m_path;
-};
 
 // A whole studio on one machine: servers, throw-away settings, and the programs in them: the
 // utility, the console simulator and the workstation stand-in.
@@ -51,15 +38,15 @@ public:
 
     [[nodiscard]] ChildProcess::Environment environment() const;
     [[nodiscard]] std::string displayName() const;
-    [[nodiscard]] std::filesystem::path configFolder() const { return m_home.path() / "config"; }
-    [[nodiscard]] const std::filesystem::path& home() const { return m_home.path(); }
+    [[nodiscard]] std::filesystem::path configFolder() const { return m_settings.configFolder(); }
+    [[nodiscard]] const std::filesystem::path& home() const { return m_settings.home(); }
     // Only for a studio with servers of its own.
     [[nodiscard]] PrivateXServer& display() { return *m_display; }
     [[nodiscard]] PrivateJackServer& jack() { return *m_jack; }
 
 private:
     std::filesystem::path m_programs;
-    TemporaryFolder m_home;
+    ThrowAwaySettings m_settings;
     std::unique_ptr<PrivateXServer> m_display;
     std::unique_ptr<PrivateJackServer> m_jack;
 };

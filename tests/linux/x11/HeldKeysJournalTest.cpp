@@ -1,6 +1,6 @@
 #include "platform/linux/x11/HeldKeysJournal.h"
 
-#include "tests/linux/x11/TemporaryFolder.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -29,7 +29,7 @@ protected:
     }
     std::string inFolder(const std::string& name) const { return (folder.path() / name).string(); }
 
-    TemporaryFolder folder;
+    stage::TemporaryFolder folder;
     std::string path;
 };
 

@@ -1,7 +1,7 @@
 #include "platform/linux/system/ProcProcessTable.h"
 
 #include "platform/ProcessRecords.h"
-#include "tests/linux/x11/TemporaryFolder.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
@@ -12,7 +12,7 @@
 namespace kestrel::test {
 
 namespace {
-class ProcFolder : public TemporaryFolder {
+class ProcFolder : public stage::TemporaryFolder {
 public:
     void addProcess(const std::string& number, const std::string& comm)
     {

@@ -1,5 +1,5 @@
-#include "tests/linux/x11/TemporaryFolder.h"
 #include "tests/linux/x11/X11Bench.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -59,7 +59,7 @@ protected:
         return { std::istreambuf_iterator<char>(file), {} };
     }
 
-    TemporaryFolder folder;
+    stage::TemporaryFolder folder;
 
 private:
     std::string m_path;

@@ -8,22 +8,15 @@ namespace kestrel::test {
 
 namespace {
 using Direction = KeyEvents::Direction;
-
-std::filesystem::path temporaryFolder()
-{
-    std::string name = std::filesystem::temp_directory_path() / "kestrel-x11-XXXXXX";
-    return ::mkdtemp(name.data());
-}
 } // namespace
 
 X11Bench::X11Bench(bool windowManager)
-    : runtimeFolder(temporaryFolder())
 {
     stage::PrivateXServer::Options options;
     options.windowManager = windowManager;
     server.emplace(options);
     ::setenv("DISPLAY", server->display().c_str(), 1);
-    ::setenv("XDG_RUNTIME_DIR", runtimeFolder.c_str(), 1);
+    ::setenv("XDG_RUNTIME_DIR", runtimeFolder.path().c_str(), 1);
     workstation.emplace(server->display(), "Pro Tools");
     user.emplace(server->display());
     start();
@@ -33,8 +26,6 @@ X11Bench::X11Bench(bool windowManager)
 X11Bench::~X11Bench()
 {
     stop();
-    std::error_code ignored;
-    std::filesystem::remove_all(runtimeFolder, ignored);
 }
 
 void X11Bench::start()

@@ -7,10 +7,10 @@
 #include "tests/linux/x11/PollLoop.h"
 #include "tests/linux/x11/UserKeyboard.h"
 #include "tools/stage/PrivateXServer.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <optional>
 
 namespace kestrel::test {
@@ -49,7 +49,7 @@ protected:
     std::shared_ptr<X11Session> session;
     std::unique_ptr<XTestKeyEvents> keyEvents;
     std::unique_ptr<X11Workspace> workspace;
-    std::filesystem::path runtimeFolder;
+    stage::TemporaryFolder runtimeFolder;
 };
 
 } // namespace kestrel::test

@@ -1,6 +1,6 @@
 #include "platform/linux/system/XattrFileAttributes.h"
 
-#include "tests/linux/x11/TemporaryFolder.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/xattr.h>
@@ -35,7 +35,8 @@ protected:
         ASSERT_EQ(::setxattr(file.c_str(), "user.com.apple.FinderInfo", bytes, size, 0), 0);
     }
 
-    TemporaryFolder folder;
+    // Beside the working folder, whose file system is a disk's and not a memory's.
+    stage::TemporaryFolder folder { std::filesystem::current_path() };
     std::string file;
     XattrFileAttributes attributes;
 };
