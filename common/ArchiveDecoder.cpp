@@ -37,7 +37,7 @@ plist_t member(plist_t dictionary, const char* name, plist_type type)
 QString text(ByteView utf8)
 {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder.decode(QByteArrayView(utf8.data(), std::ssize(utf8)));
+    QString text = decoder.decode(QByteArrayView(utf8.data(), std::ssize(utf8)));
     if (decoder.hasError())
         throw ArchiveError(Kind::BadText, "string that is no text");
     return text;
@@ -208,7 +208,7 @@ ArchiveValue ArchiveDecoder::decodeObject(plist_t node)
         return array;
     }
     if (name == u"NSMutableString" || name == u"NSString") {
-        const ArchiveValue string = decodeMember(node, "NS.string");
+        ArchiveValue string = decodeMember(node, "NS.string");
         if (string.isString())
             return string;
         const ArchiveValue bytes = decodeMember(node, "NS.bytes");

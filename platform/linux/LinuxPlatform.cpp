@@ -33,7 +33,8 @@ std::optional<std::string> prepareSession()
     // Floating above other programs, key events and the tray are all X11 here, also in a Wayland
     // session. A user who chooses another toolkit back end gets it.
     ::setenv("QT_QPA_PLATFORM", "xcb", 0);
-    if (std::string_view(::getenv("QT_QPA_PLATFORM")) != "xcb")
+    const char* const backEnd = ::getenv("QT_QPA_PLATFORM");
+    if (!backEnd || std::string_view(backEnd) != "xcb")
         return {};
     xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
     const bool works = xcb_connection_has_error(connection) == 0;

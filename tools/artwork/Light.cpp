@@ -23,7 +23,7 @@ void blurLine(QRgb* first, int count, int stride, int radius, std::vector<QRgb>&
 {
     copy.resize(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        copy[static_cast<std::size_t>(i)] = first[i * stride];
+        copy[static_cast<std::size_t>(i)] = first[static_cast<std::ptrdiff_t>(i) * stride];
     const int window = 2 * radius + 1;
     Channels sum {};
     const auto add = [&](int at, int sign) {
@@ -39,7 +39,7 @@ void blurLine(QRgb* first, int count, int stride, int radius, std::vector<QRgb>&
         add(i + radius, 1);
         add(i - radius - 1, -1);
         const auto mean = [&](std::size_t c) { return (sum[c] + window / 2) / window; };
-        first[i * stride] = qRgba(mean(0), mean(1), mean(2), mean(3));
+        first[static_cast<std::ptrdiff_t>(i) * stride] = qRgba(mean(0), mean(1), mean(2), mean(3));
     }
 }
 
@@ -108,7 +108,7 @@ QImage blurred(const QImage& image, int radius)
     std::vector<QRgb> copy;
     for (int pass = 0; pass < 2; ++pass) {
         for (int y = 0; y < height; ++y)
-            blurLine(pixels + y * stride, width, 1, radius, copy);
+            blurLine(pixels + static_cast<std::ptrdiff_t>(y) * stride, width, 1, radius, copy);
         for (int x = 0; x < width; ++x)
             blurLine(pixels + x, height, stride, radius, copy);
     }

@@ -21,7 +21,9 @@ QRectF placed(double x, double y, double w, double h)
 
 QRectF userKey(int index)
 {
-    return placed(36 + 98 * (index % 4), 272 - 98 * (index / 4), 78, 78);
+    const int column = index % 4;
+    const int row = index / 4;
+    return placed(36 + 98 * column, 272 - 98 * row, 78, 78);
 }
 
 QRectF field(int index)

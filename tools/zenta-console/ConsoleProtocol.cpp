@@ -46,9 +46,9 @@ std::vector<Bytes> lampMessage(int lamp, Lamp state)
 
 Bytes displayText(int zone, std::string_view text)
 {
-    constexpr std::array<std::uint8_t, 7> header { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12 };
-    Bytes message(header.size() + 1 + CharactersPerZone + 1, ' ');
-    auto next = std::copy(header.begin(), header.end(), message.begin());
+    constexpr std::array<std::uint8_t, 7> Header { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12 };
+    Bytes message(Header.size() + 1 + CharactersPerZone + 1, ' ');
+    auto next = std::copy(Header.begin(), Header.end(), message.begin());
     *next++ = static_cast<std::uint8_t>(zone);
     std::copy_n(text.begin(), std::min(text.size(), CharactersPerZone), next);
     message.back() = 0xF7;

@@ -39,8 +39,8 @@ bool comesNaturallyBefore(std::string_view left, std::string_view right)
         if (isDigit(left.front()) && isDigit(right.front())) {
             const std::string_view number = takeNumber(left);
             const auto order = compareNumbers(number, takeNumber(right));
-            if (order != 0)
-                return order < 0;
+            if (std::is_neq(order))
+                return std::is_lt(order);
             continue;
         }
         if (left.front() != right.front())

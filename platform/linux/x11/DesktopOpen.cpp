@@ -16,7 +16,7 @@ std::string findOpener()
     std::string_view path = value ? value : "";
     while (!path.empty()) {
         const auto end = path.find(':');
-        const std::string candidate = std::string(path.substr(0, end)) + "/xdg-open";
+        std::string candidate = std::string(path.substr(0, end)) + "/xdg-open";
         if (::access(candidate.c_str(), X_OK) == 0)
             return candidate;
         path = end == std::string_view::npos ? std::string_view() : path.substr(end + 1);

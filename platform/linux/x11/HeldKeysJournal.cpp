@@ -25,7 +25,7 @@ std::string directory()
         return value && *value == '/' ? std::string(value) : std::string();
     };
     std::error_code error;
-    if (const auto runtime = fromEnvironment("XDG_RUNTIME_DIR");
+    if (auto runtime = fromEnvironment("XDG_RUNTIME_DIR");
         !runtime.empty() && fs::is_directory(runtime, error))
         return runtime;
     std::string state = fromEnvironment("XDG_STATE_HOME");
