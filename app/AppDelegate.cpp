@@ -21,7 +21,6 @@ namespace kestrel {
 
 namespace {
 constexpr std::chrono::seconds SupervisionInterval { 5 };
-constexpr std::string_view OfflineImage = "kestrel_offline_16x16";
 constexpr std::string_view ConsolePreferences = "/Library/PreferencePanes/HolvikZentaMIDI.prefPane";
 const QString DriverBundle = QStringLiteral("/Library/Audio/MIDI Drivers/HolvikZentaMIDI.plugin");
 const QString OwnBundleInfo = QStringLiteral(":/Info.plist");
@@ -90,7 +89,7 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
 
     m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
-    m_statusItem->setImage(OfflineImage);
+    m_statusItem->setImage(StatusImage::Offline);
     m_statusItem->show();
     m_connection.setStatusItem(m_statusItem.get());
 }

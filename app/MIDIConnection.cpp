@@ -1,6 +1,7 @@
 #include "app/MIDIConnection.h"
 
 #include "app/StatusItem.h"
+#include "common/Workstation.h"
 #include "panel/ConsoleDisplay.h"
 #include "platform/MainLoop.h"
 #include "platform/ProcessRecords.h"
@@ -11,13 +12,9 @@
 namespace kestrel {
 
 namespace {
-constexpr std::string_view WorkstationProcess = "Pro Tools";
 constexpr std::string_view ConsoleModel = "ZENTA";
 constexpr std::size_t ControlSurfaceEntity = 4; // the fifth pair of ports carries the traffic
 constexpr std::chrono::seconds HeartbeatTimeout { 5 };
-
-constexpr std::string_view OnlineImage = "kestrel_online_16x16";
-constexpr std::string_view OfflineImage = "kestrel_offline_16x16";
 } // namespace
 
 MIDIConnection::MIDIConnection(const Surroundings& surroundings, Receiver receiveMessage)
@@ -100,7 +97,7 @@ void MIDIConnection::checkActiveSence()
     const bool consoleSilent = m_clock.now() - *m_activeDate > HeartbeatTimeout;
     if ((!workstationRuns || consoleSilent) && m_imageOnline) {
         if (m_statusItem)
-            m_statusItem->setImage(OfflineImage);
+            m_statusItem->setImage(StatusImage::Offline);
         sendOffLineMessage();
         m_imageOnline = false;
         m_linkLost();
@@ -135,7 +132,7 @@ void MIDIConnection::sendOffLineMessage()
 bool MIDIConnection::isProTools() const
 {
     const auto table = m_processTable.read();
-    return table && ProcessRecords::contains(*table, WorkstationProcess);
+    return table && ProcessRecords::contains(*table, Workstation::Name);
 }
 
 void MIDIConnection::answerHeartbeat()
@@ -148,7 +145,7 @@ void MIDIConnection::answerHeartbeat()
 
     if (!m_imageOnline) {
         if (m_statusItem)
-            m_statusItem->setImage(OnlineImage);
+            m_statusItem->setImage(StatusImage::Online);
         m_imageOnline = true;
     }
 }

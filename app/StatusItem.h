@@ -4,6 +4,12 @@
 
 namespace kestrel {
 
+// Names of resources.
+namespace StatusImage {
+inline constexpr std::string_view Online = "kestrel_online_16x16";
+inline constexpr std::string_view Offline = "kestrel_offline_16x16";
+} // namespace StatusImage
+
 // The item in the status bar that shows whether the console link is alive. Main thread only.
 class StatusItem {
 public:

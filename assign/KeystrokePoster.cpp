@@ -2,6 +2,7 @@
 
 #include "assign/StoredAssignments.h"
 #include "assign/UserAssignFile.h"
+#include "common/Workstation.h"
 #include "platform/Permissions.h"
 #include "platform/Workspace.h"
 
@@ -10,8 +11,6 @@
 namespace kestrel {
 
 namespace {
-constexpr std::string_view WorkstationName = "Pro Tools";
-
 constexpr unsigned int PressedBit = 0x40;
 constexpr unsigned int LastButtonCode = 12; // one past the last key, as the console counts
 
@@ -63,7 +62,7 @@ bool KeystrokePoster::workstationIsFrontmost()
 {
     bool frontmost = false;
     m_workspace.visitRunningApplications([&frontmost](const RunningApplication& application) {
-        frontmost = application.active && application.localizedName == WorkstationName;
+        frontmost = application.active && application.localizedName == Workstation::Name;
         return !frontmost;
     });
     return frontmost;
