@@ -52,7 +52,7 @@ public:
     void checkActiveSence();
     // Clears the display and switches off lamps and knobs.
     void sendOffLineMessage();
-    // True when a process of exactly this command name runs: "Pro Tools".
+    // True when a process runs whose command name is exactly the workstation's.
     [[nodiscard]] bool isProTools() const;
     // The console has sent its heartbeat: answers it and shows the link as online.
     void answerHeartbeat();
@@ -60,6 +60,7 @@ public:
     void addLogLine(std::string_view line);
 
     [[nodiscard]] MIDIClient client() const { return m_client; } // 0 = no link is open
+    [[nodiscard]] MIDIEndpoint inputEndPointRef() const { return m_inputEndPointRef; } // 0 = none
     [[nodiscard]] bool imageOnline() const { return m_imageOnline; }
 
     // The main loop that the callbacks below hand their work to.

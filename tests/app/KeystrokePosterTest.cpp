@@ -190,6 +190,8 @@ TEST(KeystrokePoster, only_the_four_modifiers_pass_from_the_stored_flags)
     EXPECT_EQ(bench.post(64), "key 1 down ⇪; bare 56 up");
     bench.assign(1, { { -1, KeyS, QStringLiteral("S") } });
     EXPECT_EQ(bench.post(64), "key 1 down ⇪^⌥⌘; bare 59 up; bare 56 up; bare 58 up; bare 55 up");
+    bench.assign(1, { { std::int64_t(0x1'0010'0000), KeyS, QStringLiteral("S") } });
+    EXPECT_EQ(bench.post(64), "key 1 down ⌘; bare 55 up") << "of which 32 bits are read";
 }
 
 TEST(KeystrokePoster, key_codes_are_taken_as_sixteen_bits)

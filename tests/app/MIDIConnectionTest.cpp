@@ -69,6 +69,7 @@ TEST(MIDIConnection, opens_client_and_ports_by_name_and_connects_the_fifth_entit
             "create output port OutputMIDIReceiver Output Port",
             "create input port inputMIDIReceiver Input Port", "connect 141"));
     EXPECT_EQ(bench.connection.client(), 1u);
+    EXPECT_EQ(bench.connection.inputEndPointRef(), 141u);
 }
 
 TEST(MIDIConnection, takes_down_the_old_link_before_it_builds_a_new_one)
@@ -101,6 +102,30 @@ TEST(MIDIConnection, a_console_with_four_entities_is_skipped)
     bench.connection.reconnectAllSources();
     EXPECT_EQ(bench.services.calls.back(), "create input port inputMIDIReceiver Input Port");
     EXPECT_NE(bench.connection.client(), 0u);
+}
+
+TEST(MIDIConnection, without_any_device_the_link_is_open_and_nothing_is_connected)
+{
+    Bench bench;
+    bench.services.deviceList.clear();
+    bench.connection.reconnectAllSources();
+    EXPECT_EQ(bench.services.calls.back(), "create input port inputMIDIReceiver Input Port");
+    EXPECT_EQ(bench.connection.client(), 1u);
+    EXPECT_FALSE(bench.connection.imageOnline());
+}
+
+TEST(MIDIConnection, of_more_entities_and_endpoints_the_fifth_and_the_first_of_each_are_taken)
+{
+    Bench bench;
+    bench.services.deviceList = { device(1, "ZENTA", 6) };
+    MIDIEntity& fifth = bench.services.deviceList[0].entities[4];
+    fifth.sources.push_back({ 991, 5 });
+    fifth.destinations.push_back(992);
+    bench.goOnline();
+    bench.services.deliver({ { 0xB0, 0x18, 0x05 } });
+    bench.mainLoop.turn();
+    EXPECT_THAT(bench.sourceIDs, ElementsAre(-104));
+    EXPECT_EQ(bench.services.sent.at(0).destination, 142u);
 }
 
 TEST(MIDIConnection, a_device_whose_model_cannot_be_read_is_skipped)
@@ -154,6 +179,37 @@ TEST(MIDIConnection, a_fifth_entity_without_endpoints_leads_on_to_the_next_conso
     EXPECT_EQ(bench.services.sent.at(0).destination, 242u);
 }
 
+TEST(MIDIConnection, a_console_without_a_source_still_gives_its_destination)
+{
+    Bench bench;
+    bench.services.deviceList[0].entities[4].sources.clear();
+    bench.goOnline();
+    EXPECT_EQ(bench.services.sent.at(0).destination, 142u);
+}
+
+TEST(MIDIConnection, a_console_without_a_destination_is_connected_and_leaves_the_old_one)
+{
+    Bench bench;
+    bench.connection.reconnectAllSources();
+    bench.services.deviceList = { device(2, "ZENTA", 5) };
+    bench.services.deviceList[0].entities[4].destinations.clear();
+    bench.connection.reconnectAllSources();
+    EXPECT_EQ(bench.services.calls.back(), "connect 241");
+    bench.connection.answerHeartbeat();
+    EXPECT_EQ(bench.services.sent.at(0).destination, 142u);
+}
+
+TEST(MIDIConnection, packets_carry_the_unique_id_of_the_source_that_connected)
+{
+    Bench bench;
+    bench.services.deviceList = { device(1, "ZENTA", 5), device(2, "ZENTA", 5) };
+    bench.services.failing = { "connect 141" };
+    bench.connection.reconnectAllSources();
+    bench.services.deliver({ { 0xB0, 0x18, 0x05 } });
+    bench.mainLoop.turn();
+    EXPECT_THAT(bench.sourceIDs, ElementsAre(-204));
+}
+
 TEST(MIDIConnection, a_client_that_cannot_be_made_is_tried_again_at_the_next_tick)
 {
     Bench bench;
@@ -203,9 +259,22 @@ TEST(MIDIConnection, release_disposes_of_ports_and_client_and_keeps_the_destinat
     EXPECT_THAT(
         bench.services.calls, ElementsAre("dispose port 2", "dispose port 3", "dispose client 1"));
     EXPECT_EQ(bench.connection.client(), 0u);
+    EXPECT_EQ(bench.connection.inputEndPointRef(), 0u);
     bench.connection.answerHeartbeat();
     EXPECT_EQ(bench.services.sent.back().port, 0u);
     EXPECT_EQ(bench.services.sent.back().destination, 142u);
+}
+
+TEST(MIDIConnection, a_port_that_was_disposed_of_is_not_disposed_of_again)
+{
+    Bench bench;
+    bench.connection.reconnectAllSources();
+    bench.services.failing = { "create input port", "create output port" };
+    bench.connection.reconnectAllSources();
+    bench.services.calls.clear();
+    bench.connection.releaseMIDIReceiver();
+    EXPECT_THAT(
+        bench.services.calls, ElementsAre("dispose port 0", "dispose port 0", "dispose client 4"));
 }
 
 TEST(MIDIConnection, three_packets_become_three_messages_in_order_from_the_same_source)
@@ -317,6 +386,53 @@ TEST(MIDIConnection, the_first_tick_only_arms_the_clock)
     bench.tick();
     EXPECT_THAT(bench.services.calls, IsEmpty());
     bench.tick();
+    EXPECT_EQ(bench.services.calls.back(), "connect 141");
+}
+
+TEST(MIDIConnection, a_heartbeat_arms_the_clock_as_the_first_tick_does)
+{
+    Bench bench;
+    bench.connection.answerHeartbeat();
+    bench.tick();
+    EXPECT_EQ(bench.services.calls.back(), "connect 141") << "the first tick does its work";
+    EXPECT_TRUE(bench.connection.imageOnline());
+    bench.clock.advance(5s + 1ns);
+    bench.tick();
+    EXPECT_FALSE(bench.connection.imageOnline());
+}
+
+TEST(MIDIConnection, every_heartbeat_counts_anew)
+{
+    Bench bench;
+    bench.goOnline();
+    bench.clock.advance(4s);
+    bench.connection.answerHeartbeat();
+    bench.clock.advance(4s);
+    bench.tick();
+    EXPECT_TRUE(bench.connection.imageOnline());
+}
+
+TEST(MIDIConnection, a_link_that_was_never_online_does_not_turn_offline)
+{
+    Bench bench;
+    bench.tick();
+    bench.clock.advance(1h);
+    bench.tick();
+    bench.processes.names.clear();
+    bench.tick();
+    EXPECT_THAT(bench.statusItem.images, IsEmpty());
+    EXPECT_THAT(bench.display.calls, IsEmpty());
+}
+
+TEST(MIDIConnection, the_tick_that_turns_offline_opens_a_link_that_is_closed)
+{
+    Bench bench;
+    bench.goOnline();
+    bench.connection.releaseMIDIReceiver();
+    bench.services.calls.clear();
+    bench.clock.advance(6s);
+    bench.tick();
+    EXPECT_THAT(bench.statusItem.images, ElementsAre("kestrel_offline_16x16"));
     EXPECT_EQ(bench.services.calls.back(), "connect 141");
 }
 

@@ -99,15 +99,19 @@ TEST(MessageDispatcher, a_key_port_without_its_zone_is_dropped_and_arms_nothing)
     EXPECT_EQ(bench.send("B0 2F 45"), "");
 }
 
-TEST(MessageDispatcher, a_zone_waits_across_unrelated_packets)
+TEST(MessageDispatcher, both_zones_wait_across_unrelated_packets)
 {
     Bench bench;
     bench.send("B0 0F 40");
+    bench.send("B0 0C 1C");
     EXPECT_EQ(bench.send("B0 18 05"), "DSP B0 18 05");
     EXPECT_EQ(bench.send("90 00 00"), "heartbeat");
     EXPECT_EQ(bench.send("F0 00 00 66 05 00 12 00 F7"), "LCD F0 00 00 66 05 00 12 00 F7");
     EXPECT_EQ(bench.send("B0"), "");
+    EXPECT_EQ(bench.send("B0 1C 00"), "");
+    EXPECT_EQ(bench.send("B1 2F 05"), "");
     EXPECT_EQ(bench.send("B0 2F 05"), "key 5");
+    EXPECT_EQ(bench.send("B0 2C 05"), "DSP B0 2C 05");
 }
 
 TEST(MessageDispatcher, the_two_zones_wait_independently)
@@ -121,6 +125,11 @@ TEST(MessageDispatcher, the_two_zones_wait_independently)
     EXPECT_TRUE(bench.dispatcher.userAssignCmnd());
     EXPECT_EQ(bench.send("B0 2F 41"), "key 65");
     EXPECT_FALSE(bench.dispatcher.userAssignCmnd());
+
+    bench.send("B0 0C 1C");
+    bench.send("B0 0F 40");
+    EXPECT_EQ(bench.send("B0 2F 41"), "key 65");
+    EXPECT_EQ(bench.send("B0 2C 41"), "DSP B0 2C 41");
 }
 
 TEST(MessageDispatcher, another_zone_value_leaves_the_flags_as_they_were)
@@ -152,6 +161,21 @@ TEST(MessageDispatcher, a_key_in_one_packet_leaves_a_waiting_zone_waiting)
     bench.send("B0 0F 40");
     EXPECT_EQ(bench.send("B0 0F 40 2F 03"), "key 3");
     EXPECT_TRUE(bench.dispatcher.userAssignCmnd());
+}
+
+TEST(MessageDispatcher, lamps_in_one_packet_leave_a_waiting_zone_waiting)
+{
+    Bench bench;
+    bench.send("B0 0C 1C");
+    EXPECT_EQ(bench.send("B0 0C 1C 2C 41"), "DSP B0 0C 1C 2C 41");
+    EXPECT_TRUE(bench.dispatcher.switchLEDCmnd());
+}
+
+TEST(MessageDispatcher, of_a_longer_packet_the_whole_reaches_the_decoder)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("B0 18 05 19 06"), "DSP B0 18 05 19 06");
+    EXPECT_EQ(bench.send("B0 0F 40 2F 03 2F 04"), "key 3") << "and only its first key counts";
 }
 
 TEST(MessageDispatcher, a_zone_packet_of_four_bytes_still_waits_for_its_port)
