@@ -44,6 +44,8 @@ public:
 
     void receiveMessage(const MIDIMessage& message) { m_dispatcher.receiveMessage(message); }
 
+    // Runs from launch to termination.
+    [[nodiscard]] QTimer& activeSenceTimer() { return m_activeSenceTimer; }
     // Null until the application has launched.
     [[nodiscard]] MyWindowController* myWindowController() const
     {

@@ -16,6 +16,7 @@
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTimerEvent>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -70,6 +71,13 @@ public:
         MIDIMessage message;
         message.setReadData(packet);
         delegate->receiveMessage(message);
+    }
+
+    void tick() const
+    {
+        QTimer& timer = delegate->activeSenceTimer();
+        QTimerEvent event(timer.timerId());
+        QCoreApplication::sendEvent(&timer, &event);
     }
 
     // Opens the about box and closes it; its informative text.
@@ -270,6 +278,38 @@ TEST(AppDelegate, ending_with_a_closed_link_stores_the_set_and_releases_nothing)
     EXPECT_EQ(bench.defaults.synchronised, 1);
     EXPECT_TRUE(bench.defaults.stored.contains("PT_UserAssign"));
     EXPECT_TRUE(bench.defaults.stored.contains("PT_UserAssignTitle"));
+}
+
+TEST(AppDelegate, the_supervision_starts_with_the_launch_and_comes_every_five_seconds)
+{
+    Bench bench;
+    AppDelegate notLaunched(bench.platform, bench.mainLoop, bench.clock);
+    EXPECT_FALSE(notLaunched.activeSenceTimer().isActive());
+
+    const QTimer& timer = bench.delegate->activeSenceTimer();
+    EXPECT_TRUE(timer.isActive());
+    EXPECT_FALSE(timer.isSingleShot());
+    EXPECT_EQ(timer.interval(), 5000);
+    bench.midiServices.deviceList = { fakes::device(1, "ZENTA", 5) };
+    bench.tick();
+    EXPECT_THAT(bench.midiServices.calls, IsEmpty()) << "the first one arms the clock";
+    bench.tick();
+    EXPECT_EQ(bench.midiServices.calls.back(), "connect 141");
+}
+
+TEST(AppDelegate, ending_with_an_open_link_takes_it_down_and_lets_every_key_go)
+{
+    Bench bench;
+    bench.midiServices.deviceList = { fakes::device(1, "ZENTA", 5) };
+    bench.tick();
+    bench.tick();
+    bench.midiServices.calls.clear();
+    bench.delegate->applicationWillTerminate();
+    EXPECT_FALSE(bench.delegate->activeSenceTimer().isActive());
+    EXPECT_THAT(bench.midiServices.calls,
+        ElementsAre("dispose port 2", "dispose port 3", "dispose client 1"));
+    EXPECT_EQ(bench.keyEvents.take(), "release all");
+    EXPECT_EQ(bench.defaults.synchronised, 1);
 }
 
 TEST(AppDelegate, ending_twice_stores_once)
