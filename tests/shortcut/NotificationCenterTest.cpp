@@ -91,6 +91,25 @@ TEST(NotificationCenter, an_observer_added_while_handling_gets_only_the_next_not
     EXPECT_EQ(late, 1);
 }
 
+TEST(NotificationCenter, a_handler_may_end_earlier_observations_and_begin_many_new_ones)
+{
+    NotificationCenter center;
+    std::vector<int> calls;
+    auto first = center.addObserver(Name, [&](const Notification&) { calls.push_back(1); });
+    std::vector<NotificationCenter::Observation> added;
+    const auto second = center.addObserver(Name, [&](const Notification&) {
+        calls.push_back(2);
+        first = {};
+        for (int i = 0; i < 100; ++i)
+            added.push_back(center.addObserver(Name, [](const Notification&) {}));
+    });
+    const auto third = center.addObserver(Name, [&](const Notification&) { calls.push_back(3); });
+    center.post(Name);
+    EXPECT_EQ(calls, (std::vector { 1, 2, 3 }));
+    center.post(Name);
+    EXPECT_EQ(calls, (std::vector { 1, 2, 3, 2, 3 }));
+}
+
 TEST(NotificationCenter, an_observation_may_outlive_the_centre)
 {
     NotificationCenter::Observation observation;
