@@ -104,17 +104,20 @@ PrivateXServer::PrivateXServer()
 
 PrivateXServer::PrivateXServer(const Options& options)
 {
-    startServer(options.screen);
+    startServer(options);
     if (options.windowManager)
         startWindowManager();
     if (options.tray)
         startTray();
 }
 
-void PrivateXServer::startServer(const std::string& screen)
+void PrivateXServer::startServer(const Options& options)
 {
-    m_server = std::make_unique<ChildProcess>(std::vector<std::string> { "Xvfb", "-displayfd", "1",
-        "-screen", "0", screen, "-nolisten", "tcp", "-noreset", "-dpi", "96" });
+    std::vector<std::string> command { "Xvfb", "-displayfd", "1", "-screen", "0", options.screen,
+        "-nolisten", "tcp", "-noreset", "-dpi", "96" };
+    if (!options.without.empty())
+        command.insert(command.end(), { "-extension", options.without });
+    m_server = std::make_unique<ChildProcess>(std::move(command));
     const auto number = m_server->waitForLine(
         [](std::string_view line) { return !line.empty(); }, milliseconds(10000));
     if (!number)

@@ -14,6 +14,7 @@ public:
         std::string screen = "1280x800x24";
         bool windowManager = true;
         bool tray = false;
+        std::string without; // the name of an extension that the server is not to have
     };
 
     // Throws std::runtime_error when a part does not come up within ten seconds.
@@ -29,7 +30,7 @@ public:
     [[nodiscard]] ChildProcess::Environment environment() const;
 
 private:
-    void startServer(const std::string& screen);
+    void startServer(const Options& options);
     void startWindowManager();
 
     std::string m_display;

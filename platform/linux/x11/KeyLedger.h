@@ -52,7 +52,7 @@ public:
     // The modifier keys that are down on the user's own keyboards now.
     const KeyPlan& setUserModifiers(const XKeySet& keys);
 
-    // Nothing is held any more, because what held it is gone.
+    // We hold nothing any more, because what held it is gone. The user may.
     void forget();
 
     [[nodiscard]] const XKeySet& held() const { return m_held; }

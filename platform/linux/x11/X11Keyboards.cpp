@@ -123,7 +123,9 @@ void X11Keyboards::keepFromRepeating()
 // The letting go of a key that nobody holds, on a keyboard of the user's.
 void X11Keyboards::turnToUserKeyboard()
 {
-    if (m_userKeyboards.empty())
+    // Asking for what the server does not have ends the connection.
+    const auto* xtest = xcb_get_extension_data(m_connection.xcb(), &xcb_test_id);
+    if (m_userKeyboards.empty() || !xtest || !xtest->present)
         return;
     const auto device = static_cast<std::uint8_t>(m_userKeyboards.begin()->first);
     const auto type = static_cast<std::uint8_t>(m_inputEvent + XCB_INPUT_DEVICE_KEY_RELEASE);

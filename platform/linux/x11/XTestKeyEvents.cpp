@@ -107,6 +107,15 @@ void XTestKeyEvents::connectionOpened()
         letGoOfWhatWasLeftDown();
 }
 
+// The server may still hold what was pressed through the connection that is gone; of the user's
+// keyboard the next one tells anew.
+void XTestKeyEvents::connectionLost()
+{
+    m_leftDown |= m_ledger.held();
+    m_ledger = {};
+    m_canPost = false;
+}
+
 void XTestKeyEvents::openJournal()
 {
     const std::string path = HeldKeysJournal::pathFor(m_connection.displayName());
@@ -120,7 +129,7 @@ void XTestKeyEvents::openJournal()
 // Left by a run that was killed, or by ourselves on a connection that broke.
 void XTestKeyEvents::letGoOfWhatWasLeftDown()
 {
-    const XKeySet left = m_journal.keys() | m_ledger.held();
+    const XKeySet left = m_journal.keys() | m_leftDown | m_ledger.held();
     if (left.none())
         return;
     const XKeySet down = left & m_keyboards.keysDownOnXTest().value_or(left);
@@ -131,6 +140,7 @@ void XTestKeyEvents::letGoOfWhatWasLeftDown()
     }
     if (!synchronise())
         return;
+    m_leftDown.reset();
     m_ledger.forget();
     for (std::size_t key = 0; key < left.size(); ++key) {
         if (left.test(key))

@@ -32,7 +32,7 @@ public:
 
 private:
     void connectionOpened() override;
-    void connectionLost() override { }
+    void connectionLost() override;
     void eventArrived(const xcb_generic_event_t&) override { }
 
     void openJournal();
@@ -45,6 +45,7 @@ private:
     std::shared_ptr<X11Session> m_session;
     X11Connection& m_connection;
     KeyLedger m_ledger;
+    XKeySet m_leftDown; // on connections that broke
     HeldKeysJournal m_journal;
     std::string m_journalPath;
     bool m_canPost = false;

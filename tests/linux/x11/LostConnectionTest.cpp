@@ -1,7 +1,9 @@
+#include "platform/linux/x11/HeldKeysJournal.h"
 #include "platform/linux/x11/X11Adapters.h"
 #include "tests/linux/x11/X11Bench.h"
 
 #include <poll.h>
+#include <xcb/xtest.h>
 
 #include <csignal>
 
@@ -9,6 +11,8 @@ namespace kestrel::test {
 
 namespace {
 using Result = KeyEvents::Result;
+
+constexpr xcb_keycode_t A = 38, Shift = 50;
 
 class LostConnection : public X11Bench {
 protected:
@@ -81,6 +85,67 @@ TEST_F(LostConnection, keys_held_through_it_are_let_go_of_by_the_next_one)
     EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
     EXPECT_EQ(received(), "S up Super; Super up Super");
     EXPECT_EQ(release(KeyS), Result::Posted);
+    EXPECT_EQ(received(), "");
+}
+
+TEST_F(LostConnection, what_another_program_holds_by_then_is_left_alone)
+{
+    const auto othersKeyA = [this](std::uint8_t type) {
+        xcb_test_fake_input(user->xcb(), type, A, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+        user->synchronise();
+    };
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "A down");
+    for (const bool isHeldByOther : { false, true }) {
+        killOurConnection();
+        EXPECT_EQ(visited(), "");
+        EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+        EXPECT_EQ(user->keysDown().test(A), isHeldByOther);
+        othersKeyA(isHeldByOther ? XCB_KEY_RELEASE : XCB_KEY_PRESS);
+    }
+}
+
+TEST_F(LostConnection, what_stood_in_for_the_user_is_let_go_of_without_a_journal_too)
+{
+    stop();
+    const HeldKeysJournal other(HeldKeysJournal::pathFor(server->display()));
+    ASSERT_TRUE(other.isOpen());
+    start();
+    bringToFront(*workstation);
+    user->press(Shift);
+    EXPECT_EQ(received(), "Shift down");
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "Shift up Shift; A down; Shift down");
+    killOurConnection();
+    user->release(Shift);
+    EXPECT_EQ(visited(), "");
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+    EXPECT_TRUE(user->keysDown().none());
+    static_cast<void>(received());
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "A down") << "the user holds nothing by now";
+}
+
+TEST_F(LostConnection, a_successor_that_takes_no_key_events_still_tells_who_is_in_front)
+{
+    user->press(Shift);
+    EXPECT_EQ(received(), "Shift down");
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    settle();
+    server->kill();
+    closeEverythingElse();
+    EXPECT_EQ(press(KeyA), Result::Unavailable);
+
+    stage::PrivateXServer::Options options;
+    options.without = "XTEST";
+    server.emplace(options);
+    ::setenv("DISPLAY", server->display().c_str(), 1);
+    workstation.emplace(server->display(), "Pro Tools");
+    ASSERT_TRUE(loop.runUntil([this] { return workstation->isManaged(); }));
+    workstation->activate();
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+    EXPECT_EQ(press(KeyA), Result::Unavailable);
+    EXPECT_EQ(visited(), "Pro Tools");
     EXPECT_EQ(received(), "");
 }
 
@@ -186,7 +251,7 @@ TEST(NoServer, is_unavailable_and_nothing_else)
         ADD_FAILURE();
         return true;
     });
-    adapters.workspace->hideApplication();
+    static_cast<void>(adapters.workspace->hideApplication());
     adapters.workspace->activateApplication();
     adapters.windowTraits->setFloating(1);
     adapters.windowTraits->setNeverFocused(1);
