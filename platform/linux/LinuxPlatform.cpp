@@ -3,14 +3,18 @@
 #include "platform/linux/midi/JackMIDIServices.h"
 #include "platform/linux/system/SystemAdapters.h"
 #include "platform/linux/x11/X11Adapters.h"
+#include "platform/linux/x11/X11Dialler.h"
 #include "platform/linux/x11/X11KeyTranslation.h"
 
-#include <xcb/xcb.h>
-
+#include <chrono>
 #include <cstdlib>
 #include <string_view>
 
 namespace kestrel {
+
+namespace {
+constexpr std::chrono::seconds DisplayPatience { 10 }; // the toolkit would wait without end
+} // namespace
 
 Platform makePlatform(MainLoop& mainLoop)
 {
@@ -36,10 +40,8 @@ std::optional<std::string> prepareSession()
     const char* const backEnd = ::getenv("QT_QPA_PLATFORM");
     if (!backEnd || std::string_view(backEnd) != "xcb")
         return {};
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    const bool works = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    if (works)
+    const auto line = X11Dialler().dial(DisplayPatience);
+    if (line && xcb_connection_has_error(line->xcb.get()) == 0)
         return {};
     const char* const display = ::getenv("DISPLAY");
     std::string problem = "Kestrel needs an X11 display, and ";

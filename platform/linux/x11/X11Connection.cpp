@@ -1,9 +1,13 @@
 #include "platform/linux/x11/X11Connection.h"
 
+#include "platform/linux/x11/XkbProtocol.h"
+
 #include <linux/sockios.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <xcb/xcbext.h>
+#include <xcb/xinput.h>
+#include <xcb/xtest.h>
 
 #include <algorithm>
 #include <csignal>
@@ -59,7 +63,7 @@ X11Connection::~X11Connection()
 void X11Connection::add(Listener& listener)
 {
     m_listeners.push_back(&listener);
-    if (isOpen())
+    if (isUsable())
         listener.connectionOpened();
 }
 
@@ -87,24 +91,33 @@ bool X11Connection::ensureOpen()
 
 bool X11Connection::open()
 {
-    int screenNumber = 0;
-    xcb_connection_t* connection = xcb_connect(nullptr, &screenNumber);
-    const bool usable = xcb_connection_has_error(connection) == 0;
-    m_screen = usable ? screenOf(connection, screenNumber) : nullptr;
-    if (!m_screen) {
-        xcb_disconnect(connection);
+    auto line = m_dialler.dial(Patience);
+    if (!line || xcb_connection_has_error(line->xcb.get()) != 0)
         return false;
-    }
-    m_xcb = connection;
-    m_displayName = std::getenv("DISPLAY");
+    m_screen = screenOf(line->xcb.get(), line->screenNumber);
+    if (!m_screen)
+        return false;
+    m_xcb = line->xcb.release();
+    m_displayName = std::move(line->displayName);
     m_watch = m_mainLoop.watch(
-        xcb_get_file_descriptor(m_xcb), [this, alive = std::weak_ptr(m_alive), connection] {
+        xcb_get_file_descriptor(m_xcb), [this, alive = std::weak_ptr(m_alive), connection = m_xcb] {
             if (alive.lock() && m_xcb == connection)
                 takeIn();
         });
-    tellOpened();
+    learnExtensions();
+    if (isUsable())
+        tellOpened();
     flush();
     return isUsable();
+}
+
+// The library waits without end for what it does not know of an extension, so it is told before
+// anybody asks.
+void X11Connection::learnExtensions()
+{
+    for (xcb_extension_t* const extension : { &xcb_test_id, &xcb_xkb_id, &xcb_input_id })
+        xcb_prefetch_extension_data(m_xcb, extension);
+    (void)reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(m_xcb).sequence);
 }
 
 void X11Connection::tellOpened()

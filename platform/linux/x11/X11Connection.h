@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MainLoop.h"
+#include "platform/linux/x11/X11Dialler.h"
 
 #include <xcb/xcb.h>
 
@@ -45,7 +46,7 @@ public:
     void remove(Listener& listener);
 
     // True when there is a connection and the server keeps up with it. Tries to make one, but not
-    // more often than once a second.
+    // more often than once a second, and waits for that half a second at the most.
     bool ensureOpen();
     // Hands the events that have arrived to the listeners; reads, but does not wait.
     void takeIn();
@@ -76,6 +77,7 @@ private:
     enum class Source { Memory, Socket }; // Memory: what has been read already
 
     bool open();
+    void learnExtensions();
     void close();
     void dispatch(Source source);
     [[nodiscard]] Event nextEvent(Source source);
@@ -87,6 +89,7 @@ private:
     void tellOpened();
 
     MainLoop& m_mainLoop;
+    X11Dialler m_dialler;
     std::vector<Listener*> m_listeners;
     xcb_connection_t* m_xcb = nullptr;
     const xcb_screen_t* m_screen = nullptr;

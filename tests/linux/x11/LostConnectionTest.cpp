@@ -236,6 +236,18 @@ TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_press)
     EXPECT_EQ(visited(), "Pro Tools");
 }
 
+TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_attempt_to_connect)
+{
+    server->stop();
+    X11Connection connection(loop);
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_FALSE(connection.ensureOpen());
+    EXPECT_FALSE(connection.ensureOpen());
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
+    server->resume();
+    EXPECT_TRUE(loop.runUntil([&connection] { return connection.ensureOpen(); }));
+}
+
 TEST(NoServer, is_unavailable_and_nothing_else)
 {
     ::unsetenv("DISPLAY");
