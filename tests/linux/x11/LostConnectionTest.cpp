@@ -236,6 +236,24 @@ TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_press)
     EXPECT_EQ(visited(), "Pro Tools");
 }
 
+TEST_F(LostConnection, who_joins_while_the_server_stands_still_is_told_when_it_goes_on)
+{
+    struct Joining final : X11Connection::Listener {
+        void connectionOpened() override { ++opened; }
+        void connectionLost() override { }
+        void eventArrived(const xcb_generic_event_t&) override { }
+        int opened = 0;
+    } joining;
+    server->stop();
+    workspace->activateApplication(); // asks, and gets no answer
+    ASSERT_FALSE(session->connection.isUsable());
+    session->connection.add(joining);
+    EXPECT_EQ(joining.opened, 0);
+    server->resume();
+    EXPECT_TRUE(loop.runUntil([&joining] { return joining.opened == 1; }));
+    session->connection.remove(joining);
+}
+
 TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_attempt_to_connect)
 {
     server->stop();
