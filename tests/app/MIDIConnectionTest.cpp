@@ -530,7 +530,7 @@ TEST(MIDIConnection, no_workstation_is_seen_in_an_unreadable_process_table)
 
 TEST(ProcessRecords, the_name_is_compared_whole_at_byte_243_of_each_whole_record)
 {
-    std::vector<std::byte> table(2 * 648);
+    std::vector<std::byte> table(2UL * 648);
     const auto write = [&table](std::size_t at, std::string_view text) {
         std::transform(text.begin(), text.end(), table.begin() + static_cast<long>(at),
             [](char c) { return static_cast<std::byte>(c); });

@@ -3,9 +3,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <jack/jack.h>
 
 #include <csignal>
 #include <fstream>
+#include <memory>
 
 namespace kestrel {
 namespace {
@@ -13,6 +15,7 @@ namespace {
 using stage::milliseconds;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 // The shortcut of key 1 still goes the whole way.
 void expectKeyPasses(RunningStudio& studio)
@@ -154,11 +157,42 @@ TEST_F(Faults, keys_that_a_killed_program_held_are_let_go_by_the_next_start)
     EXPECT_THAT(stage::keysDown(studio.studio.displayName()), IsEmpty());
 }
 
+TEST_F(Faults, a_display_that_stands_still_is_not_waited_for_without_end)
+{
+    studio.studio.display().stop();
+    stage::ChildProcess kestrel(
+        { "sh", "-c", "exec \"$0\" 2>&1", std::string(KESTREL_PROGRAMS) + "/kestrel" },
+        studio.studio.environment());
+    EXPECT_TRUE(kestrel.waitForLineWith("kestrel: Kestrel needs an X11 display, and \""
+            + studio.studio.displayName() + "\" does not answer.",
+        milliseconds(20000)));
+    EXPECT_EQ(kestrel.wait(milliseconds(5000)), 1);
+    studio.studio.display().resume();
+}
+
+// The ports that the program has on the MIDI server.
+std::vector<std::string> kestrelPorts(const std::string& server)
+{
+    const std::unique_ptr<jack_client_t, decltype(&jack_client_close)> probe(
+        jack_client_open("ports-probe",
+            static_cast<jack_options_t>(JackNoStartServer | JackServerName), nullptr,
+            server.c_str()),
+        &jack_client_close);
+    const std::unique_ptr<const char*, decltype(&jack_free)> names(
+        jack_get_ports(probe.get(), "^inputMIDIReceiver Client:", nullptr, 0), &jack_free);
+    std::vector<std::string> ports;
+    for (const char** name = names.get(); name && *name; ++name)
+        ports.emplace_back(*name);
+    return ports;
+}
+
 class OrderlyEnd : public Faults, public testing::WithParamInterface<int> { };
 
-TEST_P(OrderlyEnd, lets_every_key_go_and_stores_the_assignments)
+TEST_P(OrderlyEnd, with_an_open_link_takes_it_down_lets_every_key_go_and_stores_the_assignments)
 {
     goOnline();
+    const std::string& server = studio.studio.jack().name();
+    EXPECT_THAT(kestrelPorts(server), SizeIs(2));
     const auto defaults = studio.studio.configFolder() / "com.holvik.kestrel.plist";
     EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
     std::filesystem::remove(defaults);
@@ -167,6 +201,10 @@ TEST_P(OrderlyEnd, lets_every_key_go_and_stores_the_assignments)
     EXPECT_THAT(studio.arrivingKeys(*studio.workstation), ElementsAre("up A"));
     EXPECT_THAT(stage::keysDown(studio.studio.displayName()), IsEmpty());
     EXPECT_TRUE(std::filesystem::exists(defaults));
+    EXPECT_THAT(kestrelPorts(server), IsEmpty());
+    EXPECT_FALSE(studio.console->wait(milliseconds(0))) << "the console goes on";
+    studio.startKestrel();
+    EXPECT_TRUE(studio.isAnswered()) << "and so does the next run";
 }
 
 INSTANTIATE_TEST_SUITE_P(BySignal, OrderlyEnd, testing::Values(SIGTERM, SIGINT, SIGHUP));

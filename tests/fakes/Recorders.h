@@ -13,12 +13,12 @@ namespace kestrel::fakes {
 // The bytes as upper-case hexadecimal pairs with a blank between them.
 inline std::string hex(std::span<const std::uint8_t> bytes)
 {
-    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr std::string_view Digits = "0123456789ABCDEF";
     std::string text;
     for (const std::uint8_t byte : bytes) {
         text += text.empty() ? "" : " ";
-        text += digits[byte >> 4];
-        text += digits[byte & 0x0F];
+        text += Digits[byte >> 4];
+        text += Digits[byte & 0x0F];
     }
     return text;
 }
