@@ -17,6 +17,10 @@ public:
     // Throws std::runtime_error naming the part that did not come up.
     Stage();
 
+    // Has the utility that runs show its panel, as a person would. Throws std::runtime_error when
+    // it does not appear.
+    void showPanel();
+
     [[nodiscard]] Console& console() { return m_console; }
     [[nodiscard]] WorkstationWindow& window() { return m_window; }
     [[nodiscard]] const std::string& jackServer() const { return m_jack.name(); }
@@ -28,6 +32,7 @@ private:
     stage::ThrowAwaySettings m_settings;
     stage::PrivateJackServer m_jack;
     stage::PrivateXServer m_x;
+    bool m_hasTray = false;
     WorkstationWindow m_window;
     Console m_console;
     AwakeCores m_awake;
