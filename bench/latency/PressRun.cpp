@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -136,6 +137,8 @@ Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Opti
                 stage.console().setFlood(options.floodPerSecond);
                 measureRound(stage, options, random, busy[i]);
                 stage.console().setFlood(0);
+                if (kinds[i].showsPanel && !stage.panelShowsText())
+                    throw std::runtime_error(kinds[i].name + " did not paint what came");
             }
             if (counter)
                 roundTrips[i] = roundTripsPerStroke(stage, *counter);

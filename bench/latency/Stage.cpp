@@ -5,7 +5,6 @@
 
 #include <sys/prctl.h>
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -28,13 +27,30 @@ void Stage::showPanel()
     if (!stage::comesTrue(hasIcon, Timeout))
         throw std::runtime_error("the utility has no icon in the tray");
     icon.choosePanel();
-    const auto isShown = [this] {
-        const auto windows = stage::shownWindows(m_x.display(), "kestrel");
-        return std::any_of(windows.begin(), windows.end(),
-            [](const auto& window) { return window.title == "Plug-in Panel"; });
-    };
-    if (!stage::comesTrue(isShown, Timeout))
+    if (!stage::comesTrue([this] { return panelArea().has_value(); }, Timeout))
         throw std::runtime_error("the utility does not show its panel");
+}
+
+bool Stage::panelShowsText() const
+{
+    constexpr stage::Area Display { 288, 9, 401, 44 }; // within the panel
+    constexpr int FewestDots = 500;
+    const auto panel = panelArea();
+    if (!panel)
+        return false;
+    const auto isDot = [](stage::Colour colour) { return colour.green > 180; };
+    const stage::Area display { panel->x + Display.x, panel->y + Display.y, Display.width,
+        Display.height };
+    return stage::Screen(m_x.display()).count(display, isDot) > FewestDots;
+}
+
+std::optional<stage::Area> Stage::panelArea() const
+{
+    for (const auto& window : stage::shownWindows(m_x.display(), "kestrel")) {
+        if (window.title == "Plug-in Panel")
+            return window.area;
+    }
+    return {};
 }
 
 stage::ChildProcess::Environment Stage::environment() const

@@ -6,7 +6,10 @@
 #include "tools/stage/ChildProcess.h"
 #include "tools/stage/PrivateJackServer.h"
 #include "tools/stage/PrivateXServer.h"
+#include "tools/stage/Screen.h"
 #include "tools/stage/ThrowAwaySettings.h"
+
+#include <optional>
 
 namespace kestrel::bench {
 
@@ -20,6 +23,8 @@ public:
     // Has the utility that runs show its panel, as a person would. Throws std::runtime_error when
     // it does not appear.
     void showPanel();
+    // Whether the panel's display has been painted with characters.
+    [[nodiscard]] bool panelShowsText() const;
 
     [[nodiscard]] Console& console() { return m_console; }
     [[nodiscard]] WorkstationWindow& window() { return m_window; }
@@ -29,6 +34,8 @@ public:
     [[nodiscard]] stage::ChildProcess::Environment environment() const;
 
 private:
+    [[nodiscard]] std::optional<stage::Area> panelArea() const;
+
     stage::ThrowAwaySettings m_settings;
     stage::PrivateJackServer m_jack;
     stage::PrivateXServer m_x;
