@@ -7,8 +7,6 @@
 #include "ui_Plug-in_Panel.h"
 
 #include <QEvent>
-#include <QGuiApplication>
-#include <QScreen>
 #include <QTimer>
 
 #include <utility>
@@ -28,8 +26,7 @@ MyWindowController::MyWindowController(const QString& windowNibName, WindowTrait
         [this](QSize content) { return contentInProportion(content); });
     m_placement = std::make_unique<PanelPlacement>(*m_window, defaults);
     m_placement->restore();
-    connect(qGuiApp, &QGuiApplication::screenRemoved, m_placement.get(),
-        &PanelPlacement::bringOntoScreen, Qt::QueuedConnection);
+    m_placement->followScreens();
     m_onceShown.setSingleShot(true);
     connect(&m_onceShown, &QTimer::timeout, this, &MyWindowController::applyWindowTraits);
     m_window->installEventFilter(this);
@@ -97,29 +94,34 @@ QSize MyWindowController::contentInProportion(QSize content) const
 
 bool MyWindowController::isVisible() const
 {
-    return m_window && m_window->isVisible();
+    return m_window && m_window->isVisible() && !m_window->isMinimized();
 }
 
 void MyWindowController::showWindow()
 {
     if (!m_window)
         return;
-    if (m_window->isVisible()) {
+    if (isVisible()) {
         m_window->raise();
         return;
     }
+    m_placement->keepPlace();
     m_placement->bringOntoScreen();
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
 }
 
-// Said before the window is shown for the first time, and again after each showing, when the
-// toolkit has written properties of its own.
+// The platform's part is said before the window is shown for the first time, and again after each
+// showing, when the toolkit has written properties of its own. What came while the window was
+// minimised is painted when it is not any more.
 bool MyWindowController::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::WinIdChange)
         applyWindowTraits();
     else if (event->type() == QEvent::Show)
         m_onceShown.start(0);
+    else if (event->type() == QEvent::WindowStateChange && isVisible())
+        setNeedDisplay();
     return QObject::eventFilter(watched, event);
 }
 

@@ -1,7 +1,7 @@
 #include "panel/PanelPlacement.h"
 
+#include "common/ScreenFit.h"
 #include "panel/PanelShape.h"
-#include "panel/ScreenFit.h"
 #include "platform/DefaultsStore.h"
 
 #include <QByteArray>
@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 #include <chrono>
 #include <optional>
@@ -45,14 +46,6 @@ std::optional<QRect> parsed(const DefaultsStore::Bytes& stored)
         return std::nullopt;
     return QRect(left, top, width, height);
 }
-
-QList<QRect> screenAreas()
-{
-    QList<QRect> areas;
-    for (const QScreen* screen : QGuiApplication::screens())
-        areas.append(screen->availableGeometry());
-    return areas;
-}
 } // namespace
 
 PanelPlacement::PanelPlacement(QWidget& window, DefaultsStore& defaults)
@@ -82,17 +75,40 @@ void PanelPlacement::restore()
     bringOntoScreen();
 }
 
+void PanelPlacement::keepPlace()
+{
+    // A place that was never asked for does not count as one, even if the user dragged it there.
+    if (QWindow* const native = m_window.windowHandle())
+        native->setGeometry(native->geometry());
+}
+
 void PanelPlacement::bringOntoScreen()
 {
     const QSize known = m_window.frameGeometry().size() - m_window.size();
     const QSize decoration = known.isNull() ? LikelyDecoration : known;
     const QRect frame(m_window.pos(), m_window.size() + decoration);
-    const QRect fitted = fittedOntoScreens(frame, screenAreas());
+    const QRect fitted = fittedOntoScreens(frame, availableScreenAreas());
     if (fitted == frame)
         return;
     const int width = fitted.width() - decoration.width();
     m_window.resize(width, qRound(panelHeight(width)));
     m_window.move(fitted.topLeft());
+}
+
+void PanelPlacement::followScreens()
+{
+    for (const QScreen* screen : QGuiApplication::screens())
+        follow(*screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this,
+        [this](const QScreen* screen) { follow(*screen); });
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &PanelPlacement::bringOntoScreen,
+        Qt::QueuedConnection);
+}
+
+void PanelPlacement::follow(const QScreen& screen)
+{
+    connect(&screen, &QScreen::availableGeometryChanged, this, &PanelPlacement::bringOntoScreen,
+        Qt::QueuedConnection);
 }
 
 bool PanelPlacement::eventFilter(QObject* watched, QEvent* event)

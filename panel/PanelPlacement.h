@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+class QScreen;
 class QWidget;
 
 namespace kestrel {
@@ -24,12 +25,17 @@ public:
 
     // Leaves the window where it is when nothing fit to be used was remembered.
     void restore();
-    // For when screens have gone since.
+    // Has the next showing happen where the window was last, and not where a window manager
+    // would put it.
+    void keepPlace();
+    // For when screens have gone or shrunk since.
     void bringOntoScreen();
+    void followScreens(); // does so from now on whenever that happens
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void follow(const QScreen& screen);
     void remember();
     void save();
 

@@ -1,5 +1,6 @@
 #include "setup/SavedWindowFrame.h"
 
+#include "common/ScreenFit.h"
 #include "platform/DefaultsStore.h"
 
 #include <QGuiApplication>
@@ -7,7 +8,6 @@
 #include <QStringList>
 #include <QWidget>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -16,7 +16,6 @@ namespace kestrel {
 namespace {
 
 constexpr int TitleBarHeight = 28;
-constexpr int GrabbableWidth = 64;
 constexpr int FarthestCoordinate = 100'000;
 
 // From and to an origin at the lower left of the primary screen; the operation is its own inverse.
@@ -33,19 +32,6 @@ QString words(const QRect& rect)
         .arg(rect.y())
         .arg(rect.width())
         .arg(rect.height());
-}
-
-QList<QRect> availableScreens()
-{
-    QList<QRect> screens { QGuiApplication::primaryScreen()->availableGeometry() };
-    for (const QScreen* screen : QGuiApplication::screens())
-        screens.append(screen->availableGeometry());
-    return screens;
-}
-
-int area(const QRect& rect)
-{
-    return rect.isValid() ? rect.width() * rect.height() : 0;
 }
 
 } // namespace
@@ -73,12 +59,13 @@ void SavedWindowFrame::restore(QWidget& window, const QRect& content) const
         ? parsed({ reinterpret_cast<const char*>(bytes->data()), bytes->size() })
         : std::nullopt;
     if (saved) {
-        window.move(onScreens(flipped(*saved), availableScreens()).topLeft());
+        window.move(movedOntoScreens(flipped(*saved), availableScreenAreas()).topLeft());
         return;
     }
     // Where the frame of a window that was never shown ends is not known yet.
     const QRect frame = flipped(content).adjusted(0, -TitleBarHeight, 0, 0);
-    const QRect placed = onScreens(frame, availableScreens()).adjusted(0, TitleBarHeight, 0, 0);
+    const QRect placed
+        = movedOntoScreens(frame, availableScreenAreas()).adjusted(0, TitleBarHeight, 0, 0);
     window.setGeometry(placed);
 }
 
@@ -98,26 +85,6 @@ std::optional<QRect> SavedWindowFrame::parsed(std::string_view text)
     }
     const QRect frame(numbers[0], numbers[1], numbers[2], numbers[3]);
     return frame.isValid() ? std::optional(frame) : std::nullopt;
-}
-
-QRect SavedWindowFrame::onScreens(const QRect& frame, const QList<QRect>& screens)
-{
-    const QRect titleBar(frame.topLeft(), QSize(frame.width(), TitleBarHeight));
-    const bool isGrabbable = std::any_of(screens.begin(), screens.end(), [&](const QRect& screen) {
-        const QRect shown = titleBar & screen;
-        return shown.width() >= GrabbableWidth && shown.height() == TitleBarHeight;
-    });
-    if (isGrabbable || screens.isEmpty())
-        return frame;
-    const QRect screen = *std::max_element(
-        screens.begin(), screens.end(), [&](const QRect& left, const QRect& right) {
-            return area(left & frame) < area(right & frame);
-        });
-    const int right = std::max(screen.left(), screen.right() + 1 - frame.width());
-    const int bottom = std::max(screen.top(), screen.bottom() + 1 - frame.height());
-    return { QPoint(std::clamp(frame.left(), screen.left(), right),
-                 std::clamp(frame.top(), screen.top(), bottom)),
-        frame.size() };
 }
 
 } // namespace kestrel

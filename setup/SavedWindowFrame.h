@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QList>
 #include <QRect>
 
 #include <optional>
@@ -28,10 +27,6 @@ public:
 
     // Null unless the text is a frame.
     [[nodiscard]] static std::optional<QRect> parsed(std::string_view text);
-
-    // The frame itself when enough of its title bar shows on one of the screens; else moved onto
-    // the one it is on most, or onto the first.
-    [[nodiscard]] static QRect onScreens(const QRect& frame, const QList<QRect>& screens);
 
 private:
     std::string m_key;

@@ -25,7 +25,8 @@ std::vector<CandidateKind> allKinds(const Options& options)
         { "floor --ask-front", { floor, "--ask-front" } },
         { "floor --delay-us 1000", { floor, "--delay-us", "1000" } },
         { "xdotool", { (options.programs / "spawn-keys").string() } },
-        { "kestrel", { options.kestrel.string() }, true } };
+        { "kestrel", { options.kestrel.string() }, true },
+        { "kestrel with panel", { options.kestrel.string() }, true, true } };
 }
 } // namespace
 
@@ -75,6 +76,8 @@ Candidate::Candidate(Stage& stage, const CandidateKind& kind)
         m_stage.console().connectReference(ready->substr(ready->find(' ') + 1));
     }
     waitForAnswer();
+    if (m_kind.showsPanel)
+        m_stage.showPanel();
     m_stage.console().setHeartbeatEachSecond(true);
     warmUp();
 }

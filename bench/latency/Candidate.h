@@ -14,6 +14,7 @@ struct CandidateKind {
     std::string name;
     std::vector<std::string> command;
     bool connectsItself = false; // as the utility does, once it sees the workstation run
+    bool showsPanel = false; // opened from the icon in the tray before anything is measured
 };
 
 // The name of the row that all others are divided by.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -98,6 +99,21 @@ std::string flooded(const CandidateKind& kind, const Options& options)
 {
     return kind.name + ", " + std::to_string(options.floodPerSecond) + " display packets/s";
 }
+// What the flood does to a candidate: its median divided by that of its quiet row, which comes
+// right before.
+void addQuietRatios(Table& table)
+{
+    std::optional<double> quiet;
+    for (std::size_t i = 0; i < table.rows.size(); ++i) {
+        const auto median = figureOf(table.rows[i], "p50 µs");
+        if (i % 2 == 0)
+            quiet = median;
+        Figure ratio { "p50 to quiet", {}, 2 };
+        if (median && quiet && *quiet > 0)
+            ratio.value = *median / *quiet;
+        table.rows[i].figures.push_back(ratio);
+    }
+}
 } // namespace
 
 Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
@@ -121,6 +137,8 @@ Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Opti
                 stage.console().setFlood(options.floodPerSecond);
                 measureRound(stage, options, random, busy[i]);
                 stage.console().setFlood(0);
+                if (kinds[i].showsPanel && !stage.panelShowsText())
+                    throw std::runtime_error(kinds[i].name + " did not paint what came");
             }
             if (counter)
                 roundTrips[i] = roundTripsPerStroke(stage, *counter);
@@ -136,6 +154,8 @@ Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Opti
             table.rows.push_back(row(flooded(kinds[i], options), busy[i], {}));
     }
     addRatios(table, FloorName, { "p50 µs", "p99 µs" });
+    if (options.floodPerSecond > 0)
+        addQuietRatios(table);
     return table;
 }
 

@@ -102,6 +102,29 @@ TEST_F(AssignKeys, shows_what_is_stored)
     EXPECT_EQ(outcome.output.split('\n').value(11), "12 \"Last\" ⌘+S ⇪+TAB");
 }
 
+TEST_F(AssignKeys, writes_the_changed_set_to_a_file_and_stores_nothing)
+{
+    EXPECT_EQ(run({ "6", "⌘S" }).code, 0);
+    const QString file = m_folder.filePath("Mixing.ZKCF");
+    EXPECT_EQ(run({ "7", "F9", "--title", "Solo", "--to", file }).code, 0);
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    const QByteArray bytes = written.readAll();
+    const auto set
+        = UserAssignFile::fromFileImage({ reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+            static_cast<std::size_t>(bytes.size()) });
+    ASSERT_TRUE(set);
+    EXPECT_EQ(set->getSwitchShortcut(6)->at(2).text(), "S");
+    EXPECT_EQ(set->getSwitchShortcut(7)->at(2).text(), "F9");
+    EXPECT_EQ(set->getShortcutTitle(7), QString("Solo"));
+    EXPECT_EQ(stored()->getSwitchShortcut(7)->at(2).text(), "");
+
+    const QString nowhere = m_folder.filePath("none/set.ZKCF");
+    const Outcome outcome = run({ "7", "F9", "--to", nowhere });
+    EXPECT_EQ(outcome.code, NotWritten);
+    EXPECT_EQ(outcome.errors, "kestrel-assign: cannot write " + nowhere + "\n");
+}
+
 TEST_F(AssignKeys, refuses_what_it_does_not_understand_and_writes_nothing)
 {
     EXPECT_EQ(run({ "6", "Hyper+S" }).errors, "kestrel-assign: \"Hyper+S\" names no key\n");

@@ -1,12 +1,8 @@
+#include "tests/panel/ApprovedPicture.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/PanelMessages.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 #include <gtest/gtest.h>
-
-#include <cstdlib>
 
 namespace kestrel {
 
@@ -15,8 +11,7 @@ namespace {
 constexpr int Columns = 11;
 constexpr int Rows = 8;
 
-// A panel with the product's own pictures, and what of it goes into an approved picture. Set
-// KESTREL_APPROVE=1 to write the approved pictures anew; what changed is then for git to show.
+// A panel with the product's own pictures, and what of it goes into an approved picture.
 class ApprovedPictures : public testing::TestWithParam<int> {
 protected:
     void SetUp() override { ASSERT_FALSE(view.imageBack().isNull()); }
@@ -52,25 +47,13 @@ protected:
         }
     }
 
-    void compare(const QString& name, const QImage& actual) const;
+    void compare(const QString& name, const QImage& actual) const
+    {
+        compareWithApproved(name, scale(), actual);
+    }
 
     PlugInPanelView view { QRect(0, 0, 782, 220) };
 };
-
-// Processors may round a blended channel differently by one.
-int differingPixels(const QImage& a, const QImage& b)
-{
-    int differing = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
-            const QRgb p = a.pixel(x, y);
-            const QRgb q = b.pixel(x, y);
-            differing += std::abs(qRed(p) - qRed(q)) > 1 || std::abs(qGreen(p) - qGreen(q)) > 1
-                || std::abs(qBlue(p) - qBlue(q)) > 1;
-        }
-    }
-    return differing;
-}
 
 QImage stacked(const QList<QImage>& images)
 {
@@ -85,23 +68,6 @@ QImage stacked(const QList<QImage>& images)
         top += image.height();
     }
     return stack;
-}
-
-void ApprovedPictures::compare(const QString& name, const QImage& actual) const
-{
-    const QString file = QStringLiteral("%1@%2x.png").arg(name).arg(scale());
-    const QString approvedPath = QStringLiteral(KESTREL_APPROVED_PICTURES "/") + file;
-    if (std::getenv("KESTREL_APPROVE")) {
-        ASSERT_TRUE(actual.save(approvedPath));
-        return;
-    }
-    const QImage approved = QImage(approvedPath).convertToFormat(QImage::Format_RGB32);
-    const QString actualPath = QDir::current().absoluteFilePath(QStringLiteral("actual-") + file);
-    const bool isSame = approved.size() == actual.size() && differingPixels(approved, actual) == 0;
-    if (!isSame)
-        actual.save(actualPath);
-    EXPECT_TRUE(isSame) << approvedPath.toStdString()
-                        << " is not what is painted now: " << actualPath.toStdString();
 }
 } // namespace
 

@@ -139,15 +139,10 @@ TEST_F(DSPMessages, going_offline_blanks_the_display_and_puts_out_every_lamp_and
     for (std::uint8_t i = 0; i < 4; ++i)
         send(PanelMessages::knob(i, 0x15));
 
-    for (std::uint8_t zone = 0; zone < 10; ++zone) {
-        view.updateZone(Bytes { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12, zone, ' ', ' ', ' ', ' ',
-                            ' ', ' ', ' ', ' ', ' ', ' ', 0xF7 },
-            false);
+    for (const Bytes& message : PanelMessages::silence()) {
+        view.updateZone(message, false);
+        send(message);
     }
-    for (std::uint8_t port = 0; port < 8; ++port)
-        send({ 0xB0, 0x0C, 0x1C, 0x2C, port });
-    for (const std::uint8_t controller : Bytes { 0x08, 0x09, 0x0A, 0x0B })
-        send({ 0xB0, controller, 0x00 });
 
     EXPECT_THAT(*view.myZonesArray(), Each(Each(' ')));
     EXPECT_THAT(switches(), ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 0));

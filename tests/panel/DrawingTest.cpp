@@ -376,6 +376,30 @@ TEST_F(Drawing, painting_a_part_gives_the_pixels_of_painting_all)
     EXPECT_EQ(image, whole);
 }
 
+TEST_F(Drawing, painting_what_a_message_made_stale_is_enough_at_every_size_and_density)
+{
+    for (const int width : { 587, 782, 1001 }) {
+        for (const double density : { 1.0, 1.25, 1.5, 1.75, 2.0 }) {
+            view.resize(width, qRound(width * 220 / 782.0));
+            display(1, "          ");
+            knob(1, 0x01);
+            lamp(7, false);
+            QImage image = painted(view, density);
+            display(1, "@@@@@@@@@@");
+            knob(1, 0x35);
+            lamp(7, true);
+            image.setDevicePixelRatio(density);
+            QPainter painter(&image);
+            const QRegion stale = QRegion(view.zoneRect(1)) + view.knobRect(1) + view.switchRect(7);
+            painter.setClipRegion(stale);
+            view.drawRect(painter, stale.boundingRect());
+            painter.end();
+            image.setDevicePixelRatio(1);
+            EXPECT_EQ(image, painted(view, density)) << width << " " << density;
+        }
+    }
+}
+
 TEST_F(Drawing, the_painter_comes_back_as_it_was)
 {
     QImage image(782, 220, QImage::Format_RGB32);

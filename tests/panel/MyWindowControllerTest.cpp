@@ -228,12 +228,15 @@ TEST_F(WindowController, a_hidden_panel_is_not_painted_and_shows_the_latest_stat
     show();
     controller.window()->hide();
     settle();
+    int changes = 0; // that assistive technology would hear of
+    QObject::connect(&view(), &PlugInPanelView::contentChanged, [&] { ++changes; });
     PaintCounter paints(view());
     for (int i = 0; i < 100; ++i) {
         display(0, i % 2 == 0 ? "even      " : "odd       ");
         sendDSP(PanelMessages::knob(1, 0x15));
     }
     settle();
+    EXPECT_EQ(changes, 0);
     EXPECT_EQ(paints.count, 0);
 
     show();
@@ -242,6 +245,56 @@ TEST_F(WindowController, a_hidden_panel_is_not_painted_and_shows_the_latest_stat
         = controller.window()->grab().toImage().convertToFormat(QImage::Format_RGB32);
     EXPECT_EQ(shown.pixel(298, 17), GeometryPictures::cell('o'));
     EXPECT_EQ(shown.pixel(406, 220 - 73 - 67), GeometryPictures::frame(0x15));
+}
+
+TEST_F(WindowController, a_minimised_panel_is_not_painted_and_shows_the_latest_state_later)
+{
+    show();
+    controller.window()->showMinimized();
+    settle();
+    EXPECT_FALSE(controller.isVisible());
+    PaintCounter paints(view());
+    for (int i = 0; i < 100; ++i)
+        display(0, "minimised ");
+    settle();
+    EXPECT_EQ(paints.count, 0);
+
+    controller.window()->showNormal();
+    EXPECT_TRUE(controller.isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        QScreen* screen = controller.window()->screen();
+        const QImage shown = screen->grabWindow(controller.window()->winId()).toImage();
+        return shown.pixel(298, 17) == GeometryPictures::cell('m');
+    }));
+}
+
+TEST_F(WindowController, showing_a_minimised_panel_restores_it)
+{
+    show();
+    controller.window()->showMinimized();
+    settle();
+    controller.showWindow();
+    EXPECT_TRUE(controller.isVisible());
+    EXPECT_EQ(controller.window()->windowState(), Qt::WindowNoState);
+    EXPECT_EQ(controller.window()->size(), QSize(782, 220));
+}
+
+TEST_F(WindowController, a_lamp_or_knob_message_repaints_even_if_it_stores_nothing)
+{
+    show();
+    PaintCounter paints(view());
+    sendDSP({ 0xB0, 0x2C, 0x48 });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    sendDSP({ 0xB0, 0x18 });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 2; }));
+}
+
+TEST_F(WindowController, zones_that_are_only_stored_repaint_too)
+{
+    show();
+    PaintCounter paints(view());
+    display(8, "0123456789");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
 }
 
 TEST_F(WindowController, a_burst_of_messages_repaints_no_oftener_than_the_display_can_show)
@@ -282,6 +335,24 @@ TEST_F(WindowController, all_that_waited_for_the_next_refresh_gets_painted)
         return shown.pixel(298, 17) == GeometryPictures::cell('l')
             && shown.pixel(600, 220 - 73 - 67) == GeometryPictures::frame(0x15);
     }));
+}
+
+TEST_F(WindowController, shown_on_no_screen_the_window_is_brought_back)
+{
+    controller.window()->move(5000, 6000);
+    show();
+    EXPECT_TRUE(
+        controller.window()->screen()->geometry().contains(controller.window()->geometry()));
+}
+
+TEST_F(WindowController, the_window_leaves_a_screen_that_goes)
+{
+    show();
+    controller.window()->move(5000, 6000);
+    QScreen* const screen = QGuiApplication::primaryScreen();
+    emit qGuiApp->screenRemoved(screen);
+    settle();
+    EXPECT_TRUE(screen->geometry().contains(controller.window()->geometry()));
 }
 
 TEST_F(WindowController, the_window_opens_where_the_last_run_left_it)

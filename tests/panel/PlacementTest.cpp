@@ -1,5 +1,4 @@
 #include "panel/PanelPlacement.h"
-#include "panel/ScreenFit.h"
 #include "tests/fakes/FakeSystem.h"
 
 #include <QApplication>
@@ -9,52 +8,10 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <vector>
+
 namespace kestrel {
-
-namespace {
-const QRect Laptop(0, 25, 1440, 875);
-const QRect Desk(1440, 0, 2560, 1440);
-} // namespace
-
-TEST(ScreenFit, a_frame_on_a_screen_stays)
-{
-    EXPECT_EQ(fittedOntoScreens({ 100, 100, 782, 242 }, { Laptop }), QRect(100, 100, 782, 242));
-    EXPECT_EQ(
-        fittedOntoScreens({ 2000, 900, 782, 242 }, { Laptop, Desk }), QRect(2000, 900, 782, 242));
-}
-
-TEST(ScreenFit, a_frame_that_hangs_over_an_edge_but_can_be_grabbed_stays)
-{
-    EXPECT_EQ(fittedOntoScreens({ -700, 880, 782, 242 }, { Laptop }), QRect(-700, 880, 782, 242));
-}
-
-TEST(ScreenFit, a_frame_on_a_screen_that_is_gone_comes_to_the_one_that_is_left)
-{
-    EXPECT_EQ(fittedOntoScreens({ 2000, 900, 782, 242 }, { Laptop }), QRect(658, 658, 782, 242));
-}
-
-TEST(ScreenFit, a_frame_whose_top_edge_is_out_of_reach_comes_back)
-{
-    EXPECT_EQ(fittedOntoScreens({ 100, -200, 782, 242 }, { Laptop }), QRect(100, 25, 782, 242));
-    EXPECT_EQ(fittedOntoScreens({ 100, 890, 782, 242 }, { Laptop }), QRect(100, 658, 782, 242));
-    EXPECT_EQ(fittedOntoScreens({ -760, 100, 782, 242 }, { Laptop }), QRect(0, 100, 782, 242));
-}
-
-TEST(ScreenFit, a_frame_goes_to_the_nearest_screen)
-{
-    EXPECT_EQ(
-        fittedOntoScreens({ 3990, 100, 782, 242 }, { Laptop, Desk }), QRect(3218, 100, 782, 242));
-}
-
-TEST(ScreenFit, a_frame_larger_than_all_screens_shrinks_in_proportion)
-{
-    EXPECT_EQ(fittedOntoScreens({ 0, 25, 2880, 800 }, { Laptop }), QRect(0, 25, 1440, 400));
-}
-
-TEST(ScreenFit, without_a_screen_the_frame_stays)
-{
-    EXPECT_EQ(fittedOntoScreens({ 5000, 0, 782, 242 }, {}), QRect(5000, 0, 782, 242));
-}
 
 namespace {
 class Placement : public testing::Test {
@@ -123,6 +80,29 @@ TEST_F(Placement, a_place_on_no_screen_is_brought_back)
     PanelPlacement(window, defaults).restore();
     EXPECT_TRUE(screen.contains(window.frameGeometry()));
     EXPECT_EQ(window.size(), QSize(587, 165));
+}
+
+TEST_F(Placement, a_window_on_a_screen_that_goes_or_shrinks_is_brought_back)
+{
+    PanelPlacement placement(window, defaults);
+    placement.followScreens();
+    QScreen* const screenThere = QGuiApplication::primaryScreen();
+    const std::vector<std::function<void()>> changes {
+        [&] { emit qGuiApp->screenRemoved(screenThere); },
+        [&] { emit screenThere->availableGeometryChanged(screen); },
+        [&] {
+            // As if it were one that came just now.
+            QObject::disconnect(screenThere, nullptr, &placement, nullptr);
+            emit qGuiApp->screenAdded(screenThere);
+            emit screenThere->availableGeometryChanged(screen);
+        },
+    };
+    for (const auto& change : changes) {
+        window.move(5000, 6000);
+        change();
+        QApplication::processEvents();
+        EXPECT_TRUE(screen.contains(window.geometry()));
+    }
 }
 
 TEST_F(Placement, a_size_beyond_the_screen_is_brought_back_in_proportion)

@@ -23,8 +23,6 @@ void store(FakeDefaultsStore& defaults, const std::string& text)
     defaults.current[Key] = { text.begin(), text.end() };
 }
 
-const QRect Screen(0, 25, 1920, 1055);
-
 TEST(SavedWindowFrame, without_a_saved_frame_the_content_is_at_600_350_from_the_lower_left)
 {
     SetupBench bench;
@@ -74,42 +72,6 @@ TEST(SavedWindowFrame, text_that_is_no_frame_counts_as_none)
         EXPECT_EQ(SavedWindowFrame::parsed(text), std::nullopt) << text;
     EXPECT_EQ(SavedWindowFrame::parsed("1 2 3 4"), QRect(1, 2, 3, 4));
     EXPECT_EQ(SavedWindowFrame::parsed("-1.5 2 3 4 0 0 1920 1055 "), QRect(-1, 2, 3, 4));
-}
-
-TEST(SavedWindowFrame, a_frame_stays_while_enough_of_its_title_bar_shows)
-{
-    const QRect partly(1800, 300, 620, 453);
-    EXPECT_EQ(SavedWindowFrame::onScreens(partly, { Screen }), partly);
-    const QRect low(100, 1040, 620, 453);
-    EXPECT_EQ(SavedWindowFrame::onScreens(low, { Screen }), low);
-}
-
-TEST(SavedWindowFrame, a_frame_whose_title_bar_is_out_of_reach_is_moved_onto_the_screen)
-{
-    const QSize size(620, 453);
-    const auto placed = [&](int x, int y) {
-        return SavedWindowFrame::onScreens({ QPoint(x, y), size }, { Screen }).topLeft();
-    };
-    EXPECT_EQ(placed(1900, 300), QPoint(1300, 300));
-    EXPECT_EQ(placed(-600, 300), QPoint(0, 300));
-    EXPECT_EQ(placed(100, 10), QPoint(100, 25));
-    EXPECT_EQ(placed(100, 1070), QPoint(100, 627));
-}
-
-TEST(SavedWindowFrame, it_is_moved_onto_the_screen_that_it_is_on_most_or_the_first)
-{
-    const QRect right(1920, 0, 1280, 1024);
-    const QRect below(3100, 1010, 620, 453);
-    EXPECT_EQ(SavedWindowFrame::onScreens(below, { Screen, right }), QRect(2580, 571, 620, 453));
-    const QRect nowhere(9000, 9000, 620, 453);
-    EXPECT_EQ(SavedWindowFrame::onScreens(nowhere, { Screen, right }).topLeft(), QPoint(1300, 627));
-}
-
-TEST(SavedWindowFrame, a_screen_smaller_than_the_window_shows_its_upper_left_corner)
-{
-    const QRect tiny(0, 0, 320, 240);
-    EXPECT_EQ(
-        SavedWindowFrame::onScreens({ 900, 900, 620, 453 }, { tiny }).topLeft(), QPoint(0, 0));
 }
 
 } // namespace

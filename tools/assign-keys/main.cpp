@@ -1,4 +1,5 @@
 #include "assign/StoredAssignments.h"
+#include "common/AtomicFile.h"
 #include "platform/linux/defaults/FileDefaultsStore.h"
 #include "tools/assign-keys/ShortcutParser.h"
 
@@ -19,6 +20,7 @@ struct Request {
     int button = 0; // 0 = none
     std::vector<std::string> shortcuts;
     std::optional<std::string> title;
+    std::optional<std::string> file; // written instead of the stored set
     bool isShowing = false;
 };
 
@@ -84,6 +86,12 @@ ExitCode assign(const Request& request, StoredAssignments& stored)
     }
     if (request.title)
         set.setShortcutTitle(QString::fromStdString(*request.title), request.button);
+    if (request.file) {
+        if (AtomicFile::write(QString::fromStdString(*request.file), set.fileImage()))
+            return Done;
+        std::fprintf(stderr, "kestrel-assign: cannot write %s\n", request.file->c_str());
+        return NotWritten;
+    }
     if (!stored.writeUserDefault()) {
         std::fprintf(stderr, "kestrel-assign: cannot write %s\n",
             qUtf8Printable(FileDefaultsStore::standardPath()));
@@ -107,6 +115,10 @@ int main(int argc, char** argv)
                           ->needs(button);
     auto* title
         = program.add_option("--title", request.title, "Title of the button")->needs(button);
+    program
+        .add_option("--to", request.file,
+            "Write the stored set with this change to a file (.ZKCF), and store nothing")
+        ->needs(button);
     program.add_flag("--show", request.isShowing, "Print what is stored");
     try {
         program.parse(argc, argv);

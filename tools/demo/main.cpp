@@ -4,17 +4,37 @@
 #include <jack/jack.h>
 #include <xcb/xcb.h>
 
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <string>
+#include <string_view>
 
 namespace {
 
+bool hasTray(xcb_connection_t* connection)
+{
+    constexpr std::string_view Selection = "_NET_SYSTEM_TRAY_S0";
+    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
+        xcb_intern_atom_reply(connection,
+            xcb_intern_atom(connection, 0, Selection.size(), Selection.data()), nullptr),
+        &std::free);
+    if (!atom)
+        return false;
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, decltype(&std::free)> owner(
+        xcb_get_selection_owner_reply(
+            connection, xcb_get_selection_owner(connection, atom->atom), nullptr),
+        &std::free);
+    return owner && owner->owner != XCB_WINDOW_NONE;
+}
+
+// A display on which the icon has a place, and so its menu.
 bool sessionHasDisplay()
 {
     xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    const bool works = xcb_connection_has_error(connection) == 0;
+    const bool works = xcb_connection_has_error(connection) == 0 && hasTray(connection);
     xcb_disconnect(connection);
     return works;
 }
@@ -35,8 +55,11 @@ int main(int argc, char* argv[])
 {
     CLI::App arguments("Plays a scene between the console, the utility and the workstation.");
     std::filesystem::path pictures = "build/demo";
+    std::filesystem::path approved = "tests/approved/panel";
     bool isPrivate = false;
     arguments.add_option("--pictures", pictures, "Folder for the pictures")->capture_default_str();
+    arguments.add_option("--approved", approved, "Folder of what the panel must look like")
+        ->capture_default_str();
     arguments.add_flag("--private", isPrivate, "Use a display and a JACK server of its own");
     CLI11_PARSE(arguments, argc, argv);
 
@@ -46,7 +69,7 @@ int main(int argc, char* argv[])
             .useSessionJack = !isPrivate && sessionHasJack(),
         };
         const auto programs = std::filesystem::canonical("/proc/self/exe").parent_path();
-        kestrel::Scene scene(programs, pictures, options);
+        kestrel::Scene scene(programs, pictures, approved, options);
         using Ending = kestrel::Scene::Ending;
         const int missing = scene.play(
             options.useSessionDisplay ? Ending::WhenTheWorkstationIsClosed : Ending::AtOnce);

@@ -29,6 +29,8 @@ ChildProcess::Environment Studio::environment() const
         result.merge(m_display->environment());
     if (m_jack)
         result.merge(m_jack->environment());
+    // One pixel a unit, as on the displays that the stage makes: pictures are compared.
+    result["QT_ENABLE_HIGHDPI_SCALING"] = "0";
     return result;
 }
 
@@ -57,7 +59,17 @@ std::unique_ptr<ChildProcess> Studio::start(
 
 bool Studio::photograph(const fs::path& picture) const
 {
-    ChildProcess import({ "import", "-window", "root", picture.string() }, environment());
+    return photograph("root", picture);
+}
+
+bool Studio::photograph(const fs::path& picture, const ShownWindow& window) const
+{
+    return photograph(std::to_string(window.id), picture);
+}
+
+bool Studio::photograph(const std::string& window, const fs::path& picture) const
+{
+    ChildProcess import({ "import", "-window", window, picture.string() }, environment());
     return import.wait(milliseconds(20000)) == 0;
 }
 

@@ -3,6 +3,7 @@
 #include "tools/stage/ChildProcess.h"
 #include "tools/stage/PrivateJackServer.h"
 #include "tools/stage/PrivateXServer.h"
+#include "tools/stage/ShownWindows.h"
 #include "tools/stage/ThrowAwaySettings.h"
 
 #include <filesystem>
@@ -33,8 +34,10 @@ public:
     [[nodiscard]] std::unique_ptr<ChildProcess> start(
         const std::string& program, const std::vector<std::string>& arguments = {}) const;
 
-    // Writes what the screen shows as a PNG; false when that failed.
+    // Writes what the screen, or only one window, shows as a PNG; false when that failed.
     [[nodiscard]] bool photograph(const std::filesystem::path& picture) const;
+    [[nodiscard]] bool photograph(
+        const std::filesystem::path& picture, const ShownWindow& window) const;
 
     [[nodiscard]] ChildProcess::Environment environment() const;
     [[nodiscard]] std::string displayName() const;
@@ -45,6 +48,9 @@ public:
     [[nodiscard]] PrivateJackServer& jack() { return *m_jack; }
 
 private:
+    [[nodiscard]] bool photograph(
+        const std::string& window, const std::filesystem::path& picture) const;
+
     std::filesystem::path m_programs;
     ThrowAwaySettings m_settings;
     std::unique_ptr<PrivateXServer> m_display;

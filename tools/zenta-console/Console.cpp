@@ -1,5 +1,7 @@
 #include "tools/zenta-console/Console.h"
 
+#include "tools/zenta-console/EditingScene.h"
+
 #include <poll.h>
 
 #include <algorithm>
@@ -108,12 +110,25 @@ void Console::followScript()
     if (m_waitUntil && Clock::now() >= *m_waitUntil)
         m_waitUntil.reset();
     while (!m_exitCode && !m_isQuitting && !m_waitUntil && !m_answerUntil) {
+        if (!m_scene.empty()) {
+            playScene();
+            continue;
+        }
         const auto line = m_script.next();
         if (!line)
             return;
         ++m_lineNumber;
         obey(*line);
     }
+}
+
+void Console::playScene()
+{
+    const Command command = m_scene.front();
+    m_scene.pop_front();
+    std::visit([this](const auto& each) { obey(each); }, command);
+    if (m_scene.empty())
+        std::cout << "shown" << std::endl;
 }
 
 void Console::obey(const std::string& line)
@@ -146,6 +161,12 @@ void Console::obey(const ExpectAnswer& command)
 {
     reportArrivals(); // what has come before does not count
     m_answerUntil = Clock::now() + command.within;
+}
+
+void Console::obey(const Show&)
+{
+    const auto scene = editingScene();
+    m_scene.assign(scene.begin(), scene.end());
 }
 
 void Console::obey(const Quit&)

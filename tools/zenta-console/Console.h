@@ -5,6 +5,7 @@
 #include "tools/zenta-console/LineReader.h"
 
 #include <chrono>
+#include <deque>
 #include <optional>
 #include <string>
 
@@ -29,12 +30,14 @@ private:
     void beat();
     void reportArrivals();
     void followScript();
+    void playScene();
     void obey(const std::string& line);
     void obey(const Nothing&) { }
     void obey(const Send& command);
     void obey(const SwitchHeartbeat& command);
     void obey(const Wait& command);
     void obey(const ExpectAnswer& command);
+    void obey(const Show&);
     void obey(const Quit&);
     void obey(const Malformed& command);
     void checkExpectation();
@@ -46,6 +49,7 @@ private:
     const int m_stopDescriptor;
     int m_lineNumber = 0;
     std::string m_line;
+    std::deque<Command> m_scene; // what is left of it; the script goes on after it
     std::optional<Clock::time_point> m_nextBeat;
     std::optional<Clock::time_point> m_waitUntil;
     std::optional<Clock::time_point> m_answerUntil;

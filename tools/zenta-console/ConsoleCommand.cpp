@@ -162,6 +162,13 @@ Command parseExpect(std::string_view arguments)
     return ExpectAnswer { std::chrono::milliseconds(*within) };
 }
 
+Command parseShow(std::string_view arguments)
+{
+    if (!trimmed(arguments).empty())
+        return expected("nothing after show");
+    return Show {};
+}
+
 Command parseQuit(std::string_view arguments)
 {
     if (!trimmed(arguments).empty())
@@ -184,6 +191,7 @@ constexpr std::array Verbs {
     Verb { "send", parseSend },
     Verb { "wait", parseWait },
     Verb { "expect", parseExpect },
+    Verb { "show", parseShow },
     Verb { "quit", parseQuit },
 };
 } // namespace
@@ -213,6 +221,8 @@ std::string_view commandSummary()
            "  send HEX...        one packet as it stands\n"
            "  wait MS            the next command comes after MS milliseconds\n"
            "  expect answer MS   the heartbeat is answered within MS milliseconds from now\n"
+           "  show               plays a scene of a few seconds: an equaliser is edited on the\n"
+           "                     display, the knobs and the lamps; prints \"shown\" at its end\n"
            "  quit               ends the program when all is sent\n";
 }
 

@@ -29,6 +29,9 @@ struct ExpectAnswer {
     std::chrono::milliseconds within {};
     bool operator==(const ExpectAnswer&) const = default;
 };
+struct Show { // the editing scene
+    bool operator==(const Show&) const = default;
+};
 struct Quit {
     bool operator==(const Quit&) const = default;
 };
@@ -37,7 +40,8 @@ struct Malformed {
     bool operator==(const Malformed&) const = default;
 };
 
-using Command = std::variant<Nothing, Send, SwitchHeartbeat, Wait, ExpectAnswer, Quit, Malformed>;
+using Command
+    = std::variant<Nothing, Send, SwitchHeartbeat, Wait, ExpectAnswer, Show, Quit, Malformed>;
 
 [[nodiscard]] Command parseCommand(std::string_view line);
 

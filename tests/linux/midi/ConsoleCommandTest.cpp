@@ -67,6 +67,7 @@ TEST(ConsoleCommand, the_rest_of_the_language)
     EXPECT_EQ(parseCommand("heartbeat off"), Command(SwitchHeartbeat { false }));
     EXPECT_EQ(parseCommand("wait 1500"), Command(Wait { milliseconds(1500) }));
     EXPECT_EQ(parseCommand("expect answer 500"), Command(ExpectAnswer { milliseconds(500) }));
+    EXPECT_EQ(parseCommand("show"), Command(Show {}));
     EXPECT_EQ(parseCommand("quit"), Command(Quit {}));
 }
 
@@ -121,6 +122,7 @@ TEST(ConsoleCommand, what_is_left_over_is_refused)
     EXPECT_EQ(reasonFor("wait 1 2"), "expected milliseconds, 0..3600000");
     EXPECT_EQ(reasonFor("expect 5"), "expected \"answer\" and milliseconds, 0..3600000");
     EXPECT_EQ(reasonFor("expect answer"), "expected \"answer\" and milliseconds, 0..3600000");
+    EXPECT_EQ(reasonFor("show it"), "expected nothing after show");
     EXPECT_EQ(reasonFor("quit now"), "expected nothing after quit");
 }
 
@@ -128,7 +130,7 @@ TEST(ConsoleCommand, the_summary_names_every_command)
 {
     for (const auto* name :
         { "press N", "release N", "display ZONE TEXT", "knob N VALUE", "lamp N on|off",
-            "heartbeat on|off", "send HEX", "wait MS", "expect answer MS", "quit" })
+            "heartbeat on|off", "send HEX", "wait MS", "expect answer MS", "show", "quit" })
         EXPECT_NE(commandSummary().find(name), std::string_view::npos) << name;
 }
 

@@ -1,5 +1,6 @@
 #include "tests/linux/midi/JackFixture.h"
 #include "tools/stage/ChildProcess.h"
+#include "tools/zenta-console/EditingScene.h"
 
 #include <unistd.h>
 
@@ -126,6 +127,29 @@ TEST_F(ZentaConsole, follows_a_script_from_a_file_and_sends_all_before_it_quits)
     std::erase(packets, Bytes { 0x90, 0x00, 0x00 });
     EXPECT_EQ(packets, (Packets { { 0xB0, 0x0C, 0x1C }, { 0xB0, 0x2C, 0x43 }, display }));
     std::filesystem::remove(path);
+}
+
+TEST_F(ZentaConsole, plays_the_editing_scene_and_goes_on_with_its_script)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    console.writeLine("heartbeat off");
+    console.writeLine("send 01"); // once it is echoed there are no more beats
+    ASSERT_TRUE(console.waitForLineWith("sent 01", Soon));
+    connect();
+    console.writeLine("show");
+    console.writeLine("lamp 0 on");
+    EXPECT_TRUE(console.waitForLineWith("shown", Soon));
+    EXPECT_EQ(console.waitForLineWith("", Soon), "sent B0 0C 1C");
+    ASSERT_TRUE(
+        loop.runUntil([&] { return !packets.empty() && packets.back().back() == 0x40; }, Soon));
+    Packets scene;
+    for (const auto& command : console::editingScene()) {
+        if (const auto* send = std::get_if<console::Send>(&command))
+            scene.insert(scene.end(), send->packets.begin(), send->packets.end());
+    }
+    scene.insert(scene.end(), { { 0xB0, 0x0C, 0x1C }, { 0xB0, 0x2C, 0x40 } });
+    EXPECT_EQ(packets, scene);
 }
 
 TEST_F(ZentaConsole, goes_on_beating_after_the_last_command_until_it_is_told_to_stop)

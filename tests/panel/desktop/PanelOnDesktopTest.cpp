@@ -200,6 +200,35 @@ TEST_F(PanelOnDesktop, maximised_it_is_fitted_into_its_window_and_fights_nobody)
             "content " + std::to_string(fitted->width) + " " + std::to_string(fitted->height))));
 }
 
+TEST_F(PanelOnDesktop, maximised_with_the_platforms_help_the_view_is_in_proportion_too)
+{
+    startPanel();
+    showPanel();
+    maximise();
+    const auto fitted = waitForContent([](const Content& content) { return content.width > 1000; });
+    ASSERT_TRUE(fitted.has_value());
+    EXPECT_TRUE(inProportion(fitted->panelWidth, fitted->panelHeight));
+    EXPECT_TRUE(fitted->panelWidth == fitted->width || fitted->panelHeight == fitted->height);
+    EXPECT_EQ(keysThatReachTheWorkstation(), KeyA);
+}
+
+TEST_F(PanelOnDesktop, closed_and_shown_again_it_is_where_it_was_left)
+{
+    startPanel();
+    showPanel();
+    const Place first = panelPlace();
+    drag(first.x + 100, first.y - 8, first.x + 160, first.y + 32);
+    workstation.tell(panelWindow, "_NET_CLOSE_WINDOW", { XCB_CURRENT_TIME, 2 });
+    ASSERT_TRUE(panel->waitForLineWith("hidden", Timeout).has_value());
+    settle();
+    showPanel();
+    const Place again = panelPlace();
+    EXPECT_EQ(again.x, first.x + 60);
+    EXPECT_EQ(again.y, first.y + 40);
+    EXPECT_EQ(again.width, first.width);
+    EXPECT_EQ(again.height, first.height);
+}
+
 TEST_F(PanelOnDesktop, it_comes_back_where_the_last_run_left_it)
 {
     startPanel();

@@ -1,0 +1,75 @@
+#include "common/ScreenFit.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace kestrel {
+
+namespace {
+constexpr int GrabWidth = 64;
+constexpr int GrabHeight = 16;
+
+bool canBeGrabbed(const QRect& frame, const QList<QRect>& screens)
+{
+    const QRect edge(frame.topLeft(), QSize(frame.width(), GrabHeight));
+    return std::any_of(screens.begin(), screens.end(), [&](const QRect& screen) {
+        const QRect reachable = edge & screen;
+        return reachable.height() == GrabHeight
+            && reachable.width() >= std::min(GrabWidth, frame.width());
+    });
+}
+
+QRect nearestScreen(const QRect& frame, const QList<QRect>& screens)
+{
+    const auto distance
+        = [&](const QRect& screen) { return (frame.center() - screen.center()).manhattanLength(); };
+    return *std::min_element(screens.begin(), screens.end(),
+        [&](const QRect& a, const QRect& b) { return distance(a) < distance(b); });
+}
+
+// One that is larger than the screen has its upper left corner in that of the screen.
+QRect movedOnto(const QRect& screen, QRect frame)
+{
+    const int right = std::max(screen.left(), screen.right() + 1 - frame.width());
+    const int bottom = std::max(screen.top(), screen.bottom() + 1 - frame.height());
+    frame.moveTo(std::clamp(frame.left(), screen.left(), right),
+        std::clamp(frame.top(), screen.top(), bottom));
+    return frame;
+}
+} // namespace
+
+QList<QRect> availableScreenAreas()
+{
+    QList<QRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens())
+        areas.append(screen->availableGeometry());
+    return areas;
+}
+
+QRect movedOntoScreens(const QRect& frame, const QList<QRect>& screens)
+{
+    if (screens.isEmpty() || canBeGrabbed(frame, screens))
+        return frame;
+    return movedOnto(nearestScreen(frame, screens), frame);
+}
+
+QRect fittedOntoScreens(const QRect& frame, const QList<QRect>& screens)
+{
+    if (screens.isEmpty())
+        return frame;
+    QRect everything;
+    for (const QRect& screen : screens)
+        everything |= screen;
+    const bool fits = frame.width() <= everything.width() && frame.height() <= everything.height();
+    if (fits && canBeGrabbed(frame, screens))
+        return frame;
+    const QRect home = nearestScreen(frame, screens);
+    QRect fitted = frame;
+    if (frame.width() > home.width() || frame.height() > home.height())
+        fitted.setSize(frame.size().scaled(home.size(), Qt::KeepAspectRatio));
+    return movedOnto(home, fitted);
+}
+
+} // namespace kestrel

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "tools/stage/Screen.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrel::stage {
+
+// A window that a display shows.
+struct ShownWindow {
+    std::uint32_t id;
+    std::string title; // empty when it has none
+    Area area; // on the screen, without what a window manager put around it
+    bool isPopup; // it bypasses the window manager, as menus do
+};
+
+// Those of a program, wherever they are embedded. Throws std::runtime_error when the display does
+// not answer.
+[[nodiscard]] std::vector<ShownWindow> shownWindows(
+    const std::string& display, std::string_view windowClass);
+
+} // namespace kestrel::stage

@@ -1,0 +1,92 @@
+#include "tools/stage/StatusIcon.h"
+
+#include "tools/stage/Patience.h"
+
+#include <stdexcept>
+
+namespace kestrel::stage {
+
+namespace {
+constexpr const char* ProgramClass = "kestrel";
+constexpr int LargestIcon = 64; // pixels
+constexpr int FewestPixels = 20; // of a face, less is none
+constexpr int IntoEntry = 14; // pixels from a menu's corner into its first entry
+constexpr milliseconds MenuTimeout { 10000 };
+
+// Of the bird while the link is alive, and of nothing else there.
+bool isOnlineColour(Colour colour)
+{
+    return colour.green > colour.red + 50 && colour.blue > colour.red + 50;
+}
+
+bool isBright(Colour colour)
+{
+    return colour.red > 0x60 || colour.green > 0x60 || colour.blue > 0x60;
+}
+
+bool isIconSized(const Area& area)
+{
+    return area.width > 1 && area.width <= LargestIcon && area.height <= LargestIcon;
+}
+} // namespace
+
+StatusIcon::StatusIcon(std::string display, ChildProcess::Environment environment)
+    : m_display(std::move(display))
+    , m_environment(std::move(environment))
+{
+}
+
+StatusIcon::Face StatusIcon::face() const
+{
+    const auto shown = icon();
+    if (!shown)
+        return Face::None;
+    const Screen screen(m_display);
+    if (screen.count(shown->area, isOnlineColour) > FewestPixels)
+        return Face::Online;
+    return screen.count(shown->area, isBright) > FewestPixels ? Face::Offline : Face::None;
+}
+
+void StatusIcon::choosePanel() const
+{
+    const auto shown = icon();
+    if (!shown)
+        throw std::runtime_error("there is no icon in the tray");
+    click(shown->area.x + shown->area.width / 2, shown->area.y + shown->area.height / 2);
+    if (!comesTrue([this] { return menu().has_value(); }, MenuTimeout))
+        throw std::runtime_error("the icon in the tray brings up no menu");
+    const Area area = menu()->area;
+    click(area.x + IntoEntry, area.y + IntoEntry);
+    if (!comesTrue([this] { return !menu().has_value(); }, MenuTimeout))
+        throw std::runtime_error("the menu does not go away");
+}
+
+std::optional<ShownWindow> StatusIcon::icon() const
+{
+    for (const auto& window : shownWindows(m_display, ProgramClass)) {
+        if (isIconSized(window.area))
+            return window;
+    }
+    return {};
+}
+
+std::optional<ShownWindow> StatusIcon::menu() const
+{
+    for (const auto& window : shownWindows(m_display, ProgramClass)) {
+        if (window.isPopup && !isIconSized(window.area))
+            return window;
+    }
+    return {};
+}
+
+// The pointer goes back to where it was.
+void StatusIcon::click(int x, int y) const
+{
+    ChildProcess xdotool({ "xdotool", "mousemove", std::to_string(x), std::to_string(y), "click",
+                             "1", "mousemove", "restore" },
+        m_environment);
+    if (xdotool.wait(MenuTimeout) != 0)
+        throw std::runtime_error("xdotool could not click");
+}
+
+} // namespace kestrel::stage
