@@ -11,7 +11,6 @@
 #include "ui_MainMenu.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QMainWindow>
 #include <QMessageBox>
 
@@ -22,8 +21,6 @@ namespace kestrel {
 namespace {
 constexpr std::chrono::seconds SupervisionInterval { 5 };
 constexpr std::string_view ConsolePreferences = "/Library/PreferencePanes/HolvikZentaMIDI.prefPane";
-const QString DriverBundle = QStringLiteral("/Library/Audio/MIDI Drivers/HolvikZentaMIDI.plugin");
-const QString OwnBundleInfo = QStringLiteral(":/Info.plist");
 } // namespace
 
 AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
@@ -48,6 +45,8 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     createPanelController();
     createSetupController();
+    // A file that was opened before may have made the setup window without a panel.
+    m_userAssignableWindowController->setMyWindowController(m_myWindowController.get());
     setupStatusItem();
     m_activeSenceTimer.start();
 }
@@ -143,15 +142,9 @@ void AppDelegate::userAssign()
 
 void AppDelegate::about()
 {
-    std::optional<BundleInfo> driver;
-    if (QFileInfo(DriverBundle).isDir())
-        driver = BundleInfo::read(DriverBundle + QStringLiteral("/Contents/Info.plist"))
-                     .value_or(BundleInfo {});
-    const BundleInfo application = BundleInfo::read(OwnBundleInfo).value_or(BundleInfo {});
-
     QMessageBox alert(QMessageBox::Warning, QStringLiteral("ZENTA Kestrel"),
         QStringLiteral("ZENTA Kestrel"), QMessageBox::Ok);
-    alert.setInformativeText(aboutText(driver, application));
+    alert.setInformativeText(aboutInstalled());
     alert.exec();
 
     const bool panelWasVisible = m_myWindowController->isVisible();

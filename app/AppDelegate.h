@@ -15,6 +15,7 @@ namespace Ui {
 class MainMenu;
 }
 class QMainWindow;
+class QWidget;
 
 namespace kestrel {
 
@@ -41,6 +42,8 @@ public:
     void storeAssignments();
     // Files opened from the file manager: the first becomes the live set at once.
     void applicationOpenFiles(const QStringList& filenames);
+
+    [[nodiscard]] bool windowShouldClose(const QWidget*) const { return true; }
 
     void receiveMessage(const MIDIMessage& message) { m_dispatcher.receiveMessage(message); }
 

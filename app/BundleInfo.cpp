@@ -4,8 +4,14 @@
 #include "common/PropertyList.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace kestrel {
+
+namespace {
+const QString DriverBundle = QStringLiteral("/Library/Audio/MIDI Drivers/HolvikZentaMIDI.plugin");
+const QString OwnBundleInfo = QStringLiteral(":/Info.plist");
+} // namespace
 
 std::optional<BundleInfo> BundleInfo::read(const QString& path)
 {
@@ -32,6 +38,13 @@ std::optional<BundleInfo> BundleInfo::read(const QString& path)
     }
 }
 
+std::optional<BundleInfo> BundleInfo::ofBundle(const QString& path)
+{
+    if (!QFileInfo(path).isDir())
+        return {};
+    return read(path + QStringLiteral("/Contents/Info.plist")).value_or(BundleInfo {});
+}
+
 QString aboutText(const std::optional<BundleInfo>& driver, const BundleInfo& application)
 {
     if (!driver)
@@ -39,6 +52,12 @@ QString aboutText(const std::optional<BundleInfo>& driver, const BundleInfo& app
             .arg(application.shortVersion, application.copyright);
     return QStringLiteral("V%1\n(Console:V%2)\n\n%3")
         .arg(driver->shortVersion, application.shortVersion, driver->copyright);
+}
+
+QString aboutInstalled(const QString& systemRoot)
+{
+    return aboutText(BundleInfo::ofBundle(systemRoot + DriverBundle),
+        BundleInfo::read(OwnBundleInfo).value_or(BundleInfo {}));
 }
 
 } // namespace kestrel

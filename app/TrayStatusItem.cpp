@@ -1,8 +1,11 @@
 #include "app/TrayStatusItem.h"
 
+#include "common/InterfaceImage.h"
+
 #include <QCursor>
 #include <QIcon>
 #include <QMenu>
+#include <QPixmap>
 
 namespace kestrel {
 
@@ -20,8 +23,13 @@ TrayStatusItem::TrayStatusItem(QMenu& menu)
 
 void TrayStatusItem::setImage(std::string_view imageName)
 {
-    const auto name = QString::fromUtf8(imageName.data(), static_cast<qsizetype>(imageName.size()));
-    m_icon.setIcon(QIcon(QStringLiteral(":/images/%1.png").arg(name)));
+    const auto image = InterfaceImage::named(
+        QString::fromUtf8(imageName.data(), static_cast<qsizetype>(imageName.size())));
+    QIcon icon(QPixmap::fromImage(image.single()));
+    QPixmap doubled = QPixmap::fromImage(image.doubled());
+    doubled.setDevicePixelRatio(2);
+    icon.addPixmap(doubled);
+    m_icon.setIcon(icon);
 }
 
 } // namespace kestrel

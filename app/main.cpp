@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QIcon>
 #include <QSessionManager>
 #include <QStandardPaths>
 

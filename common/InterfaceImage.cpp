@@ -1,5 +1,8 @@
 #include "common/InterfaceImage.h"
 
+#include <QFile>
+#include <QImageReader>
+
 #include <algorithm>
 #include <utility>
 
@@ -16,6 +19,16 @@ bool everyPixelIsOpaque(const QImage& argb32)
     return true;
 }
 
+// Every picture is a PNG: said beforehand, no plug-in for another format is loaded to ask it.
+class PngReader : public QImageReader {
+public:
+    explicit PngReader(const QString& path)
+        : QImageReader(path, "png")
+    {
+        setAutoDetectImageFormat(false);
+    }
+};
+
 // The two formats that are painted without conversion: opaque, or premultiplied.
 QImage readyToPaint(QImage image)
 {
@@ -29,19 +42,61 @@ QImage readyToPaint(QImage image)
 }
 } // namespace
 
+// Paths are empty once what they name is unpacked, and from the start where pixels were given.
+struct InterfaceImage::Pixels {
+    QString singlePath;
+    QString doubledPath;
+    QImage single;
+    QImage doubled;
+};
+
 InterfaceImage::InterfaceImage(QImage single, QImage doubled)
-    : m_single(readyToPaint(std::move(single)))
-    , m_doubled(readyToPaint(std::move(doubled)))
+    : m_size(single.size())
 {
-    if (m_doubled.size() != 2 * m_single.size())
-        m_doubled = {};
+    if (single.isNull())
+        return;
+    if (doubled.size() != 2 * m_size)
+        doubled = {};
+    m_pixels = std::make_shared<Pixels>(
+        Pixels { {}, {}, readyToPaint(std::move(single)), readyToPaint(std::move(doubled)) });
 }
 
 InterfaceImage InterfaceImage::named(const QString& name)
 {
     const QString path = QStringLiteral(":/images/") + name;
-    return InterfaceImage(
-        QImage(path + QStringLiteral(".png")), QImage(path + QStringLiteral("@2x.png")));
+    const QString singlePath = path + QStringLiteral(".png");
+    const QString doubledPath = path + QStringLiteral("@2x.png");
+    InterfaceImage image;
+    const QSize size = QFile::exists(singlePath) ? PngReader(singlePath).size() : QSize();
+    if (size.isEmpty())
+        return image;
+    image.m_size = size;
+    image.m_pixels = std::make_shared<Pixels>(
+        Pixels { singlePath, QFile::exists(doubledPath) ? doubledPath : QString(), {}, {} });
+    return image;
+}
+
+const QImage& InterfaceImage::single() const
+{
+    static const QImage none;
+    if (!m_pixels)
+        return none;
+    if (!m_pixels->singlePath.isEmpty())
+        m_pixels->single = readyToPaint(PngReader(std::exchange(m_pixels->singlePath, {})).read());
+    return m_pixels->single;
+}
+
+const QImage& InterfaceImage::doubled() const
+{
+    static const QImage none;
+    if (!m_pixels)
+        return none;
+    if (!m_pixels->doubledPath.isEmpty()) {
+        QImage doubled = PngReader(std::exchange(m_pixels->doubledPath, {})).read();
+        if (doubled.size() == 2 * m_size)
+            m_pixels->doubled = readyToPaint(std::move(doubled));
+    }
+    return m_pixels->doubled;
 }
 
 } // namespace kestrel

@@ -27,8 +27,20 @@ void CFPreferencesDefaultsStore::setData(std::string_view key, std::span<const s
     const auto name = CFText::fromUtf8(key);
     const CFHolder bytes(
         CFDataCreate(kCFAllocatorDefault, value.data(), static_cast<CFIndex>(value.size())));
-    if (name && bytes)
-        CFPreferencesSetAppValue(name.get(), bytes.get(), m_applicationID.get());
+    if (!name || !bytes)
+        return;
+    keepAsideForeign(key);
+    CFPreferencesSetAppValue(name.get(), bytes.get(), m_applicationID.get());
+}
+
+// A value that is no data was written by somebody else, and nobody here has seen it.
+void CFPreferencesDefaultsStore::keepAsideForeign(std::string_view key)
+{
+    const auto name = CFText::fromUtf8(key);
+    const auto aside = CFText::fromUtf8(std::string(key) + ".damaged");
+    const CFHolder value(CFPreferencesCopyAppValue(name.get(), m_applicationID.get()));
+    if (aside && value && CFGetTypeID(value.get()) != CFDataGetTypeID())
+        CFPreferencesSetAppValue(aside.get(), value.get(), m_applicationID.get());
 }
 
 bool CFPreferencesDefaultsStore::synchronise()

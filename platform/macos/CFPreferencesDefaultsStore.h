@@ -5,7 +5,8 @@
 
 namespace kestrel {
 
-// The user defaults of one application. Values of another kind than data are as good as missing.
+// The user defaults of one application. A value of another kind than data is as good as missing; it
+// is kept aside under its key and ".damaged" when it is replaced.
 class CFPreferencesDefaultsStore final : public DefaultsStore {
 public:
     // The domain of the running application is named by its bundle identifier.
@@ -17,6 +18,8 @@ public:
     bool synchronise() override;
 
 private:
+    void keepAsideForeign(std::string_view key);
+
     CFHolder<CFStringRef> m_applicationID;
 };
 

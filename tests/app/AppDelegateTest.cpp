@@ -1,25 +1,8 @@
-#include "app/AppDelegate.h"
-
 #include "panel/DSPWindow.h"
-#include "panel/MyWindowController.h"
 #include "panel/PlugInPanelView.h"
-#include "platform/Platform.h"
-#include "setup/UserAssinableWindowController.h"
-#include "tests/fakes/FakeKeyEvents.h"
-#include "tests/fakes/FakeMIDIServices.h"
-#include "tests/fakes/FakeSystem.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualMainLoop.h"
-
-#include <QApplication>
-#include <QFile>
-#include <QMessageBox>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QTimerEvent>
+#include "tests/app/AppDelegateBench.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace kestrel {
 namespace {
@@ -27,110 +10,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class NoKeyTranslation final : public KeyTranslation {
+class Bench : public AppDelegateBench {
 public:
-    [[nodiscard]] std::optional<TranslatedKey> translate(const NativeKeyEvent&) override
-    {
-        return {};
-    }
-};
-
-// The utility, launched, on a platform in memory.
-class Bench {
-public:
-    Bench()
-        : midiServices(*new fakes::FakeMIDIServices)
-        , workspace(*new fakes::FakeWorkspace)
-        , keyEvents(*new fakes::FakeKeyEvents)
-        , processes(*new fakes::FakeProcessTable)
-        , defaults(*new fakes::FakeDefaultsStore)
-    {
-        platform.midiServices.reset(&midiServices);
-        platform.workspace.reset(&workspace);
-        platform.keyEvents.reset(&keyEvents);
-        platform.processTable.reset(&processes);
-        platform.defaults.reset(&defaults);
-        platform.keyTranslation = std::make_unique<NoKeyTranslation>();
-        platform.fileAttributes = std::make_unique<fakes::FakeFileAttributes>();
-        platform.windowTraits = std::make_unique<fakes::FakeWindowTraits>();
-        platform.permissions = std::make_unique<fakes::FakePermissions>();
-        workspace.hidesByItself = false;
-        processes.names = { "Pro Tools" };
-        delegate = std::make_unique<AppDelegate>(platform, mainLoop, clock);
-        delegate->applicationDidFinishLaunching();
-    }
-
-    [[nodiscard]] MyWindowController& panel() const { return *delegate->myWindowController(); }
-    [[nodiscard]] UserAssinableWindowController& setup() const
-    {
-        return *delegate->userAssignableWindowController();
-    }
-
-    void receive(const fakes::Bytes& packet) const
-    {
-        MIDIMessage message;
-        message.setReadData(packet);
-        delegate->receiveMessage(message);
-    }
-
-    void tick() const
-    {
-        QTimer& timer = delegate->activeSenceTimer();
-        QTimerEvent event(timer.timerId());
-        QCoreApplication::sendEvent(&timer, &event);
-    }
-
-    // Opens the about box and closes it; its informative text.
-    QString lookAtAboutBox()
-    {
-        QString text;
-        QTimer::singleShot(0, [&text] {
-            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_NE(box, nullptr);
-            EXPECT_EQ(box->text(), QStringLiteral("ZENTA Kestrel"));
-            EXPECT_EQ(box->icon(), QMessageBox::Warning);
-            EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
-            text = box->informativeText();
-            box->accept();
-        });
-        delegate->about();
-        return text;
-    }
-
-    // The content of a set file whose first key has this title.
-    static QByteArray setWithTitle(const QString& title)
-    {
-        UserAssignFile set;
-        set.initShortcutArray();
-        set.setShortcutTitle(title, ArchiveValue(1));
-        const auto image = set.fileImage();
-        return { reinterpret_cast<const char*>(image.data()),
-            static_cast<qsizetype>(image.size()) };
-    }
-
-    QString write(const QString& name, const QByteArray& content)
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(content), content.size());
-        return file.fileName();
-    }
-
-    [[nodiscard]] QString liveTitle() const
-    {
-        return delegate->myUserAssignFile()->getShortcutTitle(ArchiveValue(1)).value();
-    }
-
-    fakes::FakeMIDIServices& midiServices;
-    fakes::FakeWorkspace& workspace;
-    fakes::FakeKeyEvents& keyEvents;
-    fakes::FakeProcessTable& processes;
-    fakes::FakeDefaultsStore& defaults;
-    fakes::ManualMainLoop mainLoop;
-    fakes::ManualClock clock;
-    Platform platform;
-    QTemporaryDir folder;
-    std::unique_ptr<AppDelegate> delegate;
+    Bench() { delegate->applicationDidFinishLaunching(); }
 };
 
 constexpr std::initializer_list<std::uint8_t> ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A',

@@ -1,6 +1,8 @@
 #include "app/BundleInfo.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -75,6 +77,67 @@ TEST(BundleInfo, a_list_that_cannot_be_read_gives_none)
     EXPECT_FALSE(BundleInfo::read(write(folder,
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><string>x</string>"
         "</plist>")));
+}
+
+// A file system with the console driver in its place.
+class System {
+public:
+    static constexpr const char* Driver = "Library/Audio/MIDI Drivers/HolvikZentaMIDI.plugin";
+
+    void installDriver(const QByteArray& list)
+    {
+        const QString contents = m_root.filePath(Driver) + QStringLiteral("/Contents");
+        EXPECT_TRUE(QDir().mkpath(contents));
+        QFile file(contents + QStringLiteral("/Info.plist"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(list), list.size());
+    }
+    void putFileInPlaceOfDriver()
+    {
+        EXPECT_TRUE(QDir().mkpath(QFileInfo(m_root.filePath(Driver)).path()));
+        QFile file(m_root.filePath(Driver));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    void makeEmptyDriver() { EXPECT_TRUE(QDir().mkpath(m_root.filePath(Driver))); }
+    [[nodiscard]] QString aboutText() const { return aboutInstalled(m_root.path()); }
+
+private:
+    QTemporaryDir m_root;
+};
+
+const QString WithoutDriver
+    = QStringLiteral("(Console:V%1)\n\nCopyright © 2026 The Kestrel maintainers\n\n")
+          .arg(QStringLiteral(KESTREL_VERSION));
+const QString WithSilentDriver
+    = QStringLiteral("V\n(Console:V%1)\n\n").arg(QStringLiteral(KESTREL_VERSION));
+
+TEST(AboutInstalled, reads_the_driver_in_its_place)
+{
+    System system;
+    system.installDriver("<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>"
+                         "<key>CFBundleShortVersionString</key><string>2.1</string>"
+                         "<key>NSHumanReadableCopyright</key><string>© Holvik</string>"
+                         "</dict></plist>");
+    EXPECT_EQ(system.aboutText(),
+        QStringLiteral("V2.1\n(Console:V%1)\n\n© Holvik").arg(QStringLiteral(KESTREL_VERSION)));
+}
+
+TEST(AboutInstalled, a_missing_driver_and_a_file_in_its_place_are_none)
+{
+    System system;
+    EXPECT_EQ(system.aboutText(), WithoutDriver);
+    system.putFileInPlaceOfDriver();
+    EXPECT_EQ(system.aboutText(), WithoutDriver);
+}
+
+TEST(AboutInstalled, a_driver_whose_list_cannot_be_read_is_there_but_says_nothing)
+{
+    System empty;
+    empty.makeEmptyDriver();
+    EXPECT_EQ(empty.aboutText(), WithSilentDriver);
+    System damaged;
+    damaged.installDriver("bplist00 and no more");
+    EXPECT_EQ(damaged.aboutText(), WithSilentDriver);
 }
 
 } // namespace

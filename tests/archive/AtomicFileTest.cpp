@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -95,6 +96,24 @@ TEST_F(AtomicFileTest, a_large_save_on_a_full_disk_fails_and_keeps_the_old_file)
     ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("old"))));
     const FullDisk disk(50'000);
     EXPECT_FALSE(AtomicFile::write(path(), viewOf(QByteArray(100'000, 'x'))));
+    EXPECT_EQ(content(), "old");
+    EXPECT_EQ(names(), QStringList { "set.ZKCF" });
+}
+
+// Root may write to every file, so this is tried as somebody else.
+TEST_F(AtomicFileTest, a_file_marked_read_only_is_not_replaced)
+{
+    constexpr uid_t Nobody = 65534;
+    ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("old"))));
+    ASSERT_TRUE(QFile::setPermissions(path(), QFile::ReadOwner));
+    const auto exitCodeOfWriting = [this] {
+        if (geteuid() == 0
+            && (chown(qPrintable(m_folder.path()), Nobody, Nobody) != 0
+                || chown(qPrintable(path()), Nobody, Nobody) != 0 || setuid(Nobody) != 0))
+            return 2;
+        return AtomicFile::write(path(), viewOf(QByteArray("new"))) ? 1 : 0;
+    };
+    EXPECT_EXIT(_exit(exitCodeOfWriting()), testing::ExitedWithCode(0), "");
     EXPECT_EQ(content(), "old");
     EXPECT_EQ(names(), QStringList { "set.ZKCF" });
 }

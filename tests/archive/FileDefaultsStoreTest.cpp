@@ -29,6 +29,17 @@ protected:
         QFile file(path() + suffix);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+    std::string xmlContent() const
+    {
+        const QByteArray bytes = content();
+        const PropertyList list = PropertyList::fromBytes(kestrel::viewOf(bytes));
+        char* xml = nullptr;
+        std::uint32_t size = 0;
+        plist_to_xml(list.root(), &xml, &size);
+        const std::string text(xml, size);
+        plist_to_xml_free(xml);
+        return text;
+    }
     std::optional<Data> stored(std::string_view key) const
     {
         return FileDefaultsStore(path()).data(key);
@@ -100,16 +111,27 @@ TEST_F(FileDefaultsStoreTest, values_of_other_kinds_are_no_data_and_are_kept)
     EXPECT_EQ(store.data("n"), std::nullopt);
     store.setData("a", Data { 1 });
     EXPECT_TRUE(store.synchronise());
-    const QByteArray bytes = content();
-    const PropertyList list = PropertyList::fromBytes(kestrel::viewOf(bytes));
-    char* xml = nullptr;
-    std::uint32_t size = 0;
-    plist_to_xml(list.root(), &xml, &size);
-    const std::string text(xml, size);
-    plist_to_xml_free(xml);
+    const std::string text = xmlContent();
     for (const char* part : { "<integer>-7</integer>", "<string>⌘</string>",
              "<date>2020-01-01T00:00:00Z</date>", "<true/>", "<real>0.1", "<key>a</key>" })
         EXPECT_NE(text.find(part), text.npos) << part;
+}
+
+TEST_F(FileDefaultsStoreTest, a_value_of_another_kind_is_kept_aside_before_it_is_replaced)
+{
+    write(xmlList("<dict><key>a</key><string>mine</string></dict>"));
+    FileDefaultsStore store(path());
+    EXPECT_EQ(store.data("a"), std::nullopt);
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(xmlContent().find("damaged"), std::string::npos) << "nothing replaces it yet";
+    store.setData("a", Data { 1 });
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data { 1 });
+    store.setData("a", Data { 2 });
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data { 2 });
+    EXPECT_NE(xmlContent().find("<key>a.damaged</key>\n\t<string>mine</string>"), std::string::npos)
+        << xmlContent();
 }
 
 TEST_F(FileDefaultsStoreTest, a_damaged_file_is_kept_aside_before_anything_is_written)

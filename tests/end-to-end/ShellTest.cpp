@@ -71,6 +71,53 @@ protected:
         });
     }
 
+    // The program with its setup window open, one key assigned, and nothing on disk.
+    void startWithSetupWindow()
+    {
+        startOnDesktop(true);
+        studio->studio.assign({ "1", "A" });
+        studio->startKestrel();
+        std::filesystem::remove(defaultsFile());
+        ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+        ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
+        ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
+    }
+    // At a place in the setup window, in pixels from its upper left corner, until that shows: the
+    // window manager may still be moving the window.
+    void clickInSetupWindow(int x, int y, int clicks, const std::function<bool()>& shows) const
+    {
+        EXPECT_TRUE(becomesTrue([&] {
+            clickOnce(x, y, clicks);
+            return becomesTrue(shows, milliseconds(1000));
+        }));
+    }
+    void clickOnce(int x, int y, int clicks) const
+    {
+        EXPECT_EQ(run("xdotool search --onlyvisible --name 'User Assignable Setup'"
+                      " mousemove --window %1 "
+                      + std::to_string(x) + " " + std::to_string(y) + " click --repeat "
+                      + std::to_string(clicks) + " --delay 50 1"),
+            0);
+    }
+    void expectOrderlyEnd()
+    {
+        EXPECT_EQ(studio->terminateKestrel(), 0);
+        EXPECT_TRUE(std::filesystem::exists(defaultsFile()));
+    }
+    [[nodiscard]] std::filesystem::path defaultsFile() const
+    {
+        return studio->studio.configFolder() / "com.holvik.kestrel.plist";
+    }
+
+    // Pixels of the ground on which a name is edited.
+    [[nodiscard]] int paperPixels() const
+    {
+        const stage::Area whole { 0, 0, 1280, 800 };
+        return stage::Screen(studio->studio.displayName()).count(whole, [](stage::Colour colour) {
+            return colour.red == 0xF6 && colour.green == 0xF3 && colour.blue == 0xEC;
+        });
+    }
+
     // A set whose key 1 types B.
     [[nodiscard]] std::string writeSet(const std::string& name) const
     {
@@ -203,17 +250,64 @@ TEST_F(Shell, without_a_display_it_says_so_and_ends)
     EXPECT_EQ(kestrel.wait(DialogTimeout), 1);
 }
 
+TEST_F(Shell, a_signal_ends_it_in_order_while_the_about_box_is_open)
+{
+    startOnDesktop(true);
+    studio->startKestrel();
+    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+    ASSERT_EQ(run("xdotool mousemove 1268 12 click 1"), 0);
+    ASSERT_TRUE(
+        becomesTrue([this] { return run("xdotool key a") == 0 && isShown("^ZENTA Kestrel$"); }));
+    expectOrderlyEnd();
+}
+
+TEST_F(Shell, a_signal_ends_it_in_order_while_a_file_dialog_is_open)
+{
+    startWithSetupWindow();
+    clickInSetupWindow(31, 18, 1, [this] { return isShown("Open Kestrel Console File"); }); // Load
+    expectOrderlyEnd();
+}
+
+TEST_F(Shell, a_signal_ends_it_in_order_while_both_windows_are_open)
+{
+    startWithSetupWindow();
+    ASSERT_EQ(run("xdotool mousemove 1268 12 click 1"), 0);
+    ASSERT_TRUE(becomesTrue([this] { return run("xdotool key p") == 0 && isShown("Plug-in"); }));
+    expectOrderlyEnd();
+}
+
+TEST_F(Shell, a_signal_ends_it_in_order_while_a_name_is_edited)
+{
+    startWithSetupWindow();
+    clickInSetupWindow(75, 142, 2, [this] { return paperPixels() > 500; }); // the first key
+    expectOrderlyEnd();
+}
+
+TEST_F(Shell, idle_it_takes_less_than_40_MiB_of_memory_of_its_own)
+{
+    startOnDesktop(true);
+    studio->startKestrel();
+    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+    std::ifstream rollup("/proc/" + std::to_string(studio->kestrel->pid()) + "/smaps_rollup");
+    long privateKibibytes = 0;
+    for (std::string line; std::getline(rollup, line);) {
+        if (line.starts_with("Private_Clean:") || line.starts_with("Private_Dirty:"))
+            privateKibibytes += std::stol(line.substr(line.find(':') + 1));
+    }
+    EXPECT_GT(privateKibibytes, 1024);
+    EXPECT_LT(privateKibibytes, 40 * 1024);
+}
+
 TEST_F(Shell, a_display_that_dies_ends_it_with_the_assignments_stored)
 {
     startOnDesktop(false);
     const std::string file = writeSet("set.ZKCF");
     studio->startKestrel({ file });
     ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
-    const auto defaults = studio->studio.configFolder() / "com.holvik.kestrel.plist";
-    std::filesystem::remove(defaults);
+    std::filesystem::remove(defaultsFile());
     studio->studio.display().kill();
     EXPECT_EQ(studio->kestrel->wait(DialogTimeout), 1) << "an error, but no crash";
-    EXPECT_TRUE(std::filesystem::exists(defaults));
+    EXPECT_TRUE(std::filesystem::exists(defaultsFile()));
 }
 
 TEST_F(Shell, losing_only_the_toolkits_connection_lets_every_key_go)

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -123,6 +124,8 @@ public:
     [[nodiscard]] bool synchronise() override
     {
         ++synchronised;
+        if (onSynchronise)
+            onSynchronise();
         if (failing)
             return false;
         stored = current;
@@ -132,6 +135,7 @@ public:
     std::map<std::string, Bytes> current;
     std::map<std::string, Bytes> stored;
     int synchronised = 0;
+    std::function<void()> onSynchronise;
     bool failing = false;
 };
 

@@ -15,7 +15,7 @@ class CFPreferencesDefaultsStoreTest : public testing::Test {
 protected:
     ~CFPreferencesDefaultsStoreTest() override
     {
-        for (const CFStringRef key : { CFSTR("data"), CFSTR("other") })
+        for (const CFStringRef key : { CFSTR("data"), CFSTR("other"), CFSTR("other.damaged") })
             CFPreferencesSetAppValue(key, nullptr, domain.get());
         CFPreferencesAppSynchronize(domain.get());
     }
@@ -49,6 +49,16 @@ TEST_F(CFPreferencesDefaultsStoreTest, a_value_of_another_kind_is_missing)
 {
     CFPreferencesSetAppValue(CFSTR("other"), CFSTR("text"), domain.get());
     EXPECT_EQ(defaults.data("other"), std::nullopt);
+}
+
+TEST_F(CFPreferencesDefaultsStoreTest, a_value_of_another_kind_is_kept_aside_before_it_is_replaced)
+{
+    CFPreferencesSetAppValue(CFSTR("other"), CFSTR("text"), domain.get());
+    defaults.setData("other", Bytes { 1 });
+    defaults.setData("other", Bytes { 2 });
+    EXPECT_EQ(defaults.data("other"), Bytes { 2 });
+    const CFHolder aside(CFPreferencesCopyAppValue(CFSTR("other.damaged"), domain.get()));
+    EXPECT_TRUE(CFEqual(aside.get(), CFSTR("text")));
 }
 
 TEST_F(CFPreferencesDefaultsStoreTest, setting_one_key_leaves_another_alone)

@@ -80,6 +80,19 @@ TEST(InterfaceImage, a_double_density_picture_of_another_size_is_not_used)
     EXPECT_TRUE(InterfaceImage(single).doubled().isNull());
 }
 
+TEST(InterfaceImage, a_named_picture_is_unpacked_once_for_all_its_copies)
+{
+    const auto picture = InterfaceImage::named("text");
+    const InterfaceImage copy = picture;
+    EXPECT_EQ(copy.size(), picture.single().size());
+    EXPECT_EQ(copy.single().cacheKey(), picture.single().cacheKey());
+    EXPECT_EQ(picture.single().devicePixelRatio(), 1);
+    EXPECT_EQ(copy.doubled().size(), 2 * picture.single().size());
+    EXPECT_EQ(copy.doubled().cacheKey(), picture.doubled().cacheKey());
+    EXPECT_EQ(picture.doubled().format(), picture.single().format());
+    EXPECT_EQ(picture.doubled().devicePixelRatio(), 1);
+}
+
 TEST(InterfaceImage, sizes_are_those_of_the_single_density)
 {
     const InterfaceImage picture(

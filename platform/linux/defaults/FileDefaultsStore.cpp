@@ -30,6 +30,14 @@ std::optional<DefaultsStore::Bytes> dataOf(plist_t dictionary, std::string_view 
     return DefaultsStore::Bytes(data.begin(), data.end());
 }
 
+// A value that is no data was written by somebody else, and nobody here has seen it.
+void keepAsideForeign(plist_t dictionary, const std::string& key)
+{
+    plist_t node = plist_dict_get_item(dictionary, key.c_str());
+    if (node && plist_get_node_type(node) != PLIST_DATA)
+        plist_dict_set_item(dictionary, (key + ".damaged").c_str(), plist_copy(node));
+}
+
 } // namespace
 
 FileDefaultsStore::FileDefaultsStore(QString path, std::chrono::milliseconds lockTimeout)
@@ -113,9 +121,11 @@ bool FileDefaultsStore::synchronise()
 
 bool FileDefaultsStore::apply()
 {
-    for (const auto& [key, value] : m_changes)
+    for (const auto& [key, value] : m_changes) {
+        keepAsideForeign(m_content.root(), key);
         plist_dict_set_item(m_content.root(), key.c_str(),
             plist_new_data(reinterpret_cast<const char*>(value.data()), value.size()));
+    }
     const Bytes content = m_content.toBinary();
     if (content.size() > ArchiveLimits::FileBytes || !AtomicFile::write(m_path, content))
         return false;

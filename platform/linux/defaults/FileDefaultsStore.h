@@ -14,7 +14,8 @@
 namespace kestrel {
 
 // The user defaults as a property list file that several processes may write: a dictionary of
-// byte data, in which values of other kinds and keys of others are kept as they are.
+// byte data, in which values of other kinds and keys of others are kept as they are. A value of
+// another kind that is replaced is kept aside under its key and ".damaged".
 class FileDefaultsStore : public DefaultsStore {
 public:
     // The file need not exist, nor its folder.

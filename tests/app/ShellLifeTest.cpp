@@ -1,0 +1,171 @@
+#include "setup/SetupWindow.h"
+#include "tests/app/AppDelegateBench.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <gmock/gmock.h>
+
+namespace kestrel {
+namespace {
+
+using testing::ElementsAre;
+
+class Bench : public AppDelegateBench {
+public:
+    void launch() { delegate->applicationDidFinishLaunching(); }
+
+    // The status item's menu.
+    static QMenu& menu()
+    {
+        QMenu* found = nullptr;
+        for (QWidget* widget : QApplication::allWidgets()) {
+            if (widget->objectName() == QStringLiteral("statusMenu"))
+                found = qobject_cast<QMenu*>(widget);
+        }
+        if (!found)
+            throw std::runtime_error("there is no status menu");
+        return *found;
+    }
+    static QAction& action(const char* name)
+    {
+        for (QAction* action : menu().actions()) {
+            if (action->objectName() == QLatin1String(name))
+                return *action;
+        }
+        throw std::runtime_error(std::string("the menu does not offer ") + name);
+    }
+};
+
+TEST(ShellLife, nothing_exists_before_the_launch)
+{
+    const Bench bench;
+    EXPECT_EQ(bench.delegate->myWindowController(), nullptr);
+    EXPECT_EQ(bench.delegate->userAssignableWindowController(), nullptr);
+    EXPECT_EQ(bench.delegate->myUserAssignFile(), nullptr);
+    EXPECT_FALSE(bench.delegate->activeSenceTimer().isActive());
+}
+
+TEST(ShellLife, launching_again_keeps_what_there_is)
+{
+    Bench bench;
+    bench.launch();
+    const auto* panel = bench.delegate->myWindowController();
+    const auto* setup = bench.delegate->userAssignableWindowController();
+    const auto live = bench.delegate->myUserAssignFile();
+    bench.launch();
+    EXPECT_EQ(bench.delegate->myWindowController(), panel);
+    EXPECT_EQ(bench.delegate->userAssignableWindowController(), setup);
+    EXPECT_EQ(bench.delegate->myUserAssignFile(), live);
+}
+
+TEST(ShellLife, the_end_stops_the_timer_then_releases_the_link_then_stores_the_set)
+{
+    Bench bench;
+    bench.launch();
+    bench.tick();
+    bench.tick();
+    bench.midiServices.calls.clear();
+    bool isTimerStopped = false;
+    std::vector<std::string> callsBefore;
+    bench.defaults.onSynchronise = [&] {
+        isTimerStopped = !bench.delegate->activeSenceTimer().isActive();
+        callsBefore = bench.midiServices.calls;
+    };
+    bench.delegate->applicationWillTerminate();
+    EXPECT_EQ(bench.defaults.synchronised, 1);
+    EXPECT_TRUE(isTimerStopped);
+    EXPECT_THAT(callsBefore, ElementsAre("dispose port 2", "dispose port 3", "dispose client 1"));
+    EXPECT_EQ(bench.midiServices.calls.size(), 3u) << "released once";
+}
+
+TEST(ShellLife, defaults_that_cannot_be_written_do_not_keep_it_from_ending)
+{
+    Bench bench;
+    bench.launch();
+    bench.defaults.failing = true;
+    bench.delegate->applicationWillTerminate();
+    EXPECT_TRUE(bench.defaults.stored.empty());
+}
+
+TEST(ShellLife, every_window_may_close)
+{
+    const Bench bench;
+    const QWidget window;
+    EXPECT_TRUE(bench.delegate->windowShouldClose(&window));
+    EXPECT_TRUE(bench.delegate->windowShouldClose(nullptr));
+}
+
+TEST(ShellLife, a_file_opened_before_the_launch_is_live_and_the_launch_leaves_it)
+{
+    Bench bench;
+    const QString file
+        = bench.write(QStringLiteral("1.ZKCF"), AppDelegateBench::setWithTitle("First"));
+    bench.delegate->applicationOpenFiles({ file });
+    EXPECT_EQ(bench.liveTitle(), QStringLiteral("First"));
+    const auto* setup = bench.delegate->userAssignableWindowController();
+    bench.launch();
+    EXPECT_EQ(bench.delegate->userAssignableWindowController(), setup);
+    EXPECT_EQ(bench.liveTitle(), QStringLiteral("First"));
+}
+
+TEST(ShellLife, a_setup_window_made_before_the_launch_still_brings_the_panel_back)
+{
+    Bench bench;
+    bench.delegate->applicationOpenFiles({ QStringLiteral("/no such file") });
+    bench.launch();
+    bench.delegate->newDocument();
+    bench.delegate->userAssign();
+    bench.setup().window()->close();
+    EXPECT_FALSE(bench.setup().isVisible());
+    EXPECT_TRUE(bench.panel().isVisible());
+}
+
+TEST(ShellLife, the_menu_offers_five_actions_and_hides_the_two_that_do_nothing)
+{
+    Bench bench;
+    bench.launch();
+    QStringList shown;
+    for (const QAction* action : Bench::menu().actions()) {
+        if (action->isVisible() && !action->isSeparator())
+            shown.append(action->objectName());
+    }
+    EXPECT_EQ(shown, QStringList({ "newDocument", "userAssign", "kestrel", "about", "quit" }));
+    EXPECT_FALSE(Bench::action("openDocument").isVisible());
+    EXPECT_FALSE(Bench::action("saveDocument").isVisible());
+}
+
+TEST(ShellLife, the_menu_reaches_the_actions)
+{
+    Bench bench;
+    bench.launch();
+    Bench::action("newDocument").trigger();
+    EXPECT_TRUE(bench.panel().isVisible());
+    Bench::action("userAssign").trigger();
+    EXPECT_TRUE(bench.setup().isVisible());
+    bench.workspace.calls.clear();
+    Bench::action("kestrel").trigger();
+    EXPECT_THAT(bench.workspace.calls,
+        ElementsAre("open /Library/PreferencePanes/HolvikZentaMIDI.prefPane"));
+    bool wasAboutShown = false;
+    QTimer::singleShot(0, [&wasAboutShown] {
+        wasAboutShown = QApplication::activeModalWidget() != nullptr;
+        QApplication::activeModalWidget()->close();
+    });
+    Bench::action("about").trigger();
+    EXPECT_TRUE(wasAboutShown);
+    for (const char* name : { "openDocument", "saveDocument" })
+        Bench::action(name).trigger();
+    EXPECT_EQ(bench.defaults.synchronised, 0);
+}
+
+TEST(ShellLife, quit_ends_the_event_loop)
+{
+    Bench bench;
+    bench.launch();
+    QTimer::singleShot(0, [] { Bench::action("quit").trigger(); });
+    EXPECT_EQ(QApplication::exec(), 0);
+}
+
+} // namespace
+} // namespace kestrel
