@@ -28,6 +28,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .fileAttributes = makeFileAttributes(),
         .windowTraits = std::move(x11.windowTraits),
         .permissions = makePermissions(),
+        .notices = makeNotices(),
         .defaults = makeFileDefaultsStore(),
     };
 }
