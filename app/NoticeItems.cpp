@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPalette>
 
 #include <algorithm>
 
@@ -15,12 +16,26 @@ QString itemText(const std::string& text)
 {
     return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
+// Styles make what cannot be chosen so faint that it is overlooked; a notice is there to be read.
+void makeDisabledItemsReadable(QMenu& menu)
+{
+    QPalette palette = menu.palette();
+    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    const QColor back = palette.color(QPalette::Active, QPalette::Base);
+    const auto mixed = [](int strong, int weak) { return (2 * strong + weak) / 3; };
+    const QColor quiet(mixed(text.red(), back.red()), mixed(text.green(), back.green()),
+        mixed(text.blue(), back.blue()));
+    for (const auto role : { QPalette::Text, QPalette::WindowText, QPalette::ButtonText })
+        palette.setColor(QPalette::Disabled, role, quiet);
+    menu.setPalette(palette);
+}
 } // namespace
 
 NoticeItems::NoticeItems(QMenu& menu, Notices& notices)
     : m_menu(menu)
     , m_notices(notices)
 {
+    makeDisabledItemsReadable(menu);
     QObject::connect(&menu, &QMenu::aboutToShow, &menu, [this] { refresh(); });
     refresh();
 }

@@ -8,6 +8,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace kestrel {
 namespace {
 
@@ -86,6 +89,37 @@ TEST(NoticeItems, an_ampersand_is_shown_as_one)
     bench.notices.notices = { { "keys & panel", {} } };
     const NoticeItems items(bench.menu, bench.notices);
     EXPECT_THAT(bench.look(), ElementsAre("[keys && panel]", "-", "Quit"));
+}
+
+// The share of red, green and blue in what the eye takes for bright.
+double luminance(const QColor& color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+        + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto [dark, bright] = std::minmax({ luminance(one), luminance(other) });
+    return (bright + 0.05) / (dark + 0.05);
+}
+
+TEST(NoticeItems, a_notice_that_cannot_be_chosen_can_be_read_in_light_and_in_dark)
+{
+    for (const auto& [text, back] :
+        { std::pair { Qt::black, Qt::white }, std::pair { Qt::white, Qt::black } }) {
+        Bench bench;
+        QPalette palette;
+        palette.setColor(QPalette::Text, text);
+        palette.setColor(QPalette::Base, back);
+        bench.menu.setPalette(palette);
+        const NoticeItems items(bench.menu, bench.notices);
+        EXPECT_GT(
+            contrast(bench.menu.palette().color(QPalette::Disabled, QPalette::Text), back), 5);
+    }
 }
 
 } // namespace
