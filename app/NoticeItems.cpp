@@ -44,7 +44,8 @@ void NoticeItems::refresh()
 {
     const std::vector<Notice> notices = m_notices.current();
     // Items that stay are left alone: desktops fetch the whole menu again after a change.
-    if (!std::ranges::equal(notices, m_texts, {}, &Notice::text))
+    if (!std::equal(notices.begin(), notices.end(), m_texts.begin(), m_texts.end(),
+            [](const Notice& notice, const std::string& text) { return notice.text == text; }))
         replace(notices);
 }
 
