@@ -115,6 +115,7 @@ TEST(NoticeItems, a_notice_that_cannot_be_chosen_can_be_read_in_light_and_in_dar
         QPalette palette;
         palette.setColor(QPalette::Text, text);
         palette.setColor(QPalette::Base, back);
+        palette.setColor(QPalette::Disabled, QPalette::Text, back); // as faint as can be
         bench.menu.setPalette(palette);
         const NoticeItems items(bench.menu, bench.notices);
         EXPECT_GT(
