@@ -20,6 +20,7 @@ class QWidget;
 namespace kestrel {
 
 class MyWindowController;
+class NoticeItems;
 class QtApplicationVisibility;
 class TrayStatusItem;
 class UserAssinableWindowController;
@@ -92,6 +93,7 @@ private:
     std::unique_ptr<QtApplicationVisibility> m_visibility;
     std::unique_ptr<QMainWindow> m_mainMenuWindow; // never shown; owns the menu
     std::unique_ptr<Ui::MainMenu> m_mainMenu;
+    std::unique_ptr<NoticeItems> m_noticeItems;
     std::unique_ptr<TrayStatusItem> m_statusItem;
     std::unique_ptr<MyWindowController> m_myWindowController;
     std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;

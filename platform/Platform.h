@@ -6,6 +6,7 @@
 #include "platform/KeyTranslation.h"
 #include "platform/MIDIServices.h"
 #include "platform/MainLoop.h"
+#include "platform/Notices.h"
 #include "platform/Permissions.h"
 #include "platform/ProcessTable.h"
 #include "platform/WindowTraits.h"
@@ -27,6 +28,7 @@ struct Platform {
     std::unique_ptr<FileAttributes> fileAttributes;
     std::unique_ptr<WindowTraits> windowTraits;
     std::unique_ptr<Permissions> permissions;
+    std::unique_ptr<Notices> notices;
     std::unique_ptr<DefaultsStore> defaults;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/Platform.h"
 #include "platform/linux/defaults/FileDefaultsStore.h"
 #include "platform/linux/midi/JackMIDIServices.h"
+#include "platform/linux/system/SessionEnvironment.h"
 #include "platform/linux/system/SystemAdapters.h"
 #include "platform/linux/x11/X11Adapters.h"
 #include "platform/linux/x11/X11Dialler.h"
@@ -28,15 +29,14 @@ Platform makePlatform(MainLoop& mainLoop)
         .fileAttributes = makeFileAttributes(),
         .windowTraits = std::move(x11.windowTraits),
         .permissions = makePermissions(),
+        .notices = makeNotices(),
         .defaults = makeFileDefaultsStore(),
     };
 }
 
 std::optional<std::string> prepareSession()
 {
-    // Floating above other programs, key events and the tray are all X11 here, also in a Wayland
-    // session. A user who chooses another toolkit back end gets it.
-    ::setenv("QT_QPA_PLATFORM", "xcb", 0);
+    prepareEnvironment();
     const char* const backEnd = ::getenv("QT_QPA_PLATFORM");
     if (!backEnd || std::string_view(backEnd) != "xcb")
         return {};

@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/macos/AccessibilityNotices.h"
 #include "platform/macos/AccessibilityPermissions.h"
 #include "platform/macos/AppKitWindowTraits.h"
 #include "platform/macos/AppKitWorkspace.h"
@@ -23,6 +24,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .fileAttributes = std::make_unique<FinderFileAttributes>(),
         .windowTraits = std::make_unique<AppKitWindowTraits>(),
         .permissions = std::make_unique<AccessibilityPermissions>(access),
+        .notices = std::make_unique<AccessibilityNotices>(access),
         .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
     };
 }

@@ -48,6 +48,7 @@ public:
         platform.fileAttributes = std::make_unique<fakes::FakeFileAttributes>();
         platform.windowTraits = std::make_unique<fakes::FakeWindowTraits>();
         platform.permissions = std::make_unique<fakes::FakePermissions>();
+        platform.notices = std::make_unique<fakes::FakeNotices>();
         workspace.hidesByItself = false;
         processes.names = { "Pro Tools" };
         delegate = std::make_unique<AppDelegate>(platform, mainLoop, clock);

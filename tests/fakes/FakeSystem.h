@@ -2,6 +2,7 @@
 
 #include "platform/DefaultsStore.h"
 #include "platform/FileAttributes.h"
+#include "platform/Notices.h"
 #include "platform/Permissions.h"
 #include "platform/ProcessRecords.h"
 #include "platform/ProcessTable.h"
@@ -107,6 +108,13 @@ public:
 
     bool granted = true;
     int requests = 0;
+};
+
+class FakeNotices final : public Notices {
+public:
+    [[nodiscard]] std::vector<Notice> current() override { return notices; }
+
+    std::vector<Notice> notices;
 };
 
 // Defaults in memory; `stored` is what is on disk.

@@ -160,7 +160,8 @@ void PrivateXServer::kill()
 
 ChildProcess::Environment PrivateXServer::environment() const
 {
-    return { { "DISPLAY", m_display }, { "WAYLAND_DISPLAY", "" }, { "QT_QPA_PLATFORM", "xcb" } };
+    return { { "DISPLAY", m_display }, { "WAYLAND_DISPLAY", "" }, { "XDG_SESSION_TYPE", "x11" },
+        { "QT_QPA_PLATFORM", "xcb" } };
 }
 
 } // namespace kestrel::stage

@@ -2,6 +2,7 @@
 
 #include "platform/linux/system/LinuxPermissions.h"
 #include "platform/linux/system/ProcProcessTable.h"
+#include "platform/linux/system/SessionNotices.h"
 #include "platform/linux/system/XattrFileAttributes.h"
 
 namespace kestrel {
@@ -19,6 +20,11 @@ std::unique_ptr<FileAttributes> makeFileAttributes()
 std::unique_ptr<Permissions> makePermissions()
 {
     return std::make_unique<LinuxPermissions>();
+}
+
+std::unique_ptr<Notices> makeNotices()
+{
+    return std::make_unique<SessionNotices>(SessionNotices::sessionOfEnvironment());
 }
 
 } // namespace kestrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FileAttributes.h"
+#include "platform/Notices.h"
 #include "platform/Permissions.h"
 #include "platform/ProcessTable.h"
 
@@ -12,5 +13,8 @@ namespace kestrel {
 [[nodiscard]] std::unique_ptr<ProcessTable> makeProcessTable();
 [[nodiscard]] std::unique_ptr<FileAttributes> makeFileAttributes();
 [[nodiscard]] std::unique_ptr<Permissions> makePermissions();
+
+// What the kind of the desktop's session keeps from the program.
+[[nodiscard]] std::unique_ptr<Notices> makeNotices();
 
 } // namespace kestrel

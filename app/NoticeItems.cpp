@@ -1,0 +1,78 @@
+#include "app/NoticeItems.h"
+
+#include "platform/Notices.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QPalette>
+
+#include <algorithm>
+
+namespace kestrel {
+
+namespace {
+// A menu takes an ampersand for the mark of a shortcut.
+QString itemText(const std::string& text)
+{
+    return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+// Styles make what cannot be chosen so faint that it is overlooked; a notice is there to be read.
+void makeDisabledItemsReadable(QMenu& menu)
+{
+    QPalette palette = menu.palette();
+    const QColor text = palette.color(QPalette::Active, QPalette::Text);
+    const QColor back = palette.color(QPalette::Active, QPalette::Base);
+    const auto mixed = [](int strong, int weak) { return (2 * strong + weak) / 3; };
+    const QColor quiet(mixed(text.red(), back.red()), mixed(text.green(), back.green()),
+        mixed(text.blue(), back.blue()));
+    for (const auto role : { QPalette::Text, QPalette::WindowText, QPalette::ButtonText })
+        palette.setColor(QPalette::Disabled, role, quiet);
+    menu.setPalette(palette);
+}
+} // namespace
+
+NoticeItems::NoticeItems(QMenu& menu, Notices& notices)
+    : m_menu(menu)
+    , m_notices(notices)
+{
+    makeDisabledItemsReadable(menu);
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [this] { refresh(); });
+    refresh();
+}
+
+void NoticeItems::refresh()
+{
+    const std::vector<Notice> notices = m_notices.current();
+    // Items that stay are left alone: desktops fetch the whole menu again after a change.
+    if (!std::equal(notices.begin(), notices.end(), m_texts.begin(), m_texts.end(),
+            [](const Notice& notice, const std::string& text) { return notice.text == text; }))
+        replace(notices);
+}
+
+void NoticeItems::replace(const std::vector<Notice>& notices)
+{
+    for (QAction* const item : m_items)
+        delete item;
+    m_items.clear();
+    m_texts.clear();
+    QAction* const first = m_menu.actions().value(0);
+    const auto insert = [this, first](QAction* item) {
+        m_menu.insertAction(first, item);
+        m_items.push_back(item);
+    };
+    for (const Notice& notice : notices) {
+        auto* const item = new QAction(itemText(notice.text), &m_menu);
+        item->setEnabled(static_cast<bool>(notice.act));
+        if (notice.act)
+            QObject::connect(item, &QAction::triggered, item, notice.act);
+        insert(item);
+        m_texts.push_back(notice.text);
+    }
+    if (notices.empty())
+        return;
+    auto* const separator = new QAction(&m_menu);
+    separator->setSeparator(true);
+    insert(separator);
+}
+
+} // namespace kestrel
