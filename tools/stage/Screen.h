@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kestrel::stage {
@@ -18,6 +19,8 @@ struct Area {
     int y;
     int width;
     int height;
+
+    bool operator==(const Area&) const = default;
 };
 
 // What a display shows. Everything throws std::runtime_error when it does not answer.
@@ -33,6 +36,8 @@ public:
     [[nodiscard]] int countInTray(const std::function<bool(Colour)>& wanted) const;
     // The class of the window that the window manager calls active; empty when there is none.
     [[nodiscard]] std::string activeWindowClass() const;
+    // The contents, without their frames, of the managed windows of that title.
+    [[nodiscard]] std::vector<Area> windows(std::string_view title) const;
 
 private:
     std::string m_display;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "tools/stage/Person.h"
+
+namespace kestrel::stage {
+
+// The "User Assignable Setup" window of a running Kestrel, under the hand of a person. Buttons
+// are numbered from 1 to 12, fields from 1 to 4.
+class SetupWindowOnScreen {
+public:
+    static inline const std::string Title = "User Assignable Setup";
+    static inline const std::string LoadTitle = "Open Kestrel Console File";
+    static inline const std::string SaveTitle = "Save Kestrel Console File";
+
+    explicit SetupWindowOnScreen(const Studio& studio)
+        : person(studio)
+    {
+    }
+
+    void open() const; // from the menu in the tray
+    void select(int button) const;
+    void focus(int field) const;
+    void clear(int field) const;
+    void rename(int button, const std::string& name) const; // select it at least a second before
+    void openRenameBox(int button) const;
+    void assign() const;
+    void ok() const; // returns when the window is gone, as does cancel
+    void cancel() const;
+    void load(const std::string& path) const; // returns when the sheet is gone, as does save
+    void save(const std::string& path) const;
+    void openSaveSheet() const;
+
+    Person person;
+
+private:
+    void click(int x, int y) const; // of the window's content
+    void chooseFile(const std::string& sheet, const std::string& path) const;
+};
+
+} // namespace kestrel::stage
