@@ -42,8 +42,11 @@ SavedWindowFrame::SavedWindowFrame(std::string_view autosaveName, DefaultsStore&
 {
 }
 
+// A window that was never shown has no title bar yet, and was put where it is by the last frame.
 void SavedWindowFrame::save(const QWidget& window)
 {
+    if (!window.windowHandle())
+        return;
     const QByteArray text
         = (words(flipped(window.frameGeometry())) + words(flipped(window.screen()->geometry())))
               .toLatin1();

@@ -57,6 +57,14 @@ TEST(SavedWindowFrame, the_close_box_saves_too)
     EXPECT_EQ(stored(bench.defaults), "33 583 620 453 0 0 1920 1080 ");
 }
 
+TEST(SavedWindowFrame, a_window_that_was_never_shown_has_no_frame_to_save)
+{
+    SetupBench bench;
+    bench.center.post(NotificationName::windowWillClose);
+    EXPECT_EQ(bench.calls, std::vector<std::string> { "hide" });
+    EXPECT_EQ(stored(bench.defaults), "nothing");
+}
+
 TEST(SavedWindowFrame, a_frame_off_the_screen_is_brought_back)
 {
     FakeDefaultsStore defaults;
