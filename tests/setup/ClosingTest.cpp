@@ -89,6 +89,39 @@ TEST(Closing, while_a_file_dialog_is_up_only_its_marker_is_taken_away)
     EXPECT_EQ(bench.calls, Calls { "hide" });
 }
 
+TEST(Closing, the_window_takes_the_focus_from_the_field_and_its_frame_is_saved_even_then)
+{
+    SetupBench bench;
+    bench.open();
+    ASSERT_TRUE(bench.field(0).isFirstResponder());
+    bench.controller.setVisibleFileDialog(true); // keeps the close path from running
+    bench.defaults.current.clear();
+    bench.controller.cancel();
+    EXPECT_EQ(bench.calls, Calls {});
+    EXPECT_FALSE(bench.field(0).bBecome());
+    EXPECT_EQ(bench.controller.window()->focusWidget(), nullptr);
+    EXPECT_TRUE(bench.defaults.current.contains("NSWindow Frame UAssignWindow"));
+}
+
+TEST(Closing, a_window_that_was_hidden_with_the_application_comes_back_with_the_live_set)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 0, "A");
+    bench.live->setShortcutTitle("Stored", 1);
+    bench.open();
+    bench.controller.ok();
+    bench.open();
+    press(bench.field(0), Keys::F5);
+    bench.controller.assign();
+    doubleClick(bench.button(0));
+    bench.controller.window()->hide();
+    EXPECT_EQ(bench.workingText(1), u"F5") << "hiding is not closing";
+    bench.open();
+    EXPECT_EQ(bench.workingText(1), u"A");
+    EXPECT_EQ(bench.field(0).stringValue(), u"A");
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+}
+
 TEST(Closing, without_a_panel_and_a_live_set_it_just_hides)
 {
     SetupBench outer;

@@ -101,6 +101,37 @@ TEST(FileDialogs, both_close_rename_boxes)
     bench.sheet()->reject();
 }
 
+TEST(FileDialogs, saving_closes_rename_boxes_too)
+{
+    DialogBench bench;
+    bench.give(1, 0, 0, 0, "A");
+    bench.controller.setupUI(*bench.live);
+    doubleClick(bench.button(0));
+    bench.controller.save();
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+    bench.sheet()->reject();
+}
+
+TEST(FileDialogs, saving_shows_again_what_was_assigned)
+{
+    DialogBench bench;
+    press(bench.field(0), Keys::F5);
+    bench.controller.save();
+    bench.choose(bench.path("new"));
+    EXPECT_EQ(bench.field(0).stringValue(), u"");
+    EXPECT_FALSE(bench.mayAssign());
+}
+
+TEST(FileDialogs, loading_gives_the_first_field_the_focus_anew)
+{
+    DialogBench bench;
+    ASSERT_TRUE(bench.field(0).isFirstResponder());
+    NotificationCounter counter(bench.center, NotificationName::hideUserAssignEditBox);
+    EXPECT_TRUE(bench.controller.loadFile(bench.savedFile("X"), true));
+    EXPECT_EQ(counter.objects, (std::vector<const QObject*> { &bench.field(0) }));
+    EXPECT_TRUE(bench.field(0).isFirstResponder());
+}
+
 TEST(FileDialogs, a_chosen_file_is_shown)
 {
     DialogBench bench;
@@ -182,6 +213,47 @@ TEST(FileDialogs, saving_writes_the_working_copy_and_the_names_and_leaves_the_li
     EXPECT_EQ(saved->count(), 12U);
     EXPECT_EQ(bench.liveText(1), u"");
     EXPECT_EQ(bench.calls, Calls {});
+}
+
+TEST(FileDialogs, a_typed_name_gets_the_extension_whatever_follows_its_last_point)
+{
+    DialogBench bench;
+    for (const auto& [typed, name] : { std::pair { "plain", "plain.ZKCF" },
+             { "take 1.2", "take 1.2.ZKCF" }, { "small.zkcf", "small.zkcf" },
+             { "whole.ZKCF", "whole.ZKCF" }, { "end.", "end..ZKCF" } }) {
+        bench.controller.save();
+        bench.choose(bench.path(typed));
+        EXPECT_TRUE(QFileInfo::exists(bench.path(name))) << typed;
+    }
+    EXPECT_EQ(QDir(bench.folder.path()).entryList(QDir::Files).size(), 5);
+}
+
+TEST(FileDialogs, the_question_about_replacing_is_about_the_name_with_the_extension)
+{
+    DialogBench bench;
+    QFile old(bench.path("take 1.2.ZKCF"));
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    QString question;
+    whenAlerted([&](QMessageBox& alert) {
+        question = alert.text();
+        alert.button(QMessageBox::No)->click();
+    });
+    bench.controller.save();
+    bench.choose(bench.path("take 1.2"));
+    EXPECT_TRUE(question.contains("take 1.2.ZKCF already exists")) << question.toStdString();
+    EXPECT_EQ(QFileInfo(old).size(), 0);
+    bench.sheet()->reject();
+}
+
+TEST(FileDialogs, a_folder_that_is_typed_is_gone_into)
+{
+    DialogBench bench;
+    ASSERT_TRUE(QDir(bench.folder.path()).mkdir("sub"));
+    bench.controller.save();
+    bench.choose(bench.path("sub"));
+    EXPECT_TRUE(bench.sheet()->isVisible());
+    EXPECT_EQ(bench.sheet()->directory(), QDir(bench.path("sub")));
+    bench.sheet()->reject();
 }
 
 TEST(FileDialogs, saving_over_a_file_asks_first_and_no_keeps_it)

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QMouseEvent>
 #include <QTest>
 
 namespace kestrel::fakes {
@@ -200,6 +201,29 @@ TEST(RenameBox, a_field_that_takes_the_focus_and_a_clear_button_close_it)
     doubleClick(bench.button(0));
     ASSERT_NE(bench.button(0).editBox(), nullptr);
     press(bench.clear(0), Qt::LeftButton, { 5, 5 });
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+}
+
+TEST(RenameBox, a_second_click_that_is_the_first_on_its_button_selects_it_and_leaves_no_box)
+{
+    OpenBox bench;
+    bench.give(5, 0, 0, 0, "A");
+    bench.controller.setupUI(*bench.live);
+    QMouseEvent event(QEvent::MouseButtonDblClick, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton,
+        Qt::LeftButton, Qt::NoModifier);
+    bench.button(4).mouseDown(event, 2);
+    EXPECT_EQ(bench.button(4).state(), UserAssignableButton::State::On);
+    EXPECT_TRUE(bench.field(0).hasFocus());
+    EXPECT_EQ(bench.button(4).editBox(), nullptr) << "the field that takes the focus closes it";
+}
+
+TEST(RenameBox, ok_does_not_take_a_name_that_return_has_not_confirmed)
+{
+    OpenBox bench;
+    bench.type("other");
+    bench.controller.ok();
+    EXPECT_EQ(bench.button(0).uniqueName(), u"Save");
+    EXPECT_EQ(bench.live->getShortcutTitle(1), u"Save");
     EXPECT_EQ(bench.button(0).editBox(), nullptr);
 }
 

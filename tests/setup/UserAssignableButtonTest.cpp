@@ -79,6 +79,33 @@ TEST(UserAssignableButton, its_description_tells_name_and_shortcuts)
     EXPECT_EQ(bench.button(0).accessibleDescription(), u"Save, \u2318+S, F5");
 }
 
+// A name whose width is between the two.
+QString nameOfWidth(double least, double most)
+{
+    const QFontMetricsF metrics(UserAssignableButton::createFontAttribute().font);
+    for (int wide = 0; wide < 12; ++wide) {
+        for (int narrow = 0; narrow < 30; ++narrow) {
+            const QString name = QString(wide, 'W') + QString(narrow, 'i') + u'.';
+            const double width = metrics.horizontalAdvance(name);
+            if (width > least && width < most)
+                return name;
+        }
+    }
+    return {};
+}
+
+TEST(UserAssignableButton, a_name_a_fraction_too_wide_for_one_line_is_cut_after_it)
+{
+    SetupBench bench;
+    const auto belowTheLine = [&](const QString& name) {
+        bench.button(1).setUniqueName(name);
+        return bench.button(1).grab().toImage().copy(0, 48, 78, 30);
+    };
+    const QString name = nameOfWidth(66, 67);
+    ASSERT_FALSE(name.isEmpty());
+    EXPECT_EQ(belowTheLine(name), belowTheLine("i"));
+}
+
 TEST(ButtonGroup, changing_the_selection_closes_rename_boxes)
 {
     SetupBench bench;

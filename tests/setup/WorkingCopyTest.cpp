@@ -76,6 +76,20 @@ TEST(WorkingCopy, taking_another_set_replaces_entries_and_titles)
     EXPECT_EQ(bench.liveText(3), u"");
 }
 
+TEST(WorkingCopy, taking_another_set_compares_the_fields_with_it)
+{
+    SetupBench bench;
+    bench.open();
+    press(bench.field(0), Keys::F5);
+    ASSERT_TRUE(bench.mayAssign());
+    UserAssignFile other;
+    other.initShortcutArray();
+    other.getSwitchShortcut(1)->replace(1, 96);
+    other.getSwitchShortcut(1)->replace(2, QString("F5"));
+    bench.controller.setupShortcut(other);
+    EXPECT_FALSE(bench.mayAssign());
+}
+
 TEST(WorkingCopy, entries_that_the_set_does_not_have_stay)
 {
     SetupBench bench;
