@@ -53,6 +53,18 @@ TEST(Editing, a_field_that_gets_hidden_while_it_has_the_focus_hands_it_to_the_fi
     EXPECT_FALSE(bench.field(1).bBecome());
 }
 
+TEST(Editing, whatever_empties_the_field_before_it_the_focus_goes_to_the_first)
+{
+    SetupBench bench;
+    bench.open();
+    activate(*bench.controller.window());
+    press(bench.field(0), Keys::A);
+    click(bench.field(1));
+    bench.field(0).clearShortcut();
+    EXPECT_EQ(bench.shownFields(), "0");
+    EXPECT_TRUE(bench.field(0).isFirstResponder());
+}
+
 TEST(Editing, hiding_a_field_blanks_a_text_that_is_no_shortcut)
 {
     SetupBench bench;
@@ -212,6 +224,19 @@ TEST(Editing, cancel_restores_titles_and_shortcuts)
     EXPECT_EQ(bench.field(0).stringValue(), u"A");
     EXPECT_EQ(bench.liveText(1), u"A");
     EXPECT_FALSE(bench.controller.isVisible());
+}
+
+TEST(Editing, cancel_restores_titles_also_after_the_first_ok)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 0, "A");
+    bench.live->setShortcutTitle("Stored", 1);
+    bench.open();
+    bench.controller.ok();
+    bench.open();
+    bench.button(0).setUniqueName("Typed");
+    bench.controller.cancel();
+    EXPECT_EQ(bench.button(0).uniqueName(), u"Stored");
 }
 
 TEST(Editing, a_name_typed_where_no_title_is_stored_survives_cancel_and_reopening)

@@ -106,6 +106,39 @@ TEST(UserAssignableButton, a_name_a_fraction_too_wide_for_one_line_is_cut_after_
     EXPECT_EQ(belowTheLine(name), belowTheLine("i"));
 }
 
+TEST(UserAssignableButton, without_name_and_entry_it_shows_its_bare_face)
+{
+    SetupBench bench;
+    UserAssignableButton& button = bench.button(1);
+    button.setUniqueName(" ");
+    const QImage bare = button.grab().toImage();
+    button.setUniqueName({});
+    EXPECT_NE(button.grab().toImage(), bare);
+    button.setShortcutArray(nullptr);
+    EXPECT_EQ(button.grab().toImage(), bare);
+}
+
+TEST(UserAssignableButton, empty_records_leave_no_gap_between_its_shortcuts)
+{
+    SetupBench bench;
+    UserAssignableButton& button = bench.button(1);
+    const QString none;
+    const auto shown = [&](const ArchiveArray& entry) {
+        button.setShortcutArray(std::make_shared<ArchiveArray>(entry));
+        return button.grab().toImage();
+    };
+    EXPECT_EQ(shown({ 0, 0, none, 0, 0, 0, QString("A"), 0, 0, 0, none, 0, 0, 0, QString("B"), 0 }),
+        shown({ 0, 0, QString("A"), 0, 0, 0, QString("B"), 0, 0, 0, none, 0, 0, 0, none, 0 }));
+}
+
+TEST(UserAssignableButton, its_text_is_centred_again_after_a_name_of_several_lines)
+{
+    SetupBench bench;
+    bench.button(1).setUniqueName("Consolidate clip and export");
+    bench.button(1).grab();
+    EXPECT_EQ(bench.button(1).attributes().alignment, Qt::AlignHCenter);
+}
+
 TEST(ButtonGroup, changing_the_selection_closes_rename_boxes)
 {
     SetupBench bench;
