@@ -121,7 +121,7 @@ void Person::chooseFromTray(char mnemonic) const
 std::vector<std::string> Person::run(std::vector<std::string> arguments) const
 {
     arguments.insert(arguments.begin(), "xdotool");
-    ChildProcess process(std::move(arguments), m_studio.environment());
+    ChildProcess process(arguments, m_studio.environment());
     std::vector<std::string> lines;
     while (const auto line = process.waitForLineWith("", Patience))
         lines.push_back(*line);
