@@ -62,6 +62,18 @@ TEST(AppDelegate, showing_the_panel_again_activates_the_application)
     EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
 }
 
+TEST(AppDelegate, a_panel_that_was_hidden_is_redrawn_and_one_that_is_open_is_not)
+{
+    Bench bench;
+    int redraws = 0;
+    QObject::connect(bench.panel().plugInPanelView(), &PlugInPanelView::contentChanged,
+        bench.delegate.get(), [&redraws] { ++redraws; });
+    bench.delegate->newDocument();
+    EXPECT_EQ(redraws, 1);
+    bench.delegate->newDocument();
+    EXPECT_EQ(redraws, 1);
+}
+
 TEST(AppDelegate, the_panel_opens_empty_while_the_workstation_does_not_run)
 {
     Bench bench;

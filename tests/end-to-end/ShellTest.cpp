@@ -77,8 +77,8 @@ protected:
         startOnDesktop(true);
         studio->studio.assign({ "1", "A" });
         studio->startKestrel();
-        std::filesystem::remove(defaultsFile());
         ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+        std::filesystem::remove(defaultsFile()); // read by now
         ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
         ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
     }
