@@ -65,10 +65,10 @@ QByteArray channelOf(const QImage& image, Channel channel)
 // repetition at the end, and at these sizes there is nothing to be saved.
 QByteArray literalRuns(const QByteArray& bytes)
 {
-    constexpr qsizetype LongestRun = 128;
+    constexpr qsizetype longestRun = 128;
     QByteArray coded;
-    for (qsizetype i = 0; i < bytes.size(); i += LongestRun) {
-        const QByteArray run = bytes.mid(i, LongestRun);
+    for (qsizetype i = 0; i < bytes.size(); i += longestRun) {
+        const QByteArray run = bytes.mid(i, longestRun);
         coded.append(static_cast<char>(run.size() - 1)).append(run);
     }
     return coded;
