@@ -8,12 +8,14 @@
 #include "platform/macos/FinderFileAttributes.h"
 #include "platform/macos/QuartzKeyEvents.h"
 #include "platform/macos/QuartzKeyTranslation.h"
+#include "platform/macos/StatusItemGuard.h"
 #include "platform/macos/SysctlProcessTable.h"
 
 namespace kestrel {
 
 Platform makePlatform(MainLoop& mainLoop)
 {
+    guardStatusItem();
     auto access = std::make_shared<PostEventAccess>(mainLoop);
     return {
         .midiServices = std::make_unique<CoreMIDIServices>(),
