@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/BundleInfo.h"
+#include "app/LoginItemChoice.h"
 #include "app/NoticeItems.h"
 #include "app/QtApplicationVisibility.h"
 #include "app/TrayStatusItem.h"
@@ -88,6 +89,8 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
     m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, *m_platform.notices);
+    m_loginItemChoice = std::make_unique<LoginItemChoice>(
+        *m_platform.loginItem, *m_mainMenu->launchAtLogin, *m_mainMenu->statusMenu);
 
     m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
     m_statusItem->setImage(StatusImage::Offline);

@@ -19,6 +19,7 @@ class QWidget;
 
 namespace kestrel {
 
+class LoginItemChoice;
 class MyWindowController;
 class NoticeItems;
 class QtApplicationVisibility;
@@ -94,6 +95,7 @@ private:
     std::unique_ptr<QMainWindow> m_mainMenuWindow; // never shown; owns the menu
     std::unique_ptr<Ui::MainMenu> m_mainMenu;
     std::unique_ptr<NoticeItems> m_noticeItems;
+    std::unique_ptr<LoginItemChoice> m_loginItemChoice;
     std::unique_ptr<TrayStatusItem> m_statusItem;
     std::unique_ptr<MyWindowController> m_myWindowController;
     std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;

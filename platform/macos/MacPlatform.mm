@@ -3,6 +3,7 @@
 #include "platform/macos/AccessibilityPermissions.h"
 #include "platform/macos/AppKitWindowTraits.h"
 #include "platform/macos/AppKitWorkspace.h"
+#include "platform/macos/AppServiceLoginItem.h"
 #include "platform/macos/CFPreferencesDefaultsStore.h"
 #include "platform/macos/CoreMIDIServices.h"
 #include "platform/macos/FinderFileAttributes.h"
@@ -27,6 +28,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .windowTraits = std::make_unique<AppKitWindowTraits>(),
         .permissions = std::make_unique<AccessibilityPermissions>(access),
         .notices = std::make_unique<AccessibilityNotices>(access),
+        .loginItem = std::make_unique<AppServiceLoginItem>(),
         .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
     };
 }
