@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/KeyPermission.h"
 #include "app/MIDIConnection.h"
 #include "app/MessageDispatcher.h"
 #include "assign/KeystrokePoster.h"
@@ -85,6 +86,7 @@ private:
     void eventKeyPost(unsigned int buttonCode) override { m_keystrokes.eventKeyPost(buttonCode); }
 
     Platform& m_platform;
+    KeyPermission m_keyPermission;
     StoredAssignments m_assignments;
     KeystrokePoster m_keystrokes;
     MessageDispatcher m_dispatcher { *this };

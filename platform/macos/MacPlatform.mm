@@ -1,5 +1,4 @@
 #include "platform/Platform.h"
-#include "platform/macos/AccessibilityNotices.h"
 #include "platform/macos/AccessibilityPermissions.h"
 #include "platform/macos/AppKitWindowTraits.h"
 #include "platform/macos/AppKitWorkspace.h"
@@ -27,15 +26,12 @@ Platform makePlatform(MainLoop& mainLoop)
         .fileAttributes = std::make_unique<FinderFileAttributes>(),
         .windowTraits = std::make_unique<AppKitWindowTraits>(),
         .permissions = std::make_unique<AccessibilityPermissions>(access),
-        .notices = std::make_unique<AccessibilityNotices>(access),
+        .notices = std::make_unique<NoNotices>(),
         .loginItem = std::make_unique<AppServiceLoginItem>(),
         .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
     };
 }
 
-std::optional<std::string> prepareSession()
-{
-    return {};
-}
+std::optional<std::string> prepareSession() { return {}; }
 
 } // namespace kestrel

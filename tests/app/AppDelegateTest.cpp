@@ -2,7 +2,11 @@
 #include "panel/PlugInPanelView.h"
 #include "tests/app/AppDelegateBench.h"
 
+#include <QMenu>
+
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace kestrel {
 namespace {
@@ -150,6 +154,47 @@ TEST(AppDelegate, the_empty_actions_do_nothing)
     bench.delegate->saveDocument();
     EXPECT_THAT(bench.workspace.calls, IsEmpty());
     EXPECT_EQ(bench.defaults.synchronised, 0);
+}
+
+TEST(AppDelegate, a_key_that_is_kept_back_asks_for_the_permission_once)
+{
+    const Bench bench;
+    bench.workspace.applications = { { "Pro Tools", true } };
+    ArchiveArray& entry = *bench.delegate->myUserAssignFile()->getSwitchShortcut(1);
+    entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("A")));
+    bench.keyEvents.result = KeyEvents::Result::NotPermitted;
+    EXPECT_EQ(bench.permissions.requests, 0);
+    bench.receive({ 0xB0, 0x0F, 0x40, 0x2F, 0x40 });
+    bench.receive({ 0xB0, 0x0F, 0x40, 0x2F, 0x00 });
+    EXPECT_EQ(bench.permissions.requests, 1);
+}
+
+TEST(AppDelegate, the_menu_says_that_the_permission_is_missing_until_it_is_there)
+{
+    const Bench bench;
+    const qsizetype usual = Bench::menu().actions().size();
+    bench.permissions.granted = false;
+    bench.tick();
+    ASSERT_EQ(Bench::menu().actions().size(), usual + 2);
+    EXPECT_EQ(Bench::menu().actions().constFirst()->text(),
+        QString::fromUtf8("Keys Need the Accessibility Permission…"));
+    bench.permissions.granted = true;
+    bench.tick();
+    EXPECT_EQ(Bench::menu().actions().size(), usual);
+    EXPECT_EQ(bench.permissions.requests, 0);
+}
+
+TEST(AppDelegate, the_menu_offers_to_launch_at_login)
+{
+    const Bench bench;
+    const auto actions = Bench::menu().actions();
+    const auto item = std::find_if(actions.begin(), actions.end(),
+        [](const QAction* action) { return action->text() == QLatin1String("&Launch at Login"); });
+    ASSERT_NE(item, actions.end());
+    EXPECT_TRUE((*item)->isCheckable());
+    (*item)->trigger();
+    EXPECT_TRUE((*item)->isChecked());
+    EXPECT_THAT(bench.loginItem.calls, ElementsAre("on"));
 }
 
 TEST(AppDelegate, ending_with_a_closed_link_stores_the_set_and_releases_nothing)

@@ -106,9 +106,11 @@ class FakePermissions final : public Permissions {
 public:
     [[nodiscard]] bool mayPostKeyEvents() override { return granted; }
     void requestKeyEvents() override { ++requests; }
+    void showKeyEventSettings() override { ++settingsShown; }
 
     bool granted = true;
     int requests = 0;
+    int settingsShown = 0;
 };
 
 class FakeNotices final : public Notices {
