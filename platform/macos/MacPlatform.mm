@@ -11,6 +11,8 @@
 #include "platform/macos/StatusItemGuard.h"
 #include "platform/macos/SysctlProcessTable.h"
 
+#include <cstdlib>
+
 namespace kestrel {
 
 Platform makePlatform(MainLoop& mainLoop)
@@ -32,6 +34,13 @@ Platform makePlatform(MainLoop& mainLoop)
     };
 }
 
-std::optional<std::string> prepareSession() { return {}; }
+std::optional<std::string> prepareSession()
+{
+    // Otherwise the toolkit makes this program the active one with every window that it brings to
+    // the front, the panel included, and keys no longer go to the one before. What is to be active
+    // here is activated by name.
+    ::setenv("QT_MAC_SET_RAISE_PROCESS", "0", 0);
+    return {};
+}
 
 } // namespace kestrel
