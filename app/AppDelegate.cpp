@@ -153,6 +153,7 @@ void AppDelegate::about()
     QMessageBox alert(QMessageBox::Warning, QStringLiteral("ZENTA Kestrel"),
         QStringLiteral("ZENTA Kestrel"), QMessageBox::Ok);
     alert.setInformativeText(aboutInstalled());
+    m_visibility->activate(); // the status item's menu has not, and the alert would lie behind
     alert.exec();
 
     const bool panelWasVisible = m_myWindowController->isVisible();

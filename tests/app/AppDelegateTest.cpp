@@ -104,7 +104,7 @@ TEST(AppDelegate, after_the_about_box_the_application_hides_when_no_window_is_op
 {
     Bench bench;
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
     EXPECT_FALSE(bench.panel().isVisible());
 }
 
@@ -113,7 +113,7 @@ TEST(AppDelegate, after_the_about_box_an_open_panel_is_shown_again)
     Bench bench;
     bench.delegate->newDocument();
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
     EXPECT_TRUE(bench.panel().isVisible());
 }
 
@@ -123,7 +123,7 @@ TEST(AppDelegate, after_the_about_box_the_setup_window_alone_stays_as_it_is)
     bench.delegate->userAssign();
     bench.workspace.calls.clear();
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
     EXPECT_TRUE(bench.setup().isVisible());
 }
 
@@ -134,7 +134,7 @@ TEST(AppDelegate, after_the_about_box_with_both_windows_only_the_panel_is_left)
     bench.delegate->newDocument();
     bench.workspace.calls.clear();
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
     EXPECT_TRUE(bench.panel().isVisible());
     EXPECT_FALSE(bench.setup().isVisible());
 }
