@@ -48,9 +48,11 @@ TEST(PackageScript, a_dry_run_runs_nothing_and_leaves_nothing)
 {
     PackagingBench bench;
     ASSERT_TRUE(succeeded(bench.run(forOthers + QStringList { "--dry-run" })));
-    for (const QString& call : bench.calls())
-        EXPECT_TRUE(call.startsWith(QStringLiteral("pkg-config --variable=")))
+    for (const QString& call : bench.calls()) {
+        EXPECT_TRUE(call == QLatin1String("pkg-config --variable=libdir libplist-2.0")
+            || call == QLatin1String("qtpaths --query QT_INSTALL_PLUGINS"))
             << call.toStdString();
+    }
     EXPECT_FALSE(QFileInfo::exists(bench.tree(QStringLiteral("build"))));
 }
 
@@ -81,6 +83,7 @@ TEST(PackageScript, signs_from_the_inside_out_with_the_hardened_runtime)
         ElementsAre(as + app + "/Contents/Frameworks/libplist-2.0.4.dylib",
             as + app + "/Contents/Frameworks/QtCore.framework",
             as + app + "/Contents/PlugIns/platforms/libqcocoa.dylib",
+            as + app + "/Contents/PlugIns/styles/libqmacstyle.dylib",
             as + "--entitlements packaging/macos/kestrel.entitlements " + app,
             "codesign --verify --deep --strict --verbose=2 " + app,
             "codesign --force --timestamp --sign Developer ID Application: Holvik (ABCDE12345) "
@@ -93,7 +96,7 @@ TEST(PackageScript, an_ad_hoc_signature_goes_without_the_hardened_runtime)
     const auto result = bench.run(forThisMac);
     ASSERT_TRUE(succeeded(result));
     const QStringList calls = bench.calls(QStringLiteral("codesign --force"));
-    EXPECT_EQ(calls.size(), 4);
+    EXPECT_EQ(calls.size(), 5);
     for (const QString& call : calls) {
         EXPECT_TRUE(call.startsWith(QStringLiteral("codesign --force --timestamp=none --sign - ")))
             << call.toStdString();
@@ -129,6 +132,16 @@ TEST(PackageScript, there_is_no_image_of_a_program_that_was_not_notarised)
         EXPECT_NE(bench.run(forOthers, { QLatin1String(step) }).exitCode, 0);
         EXPECT_THAT(bench.calls(QStringLiteral("hdiutil")), IsEmpty());
     }
+}
+
+TEST(PackageScript, the_bundle_finds_its_own_plug_ins)
+{
+    PackagingBench bench;
+    ASSERT_TRUE(succeeded(bench.run(forThisMac)));
+    EXPECT_THAT(PackagingBench::linesOf(bench.bundle(QStringLiteral("Resources/qt.conf"))),
+        ElementsAre("[Paths]", "Plugins = PlugIns"));
+    EXPECT_THAT(bench.calls(QStringLiteral("macdeployqt")),
+        ElementsAre("macdeployqt " + app + " -no-plugins -verbose=1"));
 }
 
 TEST(PackageScript, libraries_that_lie_outside_are_taken_in_with_those_that_they_need)

@@ -16,13 +16,13 @@ const QDir source(QStringLiteral(KESTREL_SOURCE));
 constexpr int TimeoutMs = 60000;
 constexpr const char* Tools[]
     = { "cmake", "codesign", "cp", "ditto", "hdiutil", "install_name_tool", "lipo", "macdeployqt",
-          "ninja", "otool", "pkg-config", "plutil", "spctl", "xcrun" };
+          "ninja", "otool", "pkg-config", "plutil", "qtpaths", "spctl", "xcrun" };
 } // namespace
 
 PackagingBench::PackagingBench()
 {
-    for (const char* path :
-        { "CMakeLists.txt", "scripts/package-macos", "packaging/macos/kestrel.entitlements" }) {
+    for (const char* path : { "CMakeLists.txt", "scripts/package-macos",
+             "packaging/macos/kestrel.entitlements", "packaging/macos/qt.conf" }) {
         const QString copy = tree(QLatin1String(path));
         QDir().mkpath(QFileInfo(copy).path());
         EXPECT_TRUE(QFile::copy(source.filePath(QLatin1String(path)), copy)) << path;
@@ -38,12 +38,16 @@ PackagingBench::PackagingBench()
             "rpath @executable_path/../Frameworks", "rpath /opt/homebrew/lib", "minos 12.0",
             "arch arm64" });
     write(tool(QStringLiteral("built/Contents/Info.plist")), {});
+    write(tool(QStringLiteral("built/Contents/Resources/kestrel.icns")), {});
     write(tool(QStringLiteral("deployed/Contents/Frameworks/QtCore.framework/Versions/A/QtCore")),
         { "id @rpath/QtCore.framework/Versions/A/QtCore",
             "needs /System/Library/Frameworks/AppKit.framework/AppKit", "minos 12.0",
             "arch arm64" });
-    write(tool(QStringLiteral("deployed/Contents/PlugIns/platforms/libqcocoa.dylib")),
-        { "needs @rpath/QtCore.framework/Versions/A/QtCore", "minos 12.0", "arch arm64" });
+    for (const char* plugin : { "platforms/libqcocoa.dylib", "styles/libqmacstyle.dylib" }) {
+        write(
+            tool(QStringLiteral("outside/opt/homebrew/share/qt/plugins/") + QLatin1String(plugin)),
+            { "needs @rpath/QtCore.framework/Versions/A/QtCore", "minos 12.0", "arch arm64" });
+    }
     write(tool(QStringLiteral("outside/opt/homebrew/opt/libplist/lib/libplist-2.0.4.dylib")),
         { "id /opt/homebrew/opt/libplist/lib/libplist-2.0.4.dylib",
             "needs /usr/lib/libSystem.B.dylib", "minos 12.0", "arch arm64" });

@@ -7,8 +7,8 @@
 namespace kestrel {
 
 // A copy of what scripts/package-macos reads of the tree, and a folder of tools that stand for
-// those of macOS: the build makes a program that needs libplist and QtCore, and the deployment
-// brings QtCore and one plug-in.
+// those of macOS: the build makes a program that needs libplist and QtCore, there are two plug-ins
+// of Qt, and the deployment brings QtCore.
 class PackagingBench {
 public:
     struct Result {
