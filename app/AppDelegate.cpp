@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/BundleInfo.h"
+#include "app/LoginItemChoice.h"
 #include "app/NoticeItems.h"
 #include "app/QtApplicationVisibility.h"
 #include "app/TrayStatusItem.h"
@@ -26,8 +27,9 @@ constexpr std::string_view ConsolePreferences = "/Library/PreferencePanes/Holvik
 
 AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
     : m_platform(platform)
+    , m_keyPermission(*platform.permissions, *platform.notices)
     , m_assignments(*platform.defaults)
-    , m_keystrokes(m_assignments, *platform.workspace, *platform.keyEvents, *platform.permissions)
+    , m_keystrokes(m_assignments, *platform.workspace, *platform.keyEvents, m_keyPermission)
     , m_connection({ *platform.midiServices, *platform.processTable, mainLoop, clock },
           [this](const MIDIMessage& message) { receiveMessage(message); })
     , m_windowCloseObserver(std::make_unique<WindowCloseObserver>(m_notificationCenter))
@@ -87,7 +89,11 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->kestrel, &QAction::triggered, this, &AppDelegate::kestrel);
     connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
-    m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, *m_platform.notices);
+    m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, m_keyPermission);
+    // Also while nobody looks: not every menu takes in new items once it is about to open.
+    connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] { m_noticeItems->refresh(); });
+    m_loginItemChoice = std::make_unique<LoginItemChoice>(
+        *m_platform.loginItem, *m_mainMenu->launchAtLogin, *m_mainMenu->statusMenu);
 
     m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
     m_statusItem->setImage(StatusImage::Offline);
@@ -147,6 +153,7 @@ void AppDelegate::about()
     QMessageBox alert(QMessageBox::Warning, QStringLiteral("ZENTA Kestrel"),
         QStringLiteral("ZENTA Kestrel"), QMessageBox::Ok);
     alert.setInformativeText(aboutInstalled());
+    m_visibility->activate(); // the status item's menu has not, and the alert would lie behind
     alert.exec();
 
     const bool panelWasVisible = m_myWindowController->isVisible();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/KeyPermission.h"
 #include "app/MIDIConnection.h"
 #include "app/MessageDispatcher.h"
 #include "assign/KeystrokePoster.h"
@@ -19,6 +20,7 @@ class QWidget;
 
 namespace kestrel {
 
+class LoginItemChoice;
 class MyWindowController;
 class NoticeItems;
 class QtApplicationVisibility;
@@ -84,6 +86,7 @@ private:
     void eventKeyPost(unsigned int buttonCode) override { m_keystrokes.eventKeyPost(buttonCode); }
 
     Platform& m_platform;
+    KeyPermission m_keyPermission;
     StoredAssignments m_assignments;
     KeystrokePoster m_keystrokes;
     MessageDispatcher m_dispatcher { *this };
@@ -94,6 +97,7 @@ private:
     std::unique_ptr<QMainWindow> m_mainMenuWindow; // never shown; owns the menu
     std::unique_ptr<Ui::MainMenu> m_mainMenu;
     std::unique_ptr<NoticeItems> m_noticeItems;
+    std::unique_ptr<LoginItemChoice> m_loginItemChoice;
     std::unique_ptr<TrayStatusItem> m_statusItem;
     std::unique_ptr<MyWindowController> m_myWindowController;
     std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;

@@ -2,7 +2,6 @@
 
 #include "common/InterfaceImage.h"
 
-#include <QCursor>
 #include <QIcon>
 #include <QMenu>
 #include <QPixmap>
@@ -10,15 +9,13 @@
 namespace kestrel {
 
 TrayStatusItem::TrayStatusItem(QMenu& menu)
+    : m_menuOpener(menu)
 {
     m_icon.setToolTip(QStringLiteral("ZENTA Kestrel"));
     m_icon.setContextMenu(&menu);
     // Trays show the menu for the second button by themselves; the first one is to show it too.
-    QObject::connect(&m_icon, &QSystemTrayIcon::activated, &menu,
-        [&menu](QSystemTrayIcon::ActivationReason reason) {
-            if (reason == QSystemTrayIcon::Trigger && !menu.isVisible())
-                menu.popup(QCursor::pos());
-        });
+    QObject::connect(
+        &m_icon, &QSystemTrayIcon::activated, &m_menuOpener, &TrayMenuOpener::activated);
 }
 
 void TrayStatusItem::setImage(std::string_view imageName)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/StatusItem.h"
+#include "app/TrayMenuOpener.h"
 
 #include <QSystemTrayIcon>
 
@@ -18,6 +19,7 @@ public:
     void show() { m_icon.show(); }
 
 private:
+    TrayMenuOpener m_menuOpener;
     QSystemTrayIcon m_icon;
 };
 

@@ -99,14 +99,11 @@ void KeystrokePoster::postKeyEvent(KeyCode keyCode, bool keyDown)
     heed(m_keyEvents.postBare(keyCode, direction(keyDown)));
 }
 
-// The user is asked once, at the first key that the system has kept back. An unknown key or a
-// session that is gone leaves nothing to do: the next key tries again.
+// An unknown key or a session that is gone leaves nothing to do: the next key tries again.
 void KeystrokePoster::heed(KeyEvents::Result result)
 {
-    if (result == KeyEvents::Result::NotPermitted && !m_permissionRequested) {
-        m_permissionRequested = true;
+    if (result == KeyEvents::Result::NotPermitted)
         m_permissions.requestKeyEvents();
-    }
 }
 
 } // namespace kestrel

@@ -15,7 +15,8 @@ class Workspace;
 // frontmost application. Main thread only.
 class KeystrokePoster {
 public:
-    // Everything outlives the poster.
+    // Everything outlives the poster. The permission is requested for every event that the system
+    // keeps back.
     KeystrokePoster(const StoredAssignments& assignments, Workspace& workspace,
         KeyEvents& keyEvents, Permissions& permissions);
 
@@ -38,7 +39,6 @@ private:
     Workspace& m_workspace;
     KeyEvents& m_keyEvents;
     Permissions& m_permissions;
-    bool m_permissionRequested = false;
 };
 
 } // namespace kestrel

@@ -21,4 +21,10 @@ public:
     [[nodiscard]] virtual std::vector<Notice> current() = 0;
 };
 
+// Of a session that keeps nothing from the program.
+class NoNotices final : public Notices {
+public:
+    std::vector<Notice> current() override { return {}; }
+};
+
 } // namespace kestrel

@@ -11,6 +11,9 @@ public:
 
     // Shows the system's own question; does nothing where there is none to ask.
     virtual void requestKeyEvents() = 0;
+
+    // Opens the settings in which the user can give the permission; nothing where there are none.
+    virtual void showKeyEventSettings() = 0;
 };
 
 } // namespace kestrel

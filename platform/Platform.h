@@ -4,6 +4,7 @@
 #include "platform/FileAttributes.h"
 #include "platform/KeyEvents.h"
 #include "platform/KeyTranslation.h"
+#include "platform/LoginItem.h"
 #include "platform/MIDIServices.h"
 #include "platform/MainLoop.h"
 #include "platform/Notices.h"
@@ -29,6 +30,7 @@ struct Platform {
     std::unique_ptr<WindowTraits> windowTraits;
     std::unique_ptr<Permissions> permissions;
     std::unique_ptr<Notices> notices;
+    std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<DefaultsStore> defaults;
 };
 

@@ -15,7 +15,8 @@ public:
     // Keeps the content at width : height while the window is resized by any edge or corner.
     virtual void setContentAspectRatio(NativeWindow window, int width, int height) = 0;
 
-    // The window floats, shows over full-screen spaces, and stays when the application is inactive.
+    // The window floats, shows over full-screen spaces, and stays when the application is inactive
+    // or hidden.
     virtual void setFloating(NativeWindow window) = 0;
 
     // The window never takes the keyboard focus, whatever is clicked in it.

@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/linux/autostart/AutostartLoginItem.h"
 #include "platform/linux/defaults/FileDefaultsStore.h"
 #include "platform/linux/midi/JackMIDIServices.h"
 #include "platform/linux/system/SessionEnvironment.h"
@@ -30,6 +31,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .windowTraits = std::move(x11.windowTraits),
         .permissions = makePermissions(),
         .notices = makeNotices(),
+        .loginItem = makeAutostartLoginItem(),
         .defaults = makeFileDefaultsStore(),
     };
 }

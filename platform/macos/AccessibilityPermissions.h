@@ -12,6 +12,7 @@ public:
 
     bool mayPostKeyEvents() override;
     void requestKeyEvents() override;
+    void showKeyEventSettings() override;
 
 private:
     std::shared_ptr<PostEventAccess> m_access;

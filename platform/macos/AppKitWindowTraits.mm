@@ -34,6 +34,9 @@ void AppKitWindowTraits::setFloating(NativeWindow view)
         | NSWindowCollectionBehaviorFullScreenAuxiliary;
     window.level = CGWindowLevelForKey(kCGFloatingWindowLevelKey);
     window.hidesOnDeactivate = NO;
+    // The program hides itself to give the front back. A window that is hidden with it could not be
+    // shown again without bringing back the others.
+    window.canHide = NO;
     window.releasedWhenClosed = NO;
 }
 

@@ -1,19 +1,23 @@
 #include "platform/Platform.h"
-#include "platform/macos/AccessibilityNotices.h"
 #include "platform/macos/AccessibilityPermissions.h"
 #include "platform/macos/AppKitWindowTraits.h"
 #include "platform/macos/AppKitWorkspace.h"
+#include "platform/macos/AppServiceLoginItem.h"
 #include "platform/macos/CFPreferencesDefaultsStore.h"
 #include "platform/macos/CoreMIDIServices.h"
 #include "platform/macos/FinderFileAttributes.h"
 #include "platform/macos/QuartzKeyEvents.h"
 #include "platform/macos/QuartzKeyTranslation.h"
+#include "platform/macos/StatusItemGuard.h"
 #include "platform/macos/SysctlProcessTable.h"
+
+#include <cstdlib>
 
 namespace kestrel {
 
 Platform makePlatform(MainLoop& mainLoop)
 {
+    guardStatusItem();
     auto access = std::make_shared<PostEventAccess>(mainLoop);
     return {
         .midiServices = std::make_unique<CoreMIDIServices>(),
@@ -24,13 +28,18 @@ Platform makePlatform(MainLoop& mainLoop)
         .fileAttributes = std::make_unique<FinderFileAttributes>(),
         .windowTraits = std::make_unique<AppKitWindowTraits>(),
         .permissions = std::make_unique<AccessibilityPermissions>(access),
-        .notices = std::make_unique<AccessibilityNotices>(access),
+        .notices = std::make_unique<NoNotices>(),
+        .loginItem = std::make_unique<AppServiceLoginItem>(),
         .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
     };
 }
 
 std::optional<std::string> prepareSession()
 {
+    // Otherwise the toolkit makes this program the active one with every window that it brings to
+    // the front, the panel included, and keys no longer go to the one before. What is to be active
+    // here is activated by name.
+    ::setenv("QT_MAC_SET_RAISE_PROCESS", "0", 0);
     return {};
 }
 

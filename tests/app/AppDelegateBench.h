@@ -12,12 +12,15 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QMenu>
 #include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTimerEvent>
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 namespace kestrel {
 
@@ -37,6 +40,8 @@ public:
         , workspace(*new fakes::FakeWorkspace)
         , keyEvents(*new fakes::FakeKeyEvents)
         , processes(*new fakes::FakeProcessTable)
+        , permissions(*new fakes::FakePermissions)
+        , loginItem(*new fakes::FakeLoginItem)
         , defaults(*new fakes::FakeDefaultsStore)
     {
         platform.midiServices.reset(&midiServices);
@@ -47,7 +52,8 @@ public:
         platform.keyTranslation = std::make_unique<NoKeyTranslation>();
         platform.fileAttributes = std::make_unique<fakes::FakeFileAttributes>();
         platform.windowTraits = std::make_unique<fakes::FakeWindowTraits>();
-        platform.permissions = std::make_unique<fakes::FakePermissions>();
+        platform.permissions.reset(&permissions);
+        platform.loginItem.reset(&loginItem);
         platform.notices = std::make_unique<fakes::FakeNotices>();
         workspace.hidesByItself = false;
         processes.names = { "Pro Tools" };
@@ -74,6 +80,15 @@ public:
         QTimer& timer = delegate->activeSenceTimer();
         QTimerEvent event(timer.timerId());
         QCoreApplication::sendEvent(&timer, &event);
+    }
+
+    [[nodiscard]] static QMenu& menu()
+    {
+        for (QWidget* widget : QApplication::allWidgets()) {
+            if (widget->objectName() == QLatin1String("statusMenu"))
+                return *qobject_cast<QMenu*>(widget);
+        }
+        throw std::logic_error("there is no menu");
     }
 
     // Opens the about box and closes it; its informative text.
@@ -121,6 +136,8 @@ public:
     fakes::FakeWorkspace& workspace;
     fakes::FakeKeyEvents& keyEvents;
     fakes::FakeProcessTable& processes;
+    fakes::FakePermissions& permissions;
+    fakes::FakeLoginItem& loginItem;
     fakes::FakeDefaultsStore& defaults;
     fakes::ManualMainLoop mainLoop;
     fakes::ManualClock clock;

@@ -2,7 +2,11 @@
 #include "panel/PlugInPanelView.h"
 #include "tests/app/AppDelegateBench.h"
 
+#include <QMenu>
+
 #include <gmock/gmock.h>
+
+#include <algorithm>
 
 namespace kestrel {
 namespace {
@@ -112,7 +116,7 @@ TEST(AppDelegate, after_the_about_box_the_application_hides_when_no_window_is_op
 {
     Bench bench;
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
     EXPECT_FALSE(bench.panel().isVisible());
 }
 
@@ -121,7 +125,7 @@ TEST(AppDelegate, after_the_about_box_an_open_panel_is_shown_again)
     Bench bench;
     bench.delegate->newDocument();
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
     EXPECT_TRUE(bench.panel().isVisible());
 }
 
@@ -131,7 +135,7 @@ TEST(AppDelegate, after_the_about_box_the_setup_window_alone_stays_as_it_is)
     bench.delegate->userAssign();
     bench.workspace.calls.clear();
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
     EXPECT_TRUE(bench.setup().isVisible());
 }
 
@@ -142,7 +146,7 @@ TEST(AppDelegate, after_the_about_box_with_both_windows_only_the_panel_is_left)
     bench.delegate->newDocument();
     bench.workspace.calls.clear();
     bench.lookAtAboutBox();
-    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
     EXPECT_TRUE(bench.panel().isVisible());
     EXPECT_FALSE(bench.setup().isVisible());
 }
@@ -162,6 +166,47 @@ TEST(AppDelegate, the_empty_actions_do_nothing)
     bench.delegate->saveDocument();
     EXPECT_THAT(bench.workspace.calls, IsEmpty());
     EXPECT_EQ(bench.defaults.synchronised, 0);
+}
+
+TEST(AppDelegate, a_key_that_is_kept_back_asks_for_the_permission_once)
+{
+    const Bench bench;
+    bench.workspace.applications = { { "Pro Tools", true } };
+    ArchiveArray& entry = *bench.delegate->myUserAssignFile()->getSwitchShortcut(1);
+    entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("A")));
+    bench.keyEvents.result = KeyEvents::Result::NotPermitted;
+    EXPECT_EQ(bench.permissions.requests, 0);
+    bench.receive({ 0xB0, 0x0F, 0x40, 0x2F, 0x40 });
+    bench.receive({ 0xB0, 0x0F, 0x40, 0x2F, 0x00 });
+    EXPECT_EQ(bench.permissions.requests, 1);
+}
+
+TEST(AppDelegate, the_menu_says_that_the_permission_is_missing_until_it_is_there)
+{
+    const Bench bench;
+    const qsizetype usual = Bench::menu().actions().size();
+    bench.permissions.granted = false;
+    bench.tick();
+    ASSERT_EQ(Bench::menu().actions().size(), usual + 2);
+    EXPECT_EQ(Bench::menu().actions().constFirst()->text(),
+        QString::fromUtf8("Keys Need the Accessibility Permission…"));
+    bench.permissions.granted = true;
+    bench.tick();
+    EXPECT_EQ(Bench::menu().actions().size(), usual);
+    EXPECT_EQ(bench.permissions.requests, 0);
+}
+
+TEST(AppDelegate, the_menu_offers_to_launch_at_login)
+{
+    const Bench bench;
+    const auto actions = Bench::menu().actions();
+    const auto item = std::find_if(actions.begin(), actions.end(),
+        [](const QAction* action) { return action->text() == QLatin1String("&Launch at Login"); });
+    ASSERT_NE(item, actions.end());
+    EXPECT_TRUE((*item)->isCheckable());
+    (*item)->trigger();
+    EXPECT_TRUE((*item)->isChecked());
+    EXPECT_THAT(bench.loginItem.calls, ElementsAre("on"));
 }
 
 TEST(AppDelegate, ending_with_a_closed_link_stores_the_set_and_releases_nothing)

@@ -2,6 +2,7 @@
 
 #include "platform/DefaultsStore.h"
 #include "platform/FileAttributes.h"
+#include "platform/LoginItem.h"
 #include "platform/Notices.h"
 #include "platform/Permissions.h"
 #include "platform/ProcessRecords.h"
@@ -105,9 +106,11 @@ class FakePermissions final : public Permissions {
 public:
     [[nodiscard]] bool mayPostKeyEvents() override { return granted; }
     void requestKeyEvents() override { ++requests; }
+    void showKeyEventSettings() override { ++settingsShown; }
 
     bool granted = true;
     int requests = 0;
+    int settingsShown = 0;
 };
 
 class FakeNotices final : public Notices {
@@ -115,6 +118,26 @@ public:
     [[nodiscard]] std::vector<Notice> current() override { return notices; }
 
     std::vector<Notice> notices;
+};
+
+// A login item in memory, switched on and off as long as `result` is Done.
+class FakeLoginItem final : public LoginItem {
+public:
+    [[nodiscard]] bool isAvailable() override { return available; }
+    [[nodiscard]] bool isEnabled() override { return enabled; }
+    [[nodiscard]] Result setEnabled(bool value) override
+    {
+        calls.emplace_back(value ? "on" : "off");
+        if (result == Result::Done)
+            enabled = value;
+        return result;
+    }
+    void showSettings() override { calls.emplace_back("settings"); }
+
+    bool available = true;
+    bool enabled = false;
+    Result result = Result::Done;
+    std::vector<std::string> calls;
 };
 
 // Defaults in memory; `stored` is what is on disk.

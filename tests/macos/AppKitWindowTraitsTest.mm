@@ -41,6 +41,7 @@ TEST_F(AppKitWindowTraitsTest, a_floating_window_shows_everywhere_and_stays)
     EXPECT_TRUE(window.collectionBehavior & NSWindowCollectionBehaviorCanJoinAllSpaces);
     EXPECT_TRUE(window.collectionBehavior & NSWindowCollectionBehaviorFullScreenAuxiliary);
     EXPECT_FALSE(window.hidesOnDeactivate);
+    EXPECT_FALSE(window.canHide);
 }
 
 TEST_F(AppKitWindowTraitsTest, a_panel_that_is_never_focused_activates_nothing)

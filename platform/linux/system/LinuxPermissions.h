@@ -9,6 +9,7 @@ class LinuxPermissions final : public Permissions {
 public:
     bool mayPostKeyEvents() override { return true; }
     void requestKeyEvents() override { }
+    void showKeyEventSettings() override { }
 };
 
 } // namespace kestrel

@@ -2,6 +2,7 @@
 
 #include "platform/macos/CFHolder.h"
 
+#import <AppKit/AppKit.h>
 #include <ApplicationServices/ApplicationServices.h>
 
 namespace kestrel {
@@ -24,6 +25,15 @@ void AccessibilityPermissions::requestKeyEvents()
         &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
     // Answers at once, before the user has. The program also appears in the list by being asked.
     AXIsProcessTrustedWithOptions(options.get());
+}
+
+void AccessibilityPermissions::showKeyEventSettings()
+{
+    @autoreleasepool {
+        NSString* list
+            = @"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
+        [NSWorkspace.sharedWorkspace openURL:[NSURL URLWithString:list]];
+    }
 }
 
 } // namespace kestrel

@@ -1,0 +1,101 @@
+#include "platform/linux/autostart/AutostartLoginItem.h"
+
+#include "common/AtomicFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+// A value of type string.
+QString escaped(QString text)
+{
+    return text.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
+        .replace(QLatin1Char('\n'), QStringLiteral("\\n"));
+}
+
+// One argument of a command line that takes `%` for a field and quotes as a shell does.
+QString quoted(const QString& argument)
+{
+    QString text;
+    for (const QChar character : argument) {
+        if (QStringLiteral("\"`$\\").contains(character))
+            text += QLatin1Char('\\');
+        else if (character == QLatin1Char('%'))
+            text += character;
+        text += character;
+    }
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+QByteArray entryFor(const QString& program)
+{
+    return QStringLiteral("[Desktop Entry]\n"
+                          "Type=Application\n"
+                          "Name=ZENTA Kestrel\n"
+                          "Comment=Links the ZENTA console with Pro Tools\n"
+                          "Exec=%1\n"
+                          "TryExec=%2\n"
+                          "Icon=com.holvik.kestrel\n"
+                          "StartupNotify=false\n"
+                          "Terminal=false\n")
+        .arg(escaped(quoted(program)), escaped(program))
+        .toUtf8();
+}
+
+// Desktops that let the user switch an entry off leave the file and say so in it.
+bool isSwitchedOff(const QByteArray& line)
+{
+    const qsizetype sign = line.indexOf('=');
+    const QByteArray key = line.left(sign).trimmed();
+    const QByteArray value = line.mid(sign + 1).trimmed();
+    return (key == "Hidden" && value == "true")
+        || (key == "X-GNOME-Autostart-enabled" && value == "false");
+}
+
+} // namespace
+
+AutostartLoginItem::AutostartLoginItem(QString entryPath, QString program)
+    : m_entryPath(std::move(entryPath))
+    , m_program(std::move(program))
+{
+}
+
+bool AutostartLoginItem::isEnabled()
+{
+    QFile file(m_entryPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    return std::none_of(lines.begin(), lines.end(), isSwitchedOff);
+}
+
+LoginItem::Result AutostartLoginItem::setEnabled(bool enabled)
+{
+    if (!enabled)
+        return QFile::remove(m_entryPath) || !QFile::exists(m_entryPath) ? Result::Done
+                                                                         : Result::Failed;
+    const QByteArray entry = entryFor(m_program);
+    return QDir().mkpath(QFileInfo(m_entryPath).path())
+            && AtomicFile::write(m_entryPath, viewOf(entry))
+        ? Result::Done
+        : Result::Failed;
+}
+
+std::unique_ptr<LoginItem> makeAutostartLoginItem()
+{
+    return std::make_unique<AutostartLoginItem>(
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+            + QStringLiteral("/autostart/kestrel.desktop"),
+        QCoreApplication::applicationFilePath());
+}
+
+} // namespace kestrel

@@ -1,0 +1,77 @@
+#include "platform/macos/AppServiceLoginItem.h"
+
+#import <Foundation/Foundation.h>
+
+// What of SMAppService is used here. The class is looked up by its name, so that the program starts
+// on systems that lack it, and can be built with their SDK.
+@protocol KestrelAppService <NSObject>
+@property (readonly) NSInteger status;
+- (BOOL)registerAndReturnError:(NSError**)error;
+- (BOOL)unregisterAndReturnError:(NSError**)error;
+@end
+
+@protocol KestrelAppServiceClass <NSObject>
++ (id<KestrelAppService>)mainAppService;
++ (void)openSystemSettingsLoginItems;
+@end
+
+namespace kestrel {
+
+namespace {
+// Values of SMAppServiceStatus.
+constexpr NSInteger Enabled = 1;
+constexpr NSInteger RequiresApproval = 2; // registered, and switched off by the user
+
+Class<KestrelAppServiceClass> serviceClass()
+{
+    static const Class found = [] {
+        // Nothing is linked from it, so nobody else has loaded it.
+        [[NSBundle bundleWithPath:@"/System/Library/Frameworks/ServiceManagement.framework"] load];
+        return NSClassFromString(@"SMAppService");
+    }();
+    return static_cast<Class<KestrelAppServiceClass>>(found);
+}
+} // namespace
+
+bool AppServiceLoginItem::isAvailable()
+{
+    @autoreleasepool {
+        // A program outside of a bundle, as the build of a test is, has nothing to register.
+        return serviceClass() != nil && NSBundle.mainBundle.bundleIdentifier != nil;
+    }
+}
+
+bool AppServiceLoginItem::isEnabled()
+{
+    @autoreleasepool {
+        return [serviceClass() mainAppService].status == Enabled;
+    }
+}
+
+LoginItem::Result AppServiceLoginItem::setEnabled(bool enabled)
+{
+    @autoreleasepool {
+        id<KestrelAppService> service = [serviceClass() mainAppService];
+        if (!service)
+            return Result::Failed;
+        // Asking for what is so already counts as an error there.
+        const NSInteger status = service.status;
+        if (!enabled) {
+            const bool isRegistered = status == Enabled || status == RequiresApproval;
+            return !isRegistered || [service unregisterAndReturnError:nil] ? Result::Done
+                                                                           : Result::Failed;
+        }
+        if (status == Enabled || [service registerAndReturnError:nil])
+            return service.status == RequiresApproval ? Result::NeedsApproval : Result::Done;
+        return service.status == RequiresApproval ? Result::NeedsApproval : Result::Failed;
+    }
+}
+
+void AppServiceLoginItem::showSettings()
+{
+    @autoreleasepool {
+        [serviceClass() openSystemSettingsLoginItems];
+    }
+}
+
+} // namespace kestrel

@@ -1,0 +1,28 @@
+#include "platform/Platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace kestrel {
+namespace {
+
+constexpr const char* RaiseProcess = "QT_MAC_SET_RAISE_PROCESS";
+
+TEST(Session, raising_a_window_does_not_activate_the_program)
+{
+    ::unsetenv(RaiseProcess);
+    EXPECT_FALSE(prepareSession());
+    EXPECT_STREQ(std::getenv(RaiseProcess), "0");
+}
+
+TEST(Session, what_the_user_has_chosen_stays)
+{
+    ::setenv(RaiseProcess, "1", 1);
+    EXPECT_FALSE(prepareSession());
+    EXPECT_STREQ(std::getenv(RaiseProcess), "1");
+    ::unsetenv(RaiseProcess);
+}
+
+} // namespace
+} // namespace kestrel
