@@ -14,7 +14,7 @@ public:
         std::string screen = "1280x800x24";
         bool windowManager = true;
         bool tray = false;
-        std::string without; // the name of an extension that the server is not to have
+        std::string without {}; // the name of an extension that the server is not to have
     };
 
     // Throws std::runtime_error when a part does not come up within ten seconds.

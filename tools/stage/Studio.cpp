@@ -30,7 +30,7 @@ ChildProcess::Environment Studio::environment() const
     if (m_jack)
         result.merge(m_jack->environment());
     // One pixel a unit, as on the displays that the stage makes: pictures are compared.
-    result["QT_ENABLE_HIGHDPI_SCALING"] = "0";
+    result.insert_or_assign("QT_ENABLE_HIGHDPI_SCALING", std::string("0"));
     return result;
 }
 
