@@ -121,7 +121,7 @@ TEST(ShellLife, a_setup_window_made_before_the_launch_still_brings_the_panel_bac
     EXPECT_TRUE(bench.panel().isVisible());
 }
 
-TEST(ShellLife, the_menu_offers_five_actions_and_hides_the_two_that_do_nothing)
+TEST(ShellLife, the_menu_offers_six_actions_and_hides_the_two_that_do_nothing)
 {
     Bench bench;
     bench.launch();
@@ -130,7 +130,8 @@ TEST(ShellLife, the_menu_offers_five_actions_and_hides_the_two_that_do_nothing)
         if (action->isVisible() && !action->isSeparator())
             shown.append(action->objectName());
     }
-    EXPECT_EQ(shown, QStringList({ "newDocument", "userAssign", "kestrel", "about", "quit" }));
+    EXPECT_EQ(shown,
+        QStringList({ "newDocument", "userAssign", "kestrel", "launchAtLogin", "about", "quit" }));
     EXPECT_FALSE(Bench::action("openDocument").isVisible());
     EXPECT_FALSE(Bench::action("saveDocument").isVisible());
 }

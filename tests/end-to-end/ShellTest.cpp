@@ -1,19 +1,21 @@
 #include "assign/UserAssignFile.h"
 #include "tests/end-to-end/RunningStudio.h"
 #include "tools/stage/KeysDown.h"
+#include "tools/stage/Patience.h"
 #include "tools/stage/Screen.h"
+#include "tools/stage/StatusIcon.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <fstream>
-#include <thread>
 
 namespace kestrel {
 namespace {
 
 using stage::milliseconds;
+using Face = stage::StatusIcon::Face;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -21,22 +23,9 @@ using testing::IsEmpty;
 constexpr milliseconds DialogTimeout { 10000 };
 constexpr int KeyB = 11; // its key code
 
-// The colour of the bird in the status item while the link is alive, and of nothing else there.
-bool isOnlineColour(stage::Colour colour)
-{
-    return colour.green > colour.red + 50 && colour.blue > colour.red + 50;
-}
-
-// True as soon as `holds` is; asked again and again until time is up.
 bool becomesTrue(const std::function<bool()>& holds, milliseconds timeout = DialogTimeout)
 {
-    const auto deadline = std::chrono::steady_clock::now() + timeout;
-    while (!holds()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        std::this_thread::sleep_for(milliseconds(20));
-    }
-    return true;
+    return stage::comesTrue(holds, timeout);
 }
 
 class Shell : public testing::Test {
@@ -58,17 +47,9 @@ protected:
         return run("xdotool search --onlyvisible --name '" + title + "'") == 0;
     }
 
-    [[nodiscard]] int onlinePixels() const
+    [[nodiscard]] Face face() const
     {
-        return stage::Screen(studio->studio.displayName()).countInTray(isOnlineColour);
-    }
-
-    // Pixels of the tray that are not its own dark ground.
-    [[nodiscard]] int trayPixels() const
-    {
-        return stage::Screen(studio->studio.displayName()).countInTray([](stage::Colour colour) {
-            return colour.red > 0x60 || colour.green > 0x60 || colour.blue > 0x60;
-        });
+        return stage::StatusIcon(studio->studio.displayName(), studio->studio.environment()).face();
     }
 
     // The program with its setup window open, one key assigned, and nothing on disk.
@@ -77,7 +58,7 @@ protected:
         startOnDesktop(true);
         studio->studio.assign({ "1", "A" });
         studio->startKestrel();
-        ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+        ASSERT_TRUE(becomesTrue([this] { return face() != Face::None; })) << "no status item";
         std::filesystem::remove(defaultsFile()); // read by now
         ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
         ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
@@ -142,17 +123,16 @@ TEST_F(Shell, the_status_item_shows_whether_the_console_is_alive)
     startOnDesktop(true);
     studio->startWorkstation();
     studio->startKestrel();
-    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
-    EXPECT_EQ(onlinePixels(), 0);
+    ASSERT_TRUE(becomesTrue([this] { return face() != Face::None; })) << "no status item";
+    EXPECT_EQ(face(), Face::Offline);
     studio->startConsole();
-    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() > 20; }, RunningStudio::LinkTimeout));
+    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Online; }, RunningStudio::LinkTimeout));
     studio->console->writeLine("heartbeat off");
-    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() == 0; }, milliseconds(11000)));
-    EXPECT_GT(trayPixels(), 20);
+    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(11000)));
     studio->console->writeLine("heartbeat on");
-    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() > 20; }, milliseconds(2000)));
+    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Online; }, milliseconds(2000)));
     studio->workstation.reset();
-    EXPECT_TRUE(becomesTrue([this] { return onlinePixels() == 0; }, milliseconds(6000)));
+    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(6000)));
 }
 
 TEST_F(Shell, a_tray_that_comes_later_gets_the_item)
@@ -161,7 +141,7 @@ TEST_F(Shell, a_tray_that_comes_later_gets_the_item)
     studio->startKestrel();
     EXPECT_FALSE(studio->kestrel->wait(milliseconds(2000))) << "it must work without a tray";
     studio->studio.display().startTray();
-    EXPECT_TRUE(becomesTrue([this] { return trayPixels() > 20; }));
+    EXPECT_TRUE(becomesTrue([this] { return face() != Face::None; }));
 }
 
 TEST_F(Shell, a_second_start_brings_up_the_setup_window)
@@ -178,12 +158,12 @@ TEST_F(Shell, closing_the_setup_window_leaves_the_status_item_in_its_place)
 {
     startOnDesktop(true);
     studio->startKestrel();
-    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; }));
+    ASSERT_TRUE(becomesTrue([this] { return face() != Face::None; }));
     ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
     ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
     ASSERT_EQ(run("wmctrl -c 'User Assignable Setup'"), 0);
     ASSERT_TRUE(becomesTrue([this] { return !isShown("User Assignable Setup"); }));
-    EXPECT_GT(trayPixels(), 20);
+    EXPECT_NE(face(), Face::None);
 }
 
 TEST_F(Shell, the_first_of_several_files_becomes_live_in_the_running_program)
@@ -254,7 +234,7 @@ TEST_F(Shell, a_signal_ends_it_in_order_while_the_about_box_is_open)
 {
     startOnDesktop(true);
     studio->startKestrel();
-    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+    ASSERT_TRUE(becomesTrue([this] { return face() != Face::None; })) << "no status item";
     ASSERT_EQ(run("xdotool mousemove 1268 12 click 1"), 0);
     ASSERT_TRUE(
         becomesTrue([this] { return run("xdotool key a") == 0 && isShown("^ZENTA Kestrel$"); }));
@@ -287,7 +267,7 @@ TEST_F(Shell, idle_it_takes_less_than_40_MiB_of_memory_of_its_own)
 {
     startOnDesktop(true);
     studio->startKestrel();
-    ASSERT_TRUE(becomesTrue([this] { return trayPixels() > 20; })) << "no status item";
+    ASSERT_TRUE(becomesTrue([this] { return face() != Face::None; })) << "no status item";
     std::ifstream rollup("/proc/" + std::to_string(studio->kestrel->pid()) + "/smaps_rollup");
     long privateKibibytes = 0;
     for (std::string line; std::getline(rollup, line);) {

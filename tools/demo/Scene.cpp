@@ -11,6 +11,7 @@ Scene::Scene(std::filesystem::path programs, std::filesystem::path pictures,
     std::filesystem::path approved, const stage::Studio::Options& options)
     : m_performance(std::move(programs), std::move(pictures), options)
     , m_keys(m_performance)
+    , m_setup(m_performance)
     , m_panel(m_performance, std::move(approved))
 {
 }
@@ -23,6 +24,7 @@ int Scene::play(Ending ending)
     m_keys.pressAndRelease();
     m_keys.pressFourShortcuts();
     m_keys.openSet();
+    m_setup.assignKey();
     m_panel.openFromTray();
     m_panel.mirrorEditing();
     m_panel.fallSilent();

@@ -3,6 +3,7 @@
 #include "tools/demo/KeyAct.h"
 #include "tools/demo/PanelAct.h"
 #include "tools/demo/Performance.h"
+#include "tools/demo/SetupAct.h"
 
 #include <filesystem>
 
@@ -28,6 +29,7 @@ private:
 
     Performance m_performance;
     KeyAct m_keys;
+    SetupAct m_setup;
     PanelAct m_panel;
 };
 

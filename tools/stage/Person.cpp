@@ -1,39 +1,21 @@
 #include "tools/stage/Person.h"
 
-#include <charconv>
+#include "tools/stage/Patience.h"
+#include "tools/stage/ShownWindows.h"
+#include "tools/stage/StatusIcon.h"
+
 #include <functional>
 #include <stdexcept>
-#include <string_view>
-#include <thread>
 
 namespace kestrel::stage {
 
 namespace {
-constexpr milliseconds Patience { 10000 };
-constexpr milliseconds BetweenLooks { 20 };
+constexpr milliseconds Timeout { 10000 };
 
 void waitUntil(const std::string& what, const std::function<bool()>& holds)
 {
-    const auto deadline = std::chrono::steady_clock::now() + Patience;
-    while (!holds()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            throw std::runtime_error(what + " within ten seconds");
-        std::this_thread::sleep_for(BetweenLooks);
-    }
-}
-
-// From lines like "WIDTH=620".
-std::optional<int> number(const std::vector<std::string>& lines, std::string_view name)
-{
-    for (const std::string_view line : lines) {
-        if (!line.starts_with(name) || line.size() <= name.size() || line[name.size()] != '=')
-            continue;
-        int value = 0;
-        const std::string_view digits = line.substr(name.size() + 1);
-        if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec == std::errc {})
-            return value;
-    }
-    return std::nullopt;
+    if (!comesTrue(holds, Timeout))
+        throw std::runtime_error(what + " within ten seconds");
 }
 
 std::string titlePattern(const std::string& title)
@@ -63,9 +45,19 @@ void Person::type(const std::string& text) const
     run({ "type", "--delay", "5", text });
 }
 
+std::vector<Area> Person::windows(const std::string& title) const
+{
+    std::vector<Area> found;
+    for (const ShownWindow& window : shownWindows(m_studio.displayName(), "kestrel")) {
+        if (window.title == title)
+            found.push_back(window.area);
+    }
+    return found;
+}
+
 std::optional<Area> Person::window(const std::string& title) const
 {
-    const auto found = Screen(m_studio.displayName()).windows(title);
+    const auto found = windows(title);
     return found.empty() ? std::nullopt : std::optional(found.back());
 }
 
@@ -90,32 +82,13 @@ void Person::waitUntilGone(const std::string& title) const
 
 void Person::waitUntilThereAre(int count, const std::string& title) const
 {
-    waitUntil("there were not " + std::to_string(count) + " windows \"" + title + "\"", [&] {
-        const auto found = Screen(m_studio.displayName()).windows(title);
-        return static_cast<int>(found.size()) == count;
-    });
+    waitUntil("there were not " + std::to_string(count) + " windows \"" + title + "\"",
+        [&] { return static_cast<int>(windows(title).size()) == count; });
 }
 
 void Person::chooseFromTray(char mnemonic) const
 {
-    const auto menus = [&] {
-        return run({ "search", "--onlyvisible", "--classname", "^kestrel$" }).size();
-    };
-    const auto before = menus();
-    waitUntil("nothing came up in the tray", [&] {
-        const auto panel = run(
-            { "search", "--onlyvisible", "--class", "^trayer$", "getwindowgeometry", "--shell" });
-        const auto x = number(panel, "X");
-        const auto y = number(panel, "Y");
-        const auto width = number(panel, "WIDTH");
-        const auto height = number(panel, "HEIGHT");
-        if (!x || !y || !width || !height || *width < *height / 2)
-            return false;
-        click(*x + *width / 2, *y + *height / 2);
-        return true;
-    });
-    waitUntil("the menu did not open", [&] { return menus() > before; });
-    press(std::string(1, mnemonic));
+    StatusIcon(m_studio.displayName(), m_studio.environment()).choose(mnemonic);
 }
 
 std::vector<std::string> Person::run(std::vector<std::string> arguments) const
@@ -123,9 +96,9 @@ std::vector<std::string> Person::run(std::vector<std::string> arguments) const
     arguments.insert(arguments.begin(), "xdotool");
     ChildProcess process(arguments, m_studio.environment());
     std::vector<std::string> lines;
-    while (const auto line = process.waitForLineWith("", Patience))
+    while (const auto line = process.waitForLineWith("", Timeout))
         lines.push_back(*line);
-    static_cast<void>(process.wait(Patience));
+    static_cast<void>(process.wait(Timeout));
     return lines;
 }
 

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kestrel::stage {
 
@@ -29,10 +30,11 @@ public:
     void waitUntilGone(const std::string& title) const;
     void waitUntilThereAre(int count, const std::string& title) const; // visible windows
 
-    // Opens the menu of the only item in the tray and chooses the entry with that mnemonic.
+    // Opens the menu behind the icon in the tray and chooses the entry with that mnemonic.
     void chooseFromTray(char mnemonic) const;
 
 private:
+    [[nodiscard]] std::vector<Area> windows(const std::string& title) const; // visible ones
     std::vector<std::string> run(std::vector<std::string> arguments) const; // its output
 
     const Studio& m_studio;

@@ -11,8 +11,6 @@
 namespace kestrel::stage {
 
 namespace {
-constexpr int TrayHeight = 24;
-
 using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
 
 Connection connect(const std::string& display)
@@ -70,38 +68,6 @@ int Screen::count(const Area& area, const std::function<bool(Colour)>& wanted) c
     int found = 0;
     for (int i = 0; i < area.width * area.height; ++i, pixel += 4)
         found += wanted({ pixel[2], pixel[1], pixel[0] }) ? 1 : 0;
-    return found;
-}
-
-int Screen::countInTray(const std::function<bool(Colour)>& wanted) const
-{
-    const Connection connection = connect(m_display);
-    const xcb_screen_t& screen = firstScreen(connection.get(), m_display);
-    return count({ 0, 0, screen.width_in_pixels, TrayHeight }, wanted);
-}
-
-std::vector<Area> Screen::windows(std::string_view title) const
-{
-    const Connection connection = connect(m_display);
-    const xcb_screen_t& screen = firstScreen(connection.get(), m_display);
-    const std::string clients = property(connection.get(), screen.root, "_NET_CLIENT_LIST");
-    std::vector<Area> found;
-    for (std::size_t at = 0; at + sizeof(xcb_window_t) <= clients.size();
-         at += sizeof(xcb_window_t)) {
-        xcb_window_t window = XCB_WINDOW_NONE;
-        std::memcpy(&window, clients.data() + at, sizeof window);
-        if (property(connection.get(), window, "_NET_WM_NAME") != title)
-            continue;
-        const auto placeCookie
-            = xcb_translate_coordinates(connection.get(), window, screen.root, 0, 0);
-        const auto sizeCookie = xcb_get_geometry(connection.get(), window);
-        const Reply<xcb_translate_coordinates_reply_t> place(
-            xcb_translate_coordinates_reply(connection.get(), placeCookie, nullptr), &std::free);
-        const Reply<xcb_get_geometry_reply_t> size(
-            xcb_get_geometry_reply(connection.get(), sizeCookie, nullptr), &std::free);
-        if (place && size) // it may just have gone
-            found.push_back({ place->dst_x, place->dst_y, size->width, size->height });
-    }
     return found;
 }
 

@@ -3,8 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace kestrel::stage {
 
@@ -32,12 +30,8 @@ public:
     }
 
     [[nodiscard]] int count(const Area& area, const std::function<bool(Colour)>& wanted) const;
-    // The whole of the top row of the desktop, where the tray is.
-    [[nodiscard]] int countInTray(const std::function<bool(Colour)>& wanted) const;
     // The class of the window that the window manager calls active; empty when there is none.
     [[nodiscard]] std::string activeWindowClass() const;
-    // The contents, without their frames, of the managed windows of that title.
-    [[nodiscard]] std::vector<Area> windows(std::string_view title) const;
 
 private:
     std::string m_display;

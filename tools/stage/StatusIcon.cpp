@@ -49,14 +49,31 @@ StatusIcon::Face StatusIcon::face() const
 
 void StatusIcon::choosePanel() const
 {
-    const auto shown = icon();
-    if (!shown)
+    const Area area = openMenu();
+    click(area.x + IntoEntry, area.y + IntoEntry);
+    waitUntilMenuIsGone();
+}
+
+void StatusIcon::choose(char mnemonic) const
+{
+    static_cast<void>(openMenu());
+    xdotool({ "key", std::string(1, mnemonic) });
+    waitUntilMenuIsGone();
+}
+
+Area StatusIcon::openMenu() const
+{
+    if (!comesTrue([this] { return icon().has_value(); }, MenuTimeout))
         throw std::runtime_error("there is no icon in the tray");
-    click(shown->area.x + shown->area.width / 2, shown->area.y + shown->area.height / 2);
+    const Area area = icon()->area;
+    click(area.x + area.width / 2, area.y + area.height / 2);
     if (!comesTrue([this] { return menu().has_value(); }, MenuTimeout))
         throw std::runtime_error("the icon in the tray brings up no menu");
-    const Area area = menu()->area;
-    click(area.x + IntoEntry, area.y + IntoEntry);
+    return menu()->area;
+}
+
+void StatusIcon::waitUntilMenuIsGone() const
+{
     if (!comesTrue([this] { return !menu().has_value(); }, MenuTimeout))
         throw std::runtime_error("the menu does not go away");
 }
@@ -82,11 +99,16 @@ std::optional<ShownWindow> StatusIcon::menu() const
 // The pointer goes back to where it was.
 void StatusIcon::click(int x, int y) const
 {
-    ChildProcess xdotool({ "xdotool", "mousemove", std::to_string(x), std::to_string(y), "click",
-                             "1", "mousemove", "restore" },
-        m_environment);
-    if (xdotool.wait(MenuTimeout) != 0)
-        throw std::runtime_error("xdotool could not click");
+    xdotool({ "mousemove", std::to_string(x), std::to_string(y), "click", "1", "mousemove",
+        "restore" });
+}
+
+void StatusIcon::xdotool(std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.begin(), "xdotool");
+    ChildProcess process(arguments, m_environment);
+    if (process.wait(MenuTimeout) != 0)
+        throw std::runtime_error("xdotool could not do what it was told");
 }
 
 } // namespace kestrel::stage

@@ -21,11 +21,17 @@ public:
     // Clicks the icon and then the first entry of its menu, which shows the plug-in panel; throws
     // when there is no icon or no menu comes up.
     void choosePanel() const;
+    // Clicks the icon and then presses the entry's mnemonic. Whoever has the keyboard once the menu
+    // is gone may see that key come up.
+    void choose(char mnemonic) const;
 
 private:
     [[nodiscard]] std::optional<ShownWindow> icon() const;
     [[nodiscard]] std::optional<ShownWindow> menu() const;
+    [[nodiscard]] Area openMenu() const;
+    void waitUntilMenuIsGone() const;
     void click(int x, int y) const;
+    void xdotool(std::vector<std::string> arguments) const;
 
     std::string m_display;
     ChildProcess::Environment m_environment;

@@ -90,6 +90,7 @@ TEST_F(Front, another_window_of_the_same_application_keeps_the_keys_held)
     bringToFront(dialog);
     bringToFront(*workstation);
     EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "A down");
     bringToFront(dialog);
     EXPECT_TRUE(user->keysDown().test(38));
     EXPECT_EQ(release(KeyA), Result::Posted);

@@ -86,7 +86,8 @@ TEST_P(PanelFocus, resizing_it_leaves_the_keys_to_the_workstation)
     const Place before = panelPlace();
     drag(before.x + before.width, before.y + before.height + 3, before.x + before.width - 150,
         before.y + before.height - 30);
-    EXPECT_LT(panelPlace().width, before.width - 50);
+    waitUntil("the panel is narrower",
+        [this, &before] { return panelPlace().width < before.width - 50; });
     EXPECT_TRUE(workstationIsActive());
     EXPECT_EQ(keysThatReachTheWorkstation(), KeyA);
 }
@@ -173,12 +174,11 @@ TEST_F(PanelOnDesktop, dragging_its_corner_ends_in_proportion_even_without_the_p
     const Place start = panelPlace();
     drag(start.x + start.width, start.y + start.height + 3, start.x + start.width - 100,
         start.y + start.height + 203);
-    waitUntil("the panel is in proportion again", [this] {
+    waitUntil("the panel is narrower and in proportion again", [this, &start] {
         const Place end = panelPlace();
-        return inProportion(end.width, end.height);
+        return end.width < start.width - 50 && inProportion(end.width, end.height);
     });
     waitUntil("the view fills it", [this] { return isFilled(content()); });
-    EXPECT_LT(panelPlace().width, start.width - 50);
 }
 
 TEST_F(PanelOnDesktop, maximised_it_is_fitted_into_its_window_and_fights_nobody)
