@@ -61,6 +61,18 @@ std::optional<Area> Person::window(const std::string& title) const
     return found.empty() ? std::nullopt : std::optional(found.back());
 }
 
+Area Person::windowAtRest(const std::string& title) const
+{
+    std::optional<Area> last;
+    waitUntil("the window \"" + title + "\" did not come to rest", [&] {
+        const auto now = window(title);
+        const bool stays = now && now == last;
+        last = now;
+        return stays;
+    });
+    return *last;
+}
+
 void Person::moveWindow(const std::string& title, int x, int y) const
 {
     run({ "search", "--onlyvisible", "--name", titlePattern(title), "windowmove", "--sync",

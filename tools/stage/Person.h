@@ -25,6 +25,8 @@ public:
 
     // The content of the visible window of that title; missing when there is none.
     [[nodiscard]] std::optional<Area> window(const std::string& title) const;
+    // Once it stays where it is: a window manager moves a window some time after it has come up.
+    [[nodiscard]] Area windowAtRest(const std::string& title) const;
     void moveWindow(const std::string& title, int x, int y) const;
     void waitUntilShown(const std::string& title) const; // and has the keyboard
     void waitUntilGone(const std::string& title) const;

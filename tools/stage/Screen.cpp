@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -50,15 +51,28 @@ const xcb_screen_t& firstScreen(xcb_connection_t* connection, const std::string&
         throw std::runtime_error("display " + display + " does not answer");
     return *xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
 }
+
+// A display gives no image of what is beside it.
+Area partOn(const xcb_screen_t& screen, const Area& area)
+{
+    const int left = std::max(area.x, 0);
+    const int top = std::max(area.y, 0);
+    const int right = std::min<int>(area.x + area.width, screen.width_in_pixels);
+    const int bottom = std::min<int>(area.y + area.height, screen.height_in_pixels);
+    return { left, top, right - left, bottom - top };
+}
 } // namespace
 
 int Screen::count(const Area& area, const std::function<bool(Colour)>& wanted) const
 {
     const Connection connection = connect(m_display);
     const xcb_screen_t& screen = firstScreen(connection.get(), m_display);
+    const Area seen = partOn(screen, area);
+    if (seen.width <= 0 || seen.height <= 0)
+        return 0;
     const auto cookie = xcb_get_image(connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, screen.root,
-        static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
-        static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), ~0u);
+        static_cast<std::int16_t>(seen.x), static_cast<std::int16_t>(seen.y),
+        static_cast<std::uint16_t>(seen.width), static_cast<std::uint16_t>(seen.height), ~0u);
     const Reply<xcb_get_image_reply_t> image(
         xcb_get_image_reply(connection.get(), cookie, nullptr), &std::free);
     if (!image)
@@ -66,7 +80,7 @@ int Screen::count(const Area& area, const std::function<bool(Colour)>& wanted) c
     // 24 bits a pixel in 32, blue first, on every display that the stage makes.
     const std::uint8_t* pixel = xcb_get_image_data(image.get());
     int found = 0;
-    for (int i = 0; i < area.width * area.height; ++i, pixel += 4)
+    for (int i = 0; i < seen.width * seen.height; ++i, pixel += 4)
         found += wanted({ pixel[2], pixel[1], pixel[0] }) ? 1 : 0;
     return found;
 }

@@ -1,6 +1,5 @@
 #include "tools/stage/SetupWindowOnScreen.h"
 
-#include <stdexcept>
 
 namespace kestrel::stage {
 
@@ -53,11 +52,9 @@ void SetupWindowOnScreen::clear(int field) const
 
 void SetupWindowOnScreen::openRenameBox(int button) const
 {
-    const auto window = person.window(Title);
-    if (!window)
-        throw std::runtime_error("the setup window is not there");
+    const Area window = person.windowAtRest(Title);
     const Place place = buttonPlace(button);
-    person.doubleClick(window->x + place.x, window->y + place.y);
+    person.doubleClick(window.x + place.x, window.y + place.y);
 }
 
 // The box opens with its text selected.
@@ -106,10 +103,8 @@ void SetupWindowOnScreen::openSaveSheet() const
 
 void SetupWindowOnScreen::click(int x, int y) const
 {
-    const auto window = person.window(Title);
-    if (!window)
-        throw std::runtime_error("the setup window is not there");
-    person.click(window->x + x, window->y + y);
+    const Area window = person.windowAtRest(Title);
+    person.click(window.x + x, window.y + y);
 }
 
 void SetupWindowOnScreen::chooseFile(const std::string& sheet, const std::string& path) const
