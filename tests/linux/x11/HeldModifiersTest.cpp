@@ -103,6 +103,7 @@ TEST_F(HeldModifiers, following_them_costs_nothing_while_none_changes)
         releaseShortcut(KeyS, Modifier::Command);
     }
     EXPECT_EQ(session->connection.roundTrips(), before);
+    settle();
     EXPECT_EQ(user->modifiers() & 1u, 1u);
 }
 
