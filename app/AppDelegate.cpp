@@ -12,7 +12,7 @@
 #include "setup/WindowCloseObserver.h"
 #include "ui_MainMenu.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMainWindow>
 #include <QMessageBox>
 
@@ -91,14 +91,23 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
     m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, m_keyPermission);
     // Also while nobody looks: not every menu takes in new items once it is about to open.
-    connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] { m_noticeItems->refresh(); });
     m_loginItemChoice = std::make_unique<LoginItemChoice>(
         *m_platform.loginItem, *m_mainMenu->launchAtLogin, *m_mainMenu->statusMenu);
+    connect(&m_activeSenceTimer, &QTimer::timeout, this, &AppDelegate::refreshMenu);
 
     m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
     m_statusItem->setImage(StatusImage::Offline);
     m_statusItem->show();
     m_connection.setStatusItem(m_statusItem.get());
+}
+
+// Entries do not move under the pointer of somebody who is choosing one.
+void AppDelegate::refreshMenu()
+{
+    if (m_mainMenu->statusMenu->isVisible())
+        return;
+    m_noticeItems->refresh();
+    m_loginItemChoice->refresh();
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -150,6 +159,11 @@ void AppDelegate::userAssign()
 
 void AppDelegate::about()
 {
+    // Not every tray keeps its menu from being used below a modal window.
+    if (QWidget* const open = QApplication::activeModalWidget()) {
+        open->activateWindow();
+        return;
+    }
     QMessageBox alert(QMessageBox::Warning, QStringLiteral("ZENTA Kestrel"),
         QStringLiteral("ZENTA Kestrel"), QMessageBox::Ok);
     alert.setInformativeText(aboutInstalled());

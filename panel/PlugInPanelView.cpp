@@ -8,6 +8,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace kestrel {
 
 namespace {
@@ -49,8 +51,10 @@ void PlugInPanelView::setupMessageArry()
 
 void PlugInPanelView::initMessageArry()
 {
-    if (m_myZonesArray)
+    if (m_myZonesArray) {
         m_myZonesArray.emplace();
+        m_isAllStale = true;
+    }
     if (!m_mySwitchArray)
         m_mySwitchArray.emplace();
     if (!m_myKnobArray)
@@ -97,7 +101,8 @@ void PlugInPanelView::setNeedsDisplay()
 // A message that stored something which is not drawn still repaints: the whole panel then.
 void PlugInPanelView::refresh(const QRegion& stale)
 {
-    m_refresh.request(stale.isEmpty() ? QRegion(rect()) : stale);
+    const bool isAllStale = std::exchange(m_isAllStale, false) || stale.isEmpty();
+    m_refresh.request(isAllStale ? QRegion(rect()) : stale);
     emit contentChanged();
 }
 

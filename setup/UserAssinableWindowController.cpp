@@ -5,6 +5,8 @@
 #include "setup/SetupTables.h"
 #include "shortcut/ClearButton.h"
 
+#include <QFileDialog>
+
 #include <algorithm>
 
 namespace kestrel {
@@ -164,9 +166,11 @@ void UserAssinableWindowController::mouseDown()
     hideUserAssignEditBox();
 }
 
-void UserAssinableWindowController::windowClosing(const Notification&)
+void UserAssinableWindowController::windowClosing(const Notification& notification)
 {
-    if (!m_visibleFileDialog) {
+    // The panel may have closed while the sheet was up, and taken the marker with it.
+    const bool isSheet = qobject_cast<const QFileDialog*>(notification.object) != nullptr;
+    if (!m_visibleFileDialog && !isSheet) {
         m_savedFrame.save(*m_window);
         const bool isPanelVisible = m_myWindowController && m_myWindowController->isVisible();
         m_services.visibility.hide();

@@ -38,6 +38,7 @@ void MyShortcutField::setUserAssignParam(std::int64_t offset, const ButtonEntry&
         return;
     }
     m_myIndex = offset;
+    m_bNotAvailable = false; // it now shows what the entry holds
     if (!m_myUserArray)
         m_myUserArray = emptyRecord();
     for (std::size_t i = 0; i < ShortcutRecordSize; ++i)

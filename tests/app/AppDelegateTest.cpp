@@ -120,6 +120,22 @@ TEST(AppDelegate, after_the_about_box_the_application_hides_when_no_window_is_op
     EXPECT_FALSE(bench.panel().isVisible());
 }
 
+TEST(AppDelegate, a_second_about_box_does_not_come_up_over_the_first)
+{
+    Bench bench;
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [] {
+        if (QWidget* const open = QApplication::activeModalWidget())
+            open->close();
+    });
+    QTimer::singleShot(0, [&bench, &closer] {
+        closer.start(0);
+        bench.delegate->about();
+    });
+    bench.delegate->about();
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
+}
+
 TEST(AppDelegate, after_the_about_box_an_open_panel_is_shown_again)
 {
     Bench bench;

@@ -174,6 +174,18 @@ TEST_F(WindowController, initMessage_empties_the_display_and_keeps_knobs_and_lam
     EXPECT_EQ((*view().mySwitchArray())[0], 0x40);
 }
 
+TEST_F(WindowController, after_initMessage_on_a_visible_panel_no_old_text_outlives_the_next_message)
+{
+    display(0, "0123456789");
+    display(7, "0123456789");
+    show();
+    PaintCounter paints(view());
+    controller.initMessage();
+    display(0, "ABCDEFGHIJ");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    EXPECT_EQ(paints.painted, QRegion(view().rect()));
+}
+
 TEST_F(WindowController, a_message_to_a_visible_panel_repaints_it)
 {
     show();

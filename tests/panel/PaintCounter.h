@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QEvent>
+#include <QPaintEvent>
 #include <QRegion>
 #include <QWidget>
 
@@ -13,12 +14,15 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() == QEvent::Paint)
+        if (event->type() == QEvent::Paint) {
             ++count;
+            painted += static_cast<QPaintEvent*>(event)->region();
+        }
         return QObject::eventFilter(watched, event);
     }
 
     int count = 0;
+    QRegion painted;
 };
 
 } // namespace kestrel

@@ -164,6 +164,20 @@ TEST(Editing, not_available_goes_once_no_field_holds_a_function_key)
     EXPECT_FALSE(bench.field(1).bNotAvailable());
 }
 
+TEST(Editing, not_available_goes_with_the_key_that_was_edited)
+{
+    SetupBench bench;
+    bench.give(2, 0, 0, 0, "A");
+    bench.give(2, 1, 0, 11, "B");
+    bench.open();
+    press(bench.field(0), Keys::F3);
+    press(bench.field(1), Keys::F5);
+    EXPECT_TRUE(bench.field(1).bNotAvailable());
+    click(bench.button(1));
+    EXPECT_EQ(bench.field(1).stringValue(), u"B");
+    EXPECT_FALSE(bench.field(1).bNotAvailable());
+}
+
 TEST(Editing, not_available_stays_while_another_field_holds_a_function_key)
 {
     SetupBench bench;

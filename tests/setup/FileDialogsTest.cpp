@@ -215,6 +215,21 @@ TEST(FileDialogs, saving_writes_the_working_copy_and_the_names_and_leaves_the_li
     EXPECT_EQ(bench.calls, Calls {});
 }
 
+TEST(FileDialogs, saving_writes_what_is_edited_also_when_the_panel_was_closed_meanwhile)
+{
+    DialogBench bench;
+    press(bench.field(0), Keys::F5);
+    bench.controller.assign();
+    bench.controller.save();
+    bench.center.post(NotificationName::windowWillClose);
+    bench.calls.clear();
+    bench.choose(bench.path("new"));
+    const auto saved = AssignmentFiles(bench.attributes).read(bench.path("new.ZKCF"));
+    ASSERT_NE(saved, nullptr);
+    EXPECT_EQ(saved->getSwitchShortcut(1)->at(2), ArchiveValue(QString("F5")));
+    EXPECT_EQ(bench.calls, Calls {}) << "the application stays";
+}
+
 TEST(FileDialogs, a_typed_name_gets_the_extension_whatever_follows_its_last_point)
 {
     DialogBench bench;
