@@ -1,6 +1,5 @@
 #include "tools/stage/SetupWindowOnScreen.h"
 
-
 namespace kestrel::stage {
 
 namespace {
