@@ -1,18 +1,15 @@
 #include "tools/stage/KeysDown.h"
 
-#include <xcb/xcb.h>
+#include "tools/stage/XQuery.h"
 
-#include <cstdlib>
-#include <memory>
 #include <stdexcept>
 
 namespace kestrel::stage {
 
 std::vector<int> keysDown(const std::string& display)
 {
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
-        xcb_connect(display.c_str(), nullptr), &xcb_disconnect);
-    const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&std::free)> reply(
+    const XConnection connection = connectTo(display);
+    const XReply<xcb_query_keymap_reply_t> reply(
         xcb_query_keymap_reply(connection.get(), xcb_query_keymap(connection.get()), nullptr),
         &std::free);
     if (!reply)

@@ -1,11 +1,9 @@
 #include "tools/stage/PrivateXServer.h"
 
-#include <xcb/xcb.h>
+#include "tools/stage/XQuery.h"
 
 #include <csignal>
-#include <cstdlib>
 #include <functional>
-#include <memory>
 #include <stdexcept>
 #include <string_view>
 #include <thread>
@@ -13,31 +11,12 @@
 namespace kestrel::stage {
 
 namespace {
-using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
-
-template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
-
-xcb_atom_t atom(xcb_connection_t* connection, std::string_view name)
-{
-    const Reply<xcb_intern_atom_reply_t> reply(
-        xcb_intern_atom_reply(connection,
-            xcb_intern_atom(connection, 0, static_cast<uint16_t>(name.size()), name.data()),
-            nullptr),
-        &std::free);
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
-xcb_window_t rootOf(xcb_connection_t* connection)
-{
-    return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-}
-
 bool hasProperty(xcb_connection_t* connection, xcb_window_t window, std::string_view name)
 {
-    const Reply<xcb_get_property_reply_t> reply(
+    const XReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(connection,
             xcb_get_property(
-                connection, 0, window, atom(connection, name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1),
+                connection, 0, window, atomOf(connection, name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1),
             nullptr),
         &std::free);
     return reply && reply->type != XCB_ATOM_NONE;
@@ -47,11 +26,11 @@ bool hasProperty(xcb_connection_t* connection, xcb_window_t window, std::string_
 // in between. So it has come up when it has taken this one, shown again at each look.
 bool managesWindows(xcb_connection_t* connection)
 {
-    if (!hasProperty(connection, rootOf(connection), "_NET_SUPPORTING_WM_CHECK"))
+    if (!hasProperty(connection, firstScreen(connection).root, "_NET_SUPPORTING_WM_CHECK"))
         return false;
     const xcb_window_t probe = xcb_generate_id(connection);
-    xcb_create_window(connection, XCB_COPY_FROM_PARENT, probe, rootOf(connection), 0, 0, 1, 1, 0,
-        XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, probe, firstScreen(connection).root, 0, 0,
+        1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
     xcb_map_window(connection, probe);
     xcb_flush(connection);
     bool managed = false;
@@ -66,10 +45,10 @@ bool managesWindows(xcb_connection_t* connection)
 // What the window manager had to do for the probe window is over.
 bool hasNoWindow(xcb_connection_t* connection)
 {
-    const Reply<xcb_get_property_reply_t> reply(
+    const XReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(connection,
-            xcb_get_property(connection, 0, rootOf(connection),
-                atom(connection, "_NET_CLIENT_LIST"), XCB_ATOM_WINDOW, 0, 1),
+            xcb_get_property(connection, 0, firstScreen(connection).root,
+                atomOf(connection, "_NET_CLIENT_LIST"), XCB_ATOM_WINDOW, 0, 1),
             nullptr),
         &std::free);
     return reply && xcb_get_property_value_length(reply.get()) == 0;
@@ -77,9 +56,10 @@ bool hasNoWindow(xcb_connection_t* connection)
 
 bool hasTray(xcb_connection_t* connection)
 {
-    const Reply<xcb_get_selection_owner_reply_t> reply(
+    const XReply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection,
-            xcb_get_selection_owner(connection, atom(connection, "_NET_SYSTEM_TRAY_S0")), nullptr),
+            xcb_get_selection_owner(connection, atomOf(connection, "_NET_SYSTEM_TRAY_S0")),
+            nullptr),
         &std::free);
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
@@ -87,7 +67,7 @@ bool hasTray(xcb_connection_t* connection)
 void waitUntil(const std::string& display, const char* what,
     const std::function<bool(xcb_connection_t*)>& holds)
 {
-    const Connection connection(xcb_connect(display.c_str(), nullptr), &xcb_disconnect);
+    const XConnection connection(xcb_connect(display.c_str(), nullptr), &xcb_disconnect);
     for (int attempt = 0; attempt < 1000; ++attempt) {
         if (xcb_connection_has_error(connection.get()) == 0 && holds(connection.get()))
             return;

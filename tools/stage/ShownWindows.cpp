@@ -1,20 +1,12 @@
 #include "tools/stage/ShownWindows.h"
 
-#include <xcb/xcb.h>
+#include "tools/stage/XQuery.h"
 
-#include <cstdlib>
-#include <memory>
 #include <optional>
-#include <stdexcept>
 
 namespace kestrel::stage {
 
 namespace {
-using Connection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
-template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
-
-constexpr std::uint32_t MaxTextWords = 64;
-
 // Windows may vanish while they are looked at: whatever is not answered counts as not there.
 class WindowSearch {
 public:
@@ -26,7 +18,7 @@ public:
 
     void lookBelow(xcb_window_t parent)
     {
-        const Reply<xcb_query_tree_reply_t> tree(
+        const XReply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, parent), nullptr),
             &std::free);
         if (!tree)
@@ -43,42 +35,25 @@ public:
 private:
     void lookAt(xcb_window_t window, xcb_window_t root)
     {
-        // Two strings, each ended by a zero byte; the second is the class.
-        const std::string names = text(window, XCB_ATOM_WM_CLASS);
-        const auto first = names.find('\0');
-        if (first == std::string::npos || names.c_str() + first + 1 != m_class)
+        if (classOf(m_connection, window) != m_class)
             return;
-        const Reply<xcb_get_window_attributes_reply_t> attributes(
+        const XReply<xcb_get_window_attributes_reply_t> attributes(
             xcb_get_window_attributes_reply(
                 m_connection, xcb_get_window_attributes(m_connection, window), nullptr),
             &std::free);
         const auto area = areaOf(window, root);
         if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE || !area)
             return;
-        m_found.push_back(
-            { window, text(window, XCB_ATOM_WM_NAME), *area, attributes->override_redirect != 0 });
-    }
-
-    [[nodiscard]] std::string text(xcb_window_t window, xcb_atom_t property) const
-    {
-        const Reply<xcb_get_property_reply_t> reply(
-            xcb_get_property_reply(m_connection,
-                xcb_get_property(
-                    m_connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, MaxTextWords),
-                nullptr),
-            &std::free);
-        if (!reply)
-            return {};
-        return { static_cast<const char*>(xcb_get_property_value(reply.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(reply.get())) };
+        m_found.push_back({ window, propertyOf(m_connection, window, XCB_ATOM_WM_NAME), *area,
+            attributes->override_redirect != 0 });
     }
 
     [[nodiscard]] std::optional<Area> areaOf(xcb_window_t window, xcb_window_t root) const
     {
-        const Reply<xcb_get_geometry_reply_t> size(
+        const XReply<xcb_get_geometry_reply_t> size(
             xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr),
             &std::free);
-        const Reply<xcb_translate_coordinates_reply_t> place(
+        const XReply<xcb_translate_coordinates_reply_t> place(
             xcb_translate_coordinates_reply(
                 m_connection, xcb_translate_coordinates(m_connection, window, root, 0, 0), nullptr),
             &std::free);
@@ -95,11 +70,9 @@ private:
 
 std::vector<ShownWindow> shownWindows(const std::string& display, std::string_view windowClass)
 {
-    const Connection connection(xcb_connect(display.c_str(), nullptr), &xcb_disconnect);
-    if (xcb_connection_has_error(connection.get()) != 0)
-        throw std::runtime_error("display " + display + " does not answer");
+    const XConnection connection = connectTo(display);
     WindowSearch search(connection.get(), windowClass);
-    search.lookBelow(xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data->root);
+    search.lookBelow(firstScreen(connection.get()).root);
     return search.take();
 }
 
