@@ -8,6 +8,7 @@
 #include "panel/DSPWindow.h"
 #include "panel/MyWindowController.h"
 #include "platform/Platform.h"
+#include "setup/SetupWindow.h"
 #include "setup/UserAssinableWindowController.h"
 #include "setup/WindowCloseObserver.h"
 #include "ui_MainMenu.h"
@@ -131,7 +132,7 @@ void AppDelegate::newDocument()
     if (!m_connection.isProTools())
         m_myWindowController->initMessage();
     DSPWindow* const panel = m_myWindowController->window();
-    const bool wasVisible = panel->isVisible();
+    const bool wasVisible = m_visibility->shows(*panel);
     m_myWindowController->showWindow();
     if (!wasVisible) {
         m_myWindowController->setNeedDisplay();
@@ -149,7 +150,7 @@ void AppDelegate::kestrel()
 
 void AppDelegate::userAssign()
 {
-    const bool wasVisible = m_userAssignableWindowController->isVisible();
+    const bool wasVisible = m_visibility->shows(*m_userAssignableWindowController->window());
     m_userAssignableWindowController->showWindow();
     m_visibility->activate();
     m_userAssignableWindowController->makeKeyAndOrderFront();

@@ -25,6 +25,11 @@ void QtApplicationVisibility::hide()
     }
 }
 
+bool QtApplicationVisibility::shows(const QWidget& window) const
+{
+    return window.isVisible() && !window.isMinimized() && !m_workspace.isApplicationHidden();
+}
+
 void QtApplicationVisibility::activate()
 {
     m_workspace.activateApplication();

@@ -2,6 +2,8 @@
 
 #include "common/ApplicationVisibility.h"
 
+class QWidget;
+
 namespace kestrel {
 
 class Workspace;
@@ -13,6 +15,9 @@ public:
 
     void hide() override;
     void activate() override; // ignoring other applications
+
+    // On the screen. The toolkit calls minimised windows visible, and those of a hidden application.
+    [[nodiscard]] bool shows(const QWidget& window) const;
 
 private:
     Workspace& m_workspace;

@@ -14,27 +14,33 @@ void StoredAssignments::setupShortcutKey()
     m_myUserAssignFile = std::make_shared<UserAssignFile>();
     UserAssignFile& set = *m_myUserAssignFile;
 
-    const auto shortcuts = m_defaults.data(ShortcutsKey);
-    try {
-        if (shortcuts)
-            set.setData(*shortcuts);
-        else
-            set.initShortcutArray();
-    } catch (const ArchiveError&) {
-        keepAside(ShortcutsKey, *shortcuts);
+    if (!restore(ShortcutsKey, [&](auto archive) {
+            set.setData(archive);
+            return !set.isExistShortcut() || set.getShortcutArray();
+        }))
         set.initShortcutArray();
-    }
 
-    const auto titles = m_defaults.data(TitlesKey);
-    try {
-        if (titles)
-            set.setTitleData(*titles);
-        else
-            set.initShortcutTitleArray();
-    } catch (const ArchiveError&) {
-        keepAside(TitlesKey, *titles);
+    if (!restore(TitlesKey, [&](auto archive) {
+            set.setTitleData(archive);
+            return set.getShortcutTitleArray() != nullptr;
+        }))
         set.initShortcutTitleArray();
+}
+
+// False when there is nothing under the key, or nothing that can be taken.
+template <typename Take>
+bool StoredAssignments::restore(std::string_view key, Take take)
+{
+    const auto archive = m_defaults.data(key);
+    if (!archive)
+        return false;
+    try {
+        if (take(std::span<const std::uint8_t>(*archive)))
+            return true;
+    } catch (const ArchiveError&) {
     }
+    keepAside(key, *archive);
+    return false;
 }
 
 bool StoredAssignments::writeUserDefault()

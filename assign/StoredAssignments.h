@@ -17,7 +17,7 @@ public:
     explicit StoredAssignments(DefaultsStore& defaults); // which outlives it
 
     // Makes a new live set from the defaults. What is missing there starts empty, and so does
-    // what is damaged, after it has been kept aside under its key and ".damaged".
+    // what is damaged or no table, after it has been kept aside under its key and ".damaged".
     void setupShortcutKey();
 
     // False, with the defaults as they were, when they could not be written. A set without a
@@ -31,6 +31,8 @@ public:
     }
 
 private:
+    template <typename Take>
+    [[nodiscard]] bool restore(std::string_view key, Take take);
     void keepAside(std::string_view key, std::span<const std::uint8_t> damaged);
 
     DefaultsStore& m_defaults;

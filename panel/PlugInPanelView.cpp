@@ -45,8 +45,10 @@ void PlugInPanelView::prepareAttributes() { }
 
 void PlugInPanelView::setupMessageArry()
 {
-    if (!m_myZonesArray)
-        m_myZonesArray.emplace(); // every code 0
+    if (m_myZonesArray)
+        return;
+    m_myZonesArray.emplace(); // every code 0, and a cell of the atlas is drawn for that too
+    m_isAllStale = true;
 }
 
 void PlugInPanelView::initMessageArry()

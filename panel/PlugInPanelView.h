@@ -82,7 +82,7 @@ private:
     std::optional<PanelZones> m_myZonesArray;
     std::optional<PanelKnobs> m_myKnobArray;
     std::optional<PanelSwitches> m_mySwitchArray;
-    bool m_isAllStale = false; // the store was emptied without a repaint
+    bool m_isAllStale = false; // the store was made or emptied without a repaint
     InterfaceImage m_imageBack;
     InterfaceImage m_imageAscii;
     InterfaceImage m_imageKnob;

@@ -25,6 +25,7 @@ public:
 
     // False where the session knows no hidden applications: the caller hides its windows itself.
     [[nodiscard]] virtual bool hideApplication() = 0;
+    [[nodiscard]] virtual bool isApplicationHidden() const = 0;
     virtual void activateApplication() = 0; // ignoring other applications
 };
 

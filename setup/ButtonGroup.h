@@ -10,9 +10,11 @@ class UserAssignableButtonController;
 // Which one of the user-assignable buttons is selected. Main thread only.
 class ButtonGroup {
 public:
+    using ButtonControllers = std::vector<UserAssignableButtonController*>; // in order of creation
+
     [[nodiscard]] static ButtonGroup& sharedInstance();
 
-    // In order of registration; they remove themselves.
+    // They remove themselves.
     void addButtonController(UserAssignableButtonController* controller);
     void removeButtonController(UserAssignableButtonController* controller);
 
@@ -20,11 +22,13 @@ public:
     void setCurrentButtonId(std::int32_t id);
     [[nodiscard]] std::int32_t currentButtonId() const { return m_currentButtonId; }
 
+    [[nodiscard]] const ButtonControllers& buttonControllers() const { return m_buttonControllers; }
+
 private:
     ButtonGroup() = default;
 
     std::int32_t m_currentButtonId = 0;
-    std::vector<UserAssignableButtonController*> m_buttonControllers;
+    ButtonControllers m_buttonControllers;
 };
 
 } // namespace kestrel

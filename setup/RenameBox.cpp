@@ -16,6 +16,12 @@ const QString Look = QStringLiteral(
     "QPlainTextEdit { border: 2px solid #5ED6CE; border-radius: 6px; background: #F6F3EC;"
     " color: black; selection-background-color: #5ED6CE; selection-color: black; }");
 
+// What the system binds to Command in texts, beside the editing shortcuts.
+constexpr bool isMoveOrDelete(int key)
+{
+    return (key >= Qt::Key_Left && key <= Qt::Key_Down) || key == Qt::Key_Backspace;
+}
+
 } // namespace
 
 RenameBox::RenameBox(
@@ -49,7 +55,7 @@ RenameBox::Command RenameBox::command(const QKeyEvent& event) const
 {
     const ModifierFlags flags = m_currentEvent ? m_currentEvent->flags : 0;
     if (flags & Modifier::Command)
-        return Command::Noop;
+        return isMoveOrDelete(event.key()) ? Command::Other : Command::Noop;
     const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (isReturn && !(flags & (Modifier::Option | Modifier::Control)))
         return Command::InsertNewline;

@@ -18,6 +18,13 @@ SetupWindow::SetupWindow()
     setFixedSize(SetupTables::shared().UserAssignableWindowFrame.size());
 }
 
+void SetupWindow::setVisible(bool visible)
+{
+    if (!visible && isVisible() && m_hiding)
+        m_hiding();
+    QWidget::setVisible(visible);
+}
+
 void SetupWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

@@ -14,6 +14,10 @@ public:
 
     // A click on the background.
     void setMouseDown(std::function<void()> mouseDown) { m_mouseDown = std::move(mouseDown); }
+    // About to leave the screen, for whatever reason.
+    void setHiding(std::function<void()> hiding) { m_hiding = std::move(hiding); }
+
+    void setVisible(bool visible) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -21,6 +25,7 @@ protected:
 
 private:
     std::function<void()> m_mouseDown;
+    std::function<void()> m_hiding;
 };
 
 } // namespace kestrel

@@ -110,8 +110,11 @@ void UserAssinableWindowController::changeShortcut(UserAssignFile& set)
             copyEntry(entry, set.getShortcut(key));
     }
     for (int index = 0; index < ButtonCount; ++index) {
-        if (set.getShortcutTitle(index + 1))
-            set.setShortcutTitle(button(index)->uniqueName(), index + 1);
+        const QString name = button(index)->uniqueName();
+        // A button without an entry has never taken over its title.
+        const bool hasTitle = !name.isEmpty() || m_myShortcutArray->contains(index + 1);
+        if (hasTitle && set.getShortcutTitle(index + 1))
+            set.setShortcutTitle(name, index + 1);
         button(index)->setNeedsDisplay();
     }
     refreshShortcutText();

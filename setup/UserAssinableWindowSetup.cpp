@@ -23,6 +23,7 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
     observe(NotificationName::windowWillClose, &Self::windowClosing);
     m_window = std::make_unique<SetupWindow>();
     m_window->setMouseDown([this] { mouseDown(); });
+    m_window->setHiding([this] { m_savedFrame.save(*m_window); });
     m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
     setupUserAssignableButtons();
     setupShortcutFields();
@@ -121,6 +122,7 @@ void UserAssinableWindowController::showWindow()
 {
     if (!isVisible())
         m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
 }
 

@@ -10,6 +10,7 @@ public:
     void visitRunningApplications(const Visitor& visit) override;
     bool openFile(std::string_view path) override;
     bool hideApplication() override;
+    bool isApplicationHidden() const override;
     void activateApplication() override;
 };
 

@@ -33,6 +33,11 @@ bool AppKitWorkspace::hideApplication()
     return true;
 }
 
+bool AppKitWorkspace::isApplicationHidden() const
+{
+    return [NSApp isHidden];
+}
+
 void AppKitWorkspace::activateApplication()
 {
     [NSApp activateIgnoringOtherApps:YES];

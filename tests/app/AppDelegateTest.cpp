@@ -1,5 +1,6 @@
 #include "panel/DSPWindow.h"
 #include "panel/PlugInPanelView.h"
+#include "setup/SetupWindow.h"
 #include "tests/app/AppDelegateBench.h"
 
 #include <QMenu>
@@ -66,6 +67,17 @@ TEST(AppDelegate, showing_the_panel_again_activates_the_application)
     EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
 }
 
+TEST(AppDelegate, a_minimised_panel_comes_back_without_activating_the_application)
+{
+    Bench bench;
+    bench.delegate->newDocument();
+    bench.panel().window()->showMinimized();
+    ASSERT_FALSE(bench.panel().isVisible());
+    bench.delegate->newDocument();
+    EXPECT_TRUE(bench.panel().isVisible());
+    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+}
+
 TEST(AppDelegate, a_panel_that_was_hidden_is_redrawn_and_one_that_is_open_is_not)
 {
     Bench bench;
@@ -102,6 +114,32 @@ TEST(AppDelegate, the_setup_window_comes_to_the_front_and_is_filled_only_when_it
     bench.delegate->myUserAssignFile()->setShortcutTitle(QStringLiteral("Later"), ArchiveValue(1));
     bench.delegate->userAssign();
     EXPECT_EQ(button.view()->uniqueName(), QStringLiteral("Live"));
+}
+
+TEST(AppDelegate, the_setup_window_is_filled_anew_when_it_was_hidden_with_the_application)
+{
+    Bench bench;
+    bench.workspace.hidesByItself = true;
+    bench.delegate->userAssign();
+    bench.delegate->newDocument();
+    bench.delegate->myUserAssignFile()->setShortcutTitle(QStringLiteral("Live"), ArchiveValue(1));
+    bench.lookAtAboutBox();
+    bench.delegate->userAssign();
+    const auto& button = *bench.setup().userAssignableButtons().front();
+    EXPECT_EQ(button.view()->uniqueName(), QStringLiteral("Live"));
+}
+
+TEST(AppDelegate, a_panel_hidden_with_the_application_is_redrawn_and_does_not_activate_it)
+{
+    Bench bench;
+    bench.delegate->newDocument();
+    bench.workspace.hidden = true;
+    int redraws = 0;
+    QObject::connect(bench.panel().plugInPanelView(), &PlugInPanelView::contentChanged,
+        bench.delegate.get(), [&redraws] { ++redraws; });
+    bench.delegate->newDocument();
+    EXPECT_EQ(redraws, 1);
+    EXPECT_THAT(bench.workspace.calls, IsEmpty());
 }
 
 TEST(AppDelegate, without_a_driver_the_about_box_ends_in_two_line_feeds)
@@ -295,6 +333,34 @@ TEST(AppDelegate, a_file_that_is_no_set_is_passed_over_in_silence)
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     bench.delegate->applicationOpenFiles({});
     EXPECT_EQ(bench.liveTitle(), QString());
+}
+
+TEST(AppDelegate, a_minimised_setup_window_comes_back_filled_anew)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    bench.setup().window()->setWindowState(Qt::WindowMinimized);
+    bench.delegate->myUserAssignFile()->setShortcutTitle(QStringLiteral("Live"), ArchiveValue(1));
+    bench.delegate->userAssign();
+    EXPECT_FALSE(bench.setup().window()->isMinimized());
+    const auto& button = *bench.setup().userAssignableButtons().front();
+    EXPECT_EQ(button.view()->uniqueName(), QStringLiteral("Live"));
+}
+
+TEST(AppDelegate, closing_the_panel_hides_the_application_and_drops_what_was_only_assigned)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    bench.delegate->newDocument();
+    const ButtonEntry working = bench.setup().myShortcutArray()->value(1).array();
+    working->replace(ShortcutRecord::Text, QStringLiteral("S"));
+    bench.workspace.calls.clear();
+    bench.panel().window()->close();
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_FALSE(bench.panel().isVisible());
+    EXPECT_FALSE(bench.setup().isVisible());
+    const ButtonEntry restored = bench.setup().myShortcutArray()->value(1).array();
+    EXPECT_EQ(restored->at(ShortcutRecord::Text).text(), QString());
 }
 
 } // namespace

@@ -181,15 +181,31 @@ TEST_F(StoredAssignmentsTest, what_could_not_be_kept_aside_at_once_is_written_wi
     EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssign.damaged"), Damage);
 }
 
-TEST_F(StoredAssignmentsTest, a_root_of_another_kind_is_no_damage)
+TEST_F(StoredAssignmentsTest, shortcuts_that_are_no_table_are_kept_aside_and_start_empty)
 {
-    defaults.content["PT_UserAssign"] = someSet()->fileImage();
+    store(*someSet());
+    const Bytes wholeSet = someSet()->fileImage();
+    defaults.content["PT_UserAssign"] = wholeSet;
     stored.setupShortcutKey();
-    EXPECT_TRUE(live().isExistShortcut());
-    EXPECT_EQ(live().count(), 0u);
-    EXPECT_TRUE(defaults.onDisk.empty());
+    EXPECT_EQ(live().count(), 12u);
+    EXPECT_EQ(live().getShortcutTitle(6), QString("Save"));
+    ASSERT_EQ(defaults.onDisk.size(), 1u);
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssign.damaged"), wholeSet);
+    live().getSwitchShortcut(6)->replace(2, QStringLiteral("T"));
     EXPECT_TRUE(stored.writeUserDefault());
-    EXPECT_EQ(defaults.content["PT_UserAssign"], someSet()->fileImage());
+    EXPECT_EQ(defaults.onDisk[1].at("PT_UserAssign"), live().getData());
+}
+
+TEST_F(StoredAssignmentsTest, titles_that_are_no_table_are_kept_aside_and_start_empty)
+{
+    store(*someSet());
+    const Bytes wholeSet = someSet()->fileImage();
+    defaults.content["PT_UserAssignTitle"] = wholeSet;
+    stored.setupShortcutKey();
+    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "S");
+    EXPECT_EQ(live().getShortcutTitleArray()->size(), 12u);
+    ASSERT_EQ(defaults.onDisk.size(), 1u);
+    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssignTitle.damaged"), wholeSet);
 }
 
 } // namespace

@@ -61,13 +61,20 @@ public:
     [[nodiscard]] bool hideApplication() override
     {
         calls.push_back("hide");
+        hidden = hidesByItself;
         return hidesByItself;
     }
-    void activateApplication() override { calls.push_back("activate"); }
+    [[nodiscard]] bool isApplicationHidden() const override { return hidden; }
+    void activateApplication() override
+    {
+        calls.push_back("activate");
+        hidden = false;
+    }
 
     std::vector<Application> applications;
     int visited = 0;
     bool hidesByItself = true;
+    bool hidden = false;
     std::vector<std::string> calls;
 };
 

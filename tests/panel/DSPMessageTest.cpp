@@ -149,4 +149,12 @@ TEST_F(DSPMessages, going_offline_blanks_the_display_and_puts_out_every_lamp_and
     EXPECT_THAT(knobs(), Each(0));
 }
 
+TEST_F(DSPMessages, the_status_byte_is_not_looked_at)
+{
+    send({ 0x00, 0x19, 0x45 });
+    send({ 0xBF, 0x0C, 0x1C, 0x2C, 0x42 });
+    EXPECT_EQ(knobs()[1], 0x45);
+    EXPECT_EQ(switches()[2], 0x42);
+}
+
 } // namespace kestrel

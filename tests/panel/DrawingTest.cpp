@@ -423,4 +423,66 @@ TEST_F(Drawing, a_view_of_no_size_draws_nothing)
     EXPECT_TRUE(isAll(image, image.rect(), qRgb(255, 0, 255)));
 }
 
+TEST_F(Drawing, codes_above_127_are_negative_and_lie_above_code_0_in_an_atlas_that_has_them)
+{
+    PlugInPanelView tall(QRect(0, 0, 782, 220), [](const QString& name) {
+        if (name != "text")
+            return Pictures::named(name);
+        QImage image(8, 256 * 13, QImage::Format_RGB32);
+        QPainter painter(&image);
+        for (int i = 0; i < 256; ++i) // the topmost is code -128
+            painter.fillRect(0, i * 13, 8, 13, QColor(i, 255, 0));
+        painter.end();
+        return InterfaceImage(image);
+    });
+    tall.updateZone(PanelMessages::display({ { 0, "\x80\xC0\xFF\x01\x7F     "sv } }), false);
+    const QImage image = painted(tall);
+    EXPECT_EQ(image.pixel(298, 17), qRgb(0, 255, 0));
+    EXPECT_EQ(image.pixel(307, 17), qRgb(64, 255, 0));
+    EXPECT_EQ(image.pixel(316, 17), qRgb(127, 255, 0));
+    EXPECT_EQ(image.pixel(325, 17), qRgb(129, 255, 0));
+    EXPECT_EQ(image.pixel(334, 17), qRgb(255, 255, 0));
+}
+
+TEST_F(Drawing, lamps_are_drawn_over_the_text_and_knobs_over_both)
+{
+    view.resize(3 * 782, 220); // so wide that they overlap
+    display(0, "aaaaaaaaaa");
+    knob(0, 0x01);
+    const QPoint inText(3 * (298 + 9 * 5) + 12, 220 - 190 - 6); // of the sixth cell
+    EXPECT_EQ(painted(view).pixel(inText), Pictures::frame(1, Pictures::Doubled));
+    knob(0, 127);
+    EXPECT_EQ(painted(view).pixel(inText), Pictures::lamp("btn_orange", false, Pictures::Doubled));
+}
+
+TEST_F(Drawing, a_knob_is_as_large_as_its_strip_is_wide)
+{
+    PlugInPanelView narrow(QRect(0, 0, 782, 220), [](const QString& name) {
+        return name == "knob67x67"
+            ? InterfaceImage(Pictures::named(name).single().scaled(50, 128 * 50))
+            : Pictures::named(name);
+    });
+    narrow.updateDSParea(PanelMessages::knob(1, 0x45), false);
+    const QImage image = painted(narrow);
+    EXPECT_TRUE(isAll(image, inPicture(406, 73, 50, 50), Pictures::frame(0x45)));
+    EXPECT_TRUE(isBackground(image, inPicture(406, 123, 67, 17)));
+    EXPECT_TRUE(isBackground(image, inPicture(456, 105, 17, 35)));
+}
+
+TEST_F(Drawing, the_red_lamp_says_how_large_all_lamps_are)
+{
+    PlugInPanelView small(QRect(0, 0, 782, 220), [](const QString& name) {
+        return name == "btn_red" ? InterfaceImage(Pictures::named(name).single().scaled(40, 80))
+                                 : Pictures::named(name);
+    });
+    small.updateDSParea(PanelMessages::lamp(6, true), false);
+    const QImage image = painted(small);
+    EXPECT_TRUE(isAll(image, inPicture(212, 38, 40, 40), Pictures::lamp("btn_green", true)));
+    EXPECT_TRUE(isBackground(image, inPicture(212, 78, 67, 27)));
+    EXPECT_TRUE(isBackground(image, inPicture(252, 38, 27, 67)));
+    // The unlit one is cut where the red picture has it: the lower 27 rows are of the lit one.
+    EXPECT_TRUE(isAll(image, inPicture(115, 38 + 27, 40, 13), Pictures::lamp("btn_green", false)));
+    EXPECT_TRUE(isAll(image, inPicture(115, 38, 40, 27), Pictures::lamp("btn_green", true)));
+}
+
 } // namespace kestrel

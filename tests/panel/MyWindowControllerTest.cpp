@@ -40,6 +40,14 @@ protected:
         const auto open = RepaintGate::TimePoint::clock::now() + RepaintGate::Refresh;
         ASSERT_TRUE(QTest::qWaitFor([&] { return RepaintGate::TimePoint::clock::now() > open; }));
     }
+    // As the application shows a panel that was hidden: nothing of it is stale any more.
+    void showAllPainted()
+    {
+        show();
+        PaintCounter paints(view());
+        controller.setNeedDisplay();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    }
     void sendLCD(MyWindowController& to, const Bytes& bytes)
     {
         MIDIMessage message;
@@ -178,7 +186,7 @@ TEST_F(WindowController, after_initMessage_on_a_visible_panel_no_old_text_outliv
 {
     display(0, "0123456789");
     display(7, "0123456789");
-    show();
+    showAllPainted();
     PaintCounter paints(view());
     controller.initMessage();
     display(0, "ABCDEFGHIJ");
@@ -233,6 +241,7 @@ TEST_F(WindowController, setNeedDisplay_repaints_all_of_the_panel)
     PaintCounter paints(view());
     controller.setNeedDisplay();
     EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    EXPECT_EQ(paints.painted, QRegion(view().rect()));
 }
 
 TEST_F(WindowController, a_hidden_panel_is_not_painted_and_shows_the_latest_state_later)
@@ -385,6 +394,63 @@ TEST_F(WindowController, a_proposed_size_keeps_its_width_and_gets_the_height_tha
         const QSizeF better = controller.windowWillResize(window, QSizeF(width, 17));
         EXPECT_EQ(better.width(), width);
         EXPECT_DOUBLE_EQ(better.height() - decoration, width * 0.2813299232736573);
+    }
+}
+
+TEST_F(WindowController, the_first_display_message_on_a_visible_panel_paints_every_zone)
+{
+    show();
+    PaintCounter paints(view());
+    display(2, "0123456789"); // makes the store, and with it text in the other zones
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    EXPECT_EQ(paints.painted, QRegion(view().rect()));
+}
+
+TEST_F(WindowController, a_store_that_a_malformed_message_made_is_painted_with_the_next_message)
+{
+    show();
+    PaintCounter paints(view());
+    sendLCD({ 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0xF7 });
+    settle();
+    EXPECT_EQ(paints.count, 0);
+    sendDSP(PanelMessages::knob(0, 5));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
+    EXPECT_EQ(paints.painted, QRegion(view().rect()));
+}
+
+TEST_F(WindowController, each_zone_knob_and_lamp_of_a_visible_panel_is_repainted_where_it_is)
+{
+    display(0, "          "); // so that there is a store
+    showAllPainted();
+    const auto isRepainted = [&](const QRect& place, const Bytes& bytes) {
+        PaintCounter paints(view());
+        if (bytes[0] == 0xF0)
+            sendLCD(bytes);
+        else
+            sendDSP(bytes);
+        return QTest::qWaitFor([&] { return paints.count == 1; })
+            && QRegion(place).subtracted(paints.painted).isEmpty();
+    };
+    for (std::uint8_t i = 0; i < 8; ++i) {
+        EXPECT_TRUE(
+            isRepainted(view().zoneRect(i), PanelMessages::display({ { i, "0123456789" } })))
+            << "zone " << int(i);
+        EXPECT_TRUE(isRepainted(view().switchRect(i), PanelMessages::lamp(i, true)))
+            << "lamp " << int(i);
+    }
+    for (std::uint8_t i = 0; i < 4; ++i)
+        EXPECT_TRUE(isRepainted(view().knobRect(i), PanelMessages::knob(i, 0x15)))
+            << "knob " << int(i);
+}
+
+TEST_F(WindowController, a_proposed_width_is_neither_raised_nor_limited)
+{
+    const DSPWindow& window = *controller.window();
+    const int decoration = window.frameGeometry().height() - window.geometry().height();
+    for (const double width : { 0.0, 1.0, 390.0, 5'000.0, 100'000.0 }) {
+        const QSizeF better = controller.windowWillResize(window, QSizeF(width, 17));
+        EXPECT_EQ(better.width(), width);
+        EXPECT_NEAR(better.height(), width * 220 / 782 + decoration, 1e-6);
     }
 }
 

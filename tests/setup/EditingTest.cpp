@@ -1,3 +1,4 @@
+#include "common/ArchiveObject.h"
 #include "tests/setup/SetupBench.h"
 
 namespace kestrel::fakes {
@@ -275,6 +276,53 @@ TEST(Editing, reopening_shows_the_live_set_again)
     bench.open();
     EXPECT_EQ(bench.field(0).stringValue(), u"");
     EXPECT_EQ(bench.workingText(1), u"");
+}
+
+TEST(Editing, every_field_counts_for_assign_and_is_written_by_it)
+{
+    SetupBench bench;
+    bench.open();
+    const std::pair<Key, QString> keys[] { { Keys::F5, "F5" }, { Keys::Tab, "TAB" },
+        { Keys::Return, "RETURN" }, { Keys::PageDown, "PAGE DOWN" } };
+    for (int i = 0; i < 4; ++i) {
+        press(bench.field(i), keys[i].first);
+        EXPECT_TRUE(bench.mayAssign()) << i;
+        click(*bench.controller.assignButton());
+        EXPECT_FALSE(bench.mayAssign()) << i;
+        EXPECT_EQ(bench.workingText(1, static_cast<std::size_t>(i)), keys[i].second);
+    }
+    EXPECT_EQ(bench.button(0).accessibleDescription(), u"F5, TAB, RETURN, PAGE DOWN")
+        << "the button shows it at once";
+}
+
+TEST(Editing, whether_a_shortcut_is_left_is_told_by_its_text_and_not_by_its_key_code)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 96, "F5");
+    bench.live->setShortcutTitle("Name", 1);
+    bench.open();
+    press(bench.field(0), with(Modifier::Command, Keys::A)); // key code 0
+    click(*bench.controller.assignButton());
+    EXPECT_EQ(bench.button(0).uniqueName(), u"Name");
+    press(bench.field(0), Keys::Unnamed);
+    click(*bench.controller.assignButton());
+    EXPECT_EQ(bench.button(0).uniqueName(), u"");
+}
+
+TEST(Editing, cancel_restores_no_title_of_a_key_that_the_live_set_lacks)
+{
+    SetupBench outer;
+    const auto titles = std::make_shared<ArchiveDictionary>();
+    titles->set(3, QString("Three"));
+    ArchiveObject coder({ "UserAssignFile", "NSObject" });
+    coder.encodeObject("orgShortcutArray", std::make_shared<ArchiveDictionary>());
+    coder.encodeObject("orgShortcutTitleArray", titles);
+    UserAssinableWindowController fresh({ { outer.center, outer.translation }, outer.defaults,
+        outer.attributes, outer.visibility });
+    fresh.initShortcut(std::make_shared<UserAssignFile>(coder));
+    fresh.userAssignableButtons()[2]->view()->setUniqueName("Typed");
+    fresh.cancel();
+    EXPECT_EQ(fresh.userAssignableButtons()[2]->view()->uniqueName(), u"Typed");
 }
 
 } // namespace

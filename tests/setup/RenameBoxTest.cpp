@@ -257,5 +257,37 @@ TEST(RenameBox, it_may_be_open_when_the_window_goes)
     EXPECT_NE(bench.button(0).editBox(), nullptr);
 }
 
+TEST(RenameBox, command_with_a_key_that_moves_or_deletes_is_left_to_the_text)
+{
+    OpenBox bench;
+    bench.box().moveCursor(QTextCursor::End);
+    press(bench.box(), { .keyCode = 123, .flags = Command, .toolkitKey = Qt::Key_Left });
+    EXPECT_EQ(bench.box().textCursor().position(), 3);
+    press(bench.box(), { .keyCode = 51, .flags = Command, .toolkitKey = Qt::Key_Backspace });
+    EXPECT_EQ(bench.box().stringValue(), u"Sae");
+}
+
+TEST(RenameBox, enter_on_the_keypad_and_shift_return_store_the_name_as_well)
+{
+    const Key enter { .keyCode = 76, .characters = "\003", .toolkitKey = Qt::Key_Enter };
+    for (const Key& key : { enter, with(Shift, Keys::Return) }) {
+        OpenBox bench;
+        bench.type("other");
+        press(bench.box(), key);
+        EXPECT_EQ(bench.button(0).uniqueName(), u"other");
+        EXPECT_EQ(bench.button(0).editBox(), nullptr);
+    }
+}
+
+TEST(RenameBox, return_with_option_or_control_stores_nothing)
+{
+    for (const ModifierFlags modifier : { Option, Control }) {
+        OpenBox bench;
+        press(bench.box(), with(modifier, Keys::Return));
+        EXPECT_NE(bench.button(0).editBox(), nullptr) << modifier;
+        EXPECT_EQ(bench.button(0).uniqueName(), u"Save") << modifier;
+    }
+}
+
 } // namespace
 } // namespace kestrel::fakes

@@ -57,6 +57,17 @@ TEST(SavedWindowFrame, the_close_box_saves_too)
     EXPECT_EQ(stored(bench.defaults), "33 583 620 453 0 0 1920 1080 ");
 }
 
+TEST(SavedWindowFrame, hiding_the_window_by_itself_saves_too)
+{
+    SetupBench bench;
+    bench.open();
+    bench.controller.window()->move(33, 44);
+    bench.controller.window()->hide();
+    EXPECT_EQ(stored(bench.defaults), "33 583 620 453 0 0 1920 1080 ");
+    bench.open();
+    EXPECT_EQ(bench.controller.window()->pos(), QPoint(33, 44));
+}
+
 TEST(SavedWindowFrame, a_window_that_was_never_shown_has_no_frame_to_save)
 {
     SetupBench bench;

@@ -1,7 +1,9 @@
+#include "common/KestrelUtilities.h"
 #include "setup/SetupTables.h"
 #include "tests/setup/SetupBench.h"
 
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTest>
@@ -179,6 +181,79 @@ TEST(SetupWindow, it_is_shown_within_a_tenth_of_a_second)
     bench.open();
     bench.controller.window()->grab();
     EXPECT_LT(timer.elapsed(), 100);
+}
+
+ImageButton& named(const SetupBench& bench, const QString& name)
+{
+    for (ImageButton* button : bench.controller.window()->findChildren<ImageButton*>()) {
+        if (button->accessibleName() == name)
+            return *button;
+    }
+    throw std::logic_error("no such button");
+}
+
+TEST(SetupWindow, every_picture_is_the_one_of_its_name)
+{
+    const SetupTables& tables = SetupTables::shared();
+    const auto expectNamed = [](const InterfaceImage& image, const char* name) {
+        const QString path = QStringLiteral("UserAssignable/") + QLatin1String(name);
+        EXPECT_EQ(image.single(), KestrelUtilities::imageAtPath(path).single()) << name;
+    };
+    expectNamed(tables.BackgroundImage, "back");
+    expectNamed(tables.ClearButtonImage, "Clear_button/on");
+    expectNamed(tables.ClearButtonOnPressImage, "Clear_button/on_press");
+    expectNamed(tables.ClearButtonDisableImage, "Clear_button/disable");
+    expectNamed(tables.ClearButtonOffImage, "Clear_button/off");
+    expectNamed(tables.LoadSaveButtonOffImage[0], "Load_Button/off");
+    expectNamed(tables.LoadSaveButtonOffImage[1], "Save_Button/off");
+    expectNamed(tables.LoadSaveButtonImage[0], "Load_Button/on_press");
+    expectNamed(tables.LoadSaveButtonImage[1], "Save_Button/on_press");
+    expectNamed(tables.AssignOkCancelButtonImage[0], "Assign_button/on");
+    expectNamed(tables.AssignOkCancelButtonImage[1], "OK_button/on");
+    expectNamed(tables.AssignOkCancelButtonImage[2], "Cancel_button/on");
+    expectNamed(tables.AssignOkCancelButtonOffImage[0], "Assign_button/on_press");
+    expectNamed(tables.AssignOkCancelButtonOffImage[1], "OK_button/on_press");
+    expectNamed(tables.AssignOkCancelButtonOffImage[2], "Cancel_button/on_press");
+}
+
+TEST(SetupWindow, a_button_shows_its_other_picture_while_it_is_pressed)
+{
+    SetupBench bench;
+    bench.open();
+    ImageButton& ok = named(bench, "OK");
+    const QImage resting = ok.grab().toImage();
+    press(ok, Qt::LeftButton, { 5, 5 });
+    EXPECT_NE(ok.grab().toImage(), resting);
+    release(ok, Qt::LeftButton, { -50, -50 });
+    EXPECT_EQ(ok.grab().toImage(), resting);
+    EXPECT_TRUE(bench.controller.isVisible()) << "a release outside does nothing";
+}
+
+TEST(SetupWindow, ok_and_cancel_do_what_their_faces_say)
+{
+    SetupBench bench;
+    bench.open();
+    click(named(bench, "Cancel"));
+    EXPECT_FALSE(bench.controller.isVisible());
+    EXPECT_FALSE(bench.controller.bOKclose());
+    bench.open();
+    click(named(bench, "OK"));
+    EXPECT_FALSE(bench.controller.isVisible());
+    EXPECT_TRUE(bench.controller.bOKclose());
+}
+
+TEST(SetupWindow, load_and_save_do_what_their_faces_say)
+{
+    for (const auto& [name, mode] : { std::pair { "Load", QFileDialog::AcceptOpen },
+             { "Save", QFileDialog::AcceptSave } }) {
+        SetupBench bench;
+        bench.open();
+        click(named(bench, name));
+        auto* sheet = bench.controller.window()->findChild<QFileDialog*>();
+        ASSERT_NE(sheet, nullptr) << name;
+        EXPECT_EQ(sheet->acceptMode(), mode) << name;
+        sheet->reject();
+    }
 }
 
 } // namespace

@@ -168,11 +168,34 @@ TEST(ButtonGroup, controllers_leave_it_when_destroyed)
     {
         SetupBench bench;
         click(bench.button(7));
+        EXPECT_EQ(ButtonGroup::sharedInstance().buttonControllers().size(), 12u);
     }
+    EXPECT_TRUE(ButtonGroup::sharedInstance().buttonControllers().empty());
     ButtonGroup::sharedInstance().setCurrentButtonId(0);
     SetupBench bench;
     EXPECT_EQ(bench.button(0).state(), UserAssignableButton::State::On);
     EXPECT_EQ(ButtonGroup::sharedInstance().currentButtonId(), 0);
+}
+
+TEST(UserAssignableButton, other_mouse_buttons_neither_select_nor_rename)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 0, "A");
+    bench.open();
+    press(bench.button(4), Qt::RightButton, { 5, 5 });
+    release(bench.button(4), Qt::RightButton, { 5, 5 });
+    EXPECT_EQ(ButtonGroup::sharedInstance().currentButtonId(), 0);
+    QTest::mouseDClick(&bench.button(0), Qt::RightButton);
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+}
+
+TEST(UserAssignableButton, an_empty_name_is_no_name)
+{
+    SetupBench bench;
+    bench.button(1).setUniqueName(QString());
+    const QImage unnamed = bench.button(1).grab().toImage();
+    bench.button(1).setUniqueName(QStringLiteral(""));
+    EXPECT_EQ(bench.button(1).grab().toImage(), unnamed);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "common/ArchiveObject.h"
 #include "tests/setup/SetupBench.h"
 
 namespace kestrel::fakes {
@@ -160,6 +161,41 @@ TEST(WorkingCopy, committing_before_any_set_was_taken_does_nothing)
     fresh.ok();
     fresh.cancel();
     EXPECT_EQ(set.count(), 12U);
+}
+
+TEST(WorkingCopy, the_title_of_a_button_without_an_entry_outlives_ok)
+{
+    SetupBench outer;
+    const auto entries = std::make_shared<ArchiveDictionary>();
+    entries->set(1, entryOf(counted(16)));
+    const auto titles = std::make_shared<ArchiveDictionary>();
+    titles->set(1, QString("One"));
+    titles->set(3, QString("Three"));
+    ArchiveObject coder({ "UserAssignFile", "NSObject" });
+    coder.encodeObject("orgShortcutArray", entries);
+    coder.encodeObject("orgShortcutTitleArray", titles);
+    const auto live = std::make_shared<UserAssignFile>(coder);
+    UserAssinableWindowController fresh({ { outer.center, outer.translation }, outer.defaults,
+        outer.attributes, outer.visibility });
+    fresh.initShortcut(live);
+    fresh.ok();
+    EXPECT_EQ(live->getShortcutTitle(1), u"One");
+    EXPECT_EQ(live->getShortcutTitle(3), u"Three");
+}
+
+TEST(WorkingCopy, an_entry_of_no_button_is_kept_and_goes_where_a_set_has_one)
+{
+    SetupBench bench;
+    UserAssignFile loaded;
+    loaded.initShortcutArray();
+    loaded.getShortcutArray()->set(13, entryOf(counted(16)));
+    bench.controller.setupShortcut(loaded);
+    EXPECT_EQ(*bench.controller.myShortcutArray()->value(13).array(), counted(16));
+    UserAssignFile set;
+    set.initShortcutArray();
+    set.getShortcutArray()->set(13, entryOf(ArchiveArray(*set.getSwitchShortcut(1))));
+    bench.controller.changeShortcut(set);
+    EXPECT_EQ(*set.getSwitchShortcut(13), counted(16));
 }
 
 } // namespace

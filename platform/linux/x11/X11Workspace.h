@@ -18,6 +18,7 @@ public:
     bool openFile(std::string_view path) override;
 
     bool hideApplication() override { return false; } // X11 knows windows only
+    bool isApplicationHidden() const override { return false; }
     // Through the window manager; nothing happens when there is none, or no window of ours.
     void activateApplication() override;
 

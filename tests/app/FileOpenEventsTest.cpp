@@ -1,0 +1,51 @@
+#include "app/FileOpenEvents.h"
+
+#include <QCoreApplication>
+#include <QFileOpenEvent>
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+class FileOpenEventsTest : public testing::Test {
+protected:
+    static void open(QObject* receiver, const QString& path)
+    {
+        QCoreApplication::postEvent(receiver, new QFileOpenEvent(path));
+    }
+    static void open(const QString& path) { open(QCoreApplication::instance(), path); }
+
+    QList<QStringList> calls;
+    FileOpenEvents events { [this](const QStringList& paths) { calls.append(paths); } };
+};
+
+TEST_F(FileOpenEventsTest, files_opened_together_come_in_one_call_and_in_their_order)
+{
+    open("/b.ZKCF");
+    open("/a b.ZKCF");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(calls, (QList<QStringList> { { "/b.ZKCF", "/a b.ZKCF" } }));
+}
+
+TEST_F(FileOpenEventsTest, files_opened_later_come_in_a_call_of_their_own)
+{
+    open("/first.ZKCF");
+    QCoreApplication::processEvents();
+    open("/second.ZKCF");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(calls, (QList<QStringList> { { "/first.ZKCF" }, { "/second.ZKCF" } }));
+}
+
+TEST_F(FileOpenEventsTest, what_is_no_file_and_what_is_for_another_object_is_left_out)
+{
+    QObject other;
+    open(&other, "/other.ZKCF");
+    QCoreApplication::postEvent(
+        QCoreApplication::instance(), new QFileOpenEvent(QUrl("https://example.org/a.ZKCF")));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(calls, QList<QStringList>());
+}
+
+} // namespace
+} // namespace kestrel
