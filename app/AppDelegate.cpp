@@ -92,23 +92,14 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
     m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, m_keyPermission);
     // Also while nobody looks: not every menu takes in new items once it is about to open.
+    connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] { m_noticeItems->refresh(); });
     m_loginItemChoice = std::make_unique<LoginItemChoice>(
         *m_platform.loginItem, *m_mainMenu->launchAtLogin, *m_mainMenu->statusMenu);
-    connect(&m_activeSenceTimer, &QTimer::timeout, this, &AppDelegate::refreshMenu);
 
     m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
     m_statusItem->setImage(StatusImage::Offline);
     m_statusItem->show();
     m_connection.setStatusItem(m_statusItem.get());
-}
-
-// Entries do not move under the pointer of somebody who is choosing one.
-void AppDelegate::refreshMenu()
-{
-    if (m_mainMenu->statusMenu->isVisible())
-        return;
-    m_noticeItems->refresh();
-    m_loginItemChoice->refresh();
 }
 
 void AppDelegate::applicationWillTerminate()
@@ -132,7 +123,7 @@ void AppDelegate::newDocument()
     if (!m_connection.isProTools())
         m_myWindowController->initMessage();
     DSPWindow* const panel = m_myWindowController->window();
-    const bool wasVisible = m_visibility->shows(*panel);
+    const bool wasVisible = m_myWindowController->isVisible(); // never hidden with the application
     m_myWindowController->showWindow();
     if (!wasVisible) {
         m_myWindowController->setNeedDisplay();
@@ -160,8 +151,10 @@ void AppDelegate::userAssign()
 
 void AppDelegate::about()
 {
-    // Not every tray keeps its menu from being used below a modal window.
-    if (QWidget* const open = QApplication::activeModalWidget()) {
+    // Not every tray keeps its menu from being used below a modal window. A sheet is modal to its
+    // own window only.
+    QWidget* const open = QApplication::activeModalWidget();
+    if (open && open->windowModality() != Qt::WindowModal) {
         open->activateWindow();
         return;
     }
@@ -172,7 +165,7 @@ void AppDelegate::about()
     alert.exec();
 
     const bool panelWasVisible = m_myWindowController->isVisible();
-    if (!panelWasVisible && m_userAssignableWindowController->isVisible())
+    if (!panelWasVisible && m_visibility->shows(*m_userAssignableWindowController->window()))
         return;
     m_visibility->hide();
     if (panelWasVisible)
@@ -189,8 +182,11 @@ void AppDelegate::applicationOpenFiles(const QStringList& filenames)
     createSetupController();
     if (filenames.isEmpty())
         return;
-    if (m_userAssignableWindowController->loadFile(filenames.first(), false))
-        m_userAssignableWindowController->changeShortcut(*m_assignments.myUserAssignFile());
+    if (!m_userAssignableWindowController->loadFile(filenames.first(), false))
+        return;
+    m_userAssignableWindowController->changeShortcut(*m_assignments.myUserAssignFile());
+    // The release of a console key that is down now is going to name the keys of the new set.
+    m_platform.keyEvents->releaseAll();
 }
 
 void AppDelegate::redrawLCDdisplay(const MIDIMessage& message)

@@ -79,7 +79,6 @@ private:
     void createPanelController();
     void createSetupController();
     void setupStatusItem();
-    void refreshMenu();
 
     void answerHeartbeat() override { m_connection.answerHeartbeat(); }
     void redrawLCDdisplay(const MIDIMessage& message) override;

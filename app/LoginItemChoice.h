@@ -16,10 +16,9 @@ public:
     // All of it outlives the choice.
     LoginItemChoice(LoginItem& loginItem, QAction& action, const QMenu& menu);
 
-    void refresh();
-
 private:
     void choose(bool enabled);
+    void refresh();
 
     LoginItem& m_loginItem;
     QAction& m_action;

@@ -36,11 +36,22 @@ NoticeItems::NoticeItems(QMenu& menu, Notices& notices)
     , m_notices(notices)
 {
     makeDisabledItemsReadable(menu);
-    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [this] { refresh(); });
-    refresh();
+    // Whether it is visible says nothing of a menu that the system shows.
+    QObject::connect(&menu, &QMenu::aboutToShow, &menu, [this] {
+        update();
+        m_isOpen = true;
+    });
+    QObject::connect(&menu, &QMenu::aboutToHide, &menu, [this] { m_isOpen = false; });
+    update();
 }
 
 void NoticeItems::refresh()
+{
+    if (!m_isOpen)
+        update();
+}
+
+void NoticeItems::update()
 {
     const std::vector<Notice> notices = m_notices.current();
     // Items that stay are left alone: desktops fetch the whole menu again after a change.

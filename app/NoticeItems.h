@@ -18,15 +18,18 @@ public:
     // Both outlive it.
     NoticeItems(QMenu& menu, Notices& notices);
 
+    // Nothing happens while the menu is open: items do not move under somebody's pointer.
     void refresh();
 
 private:
+    void update();
     void replace(const std::vector<Notice>& notices);
 
     QMenu& m_menu;
     Notices& m_notices;
     std::vector<std::string> m_texts; // as the items show them
     std::vector<QAction*> m_items; // owned by the menu
+    bool m_isOpen = false;
 };
 
 } // namespace kestrel

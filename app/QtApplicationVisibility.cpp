@@ -3,6 +3,7 @@
 #include "platform/Workspace.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QWidget>
 
 namespace kestrel {
@@ -20,7 +21,12 @@ void QtApplicationVisibility::hide()
         // Menus, and the toolkit's own window in the tray, are no windows of the application.
         const bool isOrdinary = window->windowType() != Qt::Popup
             && !window->windowFlags().testFlag(Qt::BypassWindowManagerHint);
-        if (isOrdinary && window->isVisible())
+        if (!isOrdinary || !window->isVisible())
+            continue;
+        // A sheet would not come back with its window, and whoever opened it would wait for it.
+        if (auto* const dialog = qobject_cast<QDialog*>(window))
+            dialog->reject();
+        else
             window->hide();
     }
 }

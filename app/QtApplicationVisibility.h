@@ -16,7 +16,8 @@ public:
     void hide() override;
     void activate() override; // ignoring other applications
 
-    // On the screen. The toolkit calls minimised windows visible, and those of a hidden application.
+    // Whether a window that goes with the application is on the screen. The toolkit calls minimised
+    // windows visible, and those of a hidden application.
     [[nodiscard]] bool shows(const QWidget& window) const;
 
 private:

@@ -27,6 +27,10 @@ public:
     [[nodiscard]] virtual bool hideApplication() = 0;
     [[nodiscard]] virtual bool isApplicationHidden() const = 0;
     virtual void activateApplication() = 0; // ignoring other applications
+
+    // `reopened` is called when the user starts this application while it runs, in sessions that
+    // then start no second process. Once the main loop runs.
+    virtual void setReopened(std::function<void()> reopened) = 0;
 };
 
 } // namespace kestrel

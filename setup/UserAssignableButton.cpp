@@ -4,6 +4,7 @@
 #include "common/NotificationCenter.h"
 #include "setup/UserAssignableButtonController.h"
 #include "shortcut/InterfaceFont.h"
+#include "shortcut/MyShortcutField.h"
 
 #include <QMouseEvent>
 
@@ -116,6 +117,7 @@ void UserAssignableButton::openEditBox()
     m_editBox->setDelegate(
         [this](RenameBox::Command command) { return controlTextViewDoCommandBySelector(command); });
     m_editBox->show();
+    MyShortcutField::makeWindowFirstResponder(*window());
     m_editBox->setFocus(Qt::OtherFocusReason);
 }
 

@@ -105,6 +105,16 @@ void UserAssinableWindowController::changeShortcut(UserAssignFile& set)
 {
     if (!m_myShortcutArray)
         return;
+    writeAssignments(set);
+    for (int index = 0; index < ButtonCount; ++index)
+        button(index)->setNeedsDisplay();
+    refreshShortcutText();
+}
+
+void UserAssinableWindowController::writeAssignments(UserAssignFile& set) const
+{
+    if (!m_myShortcutArray)
+        return;
     for (const auto& [key, value] : *m_myShortcutArray) {
         if (const ButtonEntry entry = value.array())
             copyEntry(entry, set.getShortcut(key));
@@ -115,9 +125,7 @@ void UserAssinableWindowController::changeShortcut(UserAssignFile& set)
         const bool hasTitle = !name.isEmpty() || m_myShortcutArray->contains(index + 1);
         if (hasTitle && set.getShortcutTitle(index + 1))
             set.setShortcutTitle(name, index + 1);
-        button(index)->setNeedsDisplay();
     }
-    refreshShortcutText();
 }
 
 void UserAssinableWindowController::assign()

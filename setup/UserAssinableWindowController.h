@@ -28,7 +28,8 @@ public:
     void initShortcut(std::shared_ptr<UserAssignFile> live); // shared with the application
     void setupUI(const UserAssignFile& set); // show this set
     void setupShortcut(const UserAssignFile& set); // take it as working copy
-    void changeShortcut(UserAssignFile& set); // write the working copy and the names into it
+    // Write the working copy and the names into it, and show them again.
+    void changeShortcut(UserAssignFile& set);
 
     [[nodiscard]] bool isVisible() const { return m_window->isVisible(); }
     void showWindow(); // where it was left last
@@ -81,6 +82,7 @@ private:
     [[nodiscard]] UserAssignableButton* button(int index) const;
     [[nodiscard]] UserAssignableButton* currentButton() const;
     [[nodiscard]] ButtonEntry currentEntry() const; // of the working copy; null when missing
+    void writeAssignments(UserAssignFile& set) const;
     void showInvalidFileAlert();
 
     SetupServices m_services;

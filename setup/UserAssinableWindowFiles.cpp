@@ -34,8 +34,9 @@ void UserAssinableWindowController::save()
             return;
         UserAssignFile set;
         set.initShortcutArray();
-        changeShortcut(set);
-        (void)m_files.write(path, set);
+        writeAssignments(set);
+        if (m_files.write(path, set))
+            refreshShortcutText(); // a save that came to nothing leaves what is typed
     });
     panel->open();
 }

@@ -6,9 +6,29 @@
 
 namespace kestrel {
 
+namespace {
+// A modifier alone makes no key press. Its native code does not always tell: where macOS says only
+// that the modifiers have changed it can be 0, which is the A key's.
+bool isModifier(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Meta:
+    case Qt::Key_Alt:
+    case Qt::Key_CapsLock:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace
+
 // Only native numbers: the toolkit's own modifiers have Control and Command swapped on macOS.
 std::optional<KeyPress> KeyPress::from(const QKeyEvent& event, KeyTranslation& translation)
 {
+    if (isModifier(event.key()))
+        return std::nullopt;
     const QByteArray text = event.text().toUtf8();
     const auto key = translation.translate({ event.nativeScanCode(), event.nativeVirtualKey(),
         event.nativeModifiers(), { text.constData(), static_cast<std::size_t>(text.size()) } });

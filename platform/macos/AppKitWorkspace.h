@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Workspace.h"
+#include "platform/macos/CFHolder.h"
 
 namespace kestrel {
 
@@ -12,6 +13,10 @@ public:
     bool hideApplication() override;
     bool isApplicationHidden() const override;
     void activateApplication() override;
+    void setReopened(std::function<void()> reopened) override;
+
+private:
+    CFHolder<CFTypeRef> m_reopening; // which the event manager does not retain
 };
 
 } // namespace kestrel

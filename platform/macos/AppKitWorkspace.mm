@@ -4,6 +4,20 @@
 
 #import <AppKit/AppKit.h>
 
+@interface KestrelReopening : NSObject
+@property (copy) void (^reopened)(void);
+- (void)handle:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply;
+@end
+
+@implementation KestrelReopening
+- (void)handle:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply
+{
+    (void)event;
+    (void)reply;
+    self.reopened();
+}
+@end
+
 namespace kestrel {
 
 void AppKitWorkspace::visitRunningApplications(const Visitor& visit)
@@ -41,6 +55,18 @@ bool AppKitWorkspace::isApplicationHidden() const
 void AppKitWorkspace::activateApplication()
 {
     [NSApp activateIgnoringOtherApps:YES];
+}
+
+void AppKitWorkspace::setReopened(std::function<void()> reopened)
+{
+    auto* const reopening = [[KestrelReopening alloc] init];
+    reopening.reopened = ^{ reopened(); };
+    // In the place of AppKit's own handler, which would at most say that this program is active.
+    [NSAppleEventManager.sharedAppleEventManager setEventHandler:reopening
+                                                     andSelector:@selector(handle:withReply:)
+                                                   forEventClass:kCoreEventClass
+                                                      andEventID:kAEReopenApplication];
+    m_reopening = CFHolder<CFTypeRef>(CFBridgingRetain(reopening));
 }
 
 } // namespace kestrel

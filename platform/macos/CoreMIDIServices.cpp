@@ -77,8 +77,8 @@ MIDIStatus CoreMIDIServices::createClient(
         return status;
     keepAClient();
     m_clients.emplace(created, std::move(target));
-    if (!m_activity)
-        m_activity.emplace();
+    if (!m_latencyCritical)
+        m_latencyCritical.emplace(Activity::Kind::LatencyCritical);
     client = created;
     return noErr;
 }
@@ -95,7 +95,7 @@ void CoreMIDIServices::disposeClient(MIDIClient client)
     // Notifications come on this thread, so none is on its way to the target.
     m_clients.erase(client);
     if (m_clients.empty())
-        m_activity.reset();
+        m_latencyCritical.reset();
 }
 
 MIDIStatus CoreMIDIServices::createInputPort(

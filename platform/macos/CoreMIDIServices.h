@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/MIDIServices.h"
-#include "platform/macos/LatencyCriticalActivity.h"
+#include "platform/macos/Activity.h"
 #include "platform/macos/ReadGates.h"
 
 #include <map>
@@ -43,7 +43,8 @@ private:
 
     std::map<MIDIClient, std::unique_ptr<NotifyTarget>> m_clients;
     std::map<MIDIPort, InputPort> m_inputPorts;
-    std::optional<LatencyCriticalActivity> m_activity; // while there is a client
+    Activity m_punctual { Activity::Kind::PunctualTimers };
+    std::optional<Activity> m_latencyCritical; // while there is a client
 };
 
 } // namespace kestrel

@@ -3,11 +3,13 @@
 #include "platform/macos/AppKitWindowTraits.h"
 #include "platform/macos/AppKitWorkspace.h"
 #include "platform/macos/AppServiceLoginItem.h"
+#include "platform/macos/ApplicationMenu.h"
 #include "platform/macos/CFPreferencesDefaultsStore.h"
 #include "platform/macos/CoreMIDIServices.h"
 #include "platform/macos/FinderFileAttributes.h"
 #include "platform/macos/QuartzKeyEvents.h"
 #include "platform/macos/QuartzKeyTranslation.h"
+#include "platform/macos/SheetTitles.h"
 #include "platform/macos/StatusItemGuard.h"
 #include "platform/macos/SysctlProcessTable.h"
 
@@ -18,6 +20,8 @@ namespace kestrel {
 Platform makePlatform(MainLoop& mainLoop)
 {
     guardStatusItem();
+    dropApplicationMenuShortcuts();
+    showTitlesOfSheets();
     auto access = std::make_shared<PostEventAccess>(mainLoop);
     return {
         .midiServices = std::make_unique<CoreMIDIServices>(),
@@ -40,6 +44,8 @@ std::optional<std::string> prepareSession()
     // the front, the panel included, and keys no longer go to the one before. What is to be active
     // here is activated by name.
     ::setenv("QT_MAC_SET_RAISE_PROCESS", "0", 0);
+    // And with its own launch, which may come while the workstation is in front.
+    ::setenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1", 0);
     return {};
 }
 

@@ -14,17 +14,25 @@ constexpr bool isModifierKey(std::uint32_t keyCode)
     return keyCode >= 54 && keyCode <= 63;
 }
 
-// Asked of a fresh event with no modifier but Shift: the toolkit keeps only the characters that
-// the other modifiers have changed.
+std::string characters(const NSEvent* event)
+{
+    const char* utf8 = event.charactersIgnoringModifiers.UTF8String;
+    return utf8 ? utf8 : "";
+}
+
+// Asked of the event that is being handled, which knows the keyboard it came from: the toolkit
+// keeps only the characters that the modifiers have changed. Otherwise of a fresh one with no
+// modifier but Shift.
 std::string characters(KeyCode keyCode, ModifierFlags flags)
 {
+    const NSEvent* current = NSApp.currentEvent;
+    if (current.type == NSEventTypeKeyDown && current.keyCode == keyCode)
+        return characters(current);
     const auto event = QuartzKeyEvents::event(
         keyCode, KeyEvents::Direction::Down, flags & Modifier::Shift, KeyEvents::AutoRepeat::No);
     if (!event)
         return {};
-    NSString* text = [NSEvent eventWithCGEvent:event.get()].charactersIgnoringModifiers;
-    const char* utf8 = text.UTF8String;
-    return utf8 ? utf8 : "";
+    return characters([NSEvent eventWithCGEvent:event.get()]);
 }
 
 } // namespace

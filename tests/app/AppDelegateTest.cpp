@@ -3,7 +3,9 @@
 #include "setup/SetupWindow.h"
 #include "tests/app/AppDelegateBench.h"
 
+#include <QFileDialog>
 #include <QMenu>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -50,6 +52,22 @@ TEST(AppDelegate, packets_reach_the_panel_and_the_keyboard)
     EXPECT_EQ(bench.midiServices.sent.size(), 1u);
 }
 
+TEST(AppDelegate, going_offline_clears_the_panel)
+{
+    const Bench bench;
+    bench.receive({ 0x90, 0, 0 }); // online
+    bench.receive(ZoneOfA);
+    bench.receive({ 0xB0, 0x18, 0x05 });
+    bench.receive({ 0xB0, 0x0C, 0x1C, 0x2C, 0x41 });
+    const PlugInPanelView& view = *bench.panel().plugInPanelView();
+    EXPECT_EQ(view.mySwitchArray()->at(1), 0x41);
+    bench.processes.names.clear();
+    bench.tick();
+    EXPECT_EQ(view.myZonesArray()->at(0).at(0), ' ');
+    EXPECT_EQ(view.myKnobArray()->at(0), 0);
+    EXPECT_EQ(view.mySwitchArray()->at(1), 0x01);
+}
+
 TEST(AppDelegate, showing_the_panel_leaves_the_application_in_the_background)
 {
     Bench bench;
@@ -65,17 +83,6 @@ TEST(AppDelegate, showing_the_panel_again_activates_the_application)
     bench.delegate->newDocument();
     EXPECT_TRUE(bench.panel().isVisible());
     EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
-}
-
-TEST(AppDelegate, a_minimised_panel_comes_back_without_activating_the_application)
-{
-    Bench bench;
-    bench.delegate->newDocument();
-    bench.panel().window()->showMinimized();
-    ASSERT_FALSE(bench.panel().isVisible());
-    bench.delegate->newDocument();
-    EXPECT_TRUE(bench.panel().isVisible());
-    EXPECT_THAT(bench.workspace.calls, IsEmpty());
 }
 
 TEST(AppDelegate, a_panel_that_was_hidden_is_redrawn_and_one_that_is_open_is_not)
@@ -127,19 +134,6 @@ TEST(AppDelegate, the_setup_window_is_filled_anew_when_it_was_hidden_with_the_ap
     bench.delegate->userAssign();
     const auto& button = *bench.setup().userAssignableButtons().front();
     EXPECT_EQ(button.view()->uniqueName(), QStringLiteral("Live"));
-}
-
-TEST(AppDelegate, a_panel_hidden_with_the_application_is_redrawn_and_does_not_activate_it)
-{
-    Bench bench;
-    bench.delegate->newDocument();
-    bench.workspace.hidden = true;
-    int redraws = 0;
-    QObject::connect(bench.panel().plugInPanelView(), &PlugInPanelView::contentChanged,
-        bench.delegate.get(), [&redraws] { ++redraws; });
-    bench.delegate->newDocument();
-    EXPECT_EQ(redraws, 1);
-    EXPECT_THAT(bench.workspace.calls, IsEmpty());
 }
 
 TEST(AppDelegate, without_a_driver_the_about_box_ends_in_two_line_feeds)
@@ -323,6 +317,17 @@ TEST(AppDelegate, of_several_opened_files_the_first_becomes_live_at_once)
     EXPECT_EQ(bench.defaults.synchronised, 0) << "stored only at the end";
 }
 
+TEST(AppDelegate, a_file_that_becomes_live_lets_go_of_what_the_old_set_holds_down)
+{
+    Bench bench;
+    const QString broken = bench.write(QStringLiteral("1.ZKCF"), "bplist00 no more");
+    const QString sound = bench.write(QStringLiteral("2.ZKCF"), Bench::setWithTitle("Second"));
+    bench.delegate->applicationOpenFiles({ broken });
+    EXPECT_EQ(bench.keyEvents.take(), "");
+    bench.delegate->applicationOpenFiles({ sound });
+    EXPECT_EQ(bench.keyEvents.take(), "release all");
+}
+
 TEST(AppDelegate, a_file_that_is_no_set_is_passed_over_in_silence)
 {
     Bench bench;
@@ -361,6 +366,143 @@ TEST(AppDelegate, closing_the_panel_hides_the_application_and_drops_what_was_onl
     EXPECT_FALSE(bench.setup().isVisible());
     const ButtonEntry restored = bench.setup().myShortcutArray()->value(1).array();
     EXPECT_EQ(restored->at(ShortcutRecord::Text).text(), QString());
+}
+
+// Calls back just before the window is on the screen.
+class WhenShown final : public QObject {
+public:
+    WhenShown(QObject& window, std::function<void()> look)
+        : m_look(std::move(look))
+    {
+        window.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show)
+            m_look();
+        return false;
+    }
+
+private:
+    std::function<void()> m_look;
+};
+
+TEST(AppDelegate, without_the_workstation_the_panel_is_empty_before_it_is_shown)
+{
+    Bench bench;
+    bench.receive(ZoneOfA);
+    bench.processes.names.clear();
+    int code = -1;
+    const WhenShown shown(*bench.panel().window(),
+        [&] { code = bench.panel().plugInPanelView()->myZonesArray()->at(0).at(0); });
+    bench.delegate->newDocument();
+    EXPECT_EQ(code, 0);
+}
+
+TEST(AppDelegate, a_panel_that_stayed_on_the_screen_when_the_application_was_hidden_activates_it)
+{
+    Bench bench;
+    bench.workspace.hidesByItself = true;
+    bench.delegate->newDocument();
+    bench.lookAtAboutBox(); // hides the application; the panel cannot be hidden with it
+    bench.workspace.calls.clear();
+    bench.delegate->newDocument();
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
+}
+
+TEST(AppDelegate, a_minimised_panel_comes_back_redrawn_and_leaves_the_application_in_the_background)
+{
+    Bench bench;
+    bench.delegate->newDocument();
+    bench.panel().window()->setWindowState(Qt::WindowMinimized);
+    ASSERT_FALSE(bench.panel().isVisible());
+    int redraws = 0;
+    QObject::connect(bench.panel().plugInPanelView(), &PlugInPanelView::contentChanged,
+        bench.delegate.get(), [&redraws] { ++redraws; });
+    bench.delegate->newDocument();
+    EXPECT_TRUE(bench.panel().isVisible());
+    EXPECT_GT(redraws, 0);
+    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+}
+
+TEST(AppDelegate, the_about_box_comes_up_over_a_sheet_of_the_setup_window)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    bench.setup().load();
+    bool wasShown = false;
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [&wasShown] {
+        if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            wasShown = true;
+            box->accept();
+        }
+    });
+    closer.start(0);
+    bench.delegate->about();
+    EXPECT_TRUE(wasShown);
+    for (auto* sheet : bench.setup().window()->findChildren<QFileDialog*>())
+        sheet->reject();
+}
+
+TEST(AppDelegate, a_sheet_that_is_hidden_with_the_windows_is_cancelled)
+{
+    Bench bench;
+    bench.delegate->newDocument();
+    bench.delegate->userAssign();
+    bench.setup().load();
+    bench.lookAtAboutBox(); // hides everything and shows the panel again
+    EXPECT_FALSE(bench.setup().isVisible());
+    EXPECT_FALSE(bench.setup().visibleFileDialog());
+    bench.delegate->userAssign();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST(AppDelegate, after_the_about_box_a_minimised_setup_window_does_not_keep_the_application)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    bench.setup().window()->setWindowState(Qt::WindowMinimized);
+    bench.workspace.calls.clear();
+    bench.lookAtAboutBox();
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate", "hide"));
+}
+
+TEST(AppDelegate, when_the_workstation_ends_the_panel_is_cleared)
+{
+    const Bench bench;
+    bench.tick(); // arms the clock
+    bench.receive({ 0x90, 0, 0 });
+    bench.receive(ZoneOfA);
+    bench.processes.names.clear();
+    bench.tick();
+    EXPECT_EQ(bench.panel().plugInPanelView()->myZonesArray()->at(0).at(0), ' ');
+}
+
+TEST(AppDelegate, choosing_the_setup_window_gives_it_the_keyboard)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QCoreApplication::processEvents();
+    ASSERT_FALSE(bench.setup().window()->isActiveWindow());
+    bench.delegate->userAssign();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(bench.setup().window()->isActiveWindow());
+}
+
+TEST(AppDelegate, a_file_opened_from_the_file_manager_leaves_the_focus_of_the_setup_window)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    MyShortcutField::makeWindowFirstResponder(*bench.setup().window());
+    ASSERT_FALSE(bench.setup().getMyShortcutField(0)->isFirstResponder());
+    bench.delegate->applicationOpenFiles(
+        { bench.write(QStringLiteral("1.ZKCF"), Bench::setWithTitle("First")) });
+    EXPECT_EQ(bench.liveTitle(), QStringLiteral("First"));
+    EXPECT_FALSE(bench.setup().getMyShortcutField(0)->isFirstResponder());
 }
 
 } // namespace

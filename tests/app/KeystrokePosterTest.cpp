@@ -161,6 +161,15 @@ TEST(KeystrokePoster, nothing_is_posted_while_another_application_is_in_front)
     EXPECT_EQ(bench.post(64), "");
 }
 
+TEST(KeystrokePoster, a_release_is_not_posted_either_while_another_application_is_in_front)
+{
+    Bench bench;
+    bench.assign(1, { chord(Modifier::Command, KeyS, "S") });
+    EXPECT_EQ(bench.post(64), "key 1 down ⌘; bare 55 up");
+    bench.workspace.applications = { { "Finder", true }, { "Pro Tools", false } };
+    EXPECT_EQ(bench.post(0), "");
+}
+
 TEST(KeystrokePoster, the_walk_ends_at_the_active_workstation)
 {
     Bench bench;
@@ -171,6 +180,14 @@ TEST(KeystrokePoster, the_walk_ends_at_the_active_workstation)
     EXPECT_EQ(bench.workspace.visited, 3);
 }
 
+TEST(KeystrokePoster, the_applications_are_walked_at_every_event_whatever_its_code)
+{
+    Bench bench;
+    for (const unsigned int code : { 64U, 0U, 13U, 255U })
+        EXPECT_EQ(bench.post(code), "");
+    EXPECT_EQ(bench.workspace.visited, 4 * 2);
+}
+
 TEST(KeystrokePoster, a_stored_repeat_marks_the_key_down_and_not_the_key_up)
 {
     Bench bench;
@@ -179,6 +196,25 @@ TEST(KeystrokePoster, a_stored_repeat_marks_the_key_down_and_not_the_key_up)
     EXPECT_EQ(bench.post(0), "key 1 up");
     bench.assign(1, { { 0, KeyS, QStringLiteral("S"), 7 } });
     EXPECT_EQ(bench.post(64), "key 1 down repeat");
+}
+
+TEST(KeystrokePoster, the_repeat_flag_is_read_as_an_integer)
+{
+    Bench bench;
+    for (const ArchiveValue& noInteger :
+        { ArchiveValue(0.5), ArchiveValue(QStringLiteral("yes")) }) {
+        bench.assign(1, { { 0, KeyS, QStringLiteral("S"), noInteger } });
+        EXPECT_EQ(bench.post(64), "key 1 down");
+    }
+    bench.assign(1, { { 0, KeyS, QStringLiteral("S"), 1.5 } });
+    EXPECT_EQ(bench.post(64), "key 1 down repeat");
+}
+
+TEST(KeystrokePoster, only_an_empty_text_makes_a_record_unused)
+{
+    Bench bench;
+    bench.assign(1, { chord(0, KeyS, " ") });
+    EXPECT_EQ(bench.post(64), "key 1 down");
 }
 
 TEST(KeystrokePoster, only_the_four_modifiers_pass_from_the_stored_flags)
@@ -216,6 +252,30 @@ TEST(KeystrokePoster, an_entry_that_ends_within_a_record_posts_the_whole_records
     EXPECT_EQ(bench.post(64), "key 1 down; key 0 down");
     entry = ArchiveArray();
     EXPECT_EQ(bench.post(64), "");
+}
+
+TEST(KeystrokePoster, of_a_longer_entry_the_first_four_records_are_posted)
+{
+    Bench bench;
+    ArchiveArray& entry = *bench.assignments.myUserAssignFile()->getSwitchShortcut(1);
+    for (const ArchiveValue& element : { ArchiveValue(0), ArchiveValue(KeyA),
+             ArchiveValue(QStringLiteral("A")), ArchiveValue(false) })
+        entry.append(element);
+    EXPECT_EQ(bench.post(64), "");
+    bench.assign(1, { unused, unused, unused, chord(0, KeyS, "S") });
+    EXPECT_EQ(bench.post(64), "key 1 down");
+}
+
+TEST(KeystrokePoster, what_cannot_be_posted_does_not_keep_the_rest_back)
+{
+    Bench bench;
+    bench.assign(1, { chord(Modifier::Command, KeyS, "S"), chord(0, KeyA, "A") });
+    for (const auto result : { KeyEvents::Result::NotPermitted, KeyEvents::Result::UnknownKey,
+             KeyEvents::Result::Unavailable }) {
+        bench.keys.result = result;
+        EXPECT_EQ(bench.post(64), "key 1 down ⌘; bare 55 up; key 0 down");
+        EXPECT_EQ(bench.post(0), "key 1 up ⌘; bare 55 up; key 0 up");
+    }
 }
 
 TEST(KeystrokePoster, wrong_types_in_an_entry_are_read_as_nothing)

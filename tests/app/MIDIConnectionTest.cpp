@@ -224,6 +224,21 @@ TEST(MIDIConnection, a_client_that_cannot_be_made_is_tried_again_at_the_next_tic
     EXPECT_EQ(bench.services.calls.back(), "connect 141");
 }
 
+TEST(MIDIConnection, a_rebuild_that_cannot_make_a_client_leaves_the_link_to_the_next_tick)
+{
+    Bench bench;
+    bench.goOnline();
+    bench.services.failing = { "create client" };
+    bench.services.notify(MIDINotification::ObjectRemoved, MIDINotification::Source);
+    bench.mainLoop.turn();
+    EXPECT_EQ(bench.connection.client(), 0u);
+    EXPECT_EQ(bench.connection.inputEndPointRef(), 0u);
+
+    bench.services.failing.clear();
+    bench.tick();
+    EXPECT_EQ(bench.services.calls.back(), "connect 141");
+}
+
 TEST(MIDIConnection, an_input_port_that_cannot_be_made_leaves_a_client_that_ticks_do_not_touch)
 {
     Bench bench;
@@ -500,6 +515,7 @@ TEST(MIDIConnection, the_offline_messages_blank_ten_zones_eight_lamps_and_four_k
     for (const char* knob : { "08", "09", "0A", "0B" })
         expected.push_back(std::string("DSP B0 ") + knob + " 00");
     EXPECT_EQ(bench.display.calls, expected);
+    EXPECT_FALSE(bench.display.cameFromSource);
     EXPECT_THAT(bench.services.sent, IsEmpty()) << "nothing goes to the console";
 }
 

@@ -187,6 +187,61 @@ TEST(MessageDispatcher, a_zone_packet_of_four_bytes_still_waits_for_its_port)
     EXPECT_EQ(bench.send("B0 2C 04"), "DSP B0 2C 04");
 }
 
+TEST(MessageDispatcher, a_zone_with_more_behind_it_is_taken_at_once_whatever_that_is)
+{
+    Bench bench;
+    EXPECT_EQ(bench.send("B0 0F 40 30 03"), "key 3");
+    EXPECT_EQ(bench.send("B0 0F 40 B0 2F 05"), "key 47");
+    EXPECT_FALSE(bench.dispatcher.userAssignCmnd());
+    EXPECT_EQ(bench.send("B0 0C 1C B0 2C 41"), "DSP B0 0C 1C B0 2C 41");
+    EXPECT_FALSE(bench.dispatcher.switchLEDCmnd());
+}
+
+TEST(MessageDispatcher, a_port_that_was_waited_for_may_have_more_behind_it)
+{
+    Bench bench;
+    bench.send("B0 0F 40");
+    EXPECT_EQ(bench.send("B0 2F 45 0F 40 2F 05"), "key 69") << "and only its first key counts";
+    EXPECT_FALSE(bench.dispatcher.userAssignCmnd());
+    bench.send("B0 0C 1C");
+    EXPECT_EQ(bench.send("B0 2C 41 2C 42"), "DSP B0 2C 41 2C 42");
+    EXPECT_FALSE(bench.dispatcher.switchLEDCmnd());
+}
+
+TEST(MessageDispatcher, a_zone_that_comes_again_goes_on_waiting)
+{
+    Bench bench;
+    bench.send("B0 0F 40");
+    bench.send("B0 0F 40");
+    EXPECT_EQ(bench.send("B0 2F 05"), "key 5");
+    bench.send("B0 0C 1C");
+    bench.send("B0 0C 1C");
+    EXPECT_EQ(bench.send("B0 2C 05"), "DSP B0 2C 05");
+}
+
+TEST(MessageDispatcher, the_flags_can_be_set_from_outside)
+{
+    Bench bench;
+    bench.dispatcher.setUserAssignCmnd(true);
+    bench.dispatcher.setSwitchLEDCmnd(true);
+    EXPECT_EQ(bench.send("B0 2F 05"), "key 5");
+    EXPECT_EQ(bench.send("B0 2C 05"), "DSP B0 2C 05");
+    bench.send("B0 0F 40");
+    bench.send("B0 0C 1C");
+    bench.dispatcher.setUserAssignCmnd(false);
+    bench.dispatcher.setSwitchLEDCmnd(false);
+    EXPECT_EQ(bench.send("B0 2F 05"), "");
+    EXPECT_EQ(bench.send("B0 2C 05"), "");
+}
+
+TEST(MessageDispatcher, a_key_code_is_a_whole_byte)
+{
+    Bench bench;
+    bench.send("B0 0F 40");
+    EXPECT_EQ(bench.send("B0 2F C5"), "key 197");
+    EXPECT_EQ(bench.send("B0 0F 40 2F C5"), "key 197");
+}
+
 TEST(MessageDispatcher, lamps_come_in_one_packet_or_in_two)
 {
     Bench bench;

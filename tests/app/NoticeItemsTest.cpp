@@ -63,6 +63,19 @@ TEST(NoticeItems, a_notice_comes_and_goes_with_its_reason)
     EXPECT_THAT(bench.look(), ElementsAre("Quit"));
 }
 
+TEST(NoticeItems, nothing_moves_while_the_menu_is_open)
+{
+    Bench bench;
+    NoticeItems items(bench.menu, bench.notices);
+    emit bench.menu.aboutToShow();
+    bench.notices.notices = { { "missing", [] {} } };
+    items.refresh();
+    EXPECT_EQ(bench.menu.actions().size(), 1);
+    emit bench.menu.aboutToHide();
+    items.refresh();
+    EXPECT_EQ(bench.menu.actions().size(), 3);
+}
+
 TEST(NoticeItems, a_notice_that_stays_keeps_its_item)
 {
     Bench bench;

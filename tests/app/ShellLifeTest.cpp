@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
 
 #include <gmock/gmock.h>
 
@@ -166,6 +167,16 @@ TEST(ShellLife, quit_ends_the_event_loop)
     bench.launch();
     QTimer::singleShot(0, [] { Bench::action("quit").trigger(); });
     EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST(ShellLife, launching_again_keeps_the_status_item_and_its_menu)
+{
+    Bench bench;
+    bench.launch();
+    const QPointer<QMenu> menu(&Bench::menu()); // #include <QPointer>
+    bench.launch();
+    EXPECT_FALSE(menu.isNull());
+    EXPECT_EQ(&Bench::menu(), menu.data());
 }
 
 } // namespace

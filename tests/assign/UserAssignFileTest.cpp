@@ -49,7 +49,10 @@ TEST(UserAssignFile, the_default_table_has_twelve_empty_entries_and_titles)
         EXPECT_EQ(archiveText(set.getSwitchShortcut(number)), EmptyEntry);
         EXPECT_EQ(set.getShortcutTitle(number), QString());
     }
-    EXPECT_NE(set.getSwitchShortcut(1), set.getSwitchShortcut(2));
+    for (int number = 2; number <= 12; ++number) {
+        for (int other = 1; other < number; ++other)
+            EXPECT_NE(set.getSwitchShortcut(number), set.getSwitchShortcut(other));
+    }
 }
 
 TEST(UserAssignFile, only_buttons_one_to_twelve_have_an_entry)
@@ -83,6 +86,42 @@ TEST(UserAssignFile, filling_the_shortcuts_resets_the_titles_but_not_the_other_w
     set.setShortcutTitle("Save", 6);
     set.initShortcutArray();
     EXPECT_EQ(set.getShortcutTitle(6), QString());
+}
+
+TEST(UserAssignFile, filling_replaces_the_tables_and_touches_nothing_of_the_old_ones)
+{
+    UserAssignFile set;
+    set.initShortcutArray();
+    set.getShortcutArray()->set(13, set.getSwitchShortcut(1));
+    set.setShortcutTitle("more", 13);
+    set.getSwitchShortcut(1)->replace(1, 5);
+    const auto shortcuts = set.getShortcutArray();
+    const auto titles = set.getShortcutTitleArray();
+    set.initShortcutArray();
+    EXPECT_EQ(set.count(), 12u);
+    EXPECT_EQ(set.getShortcutTitle(13), std::nullopt);
+    EXPECT_EQ(shortcuts->size(), 13u);
+    EXPECT_EQ(shortcuts->value(1).array()->at(1), ArchiveValue(5));
+    EXPECT_EQ(titles->value(13).text(), "more");
+}
+
+TEST(UserAssignFile, the_two_tables_are_set_read_and_counted_apart)
+{
+    auto shortcuts = std::make_shared<ArchiveDictionary>();
+    shortcuts->set(3, std::make_shared<ArchiveArray>());
+    auto titles = std::make_shared<ArchiveDictionary>();
+    titles->set(1, QStringLiteral("Undo"));
+    titles->set(2, QStringLiteral("Redo"));
+    UserAssignFile set;
+    set.setTitleData(KeyedArchive::archivedData(titles));
+    EXPECT_FALSE(set.isExistShortcut());
+    set.setData(KeyedArchive::archivedData(shortcuts));
+    EXPECT_EQ(set.count(), 1u);
+    ASSERT_EQ(set.allKeys().size(), 1u);
+    EXPECT_EQ(set.allKeys()[0], ArchiveValue(3));
+    EXPECT_EQ(set.getShortcutTitle(2), QString("Redo"));
+    EXPECT_EQ(set.getData(), KeyedArchive::archivedData(shortcuts));
+    EXPECT_EQ(set.getTitleData(), KeyedArchive::archivedData(titles));
 }
 
 TEST(UserAssignFile, a_change_inside_an_entry_changes_the_set)

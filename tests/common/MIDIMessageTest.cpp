@@ -31,6 +31,17 @@ TEST(MIDIMessage, set_data_leaves_source_and_length_alone)
     EXPECT_EQ(message.length(), 0u);
 }
 
+TEST(MIDIMessage, source_and_length_can_be_set_and_leave_the_data_alone)
+{
+    MIDIMessage message(-7);
+    message.setReadData(std::vector<std::uint8_t> { 0x90 });
+    message.setSourceID(9);
+    message.setLength(5);
+    EXPECT_EQ(message.sourceID(), 9);
+    EXPECT_EQ(message.length(), 5u);
+    EXPECT_THAT(message.readData(), ElementsAre(0x90));
+}
+
 TEST(MIDIMessage, a_packet_is_copied)
 {
     std::vector<std::uint8_t> bytes { 0xB0, 0x0C, 0x1C, 0x2C, 0x41 };

@@ -16,6 +16,7 @@ namespace {
 
 using stage::milliseconds;
 using Face = stage::StatusIcon::Face;
+using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -193,6 +194,18 @@ TEST_F(Shell, the_first_of_several_files_becomes_live_in_the_running_program)
     ASSERT_TRUE(studio->isAnswered());
     EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down B")) << "kept in the defaults";
     EXPECT_THAT(studio->keysAfter("release 1"), ElementsAre("up B"));
+}
+
+TEST_F(Shell, a_file_opened_while_a_key_is_held_leaves_no_key_down)
+{
+    startOnDesktop(false);
+    studio->studio.assign({ "1", "A" });
+    studio->startEverything();
+    ASSERT_TRUE(studio->isAnswered());
+    EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down A"));
+    EXPECT_EQ(studio->studio.start("kestrel", { writeSet("first.ZKCF") })->wait(DialogTimeout), 0);
+    EXPECT_THAT(studio->keysAfter("release 1"), AnyOf(IsEmpty(), ElementsAre("up A")));
+    EXPECT_TRUE(studio->allKeysComeUp());
 }
 
 TEST_F(Shell, a_file_opens_the_program_when_it_does_not_run)

@@ -70,6 +70,7 @@ public:
         calls.push_back("activate");
         hidden = false;
     }
+    void setReopened(std::function<void()>) override { }
 
     std::vector<Application> applications;
     int visited = 0;

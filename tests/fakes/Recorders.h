@@ -28,13 +28,22 @@ public:
     void redrawLCDdisplay(const MIDIMessage& message) override
     {
         calls.push_back("LCD " + hex(message.readData()));
+        note(message);
     }
     void redrawDSParea(const MIDIMessage& message) override
     {
         calls.push_back("DSP " + hex(message.readData()));
+        note(message);
     }
 
     std::vector<std::string> calls;
+    bool cameFromSource = false; // any of them carried a source or the length of a packet
+
+private:
+    void note(const MIDIMessage& message)
+    {
+        cameFromSource = cameFromSource || message.sourceID() != 0 || message.length() != 0;
+    }
 };
 
 class RecordingStatusItem final : public StatusItem {

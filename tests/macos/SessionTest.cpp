@@ -16,6 +16,15 @@ TEST(Session, raising_a_window_does_not_activate_the_program)
     EXPECT_STREQ(std::getenv(RaiseProcess), "0");
 }
 
+TEST(Session, launching_does_not_activate_the_program)
+{
+    constexpr const char* Transform = "QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM";
+    ::unsetenv(Transform);
+    EXPECT_FALSE(prepareSession());
+    EXPECT_STREQ(std::getenv(Transform), "1");
+    ::unsetenv(Transform);
+}
+
 TEST(Session, what_the_user_has_chosen_stays)
 {
     ::setenv(RaiseProcess, "1", 1);

@@ -1,3 +1,5 @@
+#include "common/ArchiveObject.h"
+#include "common/KeyedArchive.h"
 #include "tests/setup/SetupBench.h"
 
 #include <QApplication>
@@ -307,6 +309,77 @@ TEST(FileDialogs, a_save_that_fails_is_silent)
     EXPECT_FALSE(QFileInfo::exists(path));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_EQ(bench.calls, Calls {});
+}
+
+TEST(FileDialogs, a_save_that_fails_leaves_what_is_typed)
+{
+    DialogBench bench;
+    press(bench.field(0), Keys::F5);
+    bench.controller.save();
+    ASSERT_TRUE(QDir(bench.folder.path()).mkdir("gone"));
+    bench.sheet()->findChild<QLineEdit*>()->setText(bench.path("gone/new.ZKCF"));
+    ASSERT_TRUE(QDir(bench.folder.path()).rmdir("gone"));
+    static_cast<QDialog*>(bench.sheet())->done(QDialog::Accepted);
+    EXPECT_EQ(bench.field(0).stringValue(), u"F5");
+    EXPECT_TRUE(bench.mayAssign());
+}
+
+TEST(FileDialogs, save_offers_assignment_files_only)
+{
+    DialogBench bench;
+    bench.controller.save();
+    ASSERT_NE(bench.sheet(), nullptr);
+    EXPECT_EQ(bench.sheet()->nameFilters(), QStringList { "Kestrel Console File (*.ZKCF)" });
+    bench.sheet()->reject();
+}
+
+TEST(FileDialogs, saving_through_the_panel_over_a_file_gives_a_fresh_one_with_its_codes)
+{
+    DialogBench bench;
+    const QString path = bench.damagedFile();
+    press(bench.field(0), Keys::F5);
+    bench.controller.assign();
+    whenAlerted([](QMessageBox& alert) { alert.button(QMessageBox::Yes)->click(); });
+    bench.controller.save();
+    bench.choose(path);
+    const auto saved = AssignmentFiles(bench.attributes).read(path);
+    ASSERT_NE(saved, nullptr);
+    EXPECT_EQ(saved->getSwitchShortcut(1)->at(2).text(), u"F5");
+    EXPECT_EQ(bench.attributes.codes(path.toStdString()),
+        (FileCodes { .type = 0x55534153, .creator = 0x4B5A4C51 })); // USAS, KZLQ
+}
+
+TEST(FileDialogs, an_archive_of_another_object_shows_invalid_file_and_a_set_without_a_type_does_not)
+{
+    DialogBench bench;
+    const auto write = [&](const UserAssignFile::Bytes& bytes) {
+        QFile file(bench.path("x.ZKCF"));
+        const auto size = static_cast<qint64>(bytes.size());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly)
+            && file.write(reinterpret_cast<const char*>(bytes.data()), size) == size);
+    };
+    int alerts = 0;
+    const auto load = [&] {
+        bench.controller.load();
+        bench.choose(bench.path("x.ZKCF"));
+    };
+    write(KeyedArchive::archivedData(QStringLiteral("text")));
+    whenAlerted([&](QMessageBox& alert) {
+        ++alerts;
+        alert.accept();
+    });
+    load();
+    EXPECT_EQ(alerts, 1);
+
+    auto object = std::make_shared<ArchiveObject>(QStringList { "UserAssignFile", "NSObject" });
+    UserAssignFile set;
+    set.initShortcutArray();
+    set.getSwitchShortcut(1)->replace(2, QStringLiteral("X"));
+    object->encodeObject("orgShortcutArray", set.getShortcutArray());
+    write(KeyedArchive::archivedData(object));
+    load();
+    EXPECT_EQ(alerts, 1);
+    EXPECT_EQ(bench.field(0).stringValue(), u"X");
 }
 
 } // namespace

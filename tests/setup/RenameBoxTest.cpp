@@ -48,6 +48,17 @@ TEST(RenameBox, a_double_click_on_a_button_without_shortcuts_opens_nothing)
     EXPECT_EQ(bench.button(0).editBox(), nullptr);
 }
 
+TEST(RenameBox, the_field_resigns_for_it_also_while_the_window_is_not_active)
+{
+    SetupBench bench;
+    bench.give(4, 0, 0, 96, "F5");
+    bench.controller.setupUI(*bench.live); // not shown
+    ASSERT_TRUE(bench.field(0).bBecome());
+    doubleClick(bench.button(3));
+    ASSERT_NE(bench.button(3).editBox(), nullptr);
+    EXPECT_FALSE(bench.field(0).bBecome());
+}
+
 TEST(RenameBox, a_single_click_on_the_selected_button_opens_nothing)
 {
     OpenBox bench;

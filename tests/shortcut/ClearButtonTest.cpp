@@ -45,6 +45,31 @@ TEST(ClearButton, nothing_is_cleared_before_the_mouse_is_released)
     EXPECT_EQ(bench.field(1).stringValue(), u"");
 }
 
+TEST(ClearButton, the_action_comes_before_the_text_goes_and_the_button_is_disabled)
+{
+    FieldBench bench;
+    press(bench.field(1), Keys::F5);
+    int actions = 0;
+    bench.field(1).setAction([&] {
+        EXPECT_FALSE(bench.field(1).isEntryShortcut());
+        EXPECT_EQ(bench.field(1).stringValue(), u"F5");
+        EXPECT_TRUE(bench.clear(1).isEnabled());
+        ++actions;
+    });
+    click(bench.clear(1));
+    EXPECT_EQ(actions, 1);
+}
+
+TEST(ClearButton, a_button_that_is_disabled_before_the_release_clears_nothing)
+{
+    FieldBench bench;
+    press(bench.field(1), Keys::F5);
+    press(bench.clear(1), Qt::LeftButton, { 5, 5 });
+    bench.clear(1).setEnabled(false);
+    release(bench.clear(1), Qt::LeftButton, { 5, 5 });
+    EXPECT_EQ(bench.field(1).stringValue(), u"F5");
+}
+
 TEST(ClearButton, a_disabled_button_still_closes_rename_boxes_and_clears_nothing)
 {
     FieldBench bench;

@@ -63,6 +63,36 @@ TEST(MyShortcutField, a_second_function_key_of_the_button_is_not_available)
     EXPECT_EQ(bench.record(0), first);
 }
 
+TEST(MyShortcutField, a_refusal_sends_the_action_before_and_after_it_sets_the_marker)
+{
+    FieldBench bench;
+    press(bench.field(0), Keys::F3);
+    std::vector<bool> marked;
+    bench.field(2).setAction([&] {
+        EXPECT_EQ(bench.field(2).stringValue(), u"Not Available");
+        EXPECT_EQ(bench.record(2), (ArchiveArray { 0, 0, QString(), 0 }));
+        marked.push_back(bench.field(2).bNotAvailable());
+    });
+    press(bench.field(2), Keys::F5);
+    EXPECT_EQ(marked, (std::vector { false, true }));
+}
+
+TEST(MyShortcutField, the_action_of_a_capture_comes_last)
+{
+    FieldBench bench;
+    bench.field(0).setBNotAvailable(true);
+    int actions = 0;
+    bench.field(0).setAction([&] {
+        EXPECT_EQ(bench.field(0).stringValue(), u"F5");
+        EXPECT_EQ(bench.record(0), (ArchiveArray { 0, 96, QString("F5"), false }));
+        EXPECT_TRUE(bench.clear(0).isEnabled());
+        EXPECT_FALSE(bench.field(0).bNotAvailable());
+        ++actions;
+    });
+    press(bench.field(0), Keys::F5);
+    EXPECT_EQ(actions, 1);
+}
+
 TEST(MyShortcutField, a_refusal_leaves_the_clear_button_as_it_was)
 {
     FieldBench bench;
@@ -139,6 +169,14 @@ TEST(MyShortcutField, a_key_that_was_pressed_elsewhere_is_stored_as_a_repeat)
     EXPECT_FALSE(bench.record(0)[3].toBool());
 }
 
+// The repeat flag goes with the key code, and an empty field has that of the A key already.
+TEST(MyShortcutField, a_repeated_a_key_leaves_the_repeat_flag_of_an_empty_field)
+{
+    FieldBench bench;
+    press(bench.field(0), repeated(Keys::A));
+    EXPECT_EQ(bench.record(0), (ArchiveArray { 0, 0, QString("A"), 0 }));
+}
+
 TEST(MyShortcutField, a_key_without_a_name_is_stored_and_shows_nothing)
 {
     FieldBench bench;
@@ -159,6 +197,22 @@ TEST(MyShortcutField, a_key_without_a_key_code_does_nothing_and_goes_no_further)
     EXPECT_EQ(bench.actions, std::vector<int>());
 }
 
+// Some versions of the toolkit and of macOS give a modifier the native code 0, that of the A key.
+TEST(MyShortcutField, a_modifier_alone_captures_nothing_whatever_its_native_code)
+{
+    FieldBench bench;
+    press(bench.field(0), Keys::F5);
+    bench.actions.clear();
+    for (const int key :
+        { Qt::Key_Shift, Qt::Key_Control, Qt::Key_Meta, Qt::Key_Alt, Qt::Key_CapsLock }) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, 1, 0, Modifier::Shift);
+        EXPECT_TRUE(QCoreApplication::sendEvent(&bench.field(0), &event));
+        EXPECT_TRUE(event.isAccepted());
+    }
+    EXPECT_EQ(bench.actions, std::vector<int>());
+    EXPECT_EQ(bench.field(0).stringValue(), u"F5");
+}
+
 TEST(MyShortcutField, clearing_resets_the_record_and_leaves_text_and_clear_button)
 {
     FieldBench bench;
@@ -172,6 +226,15 @@ TEST(MyShortcutField, clearing_resets_the_record_and_leaves_text_and_clear_butto
     EXPECT_EQ(bench.field(0).stringValue(), u"F5");
     EXPECT_TRUE(bench.clear(0).isEnabled());
     EXPECT_FALSE(bench.field(0).isFncKey());
+}
+
+TEST(MyShortcutField, clearing_takes_the_repeat_flag_away)
+{
+    FieldBench bench;
+    press(bench.field(0), repeated(Keys::F5));
+    ASSERT_TRUE(bench.record(0)[3].toBool());
+    bench.field(0).clearShortcut();
+    EXPECT_EQ(bench.record(0), (ArchiveArray { 0, 0, QString(), 0 }));
 }
 
 TEST(MyShortcutField, without_a_record_a_key_is_shown_but_neither_kept_nor_stored)

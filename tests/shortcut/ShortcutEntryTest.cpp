@@ -126,5 +126,22 @@ TEST(ShortcutEntry, a_negative_key_code_is_no_function_key)
     EXPECT_FALSE(bench.field(0).isFncKey());
 }
 
+TEST(ShortcutEntry, a_function_key_without_a_name_is_one_all_the_same)
+{
+    FieldBench bench;
+    bench.field(0).setUserAssignParam(0, entryOf({ 0, 96, QString(), 0 }));
+    EXPECT_TRUE(bench.field(0).isFncKey());
+    EXPECT_TRUE(bench.field(1).isAlradyEntryFncKey(99));
+}
+
+TEST(ShortcutEntry, a_function_key_is_told_by_the_low_32_bits_of_its_code)
+{
+    FieldBench bench;
+    bench.field(0).setUserAssignParam(0, entryOf({ 0, 0x10060, QString("X"), 0 }));
+    EXPECT_FALSE(bench.field(0).isFncKey());
+    bench.field(0).setUserAssignParam(0, entryOf({ 0, 0x100000060, QString("X"), 0 }));
+    EXPECT_TRUE(bench.field(0).isFncKey());
+}
+
 } // namespace
 } // namespace kestrel::fakes

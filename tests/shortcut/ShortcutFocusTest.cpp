@@ -78,6 +78,17 @@ TEST(ShortcutFocus, the_first_responder_stays_one_while_another_window_is_in_fro
     EXPECT_TRUE(bench.field(0).bBecome());
 }
 
+TEST(ShortcutFocus, the_first_responder_stays_one_while_a_menu_is_open)
+{
+    FieldBench bench;
+    activate(bench.window);
+    bench.field(0).makeFirstResponder();
+    QFocusEvent away(QEvent::FocusOut, Qt::PopupFocusReason);
+    QCoreApplication::sendEvent(&bench.field(0), &away);
+    EXPECT_TRUE(bench.field(0).bBecome());
+    EXPECT_TRUE(bench.field(0).isFirstResponder());
+}
+
 TEST(ShortcutFocus, another_control_that_takes_the_focus_makes_the_field_resign)
 {
     FieldBench bench;

@@ -130,6 +130,21 @@ TEST(ShortcutText, however_long_there_is_only_one_break)
     EXPECT_EQ(shown(0, QString(40, 'x')), QString(13, 'x') + '\n' + QString(27, 'x'));
 }
 
+TEST(ShortcutText, the_break_counts_utf_16_units)
+{
+    const QString thirteen = QString(11, 'x') + u"\U00010428"_qs; // the last one takes two
+    EXPECT_EQ(shown(0, thirteen), thirteen);
+    EXPECT_EQ(shown(0, thirteen + 'y'), thirteen + "\ny");
+}
+
+TEST(ShortcutText, an_ampersand_is_drawn)
+{
+    FieldBench bench;
+    const QImage empty = bench.field(0).grab().toImage();
+    bench.field(0).drawShortcutKey(0, 26, "&");
+    EXPECT_NE(bench.field(0).grab().toImage(), empty);
+}
+
 TEST(ShortcutText, an_ampersand_is_shown_as_it_is)
 {
     EXPECT_EQ(shown(Command, "&"), u"\u2318+&");

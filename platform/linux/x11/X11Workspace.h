@@ -22,6 +22,8 @@ public:
     // Through the window manager; nothing happens when there is none, or no window of ours.
     void activateApplication() override;
 
+    void setReopened(std::function<void()>) override { } // every start is a process of its own
+
 private:
     [[nodiscard]] std::vector<xcb_window_t> ownWindows();
     void askWindowManager(

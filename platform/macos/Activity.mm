@@ -1,18 +1,18 @@
-#include "platform/macos/LatencyCriticalActivity.h"
+#include "platform/macos/Activity.h"
 
 #import <Foundation/Foundation.h>
 
 namespace kestrel {
 
-LatencyCriticalActivity::LatencyCriticalActivity()
+Activity::Activity(Kind kind)
     : m_activity(CFBridgingRetain([NSProcessInfo.processInfo
         beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
-        | NSActivityLatencyCritical
-                          reason:@"Passing on key presses of the console"]))
+        | (kind == Kind::LatencyCritical ? NSActivityLatencyCritical : NSActivityOptions {})
+                          reason:@"Waiting for the console and passing on its key presses"]))
 {
 }
 
-LatencyCriticalActivity::~LatencyCriticalActivity()
+Activity::~Activity()
 {
     [NSProcessInfo.processInfo endActivity:(__bridge id<NSObject>)m_activity.get()];
 }
