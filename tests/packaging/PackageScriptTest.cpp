@@ -166,6 +166,25 @@ TEST(PackageScript, libraries_that_lie_outside_are_taken_in_with_those_that_they
         ElementsAre("id @rpath/libdeep.1.dylib", "minos 12.0", "arch arm64"));
 }
 
+TEST(PackageScript, a_library_that_is_taken_in_brings_those_that_it_expects_beside_itself)
+{
+    PackagingBench bench;
+    const QString folder = QStringLiteral("/opt/homebrew/opt/libplist/lib/");
+    bench.write(bench.tool("outside" + folder + "libplist-2.0.4.dylib"),
+        { "id " + folder + "libplist-2.0.4.dylib", "needs @loader_path/libsister.1.dylib",
+            "minos 12.0", "arch arm64" });
+    bench.write(bench.tool("outside" + folder + "libsister.1.dylib"),
+        { "id " + folder + "libsister.1.dylib", "minos 12.0", "arch arm64" });
+    ASSERT_TRUE(succeeded(bench.run(forThisMac)));
+    EXPECT_THAT(
+        PackagingBench::linesOf(bench.bundle(QStringLiteral("Frameworks/libplist-2.0.4.dylib"))),
+        ElementsAre("id @rpath/libplist-2.0.4.dylib",
+            "needs @executable_path/../Frameworks/libsister.1.dylib", "minos 12.0", "arch arm64"));
+    EXPECT_THAT(
+        PackagingBench::linesOf(bench.bundle(QStringLiteral("Frameworks/libsister.1.dylib"))),
+        ElementsAre("id @rpath/libsister.1.dylib", "minos 12.0", "arch arm64"));
+}
+
 TEST(PackageScript, the_program_looks_for_its_libraries_in_the_bundle_and_nowhere_else)
 {
     PackagingBench bench;
