@@ -53,6 +53,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_userAssignableWindowController->setMyWindowController(m_myWindowController.get());
     setupStatusItem();
     m_activeSenceTimer.start();
+    m_platform.workspace->setReopened([this] { userAssign(); });
 }
 
 void AppDelegate::createPanelController()
@@ -91,7 +92,8 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
     m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, m_keyPermission);
-    // Also while nobody looks: not every menu takes in new items once it is about to open.
+    // Also while nobody looks: not every menu takes in new items once it is about to open. The tick
+    // of one that is there is brought up to date then.
     connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] { m_noticeItems->refresh(); });
     m_loginItemChoice = std::make_unique<LoginItemChoice>(
         *m_platform.loginItem, *m_mainMenu->launchAtLogin, *m_mainMenu->statusMenu);
@@ -107,6 +109,7 @@ void AppDelegate::applicationWillTerminate()
     if (std::exchange(m_terminated, true))
         return;
     m_activeSenceTimer.stop();
+    m_platform.workspace->setReopened({});
     if (m_connection.client() != 0)
         m_connection.releaseMIDIReceiver();
     storeAssignments();

@@ -21,7 +21,7 @@ void QtApplicationVisibility::hide()
         // Menus, and the toolkit's own window in the tray, are no windows of the application.
         const bool isOrdinary = window->windowType() != Qt::Popup
             && !window->windowFlags().testFlag(Qt::BypassWindowManagerHint);
-        if (!isOrdinary || !window->isVisible())
+        if (!isOrdinary || !window->isVisible() || window->isMinimized())
             continue;
         // A sheet would not come back with its window, and whoever opened it would wait for it.
         if (auto* const dialog = qobject_cast<QDialog*>(window))

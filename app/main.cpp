@@ -60,7 +60,6 @@ int run(kestrel::SingleInstance& instance)
             else
                 delegate.applicationOpenFiles(paths);
         });
-    mainLoop.perform([&] { platform.workspace->setReopened([&] { delegate.userAssign(); }); });
     // The session may end without a word more after this.
     QObject::connect(
         qGuiApp, &QGuiApplication::commitDataRequest, &delegate,

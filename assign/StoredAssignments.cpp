@@ -14,13 +14,13 @@ void StoredAssignments::setupShortcutKey()
     m_myUserAssignFile = std::make_shared<UserAssignFile>();
     UserAssignFile& set = *m_myUserAssignFile;
 
-    if (!restore(ShortcutsKey, [&](auto archive) {
+    if (!restore(ShortcutsKey, [&](Archive archive) {
             set.setData(archive);
             return !set.isExistShortcut() || set.getShortcutArray();
         }))
         set.initShortcutArray();
 
-    if (!restore(TitlesKey, [&](auto archive) {
+    if (!restore(TitlesKey, [&](Archive archive) {
             set.setTitleData(archive);
             return set.getShortcutTitleArray() != nullptr;
         }))
@@ -28,14 +28,13 @@ void StoredAssignments::setupShortcutKey()
 }
 
 // False when there is nothing under the key, or nothing that can be taken.
-template <typename Take>
-bool StoredAssignments::restore(std::string_view key, Take take)
+bool StoredAssignments::restore(std::string_view key, const std::function<bool(Archive)>& take)
 {
     const auto archive = m_defaults.data(key);
     if (!archive)
         return false;
     try {
-        if (take(std::span<const std::uint8_t>(*archive)))
+        if (take(*archive))
             return true;
     } catch (const ArchiveError&) {
     }
@@ -59,7 +58,7 @@ bool StoredAssignments::writeUserDefault()
 }
 
 // What cannot be synchronised now goes to the disk together with the next write.
-void StoredAssignments::keepAside(std::string_view key, std::span<const std::uint8_t> damaged)
+void StoredAssignments::keepAside(std::string_view key, Archive damaged)
 {
     m_defaults.setData(std::string(key) + ".damaged", damaged);
     (void)m_defaults.synchronise();

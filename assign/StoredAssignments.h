@@ -3,7 +3,9 @@
 #include "assign/UserAssignFile.h"
 #include "platform/DefaultsStore.h"
 
+#include <functional>
 #include <memory>
+#include <span>
 #include <string_view>
 
 namespace kestrel {
@@ -17,7 +19,8 @@ public:
     explicit StoredAssignments(DefaultsStore& defaults); // which outlives it
 
     // Makes a new live set from the defaults. What is missing there starts empty, and so does
-    // what is damaged or no table, after it has been kept aside under its key and ".damaged".
+    // what is damaged or no table, after it has been kept aside under its key and ".damaged". An
+    // archive of nothing is taken for the shortcuts, which are then missing.
     void setupShortcutKey();
 
     // False, with the defaults as they were, when they could not be written. A set without a
@@ -31,9 +34,10 @@ public:
     }
 
 private:
-    template <typename Take>
-    [[nodiscard]] bool restore(std::string_view key, Take take);
-    void keepAside(std::string_view key, std::span<const std::uint8_t> damaged);
+    using Archive = std::span<const std::uint8_t>;
+
+    [[nodiscard]] bool restore(std::string_view key, const std::function<bool(Archive)>& take);
+    void keepAside(std::string_view key, Archive damaged);
 
     DefaultsStore& m_defaults;
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;

@@ -29,7 +29,7 @@ public:
     virtual void activateApplication() = 0; // ignoring other applications
 
     // `reopened` is called when the user starts this application while it runs, in sessions that
-    // then start no second process. Once the main loop runs.
+    // then start no second process; an empty one ends that.
     virtual void setReopened(std::function<void()> reopened) = 0;
 };
 

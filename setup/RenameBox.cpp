@@ -3,7 +3,10 @@
 #include "shortcut/InterfaceFont.h"
 
 #include <QKeyEvent>
+#include <QTextCursor>
 #include <QTextDocument>
+
+#include <optional>
 
 namespace kestrel {
 
@@ -16,10 +19,23 @@ const QString Look = QStringLiteral(
     "QPlainTextEdit { border: 2px solid #5ED6CE; border-radius: 6px; background: #F6F3EC;"
     " color: black; selection-background-color: #5ED6CE; selection-color: black; }");
 
-// What the system binds to Command in texts, beside the editing shortcuts.
-constexpr bool isMoveOrDelete(int key)
+// Where Command takes the cursor of a text, beside the editing shortcuts; Backspace deletes up to
+// there.
+std::optional<QTextCursor::MoveOperation> moveWithCommand(int key)
 {
-    return (key >= Qt::Key_Left && key <= Qt::Key_Down) || key == Qt::Key_Backspace;
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Backspace:
+        return QTextCursor::StartOfLine;
+    case Qt::Key_Right:
+        return QTextCursor::EndOfLine;
+    case Qt::Key_Up:
+        return QTextCursor::Start;
+    case Qt::Key_Down:
+        return QTextCursor::End;
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -55,7 +71,7 @@ RenameBox::Command RenameBox::command(const QKeyEvent& event) const
 {
     const ModifierFlags flags = m_currentEvent ? m_currentEvent->flags : 0;
     if (flags & Modifier::Command)
-        return isMoveOrDelete(event.key()) ? Command::Other : Command::Noop;
+        return moveWithCommand(event.key()) ? Command::Other : Command::Noop;
     const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     if (isReturn && !(flags & (Modifier::Option | Modifier::Control)))
         return Command::InsertNewline;
@@ -68,13 +84,32 @@ RenameBox::Command RenameBox::command(const QKeyEvent& event) const
 void RenameBox::keyPressEvent(QKeyEvent* event)
 {
     m_currentEvent = KeyPress::from(*event, m_keyTranslation);
+    const ModifierFlags flags = m_currentEvent ? m_currentEvent->flags : 0;
     const Command meaning = command(*event);
     const bool isHandled = m_delegate && m_delegate(meaning);
     m_currentEvent.reset();
     if (isHandled || meaning == Command::Noop)
         event->accept();
+    else if (flags & Modifier::Command)
+        moveOrDelete(*event, flags);
     else
         QPlainTextEdit::keyPressEvent(event);
+}
+
+// Not every toolkit takes this for a key that edits.
+void RenameBox::moveOrDelete(const QKeyEvent& event, ModifierFlags flags)
+{
+    const auto move = moveWithCommand(event.key());
+    if (!move)
+        return;
+    QTextCursor cursor = textCursor();
+    const bool isDelete = event.key() == Qt::Key_Backspace;
+    const bool isSelecting = isDelete || (flags & Modifier::Shift);
+    if (!isDelete || !cursor.hasSelection())
+        cursor.movePosition(*move, isSelecting ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+    if (isDelete)
+        cursor.removeSelectedText();
+    setTextCursor(cursor);
 }
 
 } // namespace kestrel

@@ -37,6 +37,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void moveOrDelete(const QKeyEvent& event, ModifierFlags flags);
     [[nodiscard]] Command command(const QKeyEvent& event) const;
 
     KeyTranslation& m_keyTranslation;

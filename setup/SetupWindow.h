@@ -14,7 +14,7 @@ public:
 
     // A click on the background.
     void setMouseDown(std::function<void()> mouseDown) { m_mouseDown = std::move(mouseDown); }
-    // About to leave the screen, for whatever reason.
+    // About to be hidden or closed.
     void setHiding(std::function<void()> hiding) { m_hiding = std::move(hiding); }
 
     void setVisible(bool visible) override;

@@ -59,14 +59,23 @@ void AppKitWorkspace::activateApplication()
 
 void AppKitWorkspace::setReopened(std::function<void()> reopened)
 {
+    auto* const manager = NSAppleEventManager.sharedAppleEventManager;
+    if (!reopened) {
+        [manager removeEventHandlerForEventClass:kCoreEventClass andEventID:kAEReopenApplication];
+        m_reopening = {};
+        return;
+    }
     auto* const reopening = [[KestrelReopening alloc] init];
     reopening.reopened = ^{ reopened(); };
-    // In the place of AppKit's own handler, which would at most say that this program is active.
-    [NSAppleEventManager.sharedAppleEventManager setEventHandler:reopening
-                                                     andSelector:@selector(handle:withReply:)
-                                                   forEventClass:kCoreEventClass
-                                                      andEventID:kAEReopenApplication];
     m_reopening = CFHolder<CFTypeRef>(CFBridgingRetain(reopening));
+    // Once the application runs, in the place of AppKit's own handler, which it installs when it
+    // begins to, and which would at most say that this program is active.
+    dispatch_async(dispatch_get_main_queue(), ^{
+        [manager setEventHandler:reopening
+                     andSelector:@selector(handle:withReply:)
+                   forEventClass:kCoreEventClass
+                      andEventID:kAEReopenApplication];
+    });
 }
 
 } // namespace kestrel

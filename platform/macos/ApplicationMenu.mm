@@ -4,12 +4,19 @@
 
 namespace kestrel {
 
+namespace {
+void dropShortcuts(NSMenu* menu)
+{
+    for (NSMenuItem* item in menu.itemArray) {
+        item.keyEquivalent = @"";
+        dropShortcuts(item.submenu);
+    }
+}
+} // namespace
+
 void dropApplicationMenuShortcuts()
 {
-    for (NSMenuItem* menu in NSApp.mainMenu.itemArray) {
-        for (NSMenuItem* item in menu.submenu.itemArray)
-            item.keyEquivalent = @"";
-    }
+    dropShortcuts(NSApp.mainMenu);
 }
 
 } // namespace kestrel

@@ -43,7 +43,7 @@ private:
 
     std::map<MIDIClient, std::unique_ptr<NotifyTarget>> m_clients;
     std::map<MIDIPort, InputPort> m_inputPorts;
-    Activity m_punctual { Activity::Kind::PunctualTimers };
+    Activity m_punctual { Activity::Kind::PunctualTimers }; // so is who waits for the first client
     std::optional<Activity> m_latencyCritical; // while there is a client
 };
 

@@ -173,7 +173,7 @@ TEST(ShellLife, launching_again_keeps_the_status_item_and_its_menu)
 {
     Bench bench;
     bench.launch();
-    const QPointer<QMenu> menu(&Bench::menu()); // #include <QPointer>
+    const QPointer<QMenu> menu(&Bench::menu());
     bench.launch();
     EXPECT_FALSE(menu.isNull());
     EXPECT_EQ(&Bench::menu(), menu.data());

@@ -198,14 +198,17 @@ TEST_F(StoredAssignmentsTest, shortcuts_that_are_no_table_are_kept_aside_and_sta
 
 TEST_F(StoredAssignmentsTest, titles_that_are_no_table_are_kept_aside_and_start_empty)
 {
-    store(*someSet());
-    const Bytes wholeSet = someSet()->fileImage();
-    defaults.content["PT_UserAssignTitle"] = wholeSet;
-    stored.setupShortcutKey();
-    EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "S");
-    EXPECT_EQ(live().getShortcutTitleArray()->size(), 12u);
-    ASSERT_EQ(defaults.onDisk.size(), 1u);
-    EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssignTitle.damaged"), wholeSet);
+    for (const Bytes& noTable : { someSet()->fileImage(), UserAssignFile().getTitleData() }) {
+        defaults.onDisk.clear();
+        store(*someSet());
+        defaults.content["PT_UserAssignTitle"] = noTable;
+        stored.setupShortcutKey();
+        EXPECT_EQ(live().getSwitchShortcut(6)->at(2).text(), "S");
+        ASSERT_TRUE(live().getShortcutTitleArray());
+        EXPECT_EQ(live().getShortcutTitleArray()->size(), 12u);
+        ASSERT_EQ(defaults.onDisk.size(), 1u);
+        EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssignTitle.damaged"), noTable);
+    }
 }
 
 } // namespace

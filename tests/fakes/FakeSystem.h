@@ -70,12 +70,13 @@ public:
         calls.push_back("activate");
         hidden = false;
     }
-    void setReopened(std::function<void()>) override { }
+    void setReopened(std::function<void()> value) override { reopened = std::move(value); }
 
     std::vector<Application> applications;
     int visited = 0;
     bool hidesByItself = true;
     bool hidden = false;
+    std::function<void()> reopened;
     std::vector<std::string> calls;
 };
 

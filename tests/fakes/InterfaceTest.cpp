@@ -7,11 +7,24 @@
 
 namespace kestrel::fakes {
 
+namespace {
+// As the toolkit has them on a Mac, where it calls Command Control and Control Meta.
+Qt::KeyboardModifiers toolkitModifiers(ModifierFlags flags)
+{
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ShiftModifier, flags & Modifier::Shift);
+    modifiers.setFlag(Qt::MetaModifier, flags & Modifier::Control);
+    modifiers.setFlag(Qt::AltModifier, flags & Modifier::Option);
+    modifiers.setFlag(Qt::ControlModifier, flags & Modifier::Command);
+    return modifiers;
+}
+} // namespace
+
 bool press(QWidget& widget, const Key& key)
 {
     const auto event = [&](QEvent::Type type) {
-        return QKeyEvent(type, key.toolkitKey, Qt::NoModifier, 1, key.keyCode, key.flags,
-            key.characters, key.isARepeat);
+        return QKeyEvent(type, key.toolkitKey, toolkitModifiers(key.flags), 1, key.keyCode,
+            key.flags, key.characters, key.isARepeat);
     };
     QKeyEvent question = event(QEvent::ShortcutOverride);
     question.ignore();

@@ -8,6 +8,7 @@ namespace kestrel {
 namespace {
 
 constexpr const char* RaiseProcess = "QT_MAC_SET_RAISE_PROCESS";
+constexpr const char* Transform = "QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM";
 
 TEST(Session, raising_a_window_does_not_activate_the_program)
 {
@@ -18,7 +19,6 @@ TEST(Session, raising_a_window_does_not_activate_the_program)
 
 TEST(Session, launching_does_not_activate_the_program)
 {
-    constexpr const char* Transform = "QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM";
     ::unsetenv(Transform);
     EXPECT_FALSE(prepareSession());
     EXPECT_STREQ(std::getenv(Transform), "1");
@@ -28,9 +28,12 @@ TEST(Session, launching_does_not_activate_the_program)
 TEST(Session, what_the_user_has_chosen_stays)
 {
     ::setenv(RaiseProcess, "1", 1);
+    ::setenv(Transform, "", 1);
     EXPECT_FALSE(prepareSession());
     EXPECT_STREQ(std::getenv(RaiseProcess), "1");
+    EXPECT_STREQ(std::getenv(Transform), "");
     ::unsetenv(RaiseProcess);
+    ::unsetenv(Transform);
 }
 
 } // namespace

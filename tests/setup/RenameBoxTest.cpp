@@ -268,14 +268,26 @@ TEST(RenameBox, it_may_be_open_when_the_window_goes)
     EXPECT_NE(bench.button(0).editBox(), nullptr);
 }
 
-TEST(RenameBox, command_with_a_key_that_moves_or_deletes_is_left_to_the_text)
+TEST(RenameBox, command_with_an_arrow_or_backspace_moves_selects_and_deletes)
 {
     OpenBox bench;
+    const auto pressWith = [&](ModifierFlags flags, Qt::Key key) {
+        press(bench.box(), { .keyCode = 123, .flags = flags, .toolkitKey = key });
+        return bench.box().textCursor();
+    };
+    EXPECT_EQ(pressWith(Command, Qt::Key_Left).position(), 0);
+    EXPECT_FALSE(bench.box().textCursor().hasSelection());
+    EXPECT_EQ(pressWith(Command, Qt::Key_Right).position(), 4);
+    EXPECT_EQ(pressWith(Command, Qt::Key_Up).position(), 0);
+    EXPECT_EQ(pressWith(Command, Qt::Key_Down).position(), 4);
+    EXPECT_EQ(pressWith(Command | Shift, Qt::Key_Left).selectedText(), u"Save");
     bench.box().moveCursor(QTextCursor::End);
-    press(bench.box(), { .keyCode = 123, .flags = Command, .toolkitKey = Qt::Key_Left });
-    EXPECT_EQ(bench.box().textCursor().position(), 3);
-    press(bench.box(), { .keyCode = 51, .flags = Command, .toolkitKey = Qt::Key_Backspace });
-    EXPECT_EQ(bench.box().stringValue(), u"Sae");
+    bench.box().moveCursor(QTextCursor::Left);
+    pressWith(Command, Qt::Key_Backspace);
+    EXPECT_EQ(bench.box().stringValue(), u"e");
+    bench.box().selectAll();
+    pressWith(Command, Qt::Key_Backspace);
+    EXPECT_EQ(bench.box().stringValue(), u"");
 }
 
 TEST(RenameBox, enter_on_the_keypad_and_shift_return_store_the_name_as_well)

@@ -23,7 +23,7 @@ struct SetupBench {
     // What the menu does.
     void open()
     {
-        const bool wasVisible = controller.isVisible();
+        const bool wasVisible = controller.isVisible() && !controller.window()->isMinimized();
         controller.showWindow();
         controller.makeKeyAndOrderFront();
         if (!wasVisible)

@@ -197,6 +197,7 @@ TEST(SetupWindow, every_picture_is_the_one_of_its_name)
     const SetupTables& tables = SetupTables::shared();
     const auto expectNamed = [](const InterfaceImage& image, const char* name) {
         const QString path = QStringLiteral("UserAssignable/") + QLatin1String(name);
+        ASSERT_FALSE(image.single().isNull()) << name;
         EXPECT_EQ(image.single(), KestrelUtilities::imageAtPath(path).single()) << name;
     };
     expectNamed(tables.BackgroundImage, "back");
@@ -244,8 +245,8 @@ TEST(SetupWindow, ok_and_cancel_do_what_their_faces_say)
 
 TEST(SetupWindow, load_and_save_do_what_their_faces_say)
 {
-    for (const auto& [name, mode] : { std::pair { "Load", QFileDialog::AcceptOpen },
-             { "Save", QFileDialog::AcceptSave } }) {
+    for (const auto& [name, mode] :
+        { std::pair { "Load", QFileDialog::AcceptOpen }, { "Save", QFileDialog::AcceptSave } }) {
         SetupBench bench;
         bench.open();
         click(named(bench, name));
