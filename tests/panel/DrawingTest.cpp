@@ -444,6 +444,21 @@ TEST_F(Drawing, codes_above_127_are_negative_and_lie_above_code_0_in_an_atlas_th
     EXPECT_EQ(image.pixel(334, 17), qRgb(255, 255, 0));
 }
 
+TEST_F(Drawing, a_character_is_as_wide_as_the_atlas)
+{
+    PlugInPanelView wide(QRect(0, 0, 782, 220), [](const QString& name) {
+        if (name != "text")
+            return Pictures::named(name);
+        QImage image(12, 128 * 13, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        return InterfaceImage(image);
+    });
+    wide.updateZone(PanelMessages::display({ { 0, "         a"sv } }), false);
+    const QImage image = painted(wide);
+    EXPECT_TRUE(isAll(image, inPicture(379, 190, 12, 13), qRgb(255, 0, 0))); // the last cell
+    EXPECT_TRUE(isBackground(image, inPicture(391, 190, 4, 13)));
+}
+
 TEST_F(Drawing, lamps_are_drawn_over_the_text_and_knobs_over_both)
 {
     view.resize(3 * 782, 220); // so wide that they overlap
