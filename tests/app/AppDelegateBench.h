@@ -146,4 +146,9 @@ public:
     std::unique_ptr<AppDelegate> delegate;
 };
 
+class LaunchedBench : public AppDelegateBench {
+public:
+    LaunchedBench() { delegate->applicationDidFinishLaunching(); }
+};
+
 } // namespace kestrel

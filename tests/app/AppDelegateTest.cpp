@@ -14,10 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Bench : public AppDelegateBench {
-public:
-    Bench() { delegate->applicationDidFinishLaunching(); }
-};
+using Bench = LaunchedBench;
 
 constexpr std::initializer_list<std::uint8_t> ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A',
     'A', 'A', 'A', 'A', 'A', 'A', 'A', 'A', 0xF7 };
