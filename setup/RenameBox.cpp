@@ -38,6 +38,18 @@ std::optional<QTextCursor::MoveOperation> moveWithCommand(int key)
     }
 }
 
+RenameBox::Command meaningOf(int key, ModifierFlags flags)
+{
+    if (flags & Modifier::Command)
+        return moveWithCommand(key) ? RenameBox::Command::Other : RenameBox::Command::Noop;
+    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
+    if (isReturn && !(flags & (Modifier::Option | Modifier::Control)))
+        return RenameBox::Command::InsertNewline;
+    if (key == Qt::Key_Escape)
+        return RenameBox::Command::CancelOperation;
+    return RenameBox::Command::Other;
+}
+
 } // namespace
 
 RenameBox::RenameBox(
@@ -67,46 +79,30 @@ QString RenameBox::stringValue() const
     return document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
 }
 
-RenameBox::Command RenameBox::command(const QKeyEvent& event) const
-{
-    const ModifierFlags flags = m_currentEvent ? m_currentEvent->flags : 0;
-    if (flags & Modifier::Command)
-        return moveWithCommand(event.key()) ? Command::Other : Command::Noop;
-    const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-    if (isReturn && !(flags & (Modifier::Option | Modifier::Control)))
-        return Command::InsertNewline;
-    if (event.key() == Qt::Key_Escape)
-        return Command::CancelOperation;
-    return Command::Other;
-}
-
 // The delegate may have closed the box by the time it returns.
 void RenameBox::keyPressEvent(QKeyEvent* event)
 {
     m_currentEvent = KeyPress::from(*event, m_keyTranslation);
     const ModifierFlags flags = m_currentEvent ? m_currentEvent->flags : 0;
-    const Command meaning = command(*event);
+    const Command meaning = meaningOf(event->key(), flags);
     const bool isHandled = m_delegate && m_delegate(meaning);
     m_currentEvent.reset();
     if (isHandled || meaning == Command::Noop)
         event->accept();
     else if (flags & Modifier::Command)
-        moveOrDelete(*event, flags);
+        moveOrDelete(event->key(), flags & Modifier::Shift);
     else
         QPlainTextEdit::keyPressEvent(event);
 }
 
-// Not every toolkit takes this for a key that edits.
-void RenameBox::moveOrDelete(const QKeyEvent& event, ModifierFlags flags)
+// A key that `moveWithCommand` knows. Not every toolkit takes it for one that edits.
+void RenameBox::moveOrDelete(int key, bool isSelecting)
 {
-    const auto move = moveWithCommand(event.key());
-    if (!move)
-        return;
     QTextCursor cursor = textCursor();
-    const bool isDelete = event.key() == Qt::Key_Backspace;
-    const bool isSelecting = isDelete || (flags & Modifier::Shift);
+    const bool isDelete = key == Qt::Key_Backspace;
+    const auto anchor = isDelete || isSelecting ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor;
     if (!isDelete || !cursor.hasSelection())
-        cursor.movePosition(*move, isSelecting ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
+        cursor.movePosition(moveWithCommand(key).value(), anchor);
     if (isDelete)
         cursor.removeSelectedText();
     setTextCursor(cursor);

@@ -37,8 +37,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void moveOrDelete(const QKeyEvent& event, ModifierFlags flags);
-    [[nodiscard]] Command command(const QKeyEvent& event) const;
+    void moveOrDelete(int key, bool isSelecting);
 
     KeyTranslation& m_keyTranslation;
     QString m_text;
