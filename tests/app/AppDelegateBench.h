@@ -146,6 +146,10 @@ public:
     std::unique_ptr<AppDelegate> delegate;
 };
 
+// The first zone of the display, full of one letter.
+inline const fakes::Bytes ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A', 'A', 'A', 'A', 'A',
+    'A', 'A', 'A', 'A', 0xF7 };
+
 class LaunchedBench : public AppDelegateBench {
 public:
     LaunchedBench() { delegate->applicationDidFinishLaunching(); }

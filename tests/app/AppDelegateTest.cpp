@@ -16,9 +16,6 @@ using testing::IsEmpty;
 
 using Bench = LaunchedBench;
 
-constexpr std::initializer_list<std::uint8_t> ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A',
-    'A', 'A', 'A', 'A', 'A', 'A', 'A', 'A', 0xF7 };
-
 TEST(AppDelegate, launching_restores_the_set_shows_no_window_and_leaves_the_link_closed)
 {
     const Bench bench;

@@ -15,9 +15,6 @@ using testing::IsEmpty;
 
 using Bench = LaunchedBench;
 
-constexpr std::initializer_list<std::uint8_t> ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A',
-    'A', 'A', 'A', 'A', 'A', 'A', 'A', 'A', 0xF7 };
-
 // Calls back just before the window is on the screen.
 class WhenShown final : public QObject {
 public:

@@ -52,6 +52,14 @@ bool isBackground(const QImage& image, const QRect& area)
     return true;
 }
 
+// A panel on the pictures of the others, but for one.
+PlugInPanelView withPicture(const QString& replaced, const QImage& picture)
+{
+    return PlugInPanelView(QRect(0, 0, 782, 220), [&](const QString& name) {
+        return name == replaced ? InterfaceImage(picture) : Pictures::named(name);
+    });
+}
+
 class Drawing : public testing::Test {
 protected:
     void display(std::uint8_t zone, std::string_view characters)
@@ -261,9 +269,7 @@ TEST_F(Drawing, without_pictures_the_panel_is_one_dark_ground)
 
 TEST_F(Drawing, without_a_background_nothing_else_has_a_place_either)
 {
-    PlugInPanelView bare(QRect(0, 0, 782, 220), [](const QString& name) {
-        return name == "back" ? InterfaceImage() : Pictures::named(name);
-    });
+    PlugInPanelView bare = withPicture("back", {});
     bare.updateZone(PanelMessages::display({ { 0, "0123456789" } }), true);
     const QImage image = painted(bare);
     EXPECT_TRUE(isAll(image, image.rect(), image.pixel(0, 0)));
@@ -272,11 +278,8 @@ TEST_F(Drawing, without_a_background_nothing_else_has_a_place_either)
 TEST_F(Drawing, a_short_atlas_draws_the_cells_that_it_has)
 {
     // 10 cells: the lowest is still code 127, as the column is counted from its bottom.
-    PlugInPanelView shortened(QRect(0, 0, 782, 220), [](const QString& name) {
-        return name == "text"
-            ? InterfaceImage(Pictures::named(name).single().copy(0, 118 * 13, 8, 10 * 13))
-            : Pictures::named(name);
-    });
+    PlugInPanelView shortened
+        = withPicture("text", Pictures::named("text").single().copy(0, 118 * 13, 8, 10 * 13));
     shortened.updateZone(PanelMessages::display({ { 0, "\x75\x76\x7F\x00\x20     "sv } }), false);
     const QImage image = painted(shortened);
     EXPECT_TRUE(isBackground(image, QRect(298, 17, 8, 13)));
@@ -287,14 +290,17 @@ TEST_F(Drawing, a_short_atlas_draws_the_cells_that_it_has)
 
 TEST_F(Drawing, a_cell_is_as_wide_as_the_atlas)
 {
-    PlugInPanelView wide(QRect(0, 0, 782, 220), [](const QString& name) {
-        return name == "text" ? InterfaceImage(Pictures::named(name).single().scaled(6, 1664))
-                              : Pictures::named(name);
-    });
-    wide.updateZone(PanelMessages::display({ { 0, "aaaaaaaaaa" } }), false);
-    const QImage image = painted(wide);
-    EXPECT_TRUE(isAll(image, QRect(298, 17, 6, 13), Pictures::cell('a')));
-    EXPECT_TRUE(isBackground(image, QRect(304, 17, 3, 13)));
+    PlugInPanelView narrow = withPicture("text", Pictures::named("text").single().scaled(6, 1664));
+    narrow.updateZone(PanelMessages::display({ { 0, "aaaaaaaaaa" } }), false);
+    const QImage narrowText = painted(narrow);
+    EXPECT_TRUE(isAll(narrowText, QRect(298, 17, 6, 13), Pictures::cell('a')));
+    EXPECT_TRUE(isBackground(narrowText, QRect(304, 17, 3, 13)));
+
+    PlugInPanelView wide = withPicture("text", Pictures::named("text").single().scaled(12, 1664));
+    wide.updateZone(PanelMessages::display({ { 0, "         a" } }), false);
+    const QImage wideText = painted(wide); // of which only the last cell is all to be seen
+    EXPECT_TRUE(isAll(wideText, QRect(379, 17, 12, 13), Pictures::cell('a')));
+    EXPECT_TRUE(isBackground(wideText, QRect(391, 17, 4, 13)));
 }
 
 TEST_F(Drawing, twice_as_wide_everything_is_twice_as_large)
@@ -425,16 +431,12 @@ TEST_F(Drawing, a_view_of_no_size_draws_nothing)
 
 TEST_F(Drawing, codes_above_127_are_negative_and_lie_above_code_0_in_an_atlas_that_has_them)
 {
-    PlugInPanelView tall(QRect(0, 0, 782, 220), [](const QString& name) {
-        if (name != "text")
-            return Pictures::named(name);
-        QImage image(8, 256 * 13, QImage::Format_RGB32);
-        QPainter painter(&image);
-        for (int i = 0; i < 256; ++i) // the topmost is code -128
-            painter.fillRect(0, i * 13, 8, 13, QColor(i, 255, 0));
-        painter.end();
-        return InterfaceImage(image);
-    });
+    QImage atlas(8, 256 * 13, QImage::Format_RGB32);
+    QPainter painter(&atlas);
+    for (int i = 0; i < 256; ++i) // the topmost is code -128
+        painter.fillRect(0, i * 13, 8, 13, QColor(i, 255, 0));
+    painter.end();
+    PlugInPanelView tall = withPicture("text", atlas);
     tall.updateZone(PanelMessages::display({ { 0, "\x80\xC0\xFF\x01\x7F     "sv } }), false);
     const QImage image = painted(tall);
     EXPECT_EQ(image.pixel(298, 17), qRgb(0, 255, 0));
@@ -442,21 +444,6 @@ TEST_F(Drawing, codes_above_127_are_negative_and_lie_above_code_0_in_an_atlas_th
     EXPECT_EQ(image.pixel(316, 17), qRgb(127, 255, 0));
     EXPECT_EQ(image.pixel(325, 17), qRgb(129, 255, 0));
     EXPECT_EQ(image.pixel(334, 17), qRgb(255, 255, 0));
-}
-
-TEST_F(Drawing, a_character_is_as_wide_as_the_atlas)
-{
-    PlugInPanelView wide(QRect(0, 0, 782, 220), [](const QString& name) {
-        if (name != "text")
-            return Pictures::named(name);
-        QImage image(12, 128 * 13, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        return InterfaceImage(image);
-    });
-    wide.updateZone(PanelMessages::display({ { 0, "         a"sv } }), false);
-    const QImage image = painted(wide);
-    EXPECT_TRUE(isAll(image, inPicture(379, 190, 12, 13), qRgb(255, 0, 0))); // the last cell
-    EXPECT_TRUE(isBackground(image, inPicture(391, 190, 4, 13)));
 }
 
 TEST_F(Drawing, lamps_are_drawn_over_the_text_and_knobs_over_both)
@@ -472,11 +459,8 @@ TEST_F(Drawing, lamps_are_drawn_over_the_text_and_knobs_over_both)
 
 TEST_F(Drawing, a_knob_is_as_large_as_its_strip_is_wide)
 {
-    PlugInPanelView narrow(QRect(0, 0, 782, 220), [](const QString& name) {
-        return name == "knob67x67"
-            ? InterfaceImage(Pictures::named(name).single().scaled(50, 128 * 50))
-            : Pictures::named(name);
-    });
+    PlugInPanelView narrow
+        = withPicture("knob67x67", Pictures::named("knob67x67").single().scaled(50, 128 * 50));
     narrow.updateDSParea(PanelMessages::knob(1, 0x45), false);
     const QImage image = painted(narrow);
     EXPECT_TRUE(isAll(image, inPicture(406, 73, 50, 50), Pictures::frame(0x45)));
@@ -486,10 +470,8 @@ TEST_F(Drawing, a_knob_is_as_large_as_its_strip_is_wide)
 
 TEST_F(Drawing, the_red_lamp_says_how_large_all_lamps_are)
 {
-    PlugInPanelView small(QRect(0, 0, 782, 220), [](const QString& name) {
-        return name == "btn_red" ? InterfaceImage(Pictures::named(name).single().scaled(40, 80))
-                                 : Pictures::named(name);
-    });
+    PlugInPanelView small
+        = withPicture("btn_red", Pictures::named("btn_red").single().scaled(40, 80));
     small.updateDSParea(PanelMessages::lamp(6, true), false);
     const QImage image = painted(small);
     EXPECT_TRUE(isAll(image, inPicture(212, 38, 40, 40), Pictures::lamp("btn_green", true)));

@@ -125,8 +125,7 @@ TEST(Closing, a_window_that_was_hidden_with_the_application_comes_back_with_the_
 TEST(Closing, without_a_panel_and_a_live_set_it_just_hides)
 {
     SetupBench outer;
-    UserAssinableWindowController fresh({ { outer.center, outer.translation }, outer.defaults,
-        outer.attributes, outer.visibility });
+    UserAssinableWindowController fresh(outer.services());
     fresh.closeDialog();
     outer.center.post(NotificationName::windowWillClose);
     EXPECT_EQ(outer.calls, (Calls { "hide", "hide" }));
@@ -136,8 +135,7 @@ TEST(Closing, a_destroyed_controller_hears_nothing)
 {
     SetupBench bench;
     {
-        UserAssinableWindowController other({ { bench.center, bench.translation }, bench.defaults,
-            bench.attributes, bench.visibility });
+        UserAssinableWindowController other(bench.services());
     }
     bench.center.post(NotificationName::windowWillClose);
     EXPECT_EQ(bench.calls, Calls { "hide" });

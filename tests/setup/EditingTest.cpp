@@ -1,4 +1,3 @@
-#include "common/ArchiveObject.h"
 #include "tests/setup/SetupBench.h"
 
 namespace kestrel::fakes {
@@ -314,12 +313,8 @@ TEST(Editing, cancel_restores_no_title_of_a_key_that_the_live_set_lacks)
     SetupBench outer;
     const auto titles = std::make_shared<ArchiveDictionary>();
     titles->set(3, QString("Three"));
-    ArchiveObject coder({ "UserAssignFile", "NSObject" });
-    coder.encodeObject("orgShortcutArray", std::make_shared<ArchiveDictionary>());
-    coder.encodeObject("orgShortcutTitleArray", titles);
-    UserAssinableWindowController fresh({ { outer.center, outer.translation }, outer.defaults,
-        outer.attributes, outer.visibility });
-    fresh.initShortcut(std::make_shared<UserAssignFile>(coder));
+    UserAssinableWindowController fresh(outer.services());
+    fresh.initShortcut(setOf(std::make_shared<ArchiveDictionary>(), titles));
     fresh.userAssignableButtons()[2]->view()->setUniqueName("Typed");
     fresh.cancel();
     EXPECT_EQ(fresh.userAssignableButtons()[2]->view()->uniqueName(), u"Typed");

@@ -1,4 +1,3 @@
-#include "common/ArchiveObject.h"
 #include "tests/setup/SetupBench.h"
 
 #include <QElapsedTimer>
@@ -93,11 +92,8 @@ TEST(HostileSets, tables_that_are_no_dictionaries_are_an_empty_set)
     SetupBench bench;
     bench.give(1, 0, 0, 0, "A");
     bench.controller.setupShortcut(*bench.live);
-    ArchiveObject coder({ "UserAssignFile", "NSObject" });
-    coder.encodeObject("orgShortcutArray", QString("none"));
-    coder.encodeObject("orgShortcutTitleArray", entryOf({ 1 }));
     bench.open();
-    bench.controller.setupUI(UserAssignFile(coder));
+    bench.controller.setupUI(*setOf(QString("none"), entryOf({ 1 })));
     EXPECT_EQ(bench.field(0).stringValue(), u"A");
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/ArchiveObject.h"
 #include "setup/ButtonGroup.h"
 #include "setup/UserAssinableWindowController.h"
 #include "setup/WindowCloseObserver.h"
@@ -8,6 +9,16 @@
 #include "tests/fakes/InterfaceTest.h"
 
 namespace kestrel::fakes {
+
+// A set of whatever stands for its two tables, as a file may hold it.
+[[nodiscard]] inline std::shared_ptr<UserAssignFile> setOf(
+    const ArchiveValue& shortcuts, const ArchiveValue& titles)
+{
+    ArchiveObject coder({ "UserAssignFile", "NSObject" });
+    coder.encodeObject("orgShortcutArray", shortcuts);
+    coder.encodeObject("orgShortcutTitleArray", titles);
+    return std::make_shared<UserAssignFile>(coder);
+}
 
 // The setup window on a live set of twelve empty entries and titles, with everything that it calls
 // outside noted in one list.
@@ -20,6 +31,11 @@ struct SetupBench {
         controller.initShortcut(live);
     }
 
+    // For further windows.
+    [[nodiscard]] SetupServices services()
+    {
+        return { { center, translation }, defaults, attributes, visibility };
+    }
     // What the menu does.
     void open()
     {
@@ -75,8 +91,7 @@ struct SetupBench {
     RecordingPanel panel { calls };
     WindowCloseObserver observer { center };
     std::shared_ptr<UserAssignFile> live = std::make_shared<UserAssignFile>();
-    UserAssinableWindowController controller { { { center, translation }, defaults, attributes,
-        visibility } };
+    UserAssinableWindowController controller { services() };
 };
 
 } // namespace kestrel::fakes

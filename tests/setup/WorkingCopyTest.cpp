@@ -1,4 +1,3 @@
-#include "common/ArchiveObject.h"
 #include "tests/setup/SetupBench.h"
 
 namespace kestrel::fakes {
@@ -153,8 +152,7 @@ TEST(WorkingCopy, keys_that_the_set_lacks_are_not_added_to_it)
 TEST(WorkingCopy, committing_before_any_set_was_taken_does_nothing)
 {
     SetupBench outer;
-    UserAssinableWindowController fresh({ { outer.center, outer.translation }, outer.defaults,
-        outer.attributes, outer.visibility });
+    UserAssinableWindowController fresh(outer.services());
     UserAssignFile set;
     set.initShortcutArray();
     fresh.changeShortcut(set);
@@ -171,12 +169,8 @@ TEST(WorkingCopy, the_title_of_a_button_without_an_entry_outlives_ok)
     const auto titles = std::make_shared<ArchiveDictionary>();
     titles->set(1, QString("One"));
     titles->set(3, QString("Three"));
-    ArchiveObject coder({ "UserAssignFile", "NSObject" });
-    coder.encodeObject("orgShortcutArray", entries);
-    coder.encodeObject("orgShortcutTitleArray", titles);
-    const auto live = std::make_shared<UserAssignFile>(coder);
-    UserAssinableWindowController fresh({ { outer.center, outer.translation }, outer.defaults,
-        outer.attributes, outer.visibility });
+    const auto live = setOf(entries, titles);
+    UserAssinableWindowController fresh(outer.services());
     fresh.initShortcut(live);
     fresh.ok();
     EXPECT_EQ(live->getShortcutTitle(1), u"One");
