@@ -1,11 +1,11 @@
 #pragma once
 
 #include "app/KeyPermission.h"
-#include "app/MIDIConnection.h"
-#include "app/MessageDispatcher.h"
 #include "assign/KeystrokePoster.h"
 #include "assign/StoredAssignments.h"
 #include "common/NotificationCenter.h"
+#include "link/MIDIConnection.h"
+#include "link/MessageDispatcher.h"
 
 #include <QObject>
 #include <QTimer>

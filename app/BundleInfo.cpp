@@ -1,7 +1,7 @@
 #include "app/BundleInfo.h"
 
-#include "common/ArchiveError.h"
-#include "common/PropertyList.h"
+#include "archive/ArchiveError.h"
+#include "archive/PropertyList.h"
 
 #include <QFile>
 #include <QFileInfo>

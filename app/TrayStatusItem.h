@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/StatusItem.h"
 #include "app/TrayMenuOpener.h"
+#include "link/StatusItem.h"
 
 #include <QSystemTrayIcon>
 

@@ -3,7 +3,7 @@
 #include "app/QtMainLoop.h"
 #include "app/SingleInstance.h"
 #include "app/TerminationSignals.h"
-#include "common/Clock.h"
+#include "link/Clock.h"
 #include "platform/Platform.h"
 
 #include <QApplication>

@@ -2,9 +2,9 @@
 
 #include "assign/StoredAssignments.h"
 #include "assign/UserAssignFile.h"
-#include "common/Workstation.h"
 #include "platform/Permissions.h"
 #include "platform/Workspace.h"
+#include "platform/Workstation.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ButtonEntry.h"
+#include "assign/ButtonEntry.h"
 #include "platform/KeyEvents.h"
 
 #include <cstddef>

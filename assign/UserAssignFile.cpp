@@ -1,7 +1,7 @@
 #include "assign/UserAssignFile.h"
 
-#include "common/ArchiveObject.h"
-#include "common/KeyedArchive.h"
+#include "archive/ArchiveObject.h"
+#include "archive/KeyedArchive.h"
 
 namespace kestrel {
 

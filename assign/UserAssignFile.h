@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/ArchiveDictionary.h"
-#include "common/ArchiveError.h"
-#include "common/ButtonEntry.h"
+#include "archive/ArchiveDictionary.h"
+#include "archive/ArchiveError.h"
+#include "assign/ButtonEntry.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
-# Every target of the tree is made here, so that all share one set of flags and one include root.
+# Every target of the tree is made here, so that all share one set of flags, and each includes only
+# headers of its own folder and of the libraries that it links.
 
 add_library(kestrel_flags INTERFACE)
-target_include_directories(kestrel_flags INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wconversion)
 if(KESTREL_WERROR)
   target_compile_options(kestrel_flags INTERFACE -Werror)
@@ -17,15 +17,43 @@ if(KESTREL_SANITIZE)
   endif()
 endif()
 
-# One library per folder. PRIVATE uses are named by the folder's own list with target_link_libraries.
+# Lets a target, and with PUBLIC all that link it, include the headers of one folder of the tree as
+# "folder/Header.h". The build has an include root for each folder, with links to its headers alone.
+function(kestrel_reach target visibility folder)
+  string(REPLACE "/" "-" root ${folder})
+  set(root ${CMAKE_BINARY_DIR}/reach/${root})
+  file(REMOVE_RECURSE ${root})
+  file(MAKE_DIRECTORY ${root}/${folder})
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.h)
+  foreach(header ${headers})
+    cmake_path(GET header FILENAME name)
+    file(CREATE_LINK ${header} ${root}/${folder}/${name} SYMBOLIC)
+  endforeach()
+  target_include_directories(${target} ${visibility} ${root})
+endfunction()
+
+# A library of the folder that calls this. What others need of it, and what it needs itself, is said
+# with target_link_libraries.
 function(kestrel_library name)
   add_library(${name} STATIC ${ARGN})
   target_link_libraries(${name} PUBLIC kestrel_flags)
+  file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  kestrel_reach(${name} PUBLIC ${folder})
+endfunction()
+
+# The same without sources: headers alone.
+function(kestrel_headers name)
+  add_library(${name} INTERFACE)
+  target_link_libraries(${name} INTERFACE kestrel_flags)
+  file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  kestrel_reach(${name} INTERFACE ${folder})
 endfunction()
 
 function(kestrel_program name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE kestrel_flags)
+  file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  kestrel_reach(${name} PRIVATE ${folder})
 endfunction()
 
 # Everything that the tests labelled "unit" need, and nothing else.

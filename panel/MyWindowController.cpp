@@ -1,6 +1,6 @@
 #include "panel/MyWindowController.h"
 
-#include "common/MIDIMessage.h"
+#include "link/MIDIMessage.h"
 #include "panel/PanelLayout.h"
 #include "panel/PanelShape.h"
 #include "platform/WindowTraits.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/WindowVisibility.h"
-#include "panel/ConsoleDisplay.h"
+#include "link/ConsoleDisplay.h"
 #include "panel/DSPWindow.h"
 #include "panel/PanelPlacement.h"
 #include "panel/PanelProportion.h"

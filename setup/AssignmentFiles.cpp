@@ -1,7 +1,7 @@
 #include "setup/AssignmentFiles.h"
 
-#include "common/ArchiveLimits.h"
-#include "common/AtomicFile.h"
+#include "archive/ArchiveLimits.h"
+#include "archive/AtomicFile.h"
 #include "platform/FileAttributes.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ButtonEntry.h"
+#include "assign/ButtonEntry.h"
 #include "setup/RenameBox.h"
 
 #include <QAbstractButton>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ButtonEntry.h"
+#include "assign/ButtonEntry.h"
 #include "shortcut/InterfaceServices.h"
 #include "shortcut/KeyPress.h"
 #include "shortcut/ShortcutFields.h"

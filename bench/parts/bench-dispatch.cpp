@@ -1,6 +1,6 @@
-#include "app/MessageDispatcher.h"
-#include "common/ArrivalQueue.h"
-#include "common/MIDIMessage.h"
+#include "link/ArrivalQueue.h"
+#include "link/MIDIMessage.h"
+#include "link/MessageDispatcher.h"
 
 #include <benchmark/benchmark.h>
 

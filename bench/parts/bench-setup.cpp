@@ -97,10 +97,10 @@ public:
 private:
     std::vector<std::string> m_calls;
     NotificationCenter m_center;
-    fakes::FakeKeyTranslation m_translation;
-    fakes::FakeDefaultsStore m_defaults;
-    fakes::FakeFileAttributes m_attributes;
-    fakes::RecordingVisibility m_visibility { m_calls };
+    test::FakeKeyTranslation m_translation;
+    test::FakeDefaultsStore m_defaults;
+    test::FakeFileAttributes m_attributes;
+    test::RecordingVisibility m_visibility { m_calls };
     std::shared_ptr<UserAssignFile> m_live = std::make_shared<UserAssignFile>();
     UserAssinableWindowController m_controller { { { m_center, m_translation }, m_defaults,
         m_attributes, m_visibility } };

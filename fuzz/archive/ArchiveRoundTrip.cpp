@@ -1,8 +1,8 @@
 #include "fuzz/archive/ArchiveRoundTrip.h"
 
-#include "common/ArchiveError.h"
-#include "common/KeyedArchive.h"
-#include "common/PropertyList.h"
+#include "archive/ArchiveError.h"
+#include "archive/KeyedArchive.h"
+#include "archive/PropertyList.h"
 #include "tests/archive/ArchiveText.h"
 #include "tests/archive/ListText.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/Bytes.h"
+#include "archive/Bytes.h"
 
 #include <string>
 

@@ -1,14 +1,14 @@
-#include "app/MIDIConnection.h"
-#include "app/MessageDispatcher.h"
 #include "assign/KeystrokePoster.h"
 #include "assign/StoredAssignments.h"
 #include "assign/UserAssignFile.h"
+#include "link/MIDIConnection.h"
+#include "link/MessageDispatcher.h"
 #include "tests/fakes/FakeKeyEvents.h"
 #include "tests/fakes/FakeMIDIServices.h"
 #include "tests/fakes/FakeSystem.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualMainLoop.h"
 #include "tests/fakes/Recorders.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/ManualMainLoop.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -22,7 +22,7 @@ class PacketPath final : public MessageDispatcher::Destinations {
 public:
     PacketPath()
     {
-        m_services.deviceList = { fakes::device(1, "ZENTA", 5) };
+        m_services.deviceList = { test::device(1, "ZENTA", 5) };
         m_workspace.applications = { { "Pro Tools", true } };
         m_assignments.setupShortcutKey();
         for (int number = 1; number <= UserAssignFile::ButtonCount; ++number) {
@@ -36,7 +36,7 @@ public:
     // The first byte of each packet is its length.
     void feed(std::span<const std::uint8_t> bytes)
     {
-        std::vector<fakes::Bytes> packets;
+        std::vector<test::Bytes> packets;
         while (!bytes.empty()) {
             const std::size_t length = std::min<std::size_t>(bytes[0], bytes.size() - 1);
             const auto packet = bytes.subspan(1, length);
@@ -78,20 +78,20 @@ private:
                 <= packetCount,
             "a packet went to two places");
         for (const auto& sent : m_services.sent)
-            require(sent.data == fakes::Bytes { 0x90, 0x00, 0x7F }, "a wrong answer");
+            require(sent.data == test::Bytes { 0x90, 0x00, 0x7F }, "a wrong answer");
         for (std::size_t i = 0; i < m_keys.posted.size(); ++i)
             require((i % 2 == 0) != (m_keys.posted[i] == "bare 55 up"), "a modifier left behind");
     }
 
-    fakes::FakeMIDIServices m_services;
-    fakes::FakeProcessTable m_processes;
-    fakes::ManualMainLoop m_mainLoop;
-    fakes::ManualClock m_clock;
-    fakes::RecordingDisplay m_display;
-    fakes::FakeWorkspace m_workspace;
-    fakes::FakeKeyEvents m_keys;
-    fakes::FakePermissions m_permissions;
-    fakes::FakeDefaultsStore m_defaults;
+    test::FakeMIDIServices m_services;
+    test::FakeProcessTable m_processes;
+    test::ManualMainLoop m_mainLoop;
+    test::ManualClock m_clock;
+    test::RecordingDisplay m_display;
+    test::FakeWorkspace m_workspace;
+    test::FakeKeyEvents m_keys;
+    test::FakePermissions m_permissions;
+    test::FakeDefaultsStore m_defaults;
     StoredAssignments m_assignments { m_defaults };
     KeystrokePoster m_poster { m_assignments, m_workspace, m_keys, m_permissions };
     MessageDispatcher m_dispatcher { *this };

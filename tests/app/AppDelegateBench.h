@@ -7,8 +7,8 @@
 #include "tests/fakes/FakeKeyEvents.h"
 #include "tests/fakes/FakeMIDIServices.h"
 #include "tests/fakes/FakeSystem.h"
-#include "tests/fakes/ManualClock.h"
-#include "tests/fakes/ManualMainLoop.h"
+#include "tests/support/ManualClock.h"
+#include "tests/support/ManualMainLoop.h"
 
 #include <QApplication>
 #include <QFile>
@@ -22,7 +22,7 @@
 
 #include <stdexcept>
 
-namespace kestrel {
+namespace kestrel::test {
 
 class NoKeyTranslation final : public KeyTranslation {
 public:
@@ -36,13 +36,13 @@ public:
 class AppDelegateBench {
 public:
     AppDelegateBench()
-        : midiServices(*new fakes::FakeMIDIServices)
-        , workspace(*new fakes::FakeWorkspace)
-        , keyEvents(*new fakes::FakeKeyEvents)
-        , processes(*new fakes::FakeProcessTable)
-        , permissions(*new fakes::FakePermissions)
-        , loginItem(*new fakes::FakeLoginItem)
-        , defaults(*new fakes::FakeDefaultsStore)
+        : midiServices(*new FakeMIDIServices)
+        , workspace(*new FakeWorkspace)
+        , keyEvents(*new FakeKeyEvents)
+        , processes(*new FakeProcessTable)
+        , permissions(*new FakePermissions)
+        , loginItem(*new FakeLoginItem)
+        , defaults(*new FakeDefaultsStore)
     {
         platform.midiServices.reset(&midiServices);
         platform.workspace.reset(&workspace);
@@ -50,11 +50,11 @@ public:
         platform.processTable.reset(&processes);
         platform.defaults.reset(&defaults);
         platform.keyTranslation = std::make_unique<NoKeyTranslation>();
-        platform.fileAttributes = std::make_unique<fakes::FakeFileAttributes>();
-        platform.windowTraits = std::make_unique<fakes::FakeWindowTraits>();
+        platform.fileAttributes = std::make_unique<FakeFileAttributes>();
+        platform.windowTraits = std::make_unique<FakeWindowTraits>();
         platform.permissions.reset(&permissions);
         platform.loginItem.reset(&loginItem);
-        platform.notices = std::make_unique<fakes::FakeNotices>();
+        platform.notices = std::make_unique<FakeNotices>();
         workspace.hidesByItself = false;
         processes.names = { "Pro Tools" };
         delegate = std::make_unique<AppDelegate>(platform, mainLoop, clock);
@@ -68,7 +68,7 @@ public:
         return *delegate->userAssignableWindowController();
     }
 
-    void receive(const fakes::Bytes& packet) const
+    void receive(const Bytes& packet) const
     {
         MIDIMessage message;
         message.setReadData(packet);
@@ -132,27 +132,27 @@ public:
         return delegate->myUserAssignFile()->getShortcutTitle(ArchiveValue(1)).value();
     }
 
-    fakes::FakeMIDIServices& midiServices;
-    fakes::FakeWorkspace& workspace;
-    fakes::FakeKeyEvents& keyEvents;
-    fakes::FakeProcessTable& processes;
-    fakes::FakePermissions& permissions;
-    fakes::FakeLoginItem& loginItem;
-    fakes::FakeDefaultsStore& defaults;
-    fakes::ManualMainLoop mainLoop;
-    fakes::ManualClock clock;
+    FakeMIDIServices& midiServices;
+    FakeWorkspace& workspace;
+    FakeKeyEvents& keyEvents;
+    FakeProcessTable& processes;
+    FakePermissions& permissions;
+    FakeLoginItem& loginItem;
+    FakeDefaultsStore& defaults;
+    ManualMainLoop mainLoop;
+    ManualClock clock;
     Platform platform;
     QTemporaryDir folder;
     std::unique_ptr<AppDelegate> delegate;
 };
 
 // The first zone of the display, full of one letter.
-inline const fakes::Bytes ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A', 'A', 'A', 'A', 'A',
-    'A', 'A', 'A', 'A', 0xF7 };
+inline const Bytes ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A', 'A', 'A', 'A', 'A', 'A',
+    'A', 'A', 'A', 0xF7 };
 
 class LaunchedBench : public AppDelegateBench {
 public:
     LaunchedBench() { delegate->applicationDidFinishLaunching(); }
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -200,7 +200,7 @@ TEST(AppDelegate, the_supervision_starts_with_the_launch_and_comes_every_five_se
     EXPECT_TRUE(timer.isActive());
     EXPECT_FALSE(timer.isSingleShot());
     EXPECT_EQ(timer.interval(), 5000);
-    bench.midiServices.deviceList = { fakes::device(1, "ZENTA", 5) };
+    bench.midiServices.deviceList = { device(1, "ZENTA", 5) };
     bench.tick();
     EXPECT_THAT(bench.midiServices.calls, IsEmpty()) << "the first one arms the clock";
     bench.tick();
@@ -210,7 +210,7 @@ TEST(AppDelegate, the_supervision_starts_with_the_launch_and_comes_every_five_se
 TEST(AppDelegate, ending_with_an_open_link_takes_it_down_and_lets_every_key_go)
 {
     Bench bench;
-    bench.midiServices.deviceList = { fakes::device(1, "ZENTA", 5) };
+    bench.midiServices.deviceList = { device(1, "ZENTA", 5) };
     bench.tick();
     bench.tick();
     bench.midiServices.calls.clear();
@@ -276,4 +276,4 @@ TEST(AppDelegate, a_file_opened_from_the_file_manager_leaves_the_focus_of_the_se
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

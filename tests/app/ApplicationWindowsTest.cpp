@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -239,4 +239,4 @@ TEST(ApplicationWindows, starting_the_running_application_again_brings_up_the_se
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 QString write(const QTemporaryDir& folder, const QByteArray& content)
@@ -141,4 +141,4 @@ TEST(AboutInstalled, a_driver_whose_list_cannot_be_read_is_there_but_says_nothin
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

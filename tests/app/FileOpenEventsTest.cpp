@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 class FileOpenEventsTest : public testing::Test {
@@ -54,4 +54,4 @@ TEST_F(FileOpenEventsTest, what_is_no_file_and_what_is_for_another_object_is_lef
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -5,15 +5,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Bench {
+class PermissionUnderTest {
 public:
-    Bench() { system.granted = false; }
+    PermissionUnderTest() { system.granted = false; }
 
     [[nodiscard]] std::vector<std::string> look()
     {
@@ -25,8 +25,8 @@ public:
 
     void choose() { permission.current().at(0).act(); }
 
-    fakes::FakePermissions system;
-    fakes::FakeNotices session;
+    FakePermissions system;
+    FakeNotices session;
     KeyPermission permission { system, session };
 };
 
@@ -34,7 +34,7 @@ constexpr const char* Missing = "Keys Need the Accessibility Permission…";
 
 TEST(KeyPermission, is_what_the_system_says_at_this_moment)
 {
-    Bench bench;
+    PermissionUnderTest bench;
     EXPECT_FALSE(bench.permission.mayPostKeyEvents());
     bench.system.granted = true;
     EXPECT_TRUE(bench.permission.mayPostKeyEvents());
@@ -42,14 +42,14 @@ TEST(KeyPermission, is_what_the_system_says_at_this_moment)
 
 TEST(KeyPermission, nobody_is_asked_before_a_key_is_kept_back)
 {
-    Bench bench;
+    PermissionUnderTest bench;
     EXPECT_THAT(bench.look(), ElementsAre(Missing));
     EXPECT_EQ(bench.system.requests, 0);
 }
 
 TEST(KeyPermission, the_question_comes_once_however_often_keys_are_kept_back)
 {
-    Bench bench;
+    PermissionUnderTest bench;
     bench.permission.requestKeyEvents();
     bench.permission.requestKeyEvents();
     EXPECT_EQ(bench.system.requests, 1);
@@ -62,7 +62,7 @@ TEST(KeyPermission, the_question_comes_once_however_often_keys_are_kept_back)
 
 TEST(KeyPermission, the_notice_is_there_as_long_as_the_permission_is_missing)
 {
-    Bench bench;
+    PermissionUnderTest bench;
     EXPECT_THAT(bench.look(), ElementsAre(Missing));
     bench.system.granted = true;
     EXPECT_THAT(bench.look(), IsEmpty());
@@ -72,7 +72,7 @@ TEST(KeyPermission, the_notice_is_there_as_long_as_the_permission_is_missing)
 
 TEST(KeyPermission, the_notice_stands_before_those_of_the_session)
 {
-    Bench bench;
+    PermissionUnderTest bench;
     bench.session.notices = { { "first", {} }, { "second", {} } };
     EXPECT_THAT(bench.look(), ElementsAre(Missing, "first", "second"));
     bench.system.granted = true;
@@ -81,7 +81,7 @@ TEST(KeyPermission, the_notice_stands_before_those_of_the_session)
 
 TEST(KeyPermission, choosing_the_notice_asks_the_first_time_and_opens_the_settings_from_then_on)
 {
-    Bench bench;
+    PermissionUnderTest bench;
     bench.choose();
     EXPECT_EQ(bench.system.requests, 1);
     EXPECT_EQ(bench.system.settingsShown, 0);
@@ -92,7 +92,7 @@ TEST(KeyPermission, choosing_the_notice_asks_the_first_time_and_opens_the_settin
 
 TEST(KeyPermission, choosing_the_notice_opens_the_settings_when_a_key_has_asked_already)
 {
-    Bench bench;
+    PermissionUnderTest bench;
     bench.permission.requestKeyEvents();
     bench.choose();
     EXPECT_EQ(bench.system.requests, 1);
@@ -100,4 +100,4 @@ TEST(KeyPermission, choosing_the_notice_opens_the_settings_when_a_key_has_asked_
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -8,27 +8,27 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Bench {
-    Bench()
+struct LoginItemMenu {
+    LoginItemMenu()
     {
         action.setCheckable(true);
         menu.addAction(&action);
     }
 
-    fakes::FakeLoginItem loginItem;
+    FakeLoginItem loginItem;
     QMenu menu;
     QAction action;
 };
 
 TEST(LoginItemChoice, is_left_out_where_the_system_offers_none)
 {
-    Bench bench;
+    LoginItemMenu bench;
     bench.loginItem.available = false;
     const LoginItemChoice choice(bench.loginItem, bench.action, bench.menu);
     EXPECT_FALSE(bench.action.isVisible());
@@ -38,7 +38,7 @@ TEST(LoginItemChoice, is_left_out_where_the_system_offers_none)
 TEST(LoginItemChoice, shows_what_the_system_says_without_changing_it)
 {
     for (const bool enabled : { false, true }) {
-        Bench bench;
+        LoginItemMenu bench;
         bench.loginItem.enabled = enabled;
         const LoginItemChoice choice(bench.loginItem, bench.action, bench.menu);
         EXPECT_TRUE(bench.action.isVisible());
@@ -49,7 +49,7 @@ TEST(LoginItemChoice, shows_what_the_system_says_without_changing_it)
 
 TEST(LoginItemChoice, choosing_it_switches_it_on_and_off)
 {
-    Bench bench;
+    LoginItemMenu bench;
     const LoginItemChoice choice(bench.loginItem, bench.action, bench.menu);
     bench.action.trigger();
     EXPECT_THAT(bench.loginItem.calls, ElementsAre("on"));
@@ -61,7 +61,7 @@ TEST(LoginItemChoice, choosing_it_switches_it_on_and_off)
 
 TEST(LoginItemChoice, opening_the_menu_shows_what_was_changed_elsewhere)
 {
-    Bench bench;
+    LoginItemMenu bench;
     const LoginItemChoice choice(bench.loginItem, bench.action, bench.menu);
     bench.loginItem.enabled = true;
     EXPECT_FALSE(bench.action.isChecked());
@@ -73,7 +73,7 @@ TEST(LoginItemChoice, opening_the_menu_shows_what_was_changed_elsewhere)
 TEST(LoginItemChoice, what_the_system_does_not_do_stays_unchecked_and_its_settings_open)
 {
     for (const auto result : { LoginItem::Result::NeedsApproval, LoginItem::Result::Failed }) {
-        Bench bench;
+        LoginItemMenu bench;
         bench.loginItem.result = result;
         const LoginItemChoice choice(bench.loginItem, bench.action, bench.menu);
         bench.action.trigger();
@@ -83,4 +83,4 @@ TEST(LoginItemChoice, what_the_system_does_not_do_stays_unchecked_and_its_settin
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -11,15 +11,15 @@
 #include <algorithm>
 #include <cmath>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
 
 // A menu of one item, as the desktop is about to show it.
-class Bench {
+class NoticeMenu {
 public:
-    Bench() { menu.addAction(QStringLiteral("Quit")); }
+    NoticeMenu() { menu.addAction(QStringLiteral("Quit")); }
 
     // Each item as its text, in brackets where it cannot be chosen; "-" for a separator.
     [[nodiscard]] std::vector<std::string> look()
@@ -34,19 +34,19 @@ public:
     }
 
     QMenu menu;
-    fakes::FakeNotices notices;
+    FakeNotices notices;
 };
 
 TEST(NoticeItems, without_notices_the_menu_stays_as_it_is)
 {
-    Bench bench;
+    NoticeMenu bench;
     const NoticeItems items(bench.menu, bench.notices);
     EXPECT_THAT(bench.look(), ElementsAre("Quit"));
 }
 
 TEST(NoticeItems, notices_stand_at_the_top_in_their_order_above_a_separator)
 {
-    Bench bench;
+    NoticeMenu bench;
     bench.notices.notices = { { "first", {} }, { "second", [] {} } };
     const NoticeItems items(bench.menu, bench.notices);
     EXPECT_EQ(bench.menu.actions().size(), 4) << "there before the menu is opened";
@@ -55,7 +55,7 @@ TEST(NoticeItems, notices_stand_at_the_top_in_their_order_above_a_separator)
 
 TEST(NoticeItems, a_notice_comes_and_goes_with_its_reason)
 {
-    Bench bench;
+    NoticeMenu bench;
     const NoticeItems items(bench.menu, bench.notices);
     bench.notices.notices = { { "missing", [] {} } };
     EXPECT_THAT(bench.look(), ElementsAre("missing", "-", "Quit"));
@@ -65,7 +65,7 @@ TEST(NoticeItems, a_notice_comes_and_goes_with_its_reason)
 
 TEST(NoticeItems, nothing_moves_while_the_menu_is_open)
 {
-    Bench bench;
+    NoticeMenu bench;
     NoticeItems items(bench.menu, bench.notices);
     emit bench.menu.aboutToShow();
     bench.notices.notices = { { "missing", [] {} } };
@@ -78,7 +78,7 @@ TEST(NoticeItems, nothing_moves_while_the_menu_is_open)
 
 TEST(NoticeItems, a_notice_that_stays_keeps_its_item)
 {
-    Bench bench;
+    NoticeMenu bench;
     bench.notices.notices = { { "missing", [] {} } };
     const NoticeItems items(bench.menu, bench.notices);
     const auto before = bench.menu.actions();
@@ -88,7 +88,7 @@ TEST(NoticeItems, a_notice_that_stays_keeps_its_item)
 
 TEST(NoticeItems, choosing_a_notice_does_what_can_be_done_about_it)
 {
-    Bench bench;
+    NoticeMenu bench;
     int asked = 0;
     bench.notices.notices = { { "missing", [&asked] { ++asked; } } };
     const NoticeItems items(bench.menu, bench.notices);
@@ -98,7 +98,7 @@ TEST(NoticeItems, choosing_a_notice_does_what_can_be_done_about_it)
 
 TEST(NoticeItems, an_ampersand_is_shown_as_one)
 {
-    Bench bench;
+    NoticeMenu bench;
     bench.notices.notices = { { "keys & panel", {} } };
     const NoticeItems items(bench.menu, bench.notices);
     EXPECT_THAT(bench.look(), ElementsAre("[keys && panel]", "-", "Quit"));
@@ -124,7 +124,7 @@ TEST(NoticeItems, a_notice_that_cannot_be_chosen_can_be_read_in_light_and_in_dar
 {
     for (const auto& [text, back] :
         { std::pair { Qt::black, Qt::white }, std::pair { Qt::white, Qt::black } }) {
-        Bench bench;
+        NoticeMenu bench;
         QPalette palette;
         palette.setColor(QPalette::Text, text);
         palette.setColor(QPalette::Base, back);
@@ -137,4 +137,4 @@ TEST(NoticeItems, a_notice_that_cannot_be_chosen_can_be_read_in_light_and_in_dar
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -12,7 +12,7 @@
 #include <string>
 #include <thread>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -148,4 +148,4 @@ TEST(QtMainLoop, a_watch_may_end_itself)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

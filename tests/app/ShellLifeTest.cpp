@@ -7,12 +7,12 @@
 
 #include <gmock/gmock.h>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
 
-class Bench : public AppDelegateBench {
+class RecordedShell : public AppDelegateBench {
 public:
     void launch() { delegate->applicationDidFinishLaunching(); }
 
@@ -40,7 +40,7 @@ public:
 
 TEST(ShellLife, nothing_exists_before_the_launch)
 {
-    const Bench bench;
+    const RecordedShell bench;
     EXPECT_EQ(bench.delegate->myWindowController(), nullptr);
     EXPECT_EQ(bench.delegate->userAssignableWindowController(), nullptr);
     EXPECT_EQ(bench.delegate->myUserAssignFile(), nullptr);
@@ -49,7 +49,7 @@ TEST(ShellLife, nothing_exists_before_the_launch)
 
 TEST(ShellLife, launching_again_keeps_what_there_is)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.launch();
     const auto* panel = bench.delegate->myWindowController();
     const auto* setup = bench.delegate->userAssignableWindowController();
@@ -62,7 +62,7 @@ TEST(ShellLife, launching_again_keeps_what_there_is)
 
 TEST(ShellLife, the_end_stops_the_timer_then_releases_the_link_then_stores_the_set)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.launch();
     bench.tick();
     bench.tick();
@@ -82,7 +82,7 @@ TEST(ShellLife, the_end_stops_the_timer_then_releases_the_link_then_stores_the_s
 
 TEST(ShellLife, defaults_that_cannot_be_written_do_not_keep_it_from_ending)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.launch();
     bench.defaults.failing = true;
     bench.delegate->applicationWillTerminate();
@@ -91,7 +91,7 @@ TEST(ShellLife, defaults_that_cannot_be_written_do_not_keep_it_from_ending)
 
 TEST(ShellLife, every_window_may_close)
 {
-    const Bench bench;
+    const RecordedShell bench;
     const QWidget window;
     EXPECT_TRUE(bench.delegate->windowShouldClose(&window));
     EXPECT_TRUE(bench.delegate->windowShouldClose(nullptr));
@@ -99,7 +99,7 @@ TEST(ShellLife, every_window_may_close)
 
 TEST(ShellLife, a_file_opened_before_the_launch_is_live_and_the_launch_leaves_it)
 {
-    Bench bench;
+    RecordedShell bench;
     const QString file
         = bench.write(QStringLiteral("1.ZKCF"), AppDelegateBench::setWithTitle("First"));
     bench.delegate->applicationOpenFiles({ file });
@@ -112,7 +112,7 @@ TEST(ShellLife, a_file_opened_before_the_launch_is_live_and_the_launch_leaves_it
 
 TEST(ShellLife, a_setup_window_made_before_the_launch_still_brings_the_panel_back)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.delegate->applicationOpenFiles({ QStringLiteral("/no such file") });
     bench.launch();
     bench.delegate->newDocument();
@@ -124,29 +124,29 @@ TEST(ShellLife, a_setup_window_made_before_the_launch_still_brings_the_panel_bac
 
 TEST(ShellLife, the_menu_offers_six_actions_and_hides_the_two_that_do_nothing)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.launch();
     QStringList shown;
-    for (const QAction* action : Bench::menu().actions()) {
+    for (const QAction* action : RecordedShell::menu().actions()) {
         if (action->isVisible() && !action->isSeparator())
             shown.append(action->objectName());
     }
     EXPECT_EQ(shown,
         QStringList({ "newDocument", "userAssign", "kestrel", "launchAtLogin", "about", "quit" }));
-    EXPECT_FALSE(Bench::action("openDocument").isVisible());
-    EXPECT_FALSE(Bench::action("saveDocument").isVisible());
+    EXPECT_FALSE(RecordedShell::action("openDocument").isVisible());
+    EXPECT_FALSE(RecordedShell::action("saveDocument").isVisible());
 }
 
 TEST(ShellLife, the_menu_reaches_the_actions)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.launch();
-    Bench::action("newDocument").trigger();
+    RecordedShell::action("newDocument").trigger();
     EXPECT_TRUE(bench.panel().isVisible());
-    Bench::action("userAssign").trigger();
+    RecordedShell::action("userAssign").trigger();
     EXPECT_TRUE(bench.setup().isVisible());
     bench.workspace.calls.clear();
-    Bench::action("kestrel").trigger();
+    RecordedShell::action("kestrel").trigger();
     EXPECT_THAT(bench.workspace.calls,
         ElementsAre("open /Library/PreferencePanes/HolvikZentaMIDI.prefPane"));
     bool wasAboutShown = false;
@@ -154,30 +154,30 @@ TEST(ShellLife, the_menu_reaches_the_actions)
         wasAboutShown = QApplication::activeModalWidget() != nullptr;
         QApplication::activeModalWidget()->close();
     });
-    Bench::action("about").trigger();
+    RecordedShell::action("about").trigger();
     EXPECT_TRUE(wasAboutShown);
     for (const char* name : { "openDocument", "saveDocument" })
-        Bench::action(name).trigger();
+        RecordedShell::action(name).trigger();
     EXPECT_EQ(bench.defaults.synchronised, 0);
 }
 
 TEST(ShellLife, quit_ends_the_event_loop)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.launch();
-    QTimer::singleShot(0, [] { Bench::action("quit").trigger(); });
+    QTimer::singleShot(0, [] { RecordedShell::action("quit").trigger(); });
     EXPECT_EQ(QApplication::exec(), 0);
 }
 
 TEST(ShellLife, launching_again_keeps_the_status_item_and_its_menu)
 {
-    Bench bench;
+    RecordedShell bench;
     bench.launch();
-    const QPointer<QMenu> menu(&Bench::menu());
+    const QPointer<QMenu> menu(&RecordedShell::menu());
     bench.launch();
     EXPECT_FALSE(menu.isNull());
-    EXPECT_EQ(&Bench::menu(), menu.data());
+    EXPECT_EQ(&RecordedShell::menu(), menu.data());
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

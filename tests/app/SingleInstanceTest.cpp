@@ -13,15 +13,15 @@
 #include <csignal>
 #include <future>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using std::chrono::milliseconds;
 
 // A folder of its own, with one program that has claimed it.
-class Bench {
+class InstanceFolder {
 public:
-    Bench()
+    InstanceFolder()
     {
         EXPECT_TRUE(first.claim());
         QObject::connect(&first, &SingleInstance::startedAgain, &first,
@@ -46,14 +46,14 @@ public:
 
 TEST(SingleInstance, only_the_first_start_claims_the_place)
 {
-    const Bench bench;
+    const InstanceFolder bench;
     SingleInstance second(bench.path);
     EXPECT_FALSE(second.claim());
 }
 
 TEST(SingleInstance, a_later_start_hands_over_its_files)
 {
-    const Bench bench;
+    const InstanceFolder bench;
     const QStringList files { QStringLiteral("/a b.ZKCF"), QStringLiteral("/ü\nx.ZKCF") };
     EXPECT_TRUE(bench.handOver(files));
     EXPECT_EQ(bench.starts, QList<QStringList> { files });
@@ -61,14 +61,14 @@ TEST(SingleInstance, a_later_start_hands_over_its_files)
 
 TEST(SingleInstance, a_bare_start_is_told_as_one)
 {
-    const Bench bench;
+    const InstanceFolder bench;
     EXPECT_TRUE(bench.handOver({}));
     EXPECT_EQ(bench.starts, QList<QStringList> { QStringList() });
 }
 
 TEST(SingleInstance, folder_and_socket_belong_to_the_user_alone)
 {
-    const Bench bench;
+    const InstanceFolder bench;
     const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther
         | QFile::WriteOther | QFile::ExeOther;
     EXPECT_FALSE(QFileInfo(bench.path).permissions() & others);
@@ -104,7 +104,7 @@ TEST(SingleInstance, nobody_to_hand_over_to_is_told_in_time)
 
 TEST(SingleInstance, noise_on_the_socket_starts_nothing)
 {
-    const Bench bench;
+    const InstanceFolder bench;
     QLocalSocket noise;
     noise.connectToServer(bench.path + QStringLiteral("/kestrel.socket"));
     ASSERT_TRUE(noise.waitForConnected(1000));
@@ -117,4 +117,4 @@ TEST(SingleInstance, noise_on_the_socket_starts_nothing)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -8,7 +8,7 @@
 
 #include <csignal>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 class TerminationSignal : public testing::TestWithParam<int> { };
@@ -35,4 +35,4 @@ TEST_P(TerminationSignal, becomes_a_call_on_the_main_thread)
 INSTANTIATE_TEST_SUITE_P(Each, TerminationSignal, testing::Values(SIGTERM, SIGINT, SIGHUP));
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

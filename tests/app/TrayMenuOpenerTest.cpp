@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
-struct Bench {
-    Bench() { menu.addAction(QStringLiteral("An item")); }
+struct TrayMenu {
+    TrayMenu() { menu.addAction(QStringLiteral("An item")); }
 
     // What was announced has come to its end.
     static void settle() { QCoreApplication::processEvents(); }
@@ -20,51 +20,51 @@ struct Bench {
 
 TEST(TrayMenuOpener, opens_the_menu_where_the_tray_does_not)
 {
-    Bench bench;
+    TrayMenu bench;
     bench.opener.activated(QSystemTrayIcon::Trigger);
     EXPECT_FALSE(bench.menu.isVisible());
-    Bench::settle();
+    TrayMenu::settle();
     EXPECT_TRUE(bench.menu.isVisible());
 }
 
 TEST(TrayMenuOpener, opens_none_beside_the_one_that_the_tray_opens)
 {
-    Bench bench;
+    TrayMenu bench;
     bench.opener.activated(QSystemTrayIcon::Trigger);
     emit bench.menu.aboutToShow(); // on the tray's own menu
-    Bench::settle();
+    TrayMenu::settle();
     EXPECT_FALSE(bench.menu.isVisible());
 }
 
 TEST(TrayMenuOpener, opens_none_after_the_one_of_the_tray_has_closed)
 {
-    Bench bench;
+    TrayMenu bench;
     bench.opener.activated(QSystemTrayIcon::Trigger);
     emit bench.menu.aboutToShow();
     emit bench.menu.aboutToHide();
-    Bench::settle();
+    TrayMenu::settle();
     EXPECT_FALSE(bench.menu.isVisible());
 }
 
 TEST(TrayMenuOpener, opens_the_menu_again_after_it_was_closed)
 {
-    Bench bench;
+    TrayMenu bench;
     bench.opener.activated(QSystemTrayIcon::Trigger);
-    Bench::settle();
+    TrayMenu::settle();
     bench.menu.hide();
     bench.opener.activated(QSystemTrayIcon::Trigger);
-    Bench::settle();
+    TrayMenu::settle();
     EXPECT_TRUE(bench.menu.isVisible());
 }
 
 TEST(TrayMenuOpener, other_buttons_open_nothing)
 {
-    Bench bench;
+    TrayMenu bench;
     bench.opener.activated(QSystemTrayIcon::Context);
     bench.opener.activated(QSystemTrayIcon::MiddleClick);
-    Bench::settle();
+    TrayMenu::settle();
     EXPECT_FALSE(bench.menu.isVisible());
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

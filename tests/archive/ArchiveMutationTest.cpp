@@ -1,7 +1,7 @@
-#include "common/ArchiveArray.h"
-#include "common/ArchiveDictionary.h"
-#include "common/ArchiveObject.h"
-#include "common/KeyedArchive.h"
+#include "archive/ArchiveArray.h"
+#include "archive/ArchiveDictionary.h"
+#include "archive/ArchiveObject.h"
+#include "archive/KeyedArchive.h"
 #include "fuzz/archive/ArchiveRoundTrip.h"
 #include "tests/archive/Refusal.h"
 

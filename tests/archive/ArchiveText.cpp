@@ -1,8 +1,8 @@
 #include "tests/archive/ArchiveText.h"
 
-#include "common/ArchiveArray.h"
-#include "common/ArchiveDictionary.h"
-#include "common/ArchiveObject.h"
+#include "archive/ArchiveArray.h"
+#include "archive/ArchiveDictionary.h"
+#include "archive/ArchiveObject.h"
 
 #include <cinttypes>
 #include <cstdio>

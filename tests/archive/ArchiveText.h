@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ArchiveValue.h"
+#include "archive/ArchiveValue.h"
 
 #include <string>
 

@@ -1,11 +1,11 @@
-#include "common/ArchiveArray.h"
-#include "common/ArchiveDictionary.h"
+#include "archive/ArchiveArray.h"
+#include "archive/ArchiveDictionary.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 
@@ -139,4 +139,4 @@ TEST(ArchiveDictionary, tells_containers_apart_by_identity)
 
 } // namespace
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -1,4 +1,4 @@
-#include "common/AtomicFile.h"
+#include "archive/AtomicFile.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -11,7 +11,7 @@
 
 #include <csignal>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 
@@ -157,4 +157,4 @@ TEST_F(AtomicFileTest, leaves_alone_whatever_else_lies_there)
 
 } // namespace
 
-} // namespace kestrel
+} // namespace kestrel::test

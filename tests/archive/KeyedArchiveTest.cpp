@@ -1,8 +1,8 @@
-#include "common/KeyedArchive.h"
+#include "archive/KeyedArchive.h"
 
-#include "common/ArchiveArray.h"
-#include "common/ArchiveDictionary.h"
-#include "common/ArchiveObject.h"
+#include "archive/ArchiveArray.h"
+#include "archive/ArchiveDictionary.h"
+#include "archive/ArchiveObject.h"
 #include "tests/archive/ArchiveText.h"
 #include "tests/archive/ListText.h"
 #include "tests/archive/Refusal.h"

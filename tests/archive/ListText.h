@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/PropertyList.h"
+#include "archive/PropertyList.h"
 
 #include <string>
 

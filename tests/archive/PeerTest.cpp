@@ -1,6 +1,6 @@
+#include "archive/AtomicFile.h"
+#include "archive/KeyedArchive.h"
 #include "assign/UserAssignFile.h"
-#include "common/AtomicFile.h"
-#include "common/KeyedArchive.h"
 #include "tests/archive/ArchiveText.h"
 
 #include <QFile>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/ArchiveError.h"
-#include "common/KeyedArchive.h"
+#include "archive/ArchiveError.h"
+#include "archive/KeyedArchive.h"
 
 #include <optional>
 #include <ostream>
@@ -10,14 +10,18 @@
 
 namespace kestrel {
 
+// GoogleTest finds it beside the type.
 inline void PrintTo(ArchiveError::Kind kind, std::ostream* stream)
 {
     *stream << "kind " << static_cast<int>(kind);
 }
 
-namespace test {
+} // namespace kestrel
+
+namespace kestrel::test {
 
 using Kind = ArchiveError::Kind;
+using kestrel::viewOf;
 
 [[nodiscard]] inline ByteView viewOf(std::string_view text)
 {
@@ -71,6 +75,4 @@ using Kind = ArchiveError::Kind;
         + std::string(objects) + "</array></dict>");
 }
 
-} // namespace test
-
-} // namespace kestrel
+} // namespace kestrel::test

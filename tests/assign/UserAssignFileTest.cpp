@@ -1,8 +1,8 @@
 #include "assign/UserAssignFile.h"
 
-#include "common/ArchiveObject.h"
-#include "common/KeyedArchive.h"
-#include "common/PropertyList.h"
+#include "archive/ArchiveObject.h"
+#include "archive/KeyedArchive.h"
+#include "archive/PropertyList.h"
 #include "tests/archive/ArchiveText.h"
 #include "tests/archive/Refusal.h"
 
@@ -218,7 +218,8 @@ TEST(UserAssignFile, an_archive_of_something_else_is_no_set)
     EXPECT_EQ(UserAssignFile::fromFileImage(set.getData()), nullptr);
     const auto other = std::make_shared<ArchiveObject>(QStringList { "Other", "UserAssignFile" });
     EXPECT_EQ(UserAssignFile::fromFileImage(KeyedArchive::archivedData(other)), nullptr);
-    EXPECT_THROW((void)UserAssignFile::fromFileImage(viewOf("no archive")), ArchiveError);
+    EXPECT_THROW(
+        (void)UserAssignFile::fromFileImage(viewOf(QByteArray("no archive"))), ArchiveError);
 }
 
 TEST(UserAssignFile, takes_any_root_for_a_table_and_writes_it_again)
@@ -257,8 +258,8 @@ TEST(UserAssignFile, data_that_is_no_archive_leaves_the_table_as_it_was)
 {
     UserAssignFile set;
     set.initShortcutArray();
-    EXPECT_THROW(set.setData(viewOf("no archive")), ArchiveError);
-    EXPECT_THROW(set.setTitleData(viewOf("")), ArchiveError);
+    EXPECT_THROW(set.setData(viewOf(QByteArray("no archive"))), ArchiveError);
+    EXPECT_THROW(set.setTitleData(viewOf(QByteArray())), ArchiveError);
     EXPECT_EQ(set.count(), 12u);
     EXPECT_EQ(set.getShortcutTitle(12), QString());
 }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 const QRect Laptop(0, 25, 1440, 875);
@@ -65,4 +65,4 @@ TEST(ScreenFit, a_frame_that_keeps_its_size_shows_its_corner_on_a_smaller_screen
     EXPECT_EQ(movedOntoScreens({ 5000, 0, 620, 453 }, {}), QRect(5000, 0, 620, 453));
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

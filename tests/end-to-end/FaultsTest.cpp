@@ -9,7 +9,7 @@
 #include <fstream>
 #include <memory>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using stage::milliseconds;
@@ -210,4 +210,4 @@ TEST_P(OrderlyEnd, with_an_open_link_takes_it_down_lets_every_key_go_and_stores_
 INSTANTIATE_TEST_SUITE_P(BySignal, OrderlyEnd, testing::Values(SIGTERM, SIGINT, SIGHUP));
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

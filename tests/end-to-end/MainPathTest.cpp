@@ -6,7 +6,7 @@
 
 #include <csignal>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using stage::milliseconds;
@@ -107,4 +107,4 @@ TEST_F(MainPath, noise_from_the_console_types_nothing_and_leaves_the_link_up)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

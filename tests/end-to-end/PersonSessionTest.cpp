@@ -9,7 +9,7 @@
 #include <iterator>
 #include <thread>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -210,4 +210,4 @@ TEST_F(PersonSession, the_window_comes_up_where_it_was_left)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

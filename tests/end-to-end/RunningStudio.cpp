@@ -11,7 +11,7 @@
 #include <stdexcept>
 #include <thread>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 // What a crash has left behind is a socket too, but nobody listens on it.
@@ -126,4 +126,4 @@ std::optional<int> RunningStudio::terminateKestrel()
     return kestrel->wait(stage::milliseconds(10000));
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrel {
+namespace kestrel::test {
 
 // A studio with the three programs, and what a person at it would do and see.
 class RunningStudio {
@@ -49,4 +49,4 @@ public:
     Process kestrel;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -11,7 +11,7 @@
 #include <csignal>
 #include <fstream>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using stage::milliseconds;
@@ -324,4 +324,4 @@ TEST_F(Shell, losing_only_the_toolkits_connection_lets_every_key_go)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

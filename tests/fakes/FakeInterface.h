@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 // Takes the native numbers of an event for those of macOS: virtual key, modifier flags and text
 // are the key code, the flags and the characters. Key codes above 16 bits are keys without one.
@@ -51,4 +51,4 @@ private:
     std::vector<std::string>& m_calls;
 };
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 // Records what is posted, in words: "key 1 down ⌘" at the session tap ("repeat" behind it when
 // marked so), "bare 55 up" at the HID tap.
@@ -59,4 +59,4 @@ private:
     }
 };
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -1,6 +1,6 @@
 #include "tests/fakes/FakeMIDIServices.h"
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 namespace {
 constexpr MIDIStatus Failure = -10830;
@@ -112,4 +112,4 @@ MIDIDevice device(int number, std::string model, int entityCount)
     return result;
 }
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

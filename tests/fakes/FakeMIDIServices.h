@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -63,4 +63,4 @@ private:
 // e).
 [[nodiscard]] MIDIDevice device(int number, std::string model, int entityCount);
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

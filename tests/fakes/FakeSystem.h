@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 // Process records made from command names.
 class FakeProcessTable final : public ProcessTable {
@@ -179,4 +179,4 @@ public:
     bool failing = false;
 };
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

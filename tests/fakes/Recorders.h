@@ -1,14 +1,14 @@
 #pragma once
 
-#include "app/StatusItem.h"
-#include "common/MIDIMessage.h"
-#include "panel/ConsoleDisplay.h"
+#include "link/ConsoleDisplay.h"
+#include "link/MIDIMessage.h"
+#include "link/StatusItem.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 // The bytes as upper-case hexadecimal pairs with a blank between them.
 inline std::string hex(std::span<const std::uint8_t> bytes)
@@ -53,4 +53,4 @@ public:
     std::vector<std::string> images;
 };
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
-namespace kestrel::artwork {
+namespace kestrel::test {
+using namespace artwork;
+
 namespace {
 
 using testing::ElementsAre;
@@ -127,4 +129,4 @@ TEST(IconSet, is_refused_where_a_picture_has_another_size_or_is_none)
 }
 
 } // namespace
-} // namespace kestrel::artwork
+} // namespace kestrel::test

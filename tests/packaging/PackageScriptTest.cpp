@@ -11,7 +11,7 @@ static void PrintTo(const QString& text, std::ostream* out)
     *out << text.toStdString();
 }
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -300,4 +300,4 @@ TEST(PackageScript, says_which_tool_is_missing_before_it_begins)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 const QDir source(QStringLiteral(KESTREL_SOURCE));
@@ -113,4 +113,4 @@ QStringList PackagingBench::calls(const QString& beginning) const
     return calls;
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

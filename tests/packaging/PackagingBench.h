@@ -4,7 +4,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-namespace kestrel {
+namespace kestrel::test {
 
 // A copy of what scripts/package-macos reads of the tree, and a folder of tools that stand for
 // those of macOS: the build makes a program that needs libplist and QtCore, there are two plug-ins
@@ -36,4 +36,4 @@ private:
     QTemporaryDir m_folder;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -1,4 +1,4 @@
-#include "common/PropertyList.h"
+#include "archive/PropertyList.h"
 
 #include <QFile>
 
@@ -7,7 +7,7 @@
 
 #include <map>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -101,4 +101,4 @@ TEST(Entitlements, hold_no_comment)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

@@ -9,7 +9,7 @@
 
 #include <gmock/gmock.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 using testing::ElementsAre;
@@ -208,4 +208,4 @@ TEST(PanelText, special_glyphs_read_as_what_they_show)
     EXPECT_EQ(PanelText::glyph(0xFF), " ");
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -1,10 +1,10 @@
-#include "tests/panel/ApprovedPicture.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/PanelMessages.h"
+#include "tests/support/ApprovedPicture.h"
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 // Of the sheet of knob frames.
@@ -49,7 +49,7 @@ protected:
 
     void compare(const QString& name, const QImage& actual) const
     {
-        compareWithApproved(name, scale(), actual);
+        compareWithApproved(QStringLiteral("panel/%1@%2x").arg(name).arg(scale()), actual, 1);
     }
 
     PlugInPanelView view { QRect(0, 0, 782, 220) };
@@ -137,4 +137,4 @@ TEST_P(ApprovedPictures, the_86_knob_frames)
 INSTANTIATE_TEST_SUITE_P(, ApprovedPictures, testing::Values(1, 2),
     [](const auto& scale) { return "at_scale_" + std::to_string(scale.param); });
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 std::vector<std::uint8_t> read(const std::filesystem::path& file)
@@ -26,4 +26,4 @@ TEST(PanelCorpus, every_message_ever_found_is_taken_as_the_protocol_says)
     EXPECT_GE(files, 10);
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 using PanelMessages::Bytes;
@@ -157,4 +157,4 @@ TEST_F(DSPMessages, the_status_byte_is_not_looked_at)
     EXPECT_EQ(switches()[2], 0x42);
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

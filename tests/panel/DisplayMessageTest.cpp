@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 using PanelMessages::Bytes;
@@ -172,4 +172,4 @@ TEST_F(DisplayMessages, text_attributes_are_never_filled)
     EXPECT_EQ(view.heightDisplayPixel(), 0);
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -6,7 +6,7 @@
 
 #include <map>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 namespace Pictures = GeometryPictures;
@@ -482,4 +482,4 @@ TEST_F(Drawing, the_red_lamp_says_how_large_all_lamps_are)
     EXPECT_TRUE(isAll(image, inPicture(115, 38, 40, 27), Pictures::lamp("btn_green", true)));
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

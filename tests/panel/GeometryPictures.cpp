@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-namespace kestrel::GeometryPictures {
+namespace kestrel::test::GeometryPictures {
 
 namespace {
 QImage backgroundPicture(int density)
@@ -66,4 +66,4 @@ InterfaceImage named(const QString& name)
     return InterfaceImage(drawn(name, Single), drawn(name, Doubled));
 }
 
-} // namespace kestrel::GeometryPictures
+} // namespace kestrel::test::GeometryPictures

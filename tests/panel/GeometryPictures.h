@@ -7,7 +7,7 @@
 
 // Pictures in which every cell, frame and lamp has a colour of its own, for tests of where what
 // part of which picture is painted. The double-density ones differ in their blue.
-namespace kestrel::GeometryPictures {
+namespace kestrel::test::GeometryPictures {
 
 inline constexpr int Single = 0;
 inline constexpr int Doubled = 1;
@@ -20,4 +20,4 @@ inline constexpr int Doubled = 1;
 // In place of the application's resources.
 [[nodiscard]] InterfaceImage named(const QString& name);
 
-} // namespace kestrel::GeometryPictures
+} // namespace kestrel::test::GeometryPictures

@@ -1,6 +1,6 @@
 #include "panel/MyWindowController.h"
 
-#include "common/MIDIMessage.h"
+#include "link/MIDIMessage.h"
 #include "tests/fakes/FakeSystem.h"
 #include "tests/panel/GeometryPictures.h"
 #include "tests/panel/PaintCounter.h"
@@ -14,7 +14,7 @@
 
 #include <gmock/gmock.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 using PanelMessages::Bytes;
@@ -68,8 +68,8 @@ protected:
     }
     [[nodiscard]] PlugInPanelView& view() { return *controller.plugInPanelView(); }
 
-    fakes::FakeWindowTraits traits;
-    fakes::FakeDefaultsStore defaults;
+    FakeWindowTraits traits;
+    FakeDefaultsStore defaults;
     MyWindowController controller { "Plug-in_Panel", traits, defaults, &GeometryPictures::named };
 };
 } // namespace
@@ -455,4 +455,4 @@ TEST_F(WindowController, a_proposed_width_is_neither_raised_nor_limited)
     }
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -5,7 +5,7 @@
 #include <QRegion>
 #include <QWidget>
 
-namespace kestrel {
+namespace kestrel::test {
 
 // Counts how often a widget is painted.
 class PaintCounter : public QObject {
@@ -25,4 +25,4 @@ public:
     QRegion painted;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

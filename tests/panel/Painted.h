@@ -6,7 +6,7 @@
 #include <QPainter>
 
 // What a view paints, as a picture of its own.
-namespace kestrel {
+namespace kestrel::test {
 
 inline QImage painted(PlugInPanelView& view, double devicePixelRatio = 1,
     QImage::Format format = QImage::Format_RGB32)
@@ -21,4 +21,4 @@ inline QImage painted(PlugInPanelView& view, double devicePixelRatio = 1,
     return image;
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

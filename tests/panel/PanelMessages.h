@@ -7,7 +7,7 @@
 #include <vector>
 
 // What the console sends, byte for byte.
-namespace kestrel::PanelMessages {
+namespace kestrel::test::PanelMessages {
 
 using Bytes = std::vector<std::uint8_t>;
 using Record = std::pair<std::uint8_t, std::string_view>; // zone number, ten characters
@@ -47,4 +47,4 @@ inline std::vector<Bytes> silence()
     return messages;
 }
 
-} // namespace kestrel::PanelMessages
+} // namespace kestrel::test::PanelMessages

@@ -11,7 +11,7 @@
 #include <functional>
 #include <vector>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 class Placement : public testing::Test {
@@ -37,7 +37,7 @@ protected:
 
     // The offscreen screen measures 800 × 800.
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    fakes::FakeDefaultsStore defaults;
+    FakeDefaultsStore defaults;
     QWidget window;
 };
 } // namespace
@@ -202,4 +202,4 @@ TEST_F(Placement, a_maximised_size_is_not_remembered)
     EXPECT_EQ(onDisk().find("800"), std::string::npos);
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 TEST(PanelShape, the_height_is_220_782ths_of_the_width)
 {
@@ -161,4 +161,4 @@ TEST_F(Proportion, a_maximised_window_is_left_alone_and_the_view_fitted_into_it)
     EXPECT_NEAR(view.height(), panelHeight(view.width()), 1);
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

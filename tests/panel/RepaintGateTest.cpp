@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 using namespace std::chrono_literals;
@@ -31,4 +31,4 @@ TEST(RepaintGate, a_repaint_one_refresh_later_waits_for_nothing)
     EXPECT_EQ(gate.delay(Start + 1h), 0ms);
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 const QRect Cell(0, 13, 8, 13);
@@ -66,4 +66,4 @@ TEST_F(Sprites, they_never_take_more_than_their_share_of_memory)
     }
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -1,5 +1,5 @@
-#include "common/ArchiveObject.h"
-#include "common/KeyedArchive.h"
+#include "archive/ArchiveObject.h"
+#include "archive/KeyedArchive.h"
 #include "tests/setup/SetupBench.h"
 
 #include <QFile>
@@ -8,7 +8,7 @@
 
 #include <sys/stat.h>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 struct FileBench {
@@ -194,4 +194,4 @@ TEST(AssignmentFiles, a_refused_file_changes_nothing)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -5,7 +5,7 @@
 #include <QMenu>
 #include <QMessageBox>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 using Calls = std::vector<std::string>;
@@ -191,4 +191,4 @@ TEST(WindowCloseObserver, hidden_windows_alerts_popups_and_children_are_not_post
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

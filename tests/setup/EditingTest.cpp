@@ -1,6 +1,6 @@
 #include "tests/setup/SetupBench.h"
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 TEST(Editing, a_button_without_shortcuts_shows_only_the_first_field)
@@ -321,4 +321,4 @@ TEST(Editing, cancel_restores_no_title_of_a_key_that_the_live_set_lacks)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -1,5 +1,5 @@
-#include "common/ArchiveObject.h"
-#include "common/KeyedArchive.h"
+#include "archive/ArchiveObject.h"
+#include "archive/KeyedArchive.h"
 #include "tests/setup/SetupBench.h"
 
 #include <QApplication>
@@ -11,7 +11,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 using Calls = std::vector<std::string>;
@@ -383,4 +383,4 @@ TEST(FileDialogs, an_archive_of_another_object_shows_invalid_file_and_a_set_with
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -2,7 +2,7 @@
 
 #include <QElapsedTimer>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 std::shared_ptr<UserAssignFile> emptySet()
@@ -130,4 +130,4 @@ TEST(HostileSets, enormous_names_are_drawn_within_a_moment)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

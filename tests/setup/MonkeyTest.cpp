@@ -5,7 +5,7 @@
 
 #include <random>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 constexpr int Events = 100'000;
@@ -152,4 +152,4 @@ TEST(Monkey, a_hundred_thousand_events_break_no_rule)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

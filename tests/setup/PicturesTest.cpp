@@ -1,32 +1,14 @@
 #include "tests/setup/SetupBench.h"
+#include "tests/support/ApprovedPicture.h"
 
 #include <QPainter>
 #include <QWidget>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 // Rendering of text may differ by this much of 255 between versions of the font library.
 constexpr int Tolerance = 8;
-
-const QString Folder = QStringLiteral(KESTREL_APPROVED_PICTURES "/");
-
-bool isAlike(const QImage& left, const QImage& right)
-{
-    if (left.size() != right.size())
-        return false;
-    for (int y = 0; y < left.height(); ++y) {
-        for (int x = 0; x < left.width(); ++x) {
-            const QRgb a = left.pixel(x, y);
-            const QRgb b = right.pixel(x, y);
-            if (std::abs(qRed(a) - qRed(b)) > Tolerance
-                || std::abs(qGreen(a) - qGreen(b)) > Tolerance
-                || std::abs(qBlue(a) - qBlue(b)) > Tolerance)
-                return false;
-        }
-    }
-    return true;
-}
 
 // In the given density, by default that of an ordinary screen.
 QImage picture(SetupBench& bench, int density = 1)
@@ -38,21 +20,9 @@ QImage picture(SetupBench& bench, int density = 1)
     return image;
 }
 
-// With KESTREL_APPROVE set, the picture becomes the approved one.
 void compare(const QImage& shown, const QString& name)
 {
-    const QString path = Folder + name + QStringLiteral(".png");
-    if (qEnvironmentVariableIsSet("KESTREL_APPROVE")) {
-        ASSERT_TRUE(shown.save(path));
-        return;
-    }
-    const QImage approved(path);
-    ASSERT_FALSE(approved.isNull()) << path.toStdString();
-    if (!isAlike(approved, shown)) {
-        const QString actual = name + QStringLiteral("-actual.png");
-        shown.save(actual);
-        FAIL() << "differs from " << path.toStdString() << ", see " << actual.toStdString();
-    }
+    compareWithApproved(QStringLiteral("setup/") + name, shown, Tolerance);
 }
 
 struct Shown : SetupBench {
@@ -140,4 +110,4 @@ TEST(SetupPictures, not_available)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -5,7 +5,7 @@
 #include <QMouseEvent>
 #include <QTest>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 using namespace Modifier;
@@ -313,4 +313,4 @@ TEST(RenameBox, return_with_option_or_control_stores_nothing)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

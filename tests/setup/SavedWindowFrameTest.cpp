@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 const std::string Key = "NSWindow Frame UAssignWindow";
@@ -94,4 +94,4 @@ TEST(SavedWindowFrame, text_that_is_no_frame_counts_as_none)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "common/ArchiveObject.h"
+#include "archive/ArchiveObject.h"
 #include "setup/ButtonGroup.h"
 #include "setup/UserAssinableWindowController.h"
 #include "setup/WindowCloseObserver.h"
 #include "shortcut/ClearButton.h"
 #include "tests/fakes/FakeSystem.h"
-#include "tests/fakes/InterfaceTest.h"
+#include "tests/support/InterfaceTest.h"
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 // A set of whatever stands for its two tables, as a file may hold it.
 [[nodiscard]] inline std::shared_ptr<UserAssignFile> setOf(
@@ -94,4 +94,4 @@ struct SetupBench {
     UserAssinableWindowController controller { services() };
 };
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

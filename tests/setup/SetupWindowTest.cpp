@@ -8,7 +8,7 @@
 #include <QScreen>
 #include <QTest>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 template <typename Control> std::vector<Control*> controls(const SetupBench& bench)
@@ -258,4 +258,4 @@ TEST(SetupWindow, load_and_save_do_what_their_faces_say)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace kestrel {
+namespace kestrel::test {
 namespace {
 
 constexpr double Height = 78;
@@ -104,4 +104,4 @@ TEST(TitleLayout, combined_characters_and_pairs_are_not_torn_apart)
 }
 
 } // namespace
-} // namespace kestrel
+} // namespace kestrel::test

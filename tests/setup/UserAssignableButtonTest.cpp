@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 TEST(UserAssignableButton, a_click_turns_it_on_and_every_other_off)
@@ -199,4 +199,4 @@ TEST(UserAssignableButton, an_empty_name_is_no_name)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

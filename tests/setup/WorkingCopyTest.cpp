@@ -1,6 +1,6 @@
 #include "tests/setup/SetupBench.h"
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 ArchiveArray counted(std::size_t size)
@@ -193,4 +193,4 @@ TEST(WorkingCopy, an_entry_of_no_button_is_kept_and_goes_where_a_set_has_one)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -2,7 +2,7 @@
 
 #include <QTest>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 TEST(ClearButton, a_click_empties_the_field_disables_the_button_and_gives_the_field_the_focus)
@@ -125,4 +125,4 @@ TEST(ClearButton, other_mouse_buttons_do_nothing)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -2,9 +2,9 @@
 
 #include "shortcut/ClearButton.h"
 #include "shortcut/ShortcutFieldController.h"
-#include "tests/fakes/InterfaceTest.h"
+#include "tests/support/InterfaceTest.h"
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 
 // Four fields with their clear buttons in one window, each loaded with an empty entry.
 struct FieldBench {
@@ -46,4 +46,4 @@ struct FieldBench {
     std::vector<int> actions; // which field sent each
 };
 
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -2,7 +2,7 @@
 
 #include "tests/shortcut/FieldBench.h"
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 TEST(FieldGroup, controllers_register_when_made_and_leave_when_destroyed)
@@ -61,4 +61,4 @@ TEST(ShortcutFieldController, it_outlives_the_window_that_its_view_is_in)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

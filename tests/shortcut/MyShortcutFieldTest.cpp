@@ -5,7 +5,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 using namespace Modifier;
@@ -277,4 +277,4 @@ TEST(ShortcutImages, every_picture_is_there)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -1,6 +1,6 @@
 #include "tests/shortcut/FieldBench.h"
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 ButtonEntry entryOf(ArchiveArray values)
@@ -144,4 +144,4 @@ TEST(ShortcutEntry, a_function_key_is_told_by_the_low_32_bits_of_its_code)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -6,7 +6,7 @@
 #include <QShortcut>
 #include <QTest>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 using namespace Modifier;
@@ -173,4 +173,4 @@ TEST(ShortcutFocus, no_text_is_ever_edited)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

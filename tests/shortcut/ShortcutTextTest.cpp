@@ -5,7 +5,7 @@
 #include <map>
 #include <set>
 
-namespace kestrel::fakes {
+namespace kestrel::test {
 namespace {
 
 using namespace Modifier;
@@ -157,4 +157,4 @@ TEST(ShortcutText, the_field_composes_as_everybody_does)
 }
 
 } // namespace
-} // namespace kestrel::fakes
+} // namespace kestrel::test

@@ -1,5 +1,5 @@
+#include "archive/AtomicFile.h"
 #include "assign/StoredAssignments.h"
-#include "common/AtomicFile.h"
 #include "platform/linux/defaults/FileDefaultsStore.h"
 #include "tools/assign-keys/ShortcutParser.h"
 

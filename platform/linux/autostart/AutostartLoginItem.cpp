@@ -1,6 +1,6 @@
 #include "platform/linux/autostart/AutostartLoginItem.h"
 
-#include "common/AtomicFile.h"
+#include "archive/AtomicFile.h"
 
 #include <QCoreApplication>
 #include <QDir>

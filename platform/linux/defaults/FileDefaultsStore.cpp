@@ -1,8 +1,8 @@
 #include "platform/linux/defaults/FileDefaultsStore.h"
 
-#include "common/ArchiveError.h"
-#include "common/ArchiveLimits.h"
-#include "common/AtomicFile.h"
+#include "archive/ArchiveError.h"
+#include "archive/ArchiveLimits.h"
+#include "archive/AtomicFile.h"
 #include "platform/linux/defaults/FileLock.h"
 
 #include <QDir>

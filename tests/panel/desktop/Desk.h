@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/linux/x11/KeyReceiver.h"
+#include "tests/platform/linux/x11/KeyReceiver.h"
 #include "tools/stage/PrivateXServer.h"
 
 #include <gtest/gtest.h>

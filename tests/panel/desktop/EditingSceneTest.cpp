@@ -1,14 +1,14 @@
 #include "tools/zenta-console/EditingScene.h"
 
-#include "tests/panel/ApprovedPicture.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/PanelMessages.h"
+#include "tests/support/ApprovedPicture.h"
 
 #include <gmock/gmock.h>
 
 #include <chrono>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 using console::Bytes;
@@ -45,14 +45,14 @@ TEST_P(EditedPanel, ends_with_the_second_page_of_the_equaliser)
 {
     ASSERT_FALSE(view.imageBack().isNull());
     mirror(packetsOf(console::editingScene()));
-    compareWithApproved("equaliser", GetParam(), panel());
+    compareWithApproved(QStringLiteral("panel/equaliser@%1x").arg(GetParam()), panel(), 1);
 }
 
 TEST_P(EditedPanel, leaves_nothing_on_a_panel_whose_console_falls_silent)
 {
     mirror(packetsOf(console::editingScene()));
     mirror(PanelMessages::silence());
-    compareWithApproved("silent", GetParam(), panel());
+    compareWithApproved(QStringLiteral("panel/silent@%1x").arg(GetParam()), panel(), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(, EditedPanel, testing::Values(1, 2),
@@ -86,4 +86,4 @@ TEST(EditingScene, consists_of_messages_that_the_panel_shows_and_pauses_alone)
     EXPECT_GT(knobs, 20);
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -19,7 +19,7 @@
 #include <sstream>
 #include <string>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 class PanelProgram : public QObject {
@@ -105,14 +105,14 @@ int run(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments();
-    fakes::FakeDefaultsStore defaults;
+    FakeDefaultsStore defaults;
     if (const auto at = arguments.indexOf("--frame"); at >= 0) {
         const std::string frame = arguments.at(at + 1).toStdString();
         defaults.setData(PanelPlacement::Key, DefaultsStore::Bytes(frame.begin(), frame.end()));
     }
     QtMainLoop mainLoop;
     X11Adapters adapters = makeX11Adapters(mainLoop);
-    fakes::FakeWindowTraits none;
+    FakeWindowTraits none;
     WindowTraits& traits
         = arguments.contains("--plain") ? static_cast<WindowTraits&>(none) : *adapters.windowTraits;
     int result = 0;
@@ -126,9 +126,9 @@ int run(int argc, char** argv)
 }
 } // namespace
 
-} // namespace kestrel
+} // namespace kestrel::test
 
 int main(int argc, char** argv)
 {
-    return kestrel::run(argc, argv);
+    return kestrel::test::run(argc, argv);
 }

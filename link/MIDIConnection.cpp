@@ -1,0 +1,190 @@
+#include "link/MIDIConnection.h"
+
+#include "link/ConsoleDisplay.h"
+#include "link/StatusItem.h"
+#include "platform/MainLoop.h"
+#include "platform/ProcessRecords.h"
+#include "platform/ProcessTable.h"
+#include "platform/Workstation.h"
+
+#include <chrono>
+
+namespace kestrel {
+
+namespace {
+constexpr std::string_view ConsoleModel = "ZENTA";
+constexpr std::size_t ControlSurfaceEntity = 4; // the fifth pair of ports carries the traffic
+constexpr std::chrono::seconds HeartbeatTimeout { 5 };
+} // namespace
+
+MIDIConnection::MIDIConnection(const Surroundings& surroundings, Receiver receiveMessage)
+    : m_midiServices(surroundings.midiServices)
+    , m_processTable(surroundings.processTable)
+    , m_mainLoop(surroundings.mainLoop)
+    , m_clock(surroundings.clock)
+    , m_receiveMessage(std::move(receiveMessage))
+{
+}
+
+void MIDIConnection::reconnectAllSources()
+{
+    if (m_client != 0)
+        releaseMIDIReceiver();
+
+    if (m_midiServices.createClient(
+            "inputMIDIReceiver Client", MyMIDIStateChangedHander, this, m_client)
+        != MIDINoError) {
+        m_client = 0;
+        return;
+    }
+    const bool hasOutputPort
+        = m_midiServices.createOutputPort(m_client, "OutputMIDIReceiver Output Port", m_outputPort)
+        == MIDINoError;
+    if (m_midiServices.createInputPort(
+            m_client, "inputMIDIReceiver Input Port", MyMIDIReadProc, this, m_inputPort)
+        != MIDINoError)
+        return;
+
+    connectFirstConsole(hasOutputPort);
+}
+
+void MIDIConnection::connectFirstConsole(bool hasOutputPort)
+{
+    for (const MIDIDevice& device : m_midiServices.devices()) {
+        if (device.model != ConsoleModel || device.entities.size() <= ControlSurfaceEntity)
+            continue;
+        const MIDIEntity& entity = device.entities[ControlSurfaceEntity];
+        if (hasOutputPort && !entity.destinations.empty())
+            m_destPointRef = entity.destinations.front();
+        if (connectFirstSource(entity))
+            return;
+    }
+}
+
+bool MIDIConnection::connectFirstSource(const MIDIEntity& entity)
+{
+    if (entity.sources.empty())
+        return false;
+    const MIDISource& source = entity.sources.front();
+    if (!source.uniqueID)
+        return false;
+    m_idArray[0] = *source.uniqueID;
+    if (m_midiServices.connectSource(m_inputPort, source.endpoint, &m_idArray[0]) != MIDINoError)
+        return false;
+    m_inputEndPointRef = source.endpoint;
+    return true;
+}
+
+void MIDIConnection::releaseMIDIReceiver()
+{
+    m_linkLost();
+    m_midiServices.disposePort(m_outputPort);
+    m_midiServices.disposePort(m_inputPort);
+    m_midiServices.disposeClient(m_client);
+    m_client = 0;
+    m_outputPort = 0;
+    m_inputPort = 0;
+    m_inputEndPointRef = 0;
+}
+
+void MIDIConnection::checkActiveSence()
+{
+    if (!m_activeDate) {
+        m_activeDate = m_clock.now();
+        return;
+    }
+    const bool workstationRuns = isProTools();
+    const bool consoleSilent = m_clock.now() - *m_activeDate > HeartbeatTimeout;
+    if ((!workstationRuns || consoleSilent) && m_imageOnline) {
+        if (m_statusItem)
+            m_statusItem->setImage(StatusImage::Offline);
+        sendOffLineMessage();
+        m_imageOnline = false;
+        m_linkLost();
+    }
+    if (workstationRuns && m_client == 0)
+        reconnectAllSources();
+}
+
+void MIDIConnection::sendOffLineMessage()
+{
+    if (!m_myWindowController)
+        return;
+    MIDIMessage message;
+
+    std::array<std::uint8_t, 19> blankZone { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12, 0x00, ' ',
+        ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', 0xF7 };
+    for (std::uint8_t zone = 0; zone < 10; ++zone) {
+        blankZone[7] = zone;
+        message.setReadData(blankZone);
+        m_myWindowController->redrawLCDdisplay(message);
+    }
+    for (std::uint8_t port = 0; port < 8; ++port) {
+        message.setReadData(std::array<std::uint8_t, 5> { 0xB0, 0x0C, 0x1C, 0x2C, port });
+        m_myWindowController->redrawDSParea(message);
+    }
+    for (std::uint8_t knob = 0x08; knob <= 0x0B; ++knob) {
+        message.setReadData(std::array<std::uint8_t, 3> { 0xB0, knob, 0x00 });
+        m_myWindowController->redrawDSParea(message);
+    }
+}
+
+bool MIDIConnection::isProTools() const
+{
+    const auto table = m_processTable.read();
+    return table && ProcessRecords::contains(*table, Workstation::Name);
+}
+
+void MIDIConnection::answerHeartbeat()
+{
+    m_activeDate = m_clock.now();
+
+    constexpr std::array<std::uint8_t, 3> answer { 0x90, 0x00, 0x7F };
+    // An answer that cannot be sent is made up for by the next heartbeat.
+    static_cast<void>(m_midiServices.send(m_outputPort, m_destPointRef, { 0, answer }));
+
+    if (!m_imageOnline) {
+        if (m_statusItem)
+            m_statusItem->setImage(StatusImage::Online);
+        m_imageOnline = true;
+    }
+}
+
+void MIDIConnection::addLogLine(std::string_view) { }
+
+void MIDIConnection::handOver(std::unique_ptr<Arrivals::Arrival> arrival)
+{
+    if (m_arrivals.push(std::move(arrival)))
+        m_mainLoop.perform([this] { deliverArrivals(); });
+}
+
+void MIDIConnection::deliverArrivals()
+{
+    m_arrivals.drain(m_receiveMessage);
+}
+
+void MyMIDIReadProc(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon)
+{
+    auto& connection = *static_cast<MIDIConnection*>(readProcRefCon);
+    const std::int32_t sourceID = *static_cast<const std::int32_t*>(srcConnRefCon);
+    while (const auto packet = packets.next()) {
+        auto arrival = std::make_unique<MIDIConnection::Arrivals::Arrival>(sourceID);
+        arrival->value.readPacket(*packet, static_cast<std::uint32_t>(packet->data.size()));
+        connection.handOver(std::move(arrival));
+    }
+}
+
+void MyMIDIStateChangedHander(const MIDINotification& notification, void* refCon)
+{
+    const bool addedOrRemoved = notification.messageID == MIDINotification::ObjectAdded
+        || notification.messageID == MIDINotification::ObjectRemoved;
+    if (!addedOrRemoved || notification.childType != MIDINotification::Source)
+        return;
+    auto* connection = static_cast<MIDIConnection*>(refCon);
+    MainLoop& mainLoop = connection->mainLoop();
+    mainLoop.perform(
+        [connection] { connection->addLogLine("Changes to MIDI state were detected"); });
+    mainLoop.perform([connection] { connection->reconnectAllSources(); });
+}
+
+} // namespace kestrel

@@ -1,0 +1,227 @@
+#include "platform/linux/defaults/FileDefaultsStore.h"
+
+#include "archive/AtomicFile.h"
+#include "platform/linux/defaults/FileLock.h"
+#include "tests/archive/Refusal.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace kestrel::test {
+
+namespace {
+
+using Data = DefaultsStore::Bytes;
+
+class FileDefaultsStoreTest : public testing::Test {
+protected:
+    QString path() const { return m_folder.filePath("config/defaults.plist"); }
+    void write(std::string_view bytes) const
+    {
+        QDir(m_folder.path()).mkdir("config");
+        ASSERT_TRUE(AtomicFile::write(path(), viewOf(bytes)));
+    }
+    QByteArray content(const QString& suffix = {}) const
+    {
+        QFile file(path() + suffix);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    std::string xmlContent() const
+    {
+        const QByteArray bytes = content();
+        const PropertyList list = PropertyList::fromBytes(kestrel::viewOf(bytes));
+        char* xml = nullptr;
+        std::uint32_t size = 0;
+        plist_to_xml(list.root(), &xml, &size);
+        const std::string text(xml, size);
+        plist_to_xml_free(xml);
+        return text;
+    }
+    std::optional<Data> stored(std::string_view key) const
+    {
+        return FileDefaultsStore(path()).data(key);
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(FileDefaultsStoreTest, a_file_that_does_not_exist_holds_nothing)
+{
+    FileDefaultsStore store(path());
+    EXPECT_EQ(store.data("a"), std::nullopt);
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(FileDefaultsStoreTest, a_value_counts_at_once_and_is_on_disk_after_synchronising)
+{
+    FileDefaultsStore store(path());
+    store.setData("a", Data { 1, 2 });
+    EXPECT_EQ(store.data("a"), (Data { 1, 2 }));
+    EXPECT_EQ(stored("a"), std::nullopt);
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), (Data { 1, 2 }));
+    EXPECT_EQ(store.data("a"), (Data { 1, 2 }));
+}
+
+TEST_F(FileDefaultsStoreTest, an_empty_value_is_a_value)
+{
+    FileDefaultsStore store(path());
+    store.setData("a", {});
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data());
+}
+
+TEST_F(FileDefaultsStoreTest, two_stores_keep_what_the_other_wrote)
+{
+    FileDefaultsStore one(path());
+    FileDefaultsStore other(path());
+    one.setData("one", Data { 1 });
+    other.setData("other", Data { 2 });
+    EXPECT_TRUE(one.synchronise());
+    EXPECT_TRUE(other.synchronise());
+    EXPECT_EQ(stored("one"), Data { 1 });
+    EXPECT_EQ(stored("other"), Data { 2 });
+    EXPECT_TRUE(one.synchronise());
+    EXPECT_EQ(one.data("other"), Data { 2 });
+}
+
+TEST_F(FileDefaultsStoreTest, a_key_that_was_not_set_again_is_not_written_again)
+{
+    FileDefaultsStore one(path());
+    one.setData("key", Data { 1 });
+    EXPECT_TRUE(one.synchronise());
+    FileDefaultsStore other(path());
+    other.setData("key", Data { 2 });
+    EXPECT_TRUE(other.synchronise());
+    one.setData("else", Data { 3 });
+    EXPECT_TRUE(one.synchronise());
+    EXPECT_EQ(stored("key"), Data { 2 });
+}
+
+TEST_F(FileDefaultsStoreTest, values_of_other_kinds_are_no_data_and_are_kept)
+{
+    write(xmlList("<dict><key>n</key><integer>-7</integer><key>t</key><string>⌘</string>"
+                  "<key>when</key><date>2020-01-01T00:00:00Z</date><key>list</key><array><true/>"
+                  "<real>0.1</real></array></dict>"));
+    FileDefaultsStore store(path());
+    EXPECT_EQ(store.data("n"), std::nullopt);
+    store.setData("a", Data { 1 });
+    EXPECT_TRUE(store.synchronise());
+    const std::string text = xmlContent();
+    for (const char* part : { "<integer>-7</integer>", "<string>⌘</string>",
+             "<date>2020-01-01T00:00:00Z</date>", "<true/>", "<real>0.1", "<key>a</key>" })
+        EXPECT_NE(text.find(part), text.npos) << part;
+}
+
+TEST_F(FileDefaultsStoreTest, a_value_of_another_kind_is_kept_aside_before_it_is_replaced)
+{
+    write(xmlList("<dict><key>a</key><string>mine</string></dict>"));
+    FileDefaultsStore store(path());
+    EXPECT_EQ(store.data("a"), std::nullopt);
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(xmlContent().find("damaged"), std::string::npos) << "nothing replaces it yet";
+    store.setData("a", Data { 1 });
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data { 1 });
+    store.setData("a", Data { 2 });
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data { 2 });
+    EXPECT_NE(xmlContent().find("<key>a.damaged</key>\n\t<string>mine</string>"), std::string::npos)
+        << xmlContent();
+}
+
+TEST_F(FileDefaultsStoreTest, a_damaged_file_is_kept_aside_before_anything_is_written)
+{
+    for (const std::string& damage : { std::string("bplist00 cut off"), std::string("<plist>"),
+             xmlList("<array/>"), std::string() }) {
+        write(damage);
+        FileDefaultsStore store(path());
+        EXPECT_EQ(store.data("a"), std::nullopt);
+        EXPECT_TRUE(store.synchronise());
+        EXPECT_EQ(content().toStdString(), damage);
+        store.setData("a", Data { 1 });
+        EXPECT_TRUE(store.synchronise());
+        EXPECT_EQ(content(".damaged").toStdString(), damage);
+        EXPECT_EQ(stored("a"), Data { 1 });
+    }
+}
+
+TEST_F(FileDefaultsStoreTest, a_hostile_file_is_damaged)
+{
+    std::string bytes = "bplist00";
+    bytes += std::string("\xA1\x00", 2);
+    bytes += '\x08'; // offset table of one object, which holds itself
+    std::string trailer(32, '\0');
+    trailer[6] = trailer[7] = trailer[15] = 1;
+    trailer[31] = 10;
+    write(bytes + trailer);
+    EXPECT_EQ(refusal(bytes + trailer), Kind::Cycle);
+    FileDefaultsStore store(path());
+    store.setData("a", Data { 1 });
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(content(".damaged").toStdString(), bytes + trailer);
+}
+
+TEST_F(FileDefaultsStoreTest, what_cannot_be_read_is_not_replaced)
+{
+    QDir(m_folder.path())
+        .mkpath("config/defaults.plist"); // a folder, which root cannot read either
+    FileDefaultsStore store(path());
+    store.setData("a", Data { 1 });
+    EXPECT_FALSE(store.synchronise());
+    EXPECT_TRUE(QFileInfo(path()).isDir());
+    EXPECT_EQ(store.data("a"), Data { 1 });
+}
+
+TEST_F(FileDefaultsStoreTest, what_could_not_be_read_at_first_is_kept_aside_before_it_is_replaced)
+{
+    QDir(m_folder.path()).mkpath("config/defaults.plist"); // unreadable …
+    FileDefaultsStore store(path());
+    ASSERT_TRUE(QDir().rmdir(path()));
+    FileDefaultsStore other(path());
+    other.setData("a", Data { 1 });
+    ASSERT_TRUE(other.synchronise()); // … and then it is there after all
+    QFile before(path());
+    ASSERT_TRUE(before.open(QIODevice::ReadOnly));
+    store.setData("a", Data { 2 });
+    ASSERT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data { 2 });
+    QFile aside(path() + ".damaged");
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), before.readAll());
+}
+
+TEST_F(FileDefaultsStoreTest, a_writer_that_never_ends_is_not_waited_for)
+{
+    FileDefaultsStore store(path(), std::chrono::milliseconds(50));
+    store.setData("a", Data { 1 });
+    ASSERT_TRUE(store.synchronise());
+    store.setData("a", Data { 2 });
+    {
+        const FileLock lock(path() + ".lock", std::chrono::milliseconds(0));
+        ASSERT_TRUE(lock.isHeld());
+        EXPECT_FALSE(store.synchronise());
+        EXPECT_EQ(stored("a"), Data { 1 });
+    }
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(stored("a"), Data { 2 });
+}
+
+TEST_F(FileDefaultsStoreTest, stands_in_the_users_folder_of_configuration)
+{
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.path()));
+    EXPECT_EQ(FileDefaultsStore::standardPath(), m_folder.filePath("com.holvik.kestrel.plist"));
+    const auto store = makeFileDefaultsStore();
+    store->setData("a", Data { 1 });
+    EXPECT_TRUE(store->synchronise());
+    EXPECT_TRUE(QFile::exists(m_folder.filePath("com.holvik.kestrel.plist")));
+    qunsetenv("XDG_CONFIG_HOME");
+}
+
+} // namespace
+
+} // namespace kestrel::test

@@ -1,0 +1,154 @@
+#include "platform/linux/midi/ControlThread.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <future>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kestrel::test {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+using namespace std::chrono_literals;
+
+// A job that hangs until it is let go.
+struct Hang {
+    std::promise<void> gate;
+    std::shared_future<void> open = gate.get_future().share();
+
+    ControlThread::Job job() const
+    {
+        return [open = open] { open.wait(); };
+    }
+};
+
+TEST(ControlThread, a_call_has_run_when_it_returns)
+{
+    ControlThread control(10s, [] {});
+    bool ran = false;
+    EXPECT_TRUE(control.call([&ran] { ran = true; }));
+    EXPECT_TRUE(ran);
+}
+
+TEST(ControlThread, jobs_run_in_the_order_they_came)
+{
+    ControlThread control(10s, [] {});
+    std::vector<int> order;
+    control.post([&order] { order.push_back(1); });
+    control.post([&order] { order.push_back(2); });
+    EXPECT_TRUE(control.call([&order] { order.push_back(3); }));
+    control.settle([&order] { order.push_back(4); });
+    EXPECT_EQ(order, (std::vector<int> { 1, 2, 3, 4 }));
+}
+
+TEST(ControlThread, a_call_that_hangs_is_given_up_once_patience_runs_out)
+{
+    Hang hang;
+    ControlThread control(20ms, [] {});
+    const auto start = Clock::now();
+    EXPECT_FALSE(control.call(hang.job()));
+    EXPECT_GE(Clock::now() - start, 20ms);
+    EXPECT_TRUE(control.isBehind());
+    hang.gate.set_value();
+}
+
+TEST(ControlThread, while_one_hangs_the_next_call_fails_at_once_and_never_runs)
+{
+    Hang hang;
+    auto ran = std::make_shared<bool>(false);
+    std::promise<void> caughtUp;
+    ControlThread control(300ms, [&caughtUp] { caughtUp.set_value(); });
+    EXPECT_FALSE(control.call(hang.job()));
+    const auto start = Clock::now();
+    EXPECT_FALSE(control.call([ran] { *ran = true; }));
+    EXPECT_LT(Clock::now() - start, 150ms);
+    hang.gate.set_value();
+    caughtUp.get_future().wait();
+    EXPECT_TRUE(control.call([] {}));
+    EXPECT_FALSE(*ran);
+}
+
+TEST(ControlThread, a_result_that_comes_too_late_is_undone_before_anything_else_runs)
+{
+    Hang hang;
+    auto order = std::make_shared<std::vector<std::string>>();
+    std::promise<void> caughtUp;
+    ControlThread control(20ms, [&caughtUp] { caughtUp.set_value(); });
+    EXPECT_FALSE(control.call(
+        [open = hang.open, order] {
+            open.wait();
+            order->push_back("work");
+        },
+        [order] { order->push_back("undo"); }));
+    control.post([order] { order->push_back("next"); });
+    hang.gate.set_value();
+    caughtUp.get_future().wait();
+    control.settle([] {});
+    EXPECT_EQ(*order, (std::vector<std::string> { "work", "undo", "next" }));
+}
+
+TEST(ControlThread, a_result_in_time_is_not_undone)
+{
+    ControlThread control(10s, [] {});
+    bool undone = false;
+    EXPECT_TRUE(control.call([] {}, [&undone] { undone = true; }));
+    control.settle([] {});
+    EXPECT_FALSE(undone);
+}
+
+TEST(ControlThread, what_must_be_done_runs_even_while_one_hangs_but_is_not_waited_for)
+{
+    Hang hang;
+    std::promise<void> settled;
+    ControlThread control(300ms, [] {});
+    EXPECT_FALSE(control.call(hang.job()));
+    const auto start = Clock::now();
+    control.settle([&settled] { settled.set_value(); });
+    EXPECT_LT(Clock::now() - start, 150ms);
+    hang.gate.set_value();
+    EXPECT_EQ(settled.get_future().wait_for(10s), std::future_status::ready);
+}
+
+TEST(ControlThread, calls_work_again_once_it_has_caught_up)
+{
+    Hang hang;
+    std::promise<void> caughtUp;
+    ControlThread control(300ms, [&caughtUp] { caughtUp.set_value(); });
+    EXPECT_FALSE(control.call(hang.job()));
+    hang.gate.set_value();
+    caughtUp.get_future().wait();
+    EXPECT_FALSE(control.isBehind());
+    EXPECT_TRUE(control.call([] {}));
+}
+
+TEST(ControlThread, its_end_waits_for_what_is_queued)
+{
+    bool ran = false;
+    {
+        ControlThread control(10s, [] {});
+        control.post([] {});
+        control.post([&ran] { ran = true; });
+    }
+    EXPECT_TRUE(ran);
+}
+
+TEST(ControlThread, its_end_does_not_wait_for_what_hangs_which_still_ends_properly)
+{
+    Hang hang;
+    std::promise<void> undone;
+    const auto start = Clock::now();
+    {
+        ControlThread control(50ms, [] {});
+        EXPECT_FALSE(control.call(hang.job(), [&undone] { undone.set_value(); }));
+    }
+    EXPECT_LT(Clock::now() - start, 5s);
+    hang.gate.set_value();
+    EXPECT_EQ(undone.get_future().wait_for(10s), std::future_status::ready);
+}
+
+} // namespace
+} // namespace kestrel::test

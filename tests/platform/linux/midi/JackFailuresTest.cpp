@@ -1,0 +1,290 @@
+#include "tests/platform/linux/midi/JackFixture.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <thread>
+
+namespace kestrel::test {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+// Above the patience of half a second, however busy the machine is; the server stays silent longer.
+constexpr auto Bounded = 3s;
+constexpr auto AtOnce = 250ms; // below it
+
+milliseconds duration(const std::function<void()>& work)
+{
+    const auto start = Clock::now();
+    work();
+    return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
+}
+
+std::size_t entriesOf(const char* directory)
+{
+    const std::filesystem::directory_iterator entries(directory);
+    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+std::size_t descriptors()
+{
+    return entriesOf("/proc/self/fd");
+}
+
+// Threads that have been joined are gone from here a little later.
+bool threadsFallTo(std::size_t count)
+{
+    const auto deadline = Clock::now() + 10s;
+    while (entriesOf("/proc/self/task") > count) {
+        if (Clock::now() > deadline)
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+class JackFailures : public JackFixture {
+protected:
+    // Until the services have caught up with a server that answers again.
+    bool waitForCatchingUp()
+    {
+        const int before = loop.turns();
+        return loop.runUntil([&] { return loop.turns() > before; }, Long);
+    }
+
+    JackMIDIServices impatient { loop };
+    MIDIClient client = 0;
+};
+
+TEST_F(JackFailures, without_a_server_no_client_is_created_quietly_and_within_bounds)
+{
+    ::setenv("JACK_DEFAULT_SERVER", "kestrel-no-such-server", 1);
+    testing::internal::CaptureStderr();
+    EXPECT_LT(duration([&] {
+        EXPECT_NE(impatient.createClient("client", notified, this, client), MIDINoError);
+    }),
+        Bounded);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(client, 0u);
+    EXPECT_TRUE(impatient.devices().empty());
+}
+
+TEST_F(JackFailures, the_death_of_the_server_is_the_removal_of_a_source_and_ends_the_link)
+{
+    auto zenta = std::make_unique<JackPeer>("ZENTA");
+    zenta->addPairs(5);
+    const Link link = connect();
+    server.kill();
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (std::vector<std::string> { "removed source" }));
+    EXPECT_NE(send(link, { 0x90, 0x00, 0x7F }), MIDINoError);
+    EXPECT_TRUE(services.devices().empty());
+    services.disposeClient(link.client);
+    zenta.reset();
+    EXPECT_NE(create(client), MIDINoError);
+}
+
+TEST_F(JackFailures, after_a_restart_under_the_same_name_the_link_works_again)
+{
+    auto zenta = std::make_unique<JackPeer>("ZENTA");
+    zenta->addPairs(5);
+    const Link before = connect();
+    server.kill();
+    ASSERT_TRUE(waitForNotifications(1));
+    services.disposeClient(before.client);
+    zenta.reset();
+    server.start();
+    zenta = std::make_unique<JackPeer>("ZENTA");
+    zenta->addPairs(5);
+    const Link after = connect();
+    EXPECT_EQ(after.destination, before.destination);
+    zenta->send("midi_5", { { 0x90, 0x00, 0x00 } });
+    ASSERT_TRUE(waitForPackets(1));
+    ASSERT_EQ(send(after, { 0x90, 0x00, 0x7F }), MIDINoError);
+    EXPECT_EQ(zenta->received("midi_5_in", 1, milliseconds(Long)),
+        (std::vector<Bytes> { { 0x90, 0x00, 0x7F } }));
+}
+
+TEST_F(JackFailures, the_client_can_be_disposed_of_before_its_death_is_noticed)
+{
+    ASSERT_EQ(create(client), MIDINoError);
+    server.kill();
+    services.disposeClient(client);
+    EXPECT_NE(create(client), MIDINoError);
+    EXPECT_TRUE(notifications.empty());
+    server.start();
+    EXPECT_EQ(create(client), MIDINoError);
+}
+
+TEST_F(JackFailures, deaths_of_the_server_leak_neither_descriptors_nor_threads)
+{
+    const auto round = [this] {
+        ASSERT_EQ(create(client), MIDINoError);
+        MIDIPort port = 0;
+        ASSERT_EQ(services.createInputPort(client, "in", read, this, port), MIDINoError);
+        server.kill();
+        notifications.clear();
+        ASSERT_TRUE(waitForNotifications(1));
+        services.disposeClient(client);
+        server.start();
+    };
+    round();
+    const std::size_t open = descriptors();
+    const std::size_t threads = entriesOf("/proc/self/task");
+    for (int i = 0; i < 5; ++i)
+        round();
+    EXPECT_EQ(descriptors(), open);
+    EXPECT_TRUE(threadsFallTo(threads));
+}
+
+TEST_F(JackFailures, two_hundred_clients_leak_neither_descriptors_nor_threads)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(5);
+    services.disposeClient(connect().client);
+    const std::size_t open = descriptors();
+    const std::size_t threads = entriesOf("/proc/self/task");
+    for (int i = 0; i < 200; ++i)
+        services.disposeClient(connect().client);
+    EXPECT_EQ(descriptors(), open);
+    EXPECT_TRUE(threadsFallTo(threads));
+}
+
+TEST_F(JackFailures, a_silent_server_holds_up_creation_only_once_and_then_not_at_all)
+{
+    server.stop();
+    EXPECT_LT(duration([&] {
+        EXPECT_NE(impatient.createClient("late", notified, this, client), MIDINoError);
+    }),
+        Bounded);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_LT(duration([&] {
+            EXPECT_NE(impatient.createClient("late", notified, this, client), MIDINoError);
+        }),
+            AtOnce);
+    }
+    server.resume();
+    ASSERT_TRUE(waitForCatchingUp());
+    {
+        // The client that came too late is gone: its name is free.
+        const JackPeer peer("late");
+        EXPECT_EQ(peer.name(), "late");
+    }
+    EXPECT_EQ(impatient.createClient("late", notified, this, client), MIDINoError);
+    EXPECT_TRUE(notifications.empty());
+}
+
+TEST_F(JackFailures, a_server_killed_while_a_call_waits_for_it_frees_the_way_for_the_next)
+{
+    server.stop();
+    EXPECT_NE(impatient.createClient("late", notified, this, client), MIDINoError);
+    server.kill();
+    ASSERT_TRUE(waitForCatchingUp());
+    server.start();
+    EXPECT_EQ(impatient.createClient("late", notified, this, client), MIDINoError);
+}
+
+TEST_F(JackFailures, every_operation_returns_while_the_server_is_silent)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(5);
+    MIDIPort input = 0;
+    MIDIPort output = 0;
+    ASSERT_EQ(impatient.createClient("client", notified, this, client), MIDINoError);
+    ASSERT_EQ(impatient.createInputPort(client, "in", read, this, input), MIDINoError);
+    ASSERT_EQ(impatient.createOutputPort(client, "out", output), MIDINoError);
+    const auto devices = impatient.devices();
+    ASSERT_EQ(devices.size(), 1u);
+    const MIDIEntity entity = devices[0].entities.at(4);
+    server.stop();
+    EXPECT_LT(duration([&] {
+        const Bytes packet { 0x90, 0x00, 0x7F };
+        EXPECT_EQ(impatient.send(output, entity.destinations[0], { 0, packet }), MIDINoError);
+    }),
+        AtOnce);
+    EXPECT_LT(duration([&] {
+        EXPECT_NE(
+            impatient.connectSource(input, entity.sources[0].endpoint, &idArray), MIDINoError);
+    }),
+        Bounded);
+    EXPECT_LT(duration([&] {
+        MIDIPort port = 0;
+        EXPECT_NE(impatient.createInputPort(client, "in 2", read, this, port), MIDINoError);
+        EXPECT_NE(impatient.createOutputPort(client, "out 2", port), MIDINoError);
+        EXPECT_TRUE(impatient.devices().empty());
+        impatient.disposePort(output);
+        impatient.disposePort(input);
+        impatient.disposeClient(client);
+        EXPECT_NE(impatient.createClient("client", notified, this, client), MIDINoError);
+    }),
+        AtOnce);
+    server.resume();
+    ASSERT_TRUE(waitForCatchingUp());
+    EXPECT_EQ(impatient.createClient("client", notified, this, client), MIDINoError);
+}
+
+TEST_F(JackFailures, what_could_not_be_had_from_a_silent_server_is_announced_once_it_answers)
+{
+    MIDIPort port = 0;
+    ASSERT_EQ(impatient.createClient("client", notified, this, client), MIDINoError);
+    server.stop();
+    EXPECT_NE(impatient.createInputPort(client, "in", read, this, port), MIDINoError);
+    server.resume();
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (std::vector<std::string> { "added source" }));
+    EXPECT_EQ(impatient.createInputPort(client, "in", read, this, port), MIDINoError);
+}
+
+TEST_F(JackFailures, a_link_lives_through_two_seconds_of_silence_and_loses_nothing)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(5);
+    JackPeer receiver("receiver");
+    receiver.addPairs(5);
+    const Link link = connect("receiver");
+    ASSERT_EQ(send(link, { 0x90, 0x00, 0x01 }), MIDINoError);
+    ASSERT_EQ(receiver.received("midi_5_in", 1, milliseconds(Long)).size(), 1u);
+    server.stop();
+    EXPECT_LT(duration([&] {
+        ASSERT_EQ(send(link, { 0x90, 0x00, 0x02 }), MIDINoError);
+        ASSERT_EQ(send(link, { 0x90, 0x00, 0x03 }), MIDINoError);
+    }),
+        AtOnce);
+    EXPECT_FALSE(loop.runUntil([&] { return !packets.empty(); }, 2s));
+    server.resume();
+    EXPECT_EQ(receiver.received("midi_5_in", 3, milliseconds(Long)),
+        (std::vector<Bytes> { { 0x90, 0x00, 0x01 }, { 0x90, 0x00, 0x02 }, { 0x90, 0x00, 0x03 } }));
+    zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
+    ASSERT_TRUE(waitForPackets(1));
+    EXPECT_TRUE(notifications.empty());
+}
+
+TEST_F(JackFailures, services_end_within_bounds_though_the_server_is_silent)
+{
+    const std::size_t threads = entriesOf("/proc/self/task");
+    auto ending = std::make_unique<JackMIDIServices>(loop);
+    ASSERT_EQ(ending->createClient("ending", notified, this, client), MIDINoError);
+    server.stop();
+    EXPECT_LT(duration([&] { ending.reset(); }), Bounded);
+    server.resume();
+    EXPECT_TRUE(threadsFallTo(threads)); // what was left behind has closed the client
+    const JackPeer peer("ending");
+    EXPECT_EQ(peer.name(), "ending");
+}
+
+TEST_F(JackFailures, an_idle_link_wakes_nobody)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(5);
+    connect();
+    EXPECT_FALSE(loop.runUntil([] { return false; }, 500ms));
+    EXPECT_EQ(loop.turns(), 0);
+}
+
+} // namespace
+} // namespace kestrel::test

@@ -1,0 +1,157 @@
+#include "tests/platform/linux/midi/JackFixture.h"
+
+namespace kestrel::test {
+namespace {
+
+class JackNotifications : public JackFixture {
+public:
+    void SetUp() override { ASSERT_EQ(create(client), MIDINoError); }
+
+    MIDIClient client = 0;
+};
+
+using Texts = std::vector<std::string>;
+
+TEST_F(JackNotifications, an_output_of_another_client_is_a_source_that_comes_and_goes)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addOutput("midi_1");
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "added source" }));
+    ASSERT_TRUE(device("ZENTA"));
+    zenta.remove("midi_1");
+    ASSERT_TRUE(waitForNotifications(2));
+    EXPECT_EQ(notifications, (Texts { "added source", "removed source" }));
+    EXPECT_FALSE(device("ZENTA"));
+}
+
+TEST_F(JackNotifications, an_input_of_another_client_is_a_destination_that_comes_and_goes)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addInput("midi_1_in");
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "added destination" }));
+    zenta.remove("midi_1_in");
+    ASSERT_TRUE(waitForNotifications(2));
+    EXPECT_EQ(notifications, (Texts { "added destination", "removed destination" }));
+}
+
+TEST_F(JackNotifications, ports_that_were_there_before_the_client_are_reported_when_they_go)
+{
+    services.disposeClient(client);
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(1);
+    ASSERT_EQ(create(client), MIDINoError);
+    zenta.remove("midi_1");
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "removed source" }));
+}
+
+TEST_F(JackNotifications, audio_ports_and_our_own_ports_are_not_reported)
+{
+    JackPeer zenta("ZENTA");
+    MIDIPort port = 0;
+    zenta.addAudioOutput("left");
+    ASSERT_EQ(services.createInputPort(client, "in", read, this, port), MIDINoError);
+    ASSERT_EQ(services.createOutputPort(client, "out", port), MIDINoError);
+    zenta.addInput("last");
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "added destination" }));
+}
+
+TEST_F(JackNotifications, a_device_can_be_connected_once_the_last_of_its_ports_is_reported)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(5);
+    MIDIPort input = 0;
+    ASSERT_EQ(services.createInputPort(client, "in", read, this, input), MIDINoError);
+    std::size_t seen = 0;
+    MIDIStatus connected = -1;
+    ASSERT_TRUE(loop.runUntil(
+        [&] {
+            for (; seen < notifications.size(); ++seen) {
+                const auto found = device("ZENTA");
+                if (notifications[seen] == "added source" && found && found->entities.size() == 5)
+                    connected = services.connectSource(
+                        input, found->entities[4].sources.at(0).endpoint, &idArray);
+            }
+            return connected == MIDINoError;
+        },
+        Long));
+}
+
+// The ports of a client can be seen before it is active, but not connected.
+TEST_F(JackNotifications, ports_are_reported_when_their_client_becomes_active)
+{
+    services.disposeClient(client);
+    JackPeer zenta("ZENTA", JackPeer::Start::Inactive);
+    zenta.addOutput("midi_1");
+    ASSERT_EQ(create(client), MIDINoError);
+    ASSERT_TRUE(device("ZENTA"));
+    zenta.activate();
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "added source" }));
+    MIDIPort input = 0;
+    ASSERT_EQ(services.createInputPort(client, "in", read, this, input), MIDINoError);
+    EXPECT_EQ(services.connectSource(
+                  input, device("ZENTA")->entities.at(0).sources.at(0).endpoint, &idArray),
+        MIDINoError);
+}
+
+TEST_F(JackNotifications, a_port_that_went_and_returned_unseen_is_reported_both_ways)
+{
+    services.disposeClient(client);
+    JackPeer zenta("ZENTA");
+    zenta.addOutput("midi_1");
+    ASSERT_EQ(create(client), MIDINoError);
+    zenta.remove("midi_1"); // the main loop does not run meanwhile
+    zenta.addOutput("midi_1");
+    ASSERT_TRUE(waitForNotifications(2));
+    EXPECT_EQ(notifications, (Texts { "removed source", "added source" }));
+}
+
+TEST_F(JackNotifications, a_renamed_port_goes_and_comes_under_its_new_name)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addOutput("midi_1");
+    ASSERT_TRUE(waitForNotifications(1));
+    zenta.rename("midi_1", "other");
+    ASSERT_TRUE(waitForNotifications(3));
+    EXPECT_EQ(notifications, (Texts { "added source", "removed source", "added source" }));
+}
+
+TEST_F(JackNotifications, none_come_once_the_client_is_disposed_of)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addOutput("midi_1");
+    ASSERT_FALSE(services.devices().empty());
+    services.disposeClient(client);
+    ASSERT_EQ(create(client), MIDINoError);
+    zenta.addInput("midi_1_in");
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "added destination" }));
+}
+
+TEST_F(JackNotifications, the_callback_may_dispose_of_the_client)
+{
+    services.disposeClient(client);
+    struct Closing {
+        JackNotifications* test;
+        int calls;
+    } closing { this, 0 };
+    const auto close = [](const MIDINotification&, void* refCon) {
+        auto* self = static_cast<Closing*>(refCon);
+        ++self->calls;
+        self->test->services.disposeClient(self->test->client);
+    };
+    ASSERT_EQ(services.createClient("closing", close, &closing, client), MIDINoError);
+    JackPeer zenta("ZENTA");
+    zenta.addOutput("midi_1");
+    zenta.addInput("midi_1_in");
+    ASSERT_TRUE(loop.runUntil([&] { return closing.calls > 0; }, Long));
+    EXPECT_EQ(closing.calls, 1);
+    EXPECT_TRUE(services.devices().empty());
+}
+
+} // namespace
+} // namespace kestrel::test

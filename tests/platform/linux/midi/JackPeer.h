@@ -1,0 +1,64 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+struct _jack_client;
+struct _jack_port;
+
+namespace kestrel::test {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Another JACK client, as a console's driver is one.
+class JackPeer {
+public:
+    enum class Start { Active, Inactive };
+
+    // Throws std::runtime_error when the server refuses. It must be gone before another client is
+    // opened after the death of the server: the library frees what a dead server has left.
+    explicit JackPeer(const std::string& name, Start start = Start::Active);
+    ~JackPeer();
+    JackPeer(const JackPeer&) = delete;
+    JackPeer& operator=(const JackPeer&) = delete;
+
+    void addOutput(const std::string& name);
+    void addInput(const std::string& name);
+    void addAudioOutput(const std::string& name);
+    void addPairs(int count); // midi_1 with midi_1_in, midi_2 with midi_2_in, …
+    void rename(const std::string& from, const std::string& to);
+    void remove(const std::string& name);
+    void activate();
+    [[nodiscard]] std::string name() const; // as the server gave it
+
+    // Packets of one call leave in one cycle, or as many of them as its buffer takes.
+    void send(const std::string& output, const std::vector<Bytes>& packets);
+    // Everything that has arrived, once it is `count` packets; what there is when time runs out.
+    [[nodiscard]] std::vector<Bytes> received(
+        const std::string& input, std::size_t count, std::chrono::milliseconds timeout);
+
+private:
+    void process(std::uint32_t frames);
+    void add(const std::string& name, const char* type, unsigned long flags);
+
+    struct Port {
+        _jack_port* port = nullptr;
+        bool isOutput = false;
+        std::deque<Bytes> packets; // to be sent, or received
+    };
+
+    static void takeEvents(void* buffer, Port& port);
+
+    _jack_client* m_client = nullptr;
+    std::mutex m_mutex;
+    std::condition_variable m_arrived;
+    std::map<std::string, Port> m_ports;
+};
+
+} // namespace kestrel::test

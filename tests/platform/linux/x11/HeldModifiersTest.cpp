@@ -1,0 +1,122 @@
+#include "tests/platform/linux/x11/X11Bench.h"
+
+namespace kestrel::test {
+
+namespace {
+constexpr xcb_keycode_t Shift = 50;
+constexpr xcb_keycode_t RightShift = 62;
+constexpr xcb_keycode_t Super = 133;
+
+// The user holds modifier keys on a keyboard of flesh and steel while console keys are pressed.
+class HeldModifiers : public X11Bench {
+protected:
+    void userPresses(xcb_keycode_t key)
+    {
+        user->press(key);
+        received();
+    }
+};
+} // namespace
+
+TEST_F(HeldModifiers, an_unnamed_one_is_taken_away_for_the_press_and_given_back)
+{
+    userPresses(Shift);
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(),
+        "Shift up Shift; Super down; S down Super; Shift down Super; Super up Shift+Super");
+    EXPECT_EQ(user->modifiers(), 1u);
+    releaseShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "S up Shift");
+
+    user->release(Shift);
+    EXPECT_EQ(received(), "Shift up Shift");
+    EXPECT_TRUE(user->keysDown().none());
+}
+
+TEST_F(HeldModifiers, an_unnamed_one_is_taken_away_from_a_plain_key_too)
+{
+    userPresses(Shift);
+    pressShortcut(KeyA, 0);
+    EXPECT_EQ(received(), "Shift up Shift; A down; Shift down");
+}
+
+TEST_F(HeldModifiers, the_key_that_is_really_held_is_the_one_taken_away)
+{
+    userPresses(RightShift);
+    pressShortcut(KeyA, 0);
+    EXPECT_EQ(received(), "RightShift up Shift; A down; RightShift down");
+    user->release(RightShift);
+    EXPECT_EQ(received(), "RightShift up Shift");
+    EXPECT_EQ(user->modifiers(), 0u);
+}
+
+TEST_F(HeldModifiers, a_named_one_stays_with_the_user)
+{
+    userPresses(Super);
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "S down Super");
+    releaseShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "S up Super");
+    user->release(Super);
+    EXPECT_EQ(received(), "Super up Super");
+    EXPECT_TRUE(user->keysDown().none());
+}
+
+TEST_F(HeldModifiers, a_named_one_works_again_after_the_user_has_let_go)
+{
+    userPresses(Super);
+    pressShortcut(KeyS, Modifier::Command);
+    user->release(Super);
+    received();
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "Super down; S up Super; S down Super; Super up Super");
+    EXPECT_FALSE(user->keysDown().test(Super));
+}
+
+TEST_F(HeldModifiers, one_pressed_during_the_hold_is_taken_away_from_the_next_press)
+{
+    pressShortcut(KeyS, Modifier::Command);
+    received();
+    userPresses(Shift);
+    pressShortcut(KeyA, 0);
+    EXPECT_EQ(received(), "Shift up Shift; A down; Shift down");
+}
+
+// The letting go reaches the server between the plan of a press and its steps, so that the shift
+// is given back to nobody; what is heard of the user's keyboard ends it, with only the loop
+// running.
+TEST_F(HeldModifiers, one_let_go_of_while_a_press_is_on_its_way_does_not_stick)
+{
+    userPresses(Shift);
+    user->releaseThrough(session->connection.xcb(), Shift);
+    pressShortcut(KeyA, 0);
+    EXPECT_TRUE(loop.runUntil([this] { return user->keysDown() == XKeySet().set(38); }));
+    EXPECT_EQ(received(), "Shift up Shift; A down; Shift down; Shift up Shift");
+}
+
+TEST_F(HeldModifiers, following_them_costs_nothing_while_none_changes)
+{
+    userPresses(Shift);
+    const auto before = session->connection.roundTrips();
+    for (int press = 0; press < 20; ++press) {
+        pressShortcut(KeyS, Modifier::Command);
+        releaseShortcut(KeyS, Modifier::Command);
+    }
+    EXPECT_EQ(session->connection.roundTrips(), before);
+    settle();
+    EXPECT_EQ(user->modifiers() & 1u, 1u);
+}
+
+TEST_F(HeldModifiers, one_that_stood_in_at_the_end_is_not_left_down)
+{
+    userPresses(Shift);
+    pressShortcut(KeyA, 0);
+    user->release(Shift);
+    stop();
+    EXPECT_TRUE(user->keysDown().none());
+    user->press(Shift);
+    user->release(Shift);
+    EXPECT_EQ(user->modifiers(), 0u);
+}
+
+} // namespace kestrel::test

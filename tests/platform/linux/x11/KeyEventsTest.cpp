@@ -1,0 +1,188 @@
+#include "tests/platform/linux/x11/X11Bench.h"
+
+namespace kestrel::test {
+
+using KeyEventsOnX11 = X11Bench;
+using Result = KeyEvents::Result;
+
+TEST_F(KeyEventsOnX11, a_shortcut_arrives_with_its_modifier_and_leaves_none_behind)
+{
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "Super down; S down Super; Super up Super");
+    releaseShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "S up");
+    EXPECT_TRUE(user->keysDown().none());
+}
+
+TEST_F(KeyEventsOnX11, four_shortcuts_are_pressed_and_let_go_of_in_order)
+{
+    pressShortcut(KeyS, Modifier::Command);
+    pressShortcut(KeyF5, 0);
+    pressShortcut(KeyA, Modifier::Shift | Modifier::Option);
+    pressShortcut(KeyD, Modifier::Used);
+    EXPECT_EQ(received(),
+        "Super down; S down Super; Super up Super; "
+        "F5 down; "
+        "Shift down; Alt down Shift; A down Shift+Alt; Shift up Shift+Alt; Alt up Alt; "
+        "Control down; Shift down Control; Alt down Control+Shift; "
+        "Super down Control+Shift+Alt; D down Control+Shift+Alt+Super; "
+        "Control up Control+Shift+Alt+Super; Shift up Shift+Alt+Super; Alt up Alt+Super; "
+        "Super up Super");
+    releaseShortcut(KeyS, Modifier::Command);
+    releaseShortcut(KeyF5, 0);
+    releaseShortcut(KeyA, Modifier::Shift | Modifier::Option);
+    releaseShortcut(KeyD, Modifier::Used);
+    EXPECT_EQ(received(), "S up; F5 up; A up; D up");
+    EXPECT_TRUE(user->keysDown().none());
+}
+
+TEST_F(KeyEventsOnX11, a_modifier_that_was_not_let_go_of_is_gone_from_the_next_press)
+{
+    EXPECT_EQ(press(KeyS, Modifier::Command), Result::Posted);
+    EXPECT_EQ(received(), "Super down; S down Super");
+    EXPECT_EQ(press(KeyA, Modifier::Shift), Result::Posted);
+    EXPECT_EQ(received(), "Super up Super; Shift down; A down Shift");
+}
+
+TEST_F(KeyEventsOnX11, a_second_press_of_a_held_key_is_a_press_of_its_own)
+{
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "A down; A up; A down");
+    EXPECT_GT(workstation->times()[2], workstation->times()[1]);
+    EXPECT_EQ(release(KeyA), Result::Posted);
+    EXPECT_EQ(received(), "A up");
+}
+
+TEST_F(KeyEventsOnX11, a_repeat_of_a_held_key_is_an_up_and_a_down_of_one_moment)
+{
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    // Two requests of one write may still fall on two ticks of the server's clock, now and then.
+    for (int attempt = 0; attempt < 50; ++attempt) {
+        EXPECT_EQ(press(KeyA, 0, KeyEvents::AutoRepeat::Yes), Result::Posted);
+        received();
+        if (workstation->times().back() == workstation->times().end()[-2])
+            return;
+    }
+    FAIL() << "the up and the down were never of one moment";
+}
+
+TEST_F(KeyEventsOnX11, a_release_of_a_key_that_is_not_held_posts_nothing)
+{
+    user->press(39);
+    EXPECT_EQ(received(), "S down");
+    EXPECT_EQ(release(KeyS, Modifier::Command), Result::Posted);
+    EXPECT_EQ(keyEvents->postBare(ModifierKey::Command, KeyEvents::Direction::Up), Result::Posted);
+    EXPECT_EQ(received(), "");
+    EXPECT_TRUE(user->keysDown().test(39));
+}
+
+TEST_F(KeyEventsOnX11, a_key_that_the_user_holds_down_is_pressed_anew)
+{
+    user->press(39);
+    EXPECT_EQ(received(), "S down");
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "Super down; S up Super; S down Super; Super up Super");
+    releaseShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "S up");
+    user->release(39);
+    EXPECT_EQ(received(), "");
+}
+
+TEST_F(KeyEventsOnX11, an_unknown_key_code_posts_nothing)
+{
+    EXPECT_EQ(press(0x34, Modifier::Command), Result::UnknownKey);
+    EXPECT_EQ(press(0x80, Modifier::Command), Result::UnknownKey);
+    EXPECT_EQ(press(0xFFFF, Modifier::Command), Result::UnknownKey);
+    EXPECT_EQ(keyEvents->postBare(0xFFFF, KeyEvents::Direction::Down), Result::UnknownKey);
+    EXPECT_EQ(received(), "");
+}
+
+TEST_F(KeyEventsOnX11, a_key_that_X_has_no_keycode_for_posts_nothing)
+{
+    constexpr KeyCode Fn = 63;
+    EXPECT_EQ(press(Fn), Result::UnknownKey);
+    EXPECT_EQ(received(), "");
+}
+
+TEST_F(KeyEventsOnX11, a_bare_press_leaves_the_modifiers_alone)
+{
+    user->press(50);
+    settle();
+    EXPECT_EQ(keyEvents->postBare(KeyA, KeyEvents::Direction::Down), Result::Posted);
+    EXPECT_EQ(received(), "Shift down; A down Shift");
+}
+
+TEST_F(KeyEventsOnX11, locks_of_the_user_stay_as_they_are)
+{
+    user->press(66);
+    user->release(66);
+    user->press(77);
+    user->release(77);
+    received();
+    const unsigned locks = user->lockedModifiers();
+    EXPECT_EQ(locks, 0x12u);
+    pressShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "Super down Lock+Num; S down Super+Lock+Num; Super up Super+Lock+Num");
+    releaseShortcut(KeyS, Modifier::Command);
+    EXPECT_EQ(received(), "S up Lock+Num");
+    EXPECT_EQ(user->lockedModifiers(), locks);
+}
+
+TEST_F(KeyEventsOnX11, a_lock_key_that_is_held_down_is_not_touched)
+{
+    user->press(66);
+    received();
+    pressShortcut(KeyA, 0);
+    EXPECT_EQ(received(), "A down Lock");
+    user->release(66);
+    EXPECT_EQ(received(), "CapsLock up Lock");
+    EXPECT_EQ(user->lockedModifiers(), 0x2u);
+}
+
+TEST_F(KeyEventsOnX11, the_caps_lock_flag_alone_presses_no_modifier)
+{
+    pressShortcut(KeyA, Modifier::CapsLock);
+    EXPECT_EQ(received(), "A down");
+}
+
+TEST_F(KeyEventsOnX11, keys_are_positions_whatever_the_layout)
+{
+    stage::ChildProcess layout({ "setxkbmap", "-layout", "fr" }, server->environment());
+    ASSERT_EQ(layout.wait(stage::milliseconds(10000)), 0);
+    pressShortcut(KeyA, 0); // the key that types q there
+    EXPECT_EQ(received(), "A down");
+}
+
+TEST_F(KeyEventsOnX11, everything_is_let_go_of_when_the_adapter_ends)
+{
+    EXPECT_EQ(press(KeyS, Modifier::Command), Result::Posted);
+    EXPECT_EQ(press(KeyA, Modifier::Command), Result::Posted);
+    received();
+    stop();
+    EXPECT_EQ(workstation->keys(), "A up Super; S up Super; Super up Super");
+    EXPECT_TRUE(user->keysDown().none());
+}
+
+TEST_F(KeyEventsOnX11, a_press_takes_no_round_trip)
+{
+    pressShortcut(KeyS, Modifier::Command);
+    releaseShortcut(KeyS, Modifier::Command);
+    received();
+    const auto before = session->connection.roundTrips();
+    for (int press = 0; press < 100; ++press) {
+        bool front = false;
+        workspace->visitRunningApplications([&](const RunningApplication& application) {
+            front = application.active && application.localizedName == "Pro Tools";
+            return !front;
+        });
+        EXPECT_TRUE(front);
+        pressShortcut(KeyS, Modifier::Command);
+        releaseShortcut(KeyS, Modifier::Command);
+    }
+    EXPECT_EQ(session->connection.roundTrips(), before);
+    received();
+    EXPECT_GT(session->connection.roundTrips(), before);
+}
+
+} // namespace kestrel::test

@@ -1,0 +1,28 @@
+// Presses keys like the utility does and then keeps them down until it is killed.
+
+#include "platform/linux/x11/X11Session.h"
+#include "platform/linux/x11/XTestKeyEvents.h"
+#include "tests/support/PollMainLoop.h"
+
+#include <iostream>
+
+int main()
+{
+    using namespace kestrel;
+    using test::PollMainLoop;
+    PollMainLoop loop;
+    const auto session = std::make_shared<X11Session>(loop);
+    XTestKeyEvents keyEvents(session);
+    const auto press = [&keyEvents](KeyCode key, ModifierFlags flags) {
+        return keyEvents.post(key, KeyEvents::Direction::Down, flags, KeyEvents::AutoRepeat::No)
+            == KeyEvents::Result::Posted;
+    };
+    constexpr KeyCode KeyA = 0;
+    constexpr KeyCode KeyS = 1;
+    const bool held = press(KeyA, Modifier::Command) && press(KeyS, Modifier::Command);
+    // Once this is answered, the server has the keys down.
+    const auto answer = session->connection.reply<xcb_get_input_focus_reply_t>(
+        xcb_get_input_focus(session->connection.xcb()).sequence);
+    std::cout << (held && answer ? "held" : "failed") << std::endl;
+    loop.runUntil([] { return false; });
+}

@@ -1,0 +1,89 @@
+#include "platform/linux/x11/HeldKeysJournal.h"
+#include "tests/platform/linux/x11/X11Bench.h"
+
+namespace kestrel::test {
+
+namespace {
+using stage::milliseconds;
+
+class LeftoverKeys : public X11Bench {
+protected:
+    std::unique_ptr<stage::ChildProcess> runHolder()
+    {
+        auto holder = std::make_unique<stage::ChildProcess>(
+            std::vector<std::string> { KESTREL_KEY_HOLDER }, server->environment());
+        EXPECT_TRUE(holder->waitForLineWith("held", milliseconds(10000)));
+        EXPECT_EQ(workstation->keys(), "Super down; A down Super; S down Super");
+        return holder;
+    }
+    void kill(stage::ChildProcess& holder)
+    {
+        holder.signal(SIGKILL);
+        ASSERT_EQ(holder.wait(milliseconds(5000)), 128 + SIGKILL);
+    }
+    HeldKeysJournal journal() const
+    {
+        return HeldKeysJournal(HeldKeysJournal::pathFor(server->display()));
+    }
+};
+} // namespace
+
+TEST_F(LeftoverKeys, of_a_killed_run_are_let_go_of_by_the_next_start)
+{
+    stop();
+    kill(*runHolder());
+    EXPECT_TRUE(user->keysDown().any());
+    start();
+    EXPECT_EQ(received(), "A up Super; S up Super; Super up Super");
+    EXPECT_TRUE(user->keysDown().none());
+    stop();
+    EXPECT_TRUE(journal().keys().none());
+}
+
+TEST_F(LeftoverKeys, are_not_those_of_a_run_that_is_alive)
+{
+    stop();
+    const auto holder = runHolder();
+    start();
+    EXPECT_EQ(received(), "");
+    pressShortcut(KeyF5, 0);
+    EXPECT_EQ(received(), "F5 down Super");
+}
+
+TEST_F(LeftoverKeys, are_only_what_is_really_down_on_our_keyboard)
+{
+    stop();
+    {
+        auto entries = journal();
+        ASSERT_TRUE(entries.isOpen());
+        entries.enter(38);
+        entries.enter(39);
+    }
+    user->press(38);
+    EXPECT_EQ(workstation->keys(), "A down");
+    start();
+    EXPECT_EQ(received(), "");
+    EXPECT_TRUE(user->keysDown().test(38));
+    stop();
+    EXPECT_TRUE(journal().keys().none());
+}
+
+TEST_F(LeftoverKeys, a_run_that_ends_in_order_leaves_none_in_the_journal)
+{
+    EXPECT_EQ(press(KeyS, Modifier::Command), KeyEvents::Result::Posted);
+    settle();
+    stop();
+    EXPECT_TRUE(journal().keys().none());
+}
+
+TEST_F(LeftoverKeys, a_journal_that_cannot_be_made_is_no_hindrance)
+{
+    stop();
+    ::setenv("XDG_RUNTIME_DIR", "/nonexistent", 1);
+    ::setenv("XDG_STATE_HOME", "/proc/none", 1);
+    start();
+    pressShortcut(KeyA, 0);
+    EXPECT_EQ(received(), "A down");
+}
+
+} // namespace kestrel::test

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "link/Clock.h"
+
+namespace kestrel::test {
+
+// Stands still until it is moved.
+class ManualClock final : public Clock {
+public:
+    [[nodiscard]] TimePoint now() const override { return m_now; }
+    void advance(std::chrono::nanoseconds by) { m_now += by; }
+
+private:
+    TimePoint m_now { std::chrono::hours(1) };
+};
+
+} // namespace kestrel::test

@@ -1,0 +1,230 @@
+#include "tests/platform/linux/midi/JackFixture.h"
+#include "tools/stage/ChildProcess.h"
+#include "tools/zenta-console/EditingScene.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+namespace kestrel::test {
+namespace {
+
+using stage::ChildProcess;
+using std::chrono::milliseconds;
+
+constexpr milliseconds Soon { 20000 }; // a test that waits for it has failed
+
+class ZentaConsole : public JackFixture {
+public:
+    // With standard error among the lines.
+    static ChildProcess start(const std::string& arguments = "")
+    {
+        return ChildProcess({ "sh", "-c",
+            std::string("exec \"" ZENTA_CONSOLE_PATH "\" ").append(arguments).append(" 2>&1") });
+    }
+
+    // The program is up, and all its ports are there.
+    static void waitUntilReady(ChildProcess& console)
+    {
+        ASSERT_TRUE(console.waitForLineWith("ready", Soon));
+    }
+
+    static std::optional<std::string> lineAfter(ChildProcess& console, const std::string& command)
+    {
+        console.writeLine(command);
+        return console.waitForLineWith("", Soon);
+    }
+};
+
+using Packets = std::vector<Bytes>;
+
+TEST_F(ZentaConsole, is_a_device_of_five_pairs_and_the_fifth_carries_both_ways)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    console.writeLine("heartbeat off");
+    console.writeLine("send 01"); // once it is echoed there are no more beats
+    ASSERT_TRUE(console.waitForLineWith("sent 01", Soon));
+    const Link link = connect();
+    ASSERT_EQ(device("ZENTA")->entities.size(), 5u);
+    EXPECT_EQ(lineAfter(console, "press 7"), "sent B0 0F 40");
+    EXPECT_EQ(lineAfter(console, "send B0 0C 1C 2C 41"), "sent B0 2F 46");
+    ASSERT_TRUE(waitForPackets(3));
+    EXPECT_EQ(packets,
+        (Packets { { 0xB0, 0x0F, 0x40 }, { 0xB0, 0x2F, 0x46 }, { 0xB0, 0x0C, 0x1C, 0x2C, 0x41 } }));
+    ASSERT_EQ(send(link, { 0x90, 0x00, 0x7F }), MIDINoError);
+    EXPECT_TRUE(console.waitForLineWith("answer 90 00 7F at ", Soon));
+}
+
+TEST_F(ZentaConsole, beats_every_second_and_is_content_with_an_answer)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    const Link link = connect();
+    console.writeLine("expect answer 5000");
+    console.writeLine("quit");
+    ASSERT_TRUE(waitForPackets(1));
+    EXPECT_EQ(packets.front(), (Bytes { 0x90, 0x00, 0x00 }));
+    const auto first = PollMainLoop::Clock::now();
+    ASSERT_TRUE(waitForPackets(2));
+    EXPECT_GT(PollMainLoop::Clock::now() - first, 700ms);
+    ASSERT_EQ(send(link, { 0x90, 0x00, 0x7F }), MIDINoError);
+    EXPECT_TRUE(console.waitForLineWith("answer 90 00 7F at ", Soon));
+    EXPECT_EQ(console.wait(Soon), 0);
+}
+
+TEST_F(ZentaConsole, says_why_an_expectation_failed_and_ends)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    console.writeLine("# nobody is connected");
+    console.writeLine("expect answer 50");
+    EXPECT_EQ(console.waitForLineWith("", Soon),
+        "zenta-console: line 2: expect answer 50: no answer 90 00 7F came in time");
+    EXPECT_EQ(console.wait(Soon), 1);
+}
+
+TEST_F(ZentaConsole, another_packet_than_the_answer_does_not_meet_the_expectation)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    const Link link = connect();
+    console.writeLine("expect answer 1000");
+    ASSERT_EQ(send(link, { 0x90, 0x00, 0x7E }), MIDINoError);
+    EXPECT_TRUE(console.waitForLineWith("answer 90 00 7E at ", Soon));
+    EXPECT_EQ(console.wait(Soon), 1);
+}
+
+TEST_F(ZentaConsole, names_the_line_of_a_malformed_command_and_sends_nothing_after_it)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    console.writeLine("knob 1 5");
+    console.writeLine("knob 9 5");
+    console.writeLine("knob 2 5");
+    EXPECT_EQ(console.waitForLineWith("", Soon), "sent B0 18 05");
+    EXPECT_EQ(console.waitForLineWith("", Soon),
+        "zenta-console: line 2: knob 9 5: expected a knob, 1..4, and a value, 0..127");
+    EXPECT_EQ(console.wait(Soon), 2);
+    EXPECT_FALSE(console.waitForLineWith("B0 19", Soon));
+}
+
+TEST_F(ZentaConsole, follows_a_script_from_a_file_and_sends_all_before_it_quits)
+{
+    const auto path = std::filesystem::temp_directory_path()
+        / ("zenta-console-script-" + std::to_string(::getpid()));
+    std::ofstream(path) << "expect answer 20000\nheartbeat off\nlamp 3 on\ndisplay 2 Gain\nquit";
+    ChildProcess console = start(std::string("\"").append(path.string()).append("\""));
+    waitUntilReady(console);
+    ASSERT_EQ(send(connect(), { 0x90, 0x00, 0x7F }), MIDINoError); // now it may go on
+    EXPECT_EQ(console.wait(Soon), 0);
+    const Bytes display { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12, 2, 'G', 'a', 'i', 'n', ' ', ' ',
+        ' ', ' ', ' ', ' ', 0xF7 };
+    ASSERT_TRUE(loop.runUntil([&] { return !packets.empty() && packets.back() == display; }, Soon));
+    std::erase(packets, Bytes { 0x90, 0x00, 0x00 });
+    EXPECT_EQ(packets, (Packets { { 0xB0, 0x0C, 0x1C }, { 0xB0, 0x2C, 0x43 }, display }));
+    std::filesystem::remove(path);
+}
+
+TEST_F(ZentaConsole, plays_the_editing_scene_and_goes_on_with_its_script)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    console.writeLine("heartbeat off");
+    console.writeLine("send 01"); // once it is echoed there are no more beats
+    ASSERT_TRUE(console.waitForLineWith("sent 01", Soon));
+    connect();
+    console.writeLine("show");
+    console.writeLine("lamp 0 on");
+    EXPECT_TRUE(console.waitForLineWith("shown", Soon));
+    EXPECT_EQ(console.waitForLineWith("", Soon), "sent B0 0C 1C");
+    ASSERT_TRUE(
+        loop.runUntil([&] { return !packets.empty() && packets.back().back() == 0x40; }, Soon));
+    Packets scene;
+    for (const auto& command : console::editingScene()) {
+        if (const auto* send = std::get_if<console::Send>(&command))
+            scene.insert(scene.end(), send->packets.begin(), send->packets.end());
+    }
+    scene.insert(scene.end(), { { 0xB0, 0x0C, 0x1C }, { 0xB0, 0x2C, 0x40 } });
+    EXPECT_EQ(packets, scene);
+}
+
+TEST_F(ZentaConsole, goes_on_beating_after_the_last_command_until_it_is_told_to_stop)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    connect();
+    console.closeInput();
+    ASSERT_TRUE(waitForPackets(2));
+    console.signal(SIGTERM);
+    EXPECT_EQ(console.wait(Soon), 0);
+}
+
+TEST_F(ZentaConsole, has_as_many_pairs_and_the_name_it_is_given)
+{
+    ChildProcess console = start("--name Other --pairs 4");
+    EXPECT_TRUE(console.waitForLineWith("ready Other: 4 pairs, traffic on midi_4", Soon));
+    MIDIClient client = 0;
+    ASSERT_EQ(create(client), MIDINoError);
+    ASSERT_TRUE(device("Other"));
+    EXPECT_EQ(device("Other")->entities.size(), 4u);
+    EXPECT_FALSE(device("ZENTA"));
+}
+
+TEST_F(ZentaConsole, pairs_the_ports_of_one_number_also_beyond_nine)
+{
+    ChildProcess console = start("--pairs 12");
+    waitUntilReady(console);
+    MIDIClient client = 0;
+    MIDIPort output = 0;
+    ASSERT_EQ(create(client), MIDINoError);
+    ASSERT_EQ(services.createOutputPort(client, "out", output), MIDINoError);
+    const auto found = device("ZENTA");
+    ASSERT_TRUE(found);
+    ASSERT_EQ(found->entities.size(), 12u);
+    const Bytes packet { 0x90, 0x00, 0x7F };
+    ASSERT_EQ(
+        services.send(output, found->entities[9].destinations[0], { 0, packet }), MIDINoError);
+    EXPECT_TRUE(console.waitForLineWith("stray midi_10 90 00 7F at ", Soon));
+    ASSERT_EQ(
+        services.send(output, found->entities[4].destinations[0], { 0, packet }), MIDINoError);
+    EXPECT_TRUE(console.waitForLineWith("answer 90 00 7F at ", Soon));
+}
+
+TEST_F(ZentaConsole, says_that_the_server_has_gone)
+{
+    ChildProcess console = start();
+    waitUntilReady(console);
+    server.kill();
+    EXPECT_EQ(console.waitForLineWith("", Soon), "zenta-console: the JACK server has gone");
+    EXPECT_EQ(console.wait(Soon), 3);
+}
+
+TEST_F(ZentaConsole, says_that_there_is_no_server_or_its_name_is_taken)
+{
+    ChildProcess first = start();
+    waitUntilReady(first);
+    ChildProcess second = start();
+    EXPECT_EQ(second.waitForLineWith("", Soon),
+        "zenta-console: another JACK client is already called \"ZENTA\"");
+    EXPECT_EQ(second.wait(Soon), 3);
+    ::setenv("JACK_DEFAULT_SERVER", "kestrel-no-such-server", 1);
+    ChildProcess third = start();
+    EXPECT_EQ(third.waitForLineWith("", Soon), "zenta-console: no JACK server answers");
+    EXPECT_EQ(third.wait(Soon), 3);
+}
+
+TEST_F(ZentaConsole, refuses_options_and_files_that_do_not_exist)
+{
+    EXPECT_EQ(start("--no-such-option").wait(Soon), 2);
+    EXPECT_EQ(start("--pairs 0").wait(Soon), 2);
+    ChildProcess console = start("/no/such/script");
+    EXPECT_EQ(console.waitForLineWith("", Soon), "zenta-console: cannot read /no/such/script");
+    EXPECT_EQ(console.wait(Soon), 2);
+}
+
+} // namespace
+} // namespace kestrel::test
