@@ -7,8 +7,8 @@
 
 namespace kestrel {
 
-// Hears of files that the file manager opens with the running program, where the system says so
-// by an event to the application object.
+// Receives the files that the file manager opens with the running program, on systems that announce
+// them by an event to the application object.
 class FileOpenEvents final : public QObject {
 public:
     using Handler = std::function<void(const QStringList&)>;
@@ -22,7 +22,7 @@ private:
     void deliver();
 
     Handler m_openFiles;
-    QStringList m_pending; // files opened together come as one event each
+    QStringList m_pending; // files that were opened together arrive as one event each
 };
 
 } // namespace kestrel

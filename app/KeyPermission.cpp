@@ -21,7 +21,7 @@ std::vector<Notice> KeyPermission::current()
     std::vector<Notice> notices = m_session.current();
     if (m_system.mayPostKeyEvents())
         return notices;
-    // The system's question leads to the settings as well, and enters the program in their list.
+    // The system's question offers the settings too, and adds the program to their list.
     const auto act = [this] { m_requested ? showKeyEventSettings() : requestKeyEvents(); };
     notices.insert(notices.begin(), { "Keys Need the Accessibility Permission…", act });
     return notices;

@@ -5,19 +5,19 @@
 
 namespace kestrel {
 
-// The permission to post keyboard events as the rest of the program sees it. However many keys are
-// kept back, the system's question comes once; after that a notice says what is missing, for as
-// long as it is, and leads to the settings. Main thread only.
+// The permission to post keyboard events. The system's question is asked once, when the first key
+// is kept back. From then on a notice says that the permission is missing, for as long as it is,
+// and opens the settings. Main thread only.
 class KeyPermission final : public Permissions, public Notices {
 public:
-    // Both outlive it.
+    // Both outlive this object.
     KeyPermission(Permissions& system, Notices& session);
 
     bool mayPostKeyEvents() override { return m_system.mayPostKeyEvents(); }
     void requestKeyEvents() override;
     void showKeyEventSettings() override { m_system.showKeyEventSettings(); }
 
-    // The missing permission, and behind it what the session has to say.
+    // The missing permission first, then the notices of the session.
     std::vector<Notice> current() override;
 
 private:

@@ -9,11 +9,11 @@ namespace kestrel {
 
 class LoginItem;
 
-// The menu's choice of starting at login. It shows what the system says each time the menu opens,
-// since the user can change it there as well. Main thread only.
+// The menu item "Launch at Login". It asks the system each time the menu opens, because the user
+// can change the setting there as well. Main thread only.
 class LoginItemChoice final : public QObject {
 public:
-    // All of it outlives the choice.
+    // All of them outlive this object.
     LoginItemChoice(LoginItem& loginItem, QAction& action, const QMenu& menu);
 
 private:

@@ -11,12 +11,12 @@
 namespace kestrel {
 
 namespace {
-// A menu takes an ampersand for the mark of a shortcut.
+// In a menu item, "&" marks a shortcut and "&&" is an ampersand.
 QString itemText(const std::string& text)
 {
     return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
-// Styles make what cannot be chosen so faint that it is overlooked; a notice is there to be read.
+// Disabled items are hard to read in many styles, so notices get the colour of enabled ones.
 void makeDisabledItemsReadable(QMenu& menu)
 {
     QPalette palette = menu.palette();
@@ -36,7 +36,7 @@ NoticeItems::NoticeItems(QMenu& menu, Notices& notices)
     , m_notices(notices)
 {
     makeDisabledItemsReadable(menu);
-    // Whether it is visible says nothing of a menu that the system shows.
+    // QMenu::isVisible() is false for a menu that the system shows.
     QObject::connect(&menu, &QMenu::aboutToShow, &menu, [this] {
         update();
         m_isOpen = true;
@@ -54,7 +54,7 @@ void NoticeItems::refresh()
 void NoticeItems::update()
 {
     const std::vector<Notice> notices = m_notices.current();
-    // Items that stay are left alone: desktops fetch the whole menu again after a change.
+    // Unchanged items stay: after each change the desktop fetches the whole menu again.
     if (!std::equal(notices.begin(), notices.end(), m_texts.begin(), m_texts.end(),
             [](const Notice& notice, const std::string& text) { return notice.text == text; }))
         replace(notices);

@@ -11,14 +11,14 @@ namespace kestrel {
 class Notices;
 struct Notice;
 
-// Keeps the notices at the top of a menu, as they stand whenever the menu is about to be shown.
-// A notice that nothing can be done about is an item that cannot be chosen.
+// Shows the current notices at the top of a menu, each time the menu opens. A notice without an
+// action is a disabled item.
 class NoticeItems {
 public:
-    // Both outlive it.
+    // Both outlive this object.
     NoticeItems(QMenu& menu, Notices& notices);
 
-    // Nothing happens while the menu is open: items do not move under somebody's pointer.
+    // Does nothing while the menu is open, so that no item moves under the pointer.
     void refresh();
 
 private:
@@ -27,7 +27,7 @@ private:
 
     QMenu& m_menu;
     Notices& m_notices;
-    std::vector<std::string> m_texts; // as the items show them
+    std::vector<std::string> m_texts; // of the notices that the items show
     std::vector<QAction*> m_items; // owned by the menu
     bool m_isOpen = false;
 };

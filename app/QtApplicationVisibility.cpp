@@ -18,12 +18,12 @@ void QtApplicationVisibility::hide()
     if (m_workspace.hideApplication())
         return;
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        // Menus, and the toolkit's own window in the tray, are no windows of the application.
+        // Menus and Qt's own window in the tray stay.
         const bool isOrdinary = window->windowType() != Qt::Popup
             && !window->windowFlags().testFlag(Qt::BypassWindowManagerHint);
         if (!isOrdinary || !window->isVisible() || window->isMinimized())
             continue;
-        // A sheet would not come back with its window, and whoever opened it would wait for it.
+        // A hidden sheet would not come back with its window, and its caller would wait for ever.
         if (auto* const dialog = qobject_cast<QDialog*>(window))
             dialog->reject();
         else

@@ -8,16 +8,17 @@ namespace kestrel {
 
 class Workspace;
 
-// Hides and activates this application, also in sessions that know no hidden applications.
+// Hides and activates this application. On systems without hidden applications it hides the
+// windows.
 class QtApplicationVisibility final : public ApplicationVisibility {
 public:
-    explicit QtApplicationVisibility(Workspace& workspace); // which outlives it
+    explicit QtApplicationVisibility(Workspace& workspace); // the workspace outlives this object
 
     void hide() override;
     void activate() override; // ignoring other applications
 
-    // Whether a window that goes with the application is on the screen. The toolkit calls minimised
-    // windows visible, and those of a hidden application.
+    // True if the window is on the screen. QWidget::isVisible() is also true for minimised windows
+    // and for the windows of a hidden application.
     [[nodiscard]] bool shows(const QWidget& window) const;
 
 private:

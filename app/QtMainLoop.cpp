@@ -17,7 +17,7 @@ public:
             [&loop, ready = std::move(ready)] { loop.runReady(ready); });
     }
 
-    // The watch may be destroyed by what it calls.
+    // `ready` may destroy the watch that calls it.
     ~DescriptorWatch() override
     {
         m_notifier->setEnabled(false);
@@ -53,7 +53,7 @@ void QtMainLoop::runReady(const std::function<void()>& ready)
 {
     {
         const std::scoped_lock lock(m_mutex);
-        m_wakeUpOwed = true; // nobody needs to post an event for what comes out of `ready`
+        m_wakeUpOwed = true; // the tasks that `ready` performs need no event: they run below
     }
     ready();
     runTasks();

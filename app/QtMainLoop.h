@@ -9,8 +9,8 @@
 
 namespace kestrel {
 
-// The main loop over Qt's. Made and destroyed on the main thread, within the application object's
-// life; outlives its watches.
+// The MainLoop on Qt's event loop. It is created and destroyed on the main thread while the
+// application object exists, and outlives its watches.
 class QtMainLoop final : public QObject, public MainLoop {
 public:
     void perform(std::function<void()> task) override;
@@ -25,13 +25,13 @@ private:
     using Tasks = std::vector<std::function<void()>>;
 
     void runReady(const std::function<void()>& ready);
-    // Runs what was performed before this call; what that performs comes later.
+    // Runs the tasks that were performed before this call. Tasks that these perform run later.
     void runTasks();
 
     std::mutex m_mutex;
     Tasks m_tasks; // guarded by m_mutex
-    bool m_wakeUpOwed = false; // guarded by m_mutex: runTasks() is going to be called
-    Tasks m_spare; // memory for the next round
+    bool m_wakeUpOwed = false; // guarded by m_mutex; true if a call of runTasks() is on its way
+    Tasks m_spare; // an empty vector whose memory the next round uses
 };
 
 } // namespace kestrel

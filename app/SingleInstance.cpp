@@ -34,7 +34,7 @@ SingleInstance::SingleInstance(const QString& directory)
     : m_socketPath(ownFolder(directory) + QStringLiteral("/kestrel.socket"))
     , m_lock(directory + QStringLiteral("/kestrel.lock"))
 {
-    m_lock.setStaleLockTime(0); // only the death of its owner makes the lock stale
+    m_lock.setStaleLockTime(0); // a lock is stale when its owner is dead, never by its age
 }
 
 SingleInstance::~SingleInstance() = default;
@@ -43,7 +43,7 @@ bool SingleInstance::claim()
 {
     if (!m_lock.tryLock(0))
         return false;
-    QLocalServer::removeServer(m_socketPath); // what a crash has left behind
+    QLocalServer::removeServer(m_socketPath); // the socket that a crash has left behind
     m_server = new QLocalServer(this);
     m_server->setSocketOptions(QLocalServer::UserAccessOption);
     connect(m_server, &QLocalServer::newConnection, this, &SingleInstance::greet);
@@ -73,13 +73,13 @@ void SingleInstance::receive(QLocalSocket& socket)
     QStringList paths;
     stream >> paths;
     if (!stream.commitTransaction())
-        return; // the rest is still to come
+        return; // the rest of the message has not arrived yet
     socket.write(&Taken, 1);
     socket.flush();
     emit startedAgain(paths);
 }
 
-// The first program may be only just starting or already ending, so this tries until time is up.
+// The first program may have no socket yet or no longer, so this tries until the time is up.
 bool SingleInstance::handOver(const QStringList& paths, std::chrono::milliseconds timeout)
 {
     const QDeadlineTimer deadline(timeout);

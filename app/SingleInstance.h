@@ -11,24 +11,24 @@ class QLocalSocket;
 
 namespace kestrel {
 
-// One running program a user: the first start claims the place, a later one hands over what it was
-// started with and ends. The socket between them lies in a folder that only the user can enter.
+// Allows one running program for each user. The first start claims the place; a later start hands
+// its files to the first and ends. Their socket is in a folder that only the user can enter.
 class SingleInstance final : public QObject {
     Q_OBJECT
 
 public:
-    // `directory` is made if it is missing.
+    // Creates `directory` if it is missing.
     explicit SingleInstance(const QString& directory);
     ~SingleInstance() override;
 
-    // True when this program is the first; it hears of later starts from now on.
+    // True when this program is the first. From then on startedAgain() tells of later starts.
     [[nodiscard]] bool claim();
 
-    // Gives the paths to the first program; false when it does not take them in time.
+    // Sends the paths to the first program. False when it does not take them in time.
     [[nodiscard]] bool handOver(const QStringList& paths, std::chrono::milliseconds timeout);
 
 signals:
-    // A later start, with the absolute paths of the files that it was given; none for a bare start.
+    // The user has started the program again, with these files (absolute paths) or with none.
     void startedAgain(const QStringList& paths);
 
 private:

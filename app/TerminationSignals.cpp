@@ -17,12 +17,12 @@ constexpr std::array Signals { SIGTERM, SIGINT, SIGHUP };
 
 std::atomic<int> signalPipe { -1 };
 
-// Only what is allowed inside a signal handler.
+// Calls only functions that are safe in a signal handler.
 void noteSignal(int)
 {
     const int savedErrno = errno;
     const char byte = 0;
-    // A full pipe already says what this byte would say.
+    // If the pipe is full, an earlier byte in it already says the same.
     [[maybe_unused]] const auto written = ::write(signalPipe, &byte, 1);
     errno = savedErrno;
 }

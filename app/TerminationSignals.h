@@ -7,11 +7,11 @@
 
 namespace kestrel {
 
-// Turns SIGTERM, SIGINT and SIGHUP into a call on the main thread, so that the program ends in an
-// orderly way. At most one object at a time; the signals have their old meaning again after it.
+// Calls `terminate` on the main thread after SIGTERM, SIGINT or SIGHUP, so that the program ends in
+// an orderly way. At most one object exists at a time; its end restores the default handlers.
 class TerminationSignals {
 public:
-    // Throws std::system_error when the system has no descriptors left.
+    // Throws std::system_error when the process has no descriptors left.
     TerminationSignals(MainLoop& mainLoop, std::function<void()> terminate);
     ~TerminationSignals();
     TerminationSignals(const TerminationSignals&) = delete;

@@ -8,8 +8,8 @@ class QMenu;
 
 namespace kestrel {
 
-// Opens the status item's menu for the first mouse button, where the tray does not. Trays that do
-// say both that the item was used and that the menu opens, in this order.
+// Opens the status item's menu on the first mouse button if the tray does not. A tray that opens
+// the menu itself first sends activated(), then shows the menu.
 class TrayMenuOpener final : public QObject {
 public:
     // `menu` outlives the opener.
@@ -21,7 +21,7 @@ private:
     void openUnlessOpened();
 
     QMenu& m_menu;
-    QTimer m_afterwards; // once what the tray has to say has been said
+    QTimer m_afterwards; // runs after all that the tray sends for one click
     bool m_openedByTray = false;
 };
 

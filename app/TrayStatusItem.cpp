@@ -13,7 +13,7 @@ TrayStatusItem::TrayStatusItem(QMenu& menu)
 {
     m_icon.setToolTip(QStringLiteral("ZENTA Kestrel"));
     m_icon.setContextMenu(&menu);
-    // Trays show the menu for the second button by themselves; the first one is to show it too.
+    // Trays open the menu on the second button. The opener does it on the first.
     QObject::connect(
         &m_icon, &QSystemTrayIcon::activated, &m_menuOpener, &TrayMenuOpener::activated);
 }

@@ -9,7 +9,7 @@ class QMenu;
 
 namespace kestrel {
 
-// The status item as the desktop's tray or menu bar shows it, as soon as there is one.
+// The status item in the desktop's tray or the menu bar. It appears as soon as there is a tray.
 class TrayStatusItem final : public StatusItem {
 public:
     // `menu` outlives the item.

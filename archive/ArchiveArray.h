@@ -8,7 +8,7 @@
 
 namespace kestrel {
 
-// A mutable array of archive values, always held by shared pointer.
+// A mutable array of archive values. It is always held by a shared pointer.
 class ArchiveArray {
 public:
     ArchiveArray() = default;
@@ -18,12 +18,12 @@ public:
     }
 
     [[nodiscard]] std::size_t size() const { return m_values.size(); }
-    // Null beyond the end.
+    // A null value for an index beyond the end.
     [[nodiscard]] const ArchiveValue& at(std::size_t index) const;
     [[nodiscard]] const ArchiveValue& operator[](std::size_t index) const { return at(index); }
 
     void append(ArchiveValue value) { m_values.push_back(std::move(value)); }
-    // Does nothing beyond the end.
+    // Does nothing for an index beyond the end.
     void replace(std::size_t index, ArchiveValue value);
 
     [[nodiscard]] auto begin() const { return m_values.begin(); }

@@ -27,7 +27,7 @@ bool is(plist_t node, plist_type type)
     return node && plist_get_node_type(node) == type;
 }
 
-// The member of a dictionary when it has the type, else null.
+// The dictionary's member if it has this type, else null.
 plist_t member(plist_t dictionary, const char* name, plist_type type)
 {
     plist_t node = plist_dict_get_item(dictionary, name);
@@ -48,7 +48,7 @@ QString text(plist_t node)
     return QString::fromStdString(PropertyListNode::string(node));
 }
 
-// A reference to another object: a UID node, in XML a dictionary that stands for one.
+// Reads a reference to another object. It is a UID node; in XML, a dictionary with "CF$UID".
 std::optional<std::uint64_t> referenceOf(plist_t node)
 {
     std::uint64_t uid = 0;
@@ -142,7 +142,7 @@ ArchiveValue ArchiveDecoder::decode(std::uint64_t uid)
         throw ArchiveError(Kind::Cycle, "object that holds itself");
     if (slot.state == State::Decoded)
         return slot.value;
-    // One more than containers may be nested: the values inside the innermost.
+    // The values inside the innermost container are one level deeper than the container itself.
     if (m_depth > ArchiveLimits::Depth)
         throw ArchiveError(Kind::TooDeep, "objects nested too deep");
     slot.state = State::Open;
@@ -153,7 +153,7 @@ ArchiveValue ArchiveDecoder::decode(std::uint64_t uid)
     return slot.value;
 }
 
-// A value that stands in the list as itself.
+// A value that the list holds directly, not as an object of the archive.
 ArchiveValue ArchiveDecoder::decodeNode(plist_t node)
 {
     switch (plist_get_node_type(node)) {
@@ -235,7 +235,7 @@ ArchiveValue ArchiveDecoder::decodeObject(plist_t node)
     return decodeGeneric(node, classes);
 }
 
-// Inline or as an object of its own; null when missing.
+// The member may be inline or an object of its own. Null when it is missing.
 ArchiveValue ArchiveDecoder::decodeMember(plist_t node, const char* name)
 {
     plist_t member = plist_dict_get_item(node, name);
@@ -267,7 +267,7 @@ ArchiveValue ArchiveDecoder::decodeDictionary(plist_t node)
     return dictionary;
 }
 
-// An object of a class that nobody here knows is kept as it is.
+// Keeps an object of an unknown class with all its members.
 ArchiveValue ArchiveDecoder::decodeGeneric(plist_t node, const QStringList& classes)
 {
     using Storage = ArchiveObject::Storage;

@@ -13,12 +13,12 @@ namespace kestrel {
 // Turns the property list of a keyed archive into values. Throws ArchiveError.
 class ArchiveDecoder {
 public:
-    explicit ArchiveDecoder(const PropertyList& list); // which outlives it
+    explicit ArchiveDecoder(const PropertyList& list); // the list outlives the decoder
     [[nodiscard]] ArchiveValue root();
 
 private:
     enum class State { Unseen, Open, Decoded };
-    struct Slot { // one of the archive's objects
+    struct Slot { // one entry of "$objects"
         plist_t node = nullptr;
         State state = State::Unseen;
         ArchiveValue value;

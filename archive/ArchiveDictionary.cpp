@@ -19,7 +19,7 @@ const void* identity(const ArchiveValue& value)
 
 } // namespace
 
-// Seeded, so that a file cannot be made of keys that all fall together.
+// The seed keeps a hostile file from choosing keys that all have one hash.
 std::size_t ArchiveDictionary::KeyHash::operator()(const ArchiveValue& key) const
 {
     const std::size_t seed = QHashSeed::globalSeed();
@@ -30,7 +30,7 @@ std::size_t ArchiveDictionary::KeyHash::operator()(const ArchiveValue& key) cons
     case ArchiveValue::Type::Integer:
     case ArchiveValue::Type::Unsigned:
     case ArchiveValue::Type::Real:
-        // Equal numbers have equal doubles; only very large neighbours share one.
+        // Equal numbers convert to equal doubles; only very large neighbours share a double.
         return qHash(key.toDouble(), seed);
     case ArchiveValue::Type::String:
         return qHash(key.text(), seed);

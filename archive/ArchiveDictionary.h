@@ -8,9 +8,9 @@
 
 namespace kestrel {
 
-// A mutable dictionary of archive values in order of insertion, always held by shared pointer.
-// Any value can be a key: numbers are found by numeric value, strings and data by content, the
-// rest by identity.
+// A mutable dictionary of archive values that keeps the order of insertion. It is always held by a
+// shared pointer. Any value can be a key: numbers are compared by numeric value, strings and data
+// by content, all other values by identity.
 class ArchiveDictionary {
 public:
     struct Entry {
@@ -20,11 +20,11 @@ public:
 
     [[nodiscard]] std::size_t size() const { return m_entries.size(); }
     [[nodiscard]] bool contains(const ArchiveValue& key) const { return m_index.contains(key); }
-    // Null when the key is missing.
+    // A null value when the key is missing.
     [[nodiscard]] const ArchiveValue& value(const ArchiveValue& key) const;
     [[nodiscard]] std::vector<ArchiveValue> keys() const;
 
-    // A key that is there already keeps its place and its own type.
+    // An existing key keeps its place in the order and its own type.
     void set(ArchiveValue key, ArchiveValue value);
 
     [[nodiscard]] auto begin() const { return m_entries.begin(); }

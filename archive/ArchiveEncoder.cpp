@@ -122,7 +122,7 @@ ArchiveEncoder::Uid ArchiveEncoder::uidOf(const ArchiveValue& value)
     }
 }
 
-// Collections hold no nil; nothing inside one is an object of its own.
+// Collections cannot hold nil; an NSNull object takes its place.
 ArchiveEncoder::Uid ArchiveEncoder::uidOfElement(const ArchiveValue& value)
 {
     return value.isNull() ? uidOfNull() : uidOf(value);
@@ -149,7 +149,7 @@ ArchiveEncoder::Uid ArchiveEncoder::uidOfText(const QString& text)
     return uid;
 }
 
-// A text that would be taken for nothing, or cut at a NUL, if it stood there plainly.
+// For a text that readers of a plain string would take for nil ("$null") or cut at a NUL.
 ArchiveEncoder::Uid ArchiveEncoder::uidOfWrappedText(const QString& text)
 {
     const Uid uid = reserve();
@@ -234,7 +234,7 @@ PropertyList ArchiveEncoder::genericObject(const ArchiveObject& object)
     return node;
 }
 
-// Only values that the decoder takes from inside an object are ever put there.
+// Writes a member inside the object. Only types that the decoder accepts there come here.
 PropertyList ArchiveEncoder::inlineValue(const ArchiveValue& value)
 {
     switch (value.type()) {

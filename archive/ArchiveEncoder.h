@@ -11,8 +11,8 @@
 
 namespace kestrel {
 
-// Builds the property list of a keyed archive, its objects numbered depth first as the
-// framework's archiver numbers them. The values hold no cycle and outlive it.
+// Builds the property list of a keyed archive. It numbers the objects depth first, as
+// NSKeyedArchiver does. The values hold no cycle and outlive the encoder.
 class ArchiveEncoder {
 public:
     [[nodiscard]] PropertyList encode(const ArchiveValue& root);
@@ -42,7 +42,7 @@ private:
     QHash<QString, Uid> m_texts;
     QHash<QByteArray, Uid> m_data;
     QHash<QStringList, Uid> m_classes;
-    Uid m_null = 0; // of the object that stands for nothing inside a collection; 0 = not yet
+    Uid m_null = 0; // of the NSNull object; 0 until a collection needs one
 };
 
 } // namespace kestrel

@@ -5,26 +5,26 @@
 
 namespace kestrel {
 
-// Why bytes were refused as an archive, or a value could not be archived.
+// Says why bytes were refused as an archive, or why a value cannot be archived.
 class ArchiveError : public std::runtime_error {
 public:
     enum class Kind {
         NotAPropertyList, // neither binary nor XML
-        TooLarge, // bytes of the file or of what it expands to
+        TooLarge, // the file, or what it expands to
         TooManyObjects,
         TooDeep,
         Cycle,
         Truncated, // a trailer, table or object reaches beyond the file
         BadTrailer,
-        BadMarker, // a value of a kind that has no place in an archive
+        BadMarker, // a value of a type that archives do not have
         BadReference, // an object or UID that does not exist
-        BadText, // no valid text, or text with a NUL
+        BadText, // invalid UTF-8 or UTF-16, or text with a NUL
         DuplicateKey,
         MalformedXml,
         EntityDefinition,
-        NotAnArchive, // a property list of something else
+        NotAnArchive, // a property list that is no keyed archive
         UnsupportedVersion,
-        MalformedObject, // a collection, class entry or member not built as archivers build it
+        MalformedObject, // a collection, class entry or member that no archiver writes like this
     };
 
     ArchiveError(Kind kind, const std::string& text)

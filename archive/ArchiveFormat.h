@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-// The names that the framework's keyed archiver writes.
+// The names that NSKeyedArchiver writes.
 namespace kestrel::ArchiveFormat {
 
 inline constexpr char Archiver[] = "$archiver";
@@ -12,7 +12,7 @@ inline constexpr std::uint64_t Version = 100000;
 inline constexpr char Top[] = "$top";
 inline constexpr char Root[] = "root";
 inline constexpr char Objects[] = "$objects";
-inline constexpr char Null[] = "$null"; // first of the objects; stands for no object
+inline constexpr char Null[] = "$null"; // the first object; a reference to it means nil
 inline constexpr char Class[] = "$class";
 inline constexpr char ClassName[] = "$classname";
 inline constexpr char Classes[] = "$classes";

@@ -23,7 +23,7 @@ std::size_t sizeOf(const QString& text)
 
 class GraphWalk {
 public:
-    struct Extent { // of a value with all that it holds
+    struct Extent { // the size of a value with everything that it contains
         std::size_t values = 1;
         std::size_t textBytes = 0;
         std::size_t height = 0;
@@ -36,7 +36,7 @@ private:
     void add(Extent& whole, const ArchiveValue& part, std::size_t depth);
     static void check(const Extent& extent, std::size_t depth);
 
-    // Missing as long as the container is being measured.
+    // No value while the container is being measured, so that a cycle is noticed.
     std::unordered_map<const void*, std::optional<Extent>> m_measured;
 };
 

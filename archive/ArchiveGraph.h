@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-// Throws ArchiveError unless the value, shared parts counted each time that they are reached, is
-// free of cycles and within ArchiveLimits, so that it may be walked by plain recursion.
+// Throws ArchiveError if the value contains itself or exceeds ArchiveLimits. A shared part counts
+// each time it is reached. A value that passes can be walked by plain recursion.
 void checkArchiveGraph(const ArchiveValue& root);
 
 } // namespace kestrel

@@ -8,12 +8,13 @@
 
 namespace kestrel {
 
-// An archived object: the name of its class and its members in the order written; what a coder is
-// to a class that archives itself. Always held by shared pointer.
+// An archived object: the names of its classes and its members in the order in which they were
+// written. A class that archives itself uses it as its coder. It is always held by a shared
+// pointer.
 class ArchiveObject {
 public:
-    // How the member stands in the archive: in the object itself, as numbers and raw bytes are
-    // coded, or as a reference to an object of its own.
+    // Where the archive keeps the member: inside the object, like coded numbers and raw bytes, or
+    // as a reference to an object of its own.
     enum class Storage { Inline, Reference };
 
     struct Member {
@@ -32,7 +33,7 @@ public:
     [[nodiscard]] const std::vector<Member>& members() const { return m_members; }
 
     [[nodiscard]] bool contains(QStringView name) const;
-    // Null when the member is missing.
+    // A null value when the member is missing.
     [[nodiscard]] const ArchiveValue& value(QStringView name) const;
 
     void encodeObject(QString name, ArchiveValue value);

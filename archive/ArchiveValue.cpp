@@ -39,7 +39,8 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
-// Blanks, a sign, digits; what follows them is ignored. Stops at the ends of `Number`.
+// Reads blanks, a sign and digits, and ignores the rest. The result is clamped to the range of
+// `Number`.
 template <typename Number> Number leadingNumber(QStringView text)
 {
     text = withoutLeadingBlanks(text);
@@ -47,7 +48,7 @@ template <typename Number> Number leadingNumber(QStringView text)
     if (isNegative || text.startsWith(u'+'))
         text = text.sliced(1);
     using Limits = std::numeric_limits<Number>;
-    Number value = 0; // kept negative, the longer side
+    Number value = 0; // negative: the negative range is the longer one
     for (const QChar c : text) {
         if (!isDigit(c))
             break;
@@ -61,7 +62,7 @@ template <typename Number> Number leadingNumber(QStringView text)
     return value == Limits::min() ? Limits::max() : static_cast<Number>(-value);
 }
 
-// Blanks, a sign, zeros, then a letter of yes or true or another digit.
+// True for blanks, a sign and zeros before a digit from 1 to 9 or one of the letters Y, y, T, t.
 bool isTrueText(QStringView text)
 {
     text = withoutLeadingBlanks(text);
@@ -72,7 +73,7 @@ bool isTrueText(QStringView text)
     return !text.isEmpty() && QStringView(u"123456789YyTt").contains(text.front());
 }
 
-// Only for numbers. A real is compared with an integer exactly, not through a rounded double.
+// For numbers only. It compares a real with an integer exactly, not through a rounded double.
 bool sameNumber(const ArchiveValue& left, const ArchiveValue& right)
 {
     if (left.type() == Type::Real && right.type() == Type::Real) {

@@ -14,8 +14,8 @@ class ArchiveArray;
 class ArchiveDictionary;
 class ArchiveObject;
 
-// One value of a keyed archive. Scalars are copied; arrays, dictionaries and objects are shared,
-// so that a change made through one copy of the value shows through every other.
+// One value of a keyed archive. A copy of a scalar is independent. Copies of an array, dictionary
+// or object share it: a change through one of them shows through all.
 class ArchiveValue {
 public:
     // In the order of the alternatives of Storage.
@@ -23,7 +23,7 @@ public:
         Null,
         Boolean,
         Integer,
-        Unsigned, // only beyond the largest Integer
+        Unsigned, // only for numbers above the largest Integer
         Real,
         String,
         Data,
@@ -52,7 +52,7 @@ public:
     ArchiveValue(double value);
     ArchiveValue(QString value);
     ArchiveValue(QByteArray value);
-    // A null pointer makes a null value.
+    // A null pointer becomes a null value.
     ArchiveValue(std::shared_ptr<ArchiveArray> value);
     ArchiveValue(std::shared_ptr<ArchiveDictionary> value);
     ArchiveValue(std::shared_ptr<ArchiveObject> value);
@@ -62,22 +62,22 @@ public:
     [[nodiscard]] bool isString() const { return type() == Type::String; }
     [[nodiscard]] bool isNumber() const;
 
-    // What the framework's numbers and strings answer to the same questions. Integers give their
-    // low bits, reals are truncated, strings are read up to the first character that is no digit,
-    // everything else is 0.
+    // The answers that NSNumber and NSString give. Integers give their low bits, reals are
+    // truncated, strings are read up to the first character that is not a digit; other values are
+    // 0.
     [[nodiscard]] std::int64_t toInt64() const;
     [[nodiscard]] std::int32_t toInt32() const;
     [[nodiscard]] std::uint16_t toUInt16() const;
     [[nodiscard]] bool toBool() const;
-    [[nodiscard]] double toDouble() const; // 0 unless a number
+    [[nodiscard]] double toDouble() const; // 0 if it is not a number
 
-    [[nodiscard]] QString text() const; // empty unless a string
-    [[nodiscard]] QByteArray data() const; // empty unless data
-    [[nodiscard]] std::shared_ptr<ArchiveArray> array() const; // null unless an array
+    [[nodiscard]] QString text() const; // empty if it is not a string
+    [[nodiscard]] QByteArray data() const; // empty if it is not data
+    [[nodiscard]] std::shared_ptr<ArchiveArray> array() const; // null if it is not an array
     [[nodiscard]] std::shared_ptr<ArchiveDictionary> dictionary() const;
     [[nodiscard]] std::shared_ptr<ArchiveObject> object() const;
 
-    // Numbers by numeric value whatever their type, containers and objects by what they hold.
+    // Compares numbers by numeric value whatever their type, containers and objects by content.
     friend bool operator==(const ArchiveValue& left, const ArchiveValue& right);
 
 private:

@@ -17,14 +17,13 @@ namespace {
 constexpr qint64 LeftoverAgeSeconds = 3600;
 constexpr qsizetype SuffixLength = 6;
 
-// Errors that show only when the data goes to the disk; a file system that cannot be asked to
-// send it there is no error.
+// Some errors show only when the data goes to the disk. A file system without fsync() is no error.
 bool isOnDisk(int descriptor)
 {
     return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
-// Makes the new name of the file last. The content is sound with or without it.
+// Makes the file's new name survive a power cut. The content is sound with or without it.
 void syncFolder(const QString& path)
 {
     const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
@@ -51,8 +50,8 @@ bool isRandomSuffix(QStringView suffix)
 
 } // namespace
 
-// A save file keeps small content in memory and reports success for it even when the disk was
-// full, so nothing that it says is enough on its own.
+// QSaveFile buffers small content and reports success for it even on a full disk, so each of its
+// answers is checked together with the size that was really written.
 bool AtomicFile::write(const QString& path, ByteView content)
 {
     removeLeftovers(path);
@@ -72,7 +71,8 @@ bool AtomicFile::write(const QString& path, ByteView content)
 
 void AtomicFile::removeLeftovers(const QString& path)
 {
-    // A link is followed by the save as well, which leaves its remains beside the file itself.
+    // QSaveFile follows a link, so a killed save leaves its temporary file beside the link's
+    // target.
     const QFileInfo given(path);
     const QFileInfo target(given.isSymLink() ? given.canonicalFilePath() : path);
     const QString prefix = target.fileName() + u'.';

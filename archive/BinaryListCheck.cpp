@@ -25,7 +25,7 @@ std::uint64_t bigEndian(ByteView bytes)
     return value;
 }
 
-// The high nibble of an object's first byte.
+// The types: the high nibble of an object's first byte.
 enum Marker : std::uint8_t {
     Simple = 0x0,
     Integer = 0x1,
@@ -48,10 +48,10 @@ private:
     struct Object {
         std::uint8_t marker = 0;
         std::uint8_t low = 0;
-        std::size_t count = 0; // as the marker counts: bytes, UTF-16 units, elements, pairs
+        std::size_t count = 0; // in bytes, UTF-16 units, elements or pairs, by type
         ByteView content;
     };
-    struct Extent { // of an object with all that it refers to
+    struct Extent { // the size of an object with everything that it refers to
         std::size_t objects = 1;
         std::size_t bytes = 0;
         std::size_t height = 0;
@@ -74,11 +74,11 @@ private:
     std::size_t m_referenceSize = 0;
     std::size_t m_count = 0;
     std::size_t m_root = 0;
-    std::size_t m_table = 0; // where the objects end and the table of their offsets begins
+    std::size_t m_table = 0; // offset of the offset table, which is the end of the objects
     std::vector<State> m_states;
     std::vector<Extent> m_extents;
-    std::size_t m_references = 0; // looked at so far
-    std::size_t m_textBytes = 0; // likewise
+    std::size_t m_references = 0; // checked so far
+    std::size_t m_textBytes = 0; // checked so far
 };
 
 BinaryList::BinaryList(ByteView list)
@@ -136,7 +136,7 @@ BinaryList::Object BinaryList::object(std::size_t index) const
     return object;
 }
 
-// Counts from 15 stand after the marker, as an integer of their own.
+// A count of 15 or more follows the marker as an integer object.
 void BinaryList::readCount(Object& object, std::size_t& at) const
 {
     object.count = object.low;
@@ -267,7 +267,7 @@ void BinaryList::checkKeys(const Object& dictionary)
 
 std::u16string BinaryList::text(const Object& object)
 {
-    // Objects may lie over each other, so that the length of the list is no bound.
+    // Objects may overlap, so the length of the list does not bound their total size.
     m_textBytes += object.content.size();
     if (m_textBytes > ArchiveLimits::ExpandedBytes)
         throw ArchiveError(Kind::TooLarge, "list expands to too many bytes");
@@ -275,7 +275,7 @@ std::u16string BinaryList::text(const Object& object)
     const ArchiveError bad(Kind::BadText, "string that is no text");
     std::u16string text;
     text.reserve(object.count);
-    bool isPairOpen = false; // the unit before was the first of a surrogate pair
+    bool isPairOpen = false; // the previous unit was the first of a surrogate pair
     for (std::size_t i = 0; i < object.count; ++i) {
         const auto unit
             = static_cast<char16_t>(bigEndian(object.content.subspan(i * unitSize, unitSize)));

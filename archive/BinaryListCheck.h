@@ -4,9 +4,9 @@
 
 namespace kestrel {
 
-// Throws ArchiveError unless every part of the binary property list that can be reached from its
-// root lies inside the bytes, is of a known kind, and expands within ArchiveLimits. libplist
-// follows whatever a list says, so none may reach it unchecked.
+// Throws ArchiveError unless every object that the root of the binary property list reaches lies
+// inside the bytes, has a known type, and expands within ArchiveLimits. libplist follows every
+// offset and reference in a list, so each list must pass this check first.
 void checkBinaryList(ByteView list);
 
 } // namespace kestrel

@@ -7,8 +7,8 @@
 
 namespace kestrel {
 
-// Numbers with a decimal point for this thread as long as it lives: libplist reads them with the
-// user's own separator.
+// Gives this thread a locale with a decimal point for as long as the object lives. libplist parses
+// numbers by the thread's locale, in which the separator may be a comma.
 class NumericLocale {
 public:
     NumericLocale()

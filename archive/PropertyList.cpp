@@ -57,7 +57,7 @@ plist_t parsedXml(ByteView list)
     return root;
 }
 
-// A binary list of a single integer of `size` bytes, 8 = signed, 16 = unsigned.
+// A binary list that holds one integer of `size` bytes: 8 for signed, 16 for unsigned numbers.
 Bytes integerList(std::uint64_t bits, std::size_t size)
 {
     Bytes list(BinaryMagic.begin(), BinaryMagic.end());
@@ -68,8 +68,8 @@ Bytes integerList(std::uint64_t bits, std::size_t size)
     const auto table = static_cast<std::uint8_t>(list.size());
     list.push_back(static_cast<std::uint8_t>(BinaryMagic.size()));
     Bytes trailer(32);
-    trailer[6] = trailer[7] = 1; // field sizes
-    trailer[15] = 1; // objects
+    trailer[6] = trailer[7] = 1; // bytes of an offset and of a reference
+    trailer[15] = 1; // number of objects
     trailer[31] = table;
     list.insert(list.end(), trailer.begin(), trailer.end());
     return list;

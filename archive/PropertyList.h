@@ -11,19 +11,19 @@
 
 namespace kestrel {
 
-// A property list tree of libplist, which owns every node below its root.
+// Owns a property list tree of libplist.
 class PropertyList {
 public:
-    // Throws ArchiveError unless the bytes are a sound binary or XML list: the only way from
-    // bytes to libplist.
+    // Parses a binary or XML list; throws ArchiveError unless it is sound. libplist gets bytes in
+    // no other way.
     [[nodiscard]] static PropertyList fromBytes(ByteView list);
 
-    explicit PropertyList(plist_t root); // takes it over
+    explicit PropertyList(plist_t root); // takes ownership
     [[nodiscard]] plist_t root() const { return m_root.get(); }
-    // Gives the root to a tree that will own it.
+    // Releases the root to another tree, which owns it from then on.
     [[nodiscard]] plist_t release() { return m_root.release(); }
 
-    // As a binary list.
+    // The tree as a binary list.
     [[nodiscard]] Bytes toBinary() const;
 
 private:
@@ -34,7 +34,7 @@ private:
     std::unique_ptr<void, Free> m_root;
 };
 
-// What libplist says of single nodes, without copies to be freed. The nodes stay the tree's.
+// Reads single nodes of libplist without copies that must be freed. The tree keeps the nodes.
 namespace PropertyListNode {
 
 [[nodiscard]] std::vector<plist_t> items(plist_t array);
@@ -42,10 +42,10 @@ namespace PropertyListNode {
 [[nodiscard]] std::string string(plist_t node);
 [[nodiscard]] ByteView data(plist_t node);
 
-// libplist keeps 64 bits of an integer and cannot be asked which sign they have.
+// The 64 bits of an integer node. libplist does not tell whether they are signed.
 struct Integer {
     std::uint64_t bits = 0;
-    bool isUnsigned = false; // true only beyond the largest signed integer
+    bool isUnsigned = false; // true only for numbers above the largest signed integer
 };
 [[nodiscard]] Integer integer(plist_t node);
 [[nodiscard]] PropertyList makeInteger(Integer value);

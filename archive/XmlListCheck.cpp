@@ -21,7 +21,7 @@ struct Element {
     std::string_view name;
     std::size_t contentStart = 0;
     std::size_t children = 0;
-    bool keyWaits = false; // the last child was a key without its value
+    bool keyWaits = false; // the last child was a key, its value must follow
 };
 
 bool isContainer(std::string_view name)
@@ -69,7 +69,7 @@ private:
     bool m_isDone = false;
 };
 
-// What stands between < and >. Quotes must come in pairs, so that nobody reads past this >.
+// The text between < and >. Quotes must come in pairs, or libplist would read past this >.
 std::string_view XmlScanner::tagAt(std::size_t at) const
 {
     const std::size_t end = m_xml.find('>', at);
@@ -163,7 +163,7 @@ void XmlScanner::open(std::string_view name)
         parent.keyWaits = isKey;
         ++parent.children;
     }
-    // The list element itself is no container.
+    // The element <plist> itself does not count as a container.
     if (isContainer(name) && m_open.size() > ArchiveLimits::Depth)
         throw ArchiveError(Kind::TooDeep, "containers nested too deep");
     m_open.push_back({ name, m_at });
@@ -181,7 +181,8 @@ void XmlScanner::close(std::string_view name)
     m_open.pop_back();
 }
 
-// A reference to a character that no text can hold; the names are libplist's own matter.
+// Refuses a numeric reference to a character that text cannot contain. libplist checks names
+// itself.
 void checkCharacters(std::string_view content)
 {
     for (std::size_t at = content.find("&#"); at != content.npos; at = content.find("&#", at + 2)) {

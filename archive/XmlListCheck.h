@@ -4,9 +4,9 @@
 
 namespace kestrel {
 
-// Throws ArchiveError unless the bytes are an XML property list in the plain form that frameworks
-// write: UTF-8, known elements properly nested, numbers and data that are such, no comments, no
-// definitions of entities, all within ArchiveLimits.
+// Throws ArchiveError unless the bytes are an XML property list in the plain form that Foundation
+// writes: UTF-8, known elements, properly nested, valid numbers and data, no comments, no entity
+// definitions, all within ArchiveLimits.
 void checkXmlList(ByteView list);
 
 } // namespace kestrel

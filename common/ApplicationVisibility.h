@@ -2,8 +2,7 @@
 
 namespace kestrel {
 
-// Takes the program with all its windows off the screen and brings it to the front. Main thread
-// only.
+// Hides the program with all its windows, and brings it to the front. Main thread only.
 class ApplicationVisibility {
 public:
     virtual ~ApplicationVisibility() = default;

@@ -9,22 +9,22 @@
 
 namespace kestrel {
 
-// Operations without state that several parts of the interface share.
+// Stateless operations that several folders of the interface share.
 class KestrelUtilities {
 public:
     KestrelUtilities() = delete;
 
-    // The png of that name, which has no extension and may have folder parts; null if there is
-    // none.
+    // The PNG of that name among the resources. The name has no extension and may contain folders.
+    // A null image if there is none.
     [[nodiscard]] static InterfaceImage imageAtPath(const QString& path);
 
-    // How many units of `rect` one unit of `image` takes, on each axis; infinite for a null image.
-    // Text (`viewDisplay`) and everything else scale alike.
+    // Units of `rect` per unit of `image` on each axis; infinite for a null image. Text
+    // (`viewDisplay`) and all else have the same ratio.
     static void getDrawRatio(const QRectF& rect, const InterfaceImage& image, double& widthRatio,
         double& heightRatio, bool viewDisplay);
 
-    // Modifier glyphs, "+" and the key's name; empty for a key without a name. Only the low 32
-    // bits of the flags and nothing of the key code matter.
+    // Modifier glyphs, "+" and the key's name; empty for a key without a name. Uses the low 32 bits
+    // of the flags, and ignores the key code.
     [[nodiscard]] static QString getShortcutKey(
         std::uint64_t keyFlags, std::uint64_t keyCode, const QString& inputStr);
 };

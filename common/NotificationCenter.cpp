@@ -22,7 +22,7 @@ NotificationCenter::Observation NotificationCenter::addObserver(
 
 void NotificationCenter::post(const QString& name, const QObject* object)
 {
-    // A handler may add and end observations, its own included.
+    // A handler may add observations and end any, its own too.
     const auto observers = m_observers;
     for (const auto& known : observers) {
         const auto observer = known.lock();

@@ -11,16 +11,17 @@ namespace kestrel {
 
 struct Notification {
     QString name;
-    const QObject* object = nullptr; // who posted it; valid while the notification is handled
+    const QObject* object = nullptr; // the sender; valid while the notification is handled
 };
 
-// Hands named notifications to whoever asked for them, before the posting call returns and in the
-// order in which they asked. Main thread only.
+// Hands named notifications to their observers before the posting call returns, in the order in
+// which the observers were added. Main thread only.
 class NotificationCenter {
 public:
     using Handler = std::function<void(const Notification&)>;
 
-    // Ends when destroyed, also while a notification is being handled and after the centre.
+    // Its end ends the observation. It may end while a notification is handled, and after the
+    // centre.
     class Observation;
 
     NotificationCenter();
@@ -28,8 +29,8 @@ public:
     NotificationCenter(const NotificationCenter&) = delete;
     NotificationCenter& operator=(const NotificationCenter&) = delete;
 
-    // From anybody, unless an object is named. An observer that is added while a notification is
-    // being handled gets the next one.
+    // With an `object`, only its notifications. An observer that is added while a notification is
+    // handled gets the next one.
     [[nodiscard]] Observation addObserver(
         const QString& name, Handler handler, const QObject* object = nullptr);
 
@@ -55,7 +56,7 @@ private:
     std::shared_ptr<Observer> m_observer;
 };
 
-// The names of the notifications that the parts of the interface exchange.
+// Notifications between the folders of the interface.
 namespace NotificationName {
 inline const QString windowWillClose = QStringLiteral("NSWindowWillCloseNotification");
 inline const QString refreshShortcutName = QStringLiteral("refreshShortcutName");

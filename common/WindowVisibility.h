@@ -2,7 +2,7 @@
 
 namespace kestrel {
 
-// A window that another part of the program looks after.
+// A window that belongs to another folder of the program.
 class WindowVisibility {
 public:
     virtual ~WindowVisibility() = default;

@@ -18,11 +18,11 @@ public:
 
     [[nodiscard]] virtual std::optional<Bytes> data(std::string_view key) = 0;
 
-    // Takes effect in this process at once, on disk with synchronise().
+    // Takes effect in this process at once, and on disk with synchronise().
     virtual void setData(std::string_view key, std::span<const std::uint8_t> value) = 0;
 
-    // Writes what was set and leaves every other key as it is on disk by now. False, with the
-    // old content untouched, when that could not be done.
+    // Writes the values that were set; other keys keep what is on disk now, even if another process
+    // has changed them. False when that failed; the content on disk is then unchanged.
     [[nodiscard]] virtual bool synchronise() = 0;
 };
 

@@ -4,10 +4,10 @@
 
 namespace kestrel {
 
-// A macOS virtual key code: a key position, whatever the layout.
+// A macOS virtual key code. It names a key position, independent of the keyboard layout.
 using KeyCode = std::uint16_t;
 
-// Event modifier-flag bits of the macOS keyboard event.
+// The modifier flags of a macOS keyboard event.
 using ModifierFlags = std::uint32_t;
 
 namespace Modifier {

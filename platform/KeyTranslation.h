@@ -8,30 +8,30 @@
 
 namespace kestrel {
 
-// A pressed key in the numbers of the window system, as the toolkit passes them on.
+// A key press with the native numbers of the window system, as QKeyEvent carries them.
 struct NativeKeyEvent {
     std::uint32_t scanCode = 0;
     std::uint32_t virtualKey = 0;
     std::uint32_t modifiers = 0;
-    std::string_view text; // UTF-8, what the key would type
+    std::string_view text; // UTF-8, the text that the key types
 };
 
-// The same key as the macOS keyboard event has it.
+// The same key press as a macOS keyboard event describes it.
 struct TranslatedKey {
     KeyCode keyCode = 0;
     ModifierFlags flags = 0;
-    std::string charactersIgnoringModifiers; // UTF-8, of the layout with only Shift honoured
+    std::string charactersIgnoringModifiers; // UTF-8; of the modifiers only Shift counts
 
     friend bool operator==(const TranslatedKey&, const TranslatedKey&) = default;
 };
 
-// What a pressed key is called on macOS.
+// Translates native key presses into those of macOS.
 class KeyTranslation {
 public:
     virtual ~KeyTranslation() = default;
 
-    // Missing for keys without a key code, and for modifier keys, which make no key event of
-    // their own.
+    // No value for a key without a key code, and for a modifier key: on macOS a modifier key alone
+    // makes no key event.
     [[nodiscard]] virtual std::optional<TranslatedKey> translate(const NativeKeyEvent& event) = 0;
 };
 

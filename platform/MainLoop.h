@@ -5,10 +5,10 @@
 
 namespace kestrel {
 
-// The main thread's event loop, as the platform's adapters and the MIDI connection see it.
+// The event loop of the main thread, for code that does not know Qt.
 class MainLoop {
 public:
-    // Ends what it stands for when destroyed. Main thread only.
+    // Its destruction ends the watching. Main thread only.
     class Watch {
     public:
         virtual ~Watch() = default;
@@ -16,12 +16,12 @@ public:
 
     virtual ~MainLoop() = default;
 
-    // Runs `task` once on the main thread, never inside this call, in the order of the calls.
-    // From any thread; never waits.
+    // Runs `task` once on the main thread, after this call has returned, in the order of the calls.
+    // Any thread may call it; it never waits.
     virtual void perform(std::function<void()> task) = 0;
 
-    // Calls `ready` on the main thread as long as `descriptor` is readable. What `ready` performs
-    // runs right after it. Main thread only.
+    // Calls `ready` on the main thread whenever `descriptor` is readable. Tasks that `ready`
+    // performs run right after it. Main thread only.
     [[nodiscard]] virtual std::unique_ptr<Watch> watch(int descriptor, std::function<void()> ready)
         = 0;
 };

@@ -6,22 +6,23 @@
 
 namespace kestrel {
 
-// Something that the session or the system keeps from the program, in words for the user.
+// A sentence for the user about something that the session or the system denies the program.
 struct Notice {
     std::string text; // UTF-8, as short as a menu item
-    std::function<void()> act; // what the user can do about it; empty where there is nothing
+    std::function<void()> act; // the remedy; empty if there is none
 };
 
-// What the user has to know about the session that the program runs in. Main thread only.
+// The notices about the current session. Main thread only.
 class Notices {
 public:
     virtual ~Notices() = default;
 
-    // What holds now, most important first. Asked whenever the user looks, so it answers quickly.
+    // The notices that hold now, most important first. Called each time a menu opens, so it is
+    // quick.
     [[nodiscard]] virtual std::vector<Notice> current() = 0;
 };
 
-// Of a session that keeps nothing from the program.
+// For systems that deny the program nothing.
 class NoNotices final : public Notices {
 public:
     std::vector<Notice> current() override { return {}; }

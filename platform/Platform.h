@@ -19,7 +19,7 @@
 
 namespace kestrel {
 
-// Everything that differs between operating systems, one object a seam.
+// One object for each interface behind which operating systems differ.
 struct Platform {
     std::unique_ptr<MIDIServices> midiServices;
     std::unique_ptr<Workspace> workspace;
@@ -34,11 +34,11 @@ struct Platform {
     std::unique_ptr<DefaultsStore> defaults;
 };
 
-// Defined once by each platform folder. `mainLoop` outlives the platform.
+// Each platform folder defines it once. `mainLoop` outlives the platform.
 [[nodiscard]] Platform makePlatform(MainLoop& mainLoop);
 
-// Before there is an application object: makes the toolkit use this platform's kind of session.
-// Why no window can be shown in it, in words for the user; nothing when all is well.
+// Called before the application object exists: prepares the environment that Qt reads. Returns a
+// sentence for the user if this session can show no window.
 [[nodiscard]] std::optional<std::string> prepareSession();
 
 } // namespace kestrel

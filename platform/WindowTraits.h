@@ -4,10 +4,10 @@
 
 namespace kestrel {
 
-// The platform's own handle of a window: a view on macOS, a window number on X11.
+// The native handle of a window: an NSView on macOS, a window ID on X11.
 using NativeWindow = std::uintptr_t;
 
-// What the toolkit cannot say of a native window. Main thread only.
+// Properties of native windows that Qt cannot set. Main thread only.
 class WindowTraits {
 public:
     virtual ~WindowTraits() = default;
@@ -19,7 +19,7 @@ public:
     // or hidden.
     virtual void setFloating(NativeWindow window) = 0;
 
-    // The window never takes the keyboard focus, whatever is clicked in it.
+    // The window never takes the keyboard focus, wherever it is clicked.
     virtual void setNeverFocused(NativeWindow window) = 0;
 };
 

@@ -15,7 +15,7 @@
 namespace kestrel {
 
 namespace {
-constexpr std::chrono::seconds DisplayPatience { 10 }; // the toolkit would wait without end
+constexpr std::chrono::seconds DisplayPatience { 10 }; // Qt would wait without end
 } // namespace
 
 Platform makePlatform(MainLoop& mainLoop)

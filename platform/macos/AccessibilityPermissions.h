@@ -5,7 +5,7 @@
 
 namespace kestrel {
 
-// The permission to post keyboard events, as the Accessibility list of the system settings has it.
+// The permission to post keyboard events: the Accessibility list of the system settings.
 class AccessibilityPermissions final : public Permissions {
 public:
     explicit AccessibilityPermissions(std::shared_ptr<PostEventAccess> access);

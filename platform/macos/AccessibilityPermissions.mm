@@ -23,7 +23,7 @@ void AccessibilityPermissions::requestKeyEvents()
     const void* values[] = { kCFBooleanTrue };
     const CFHolder options(CFDictionaryCreate(kCFAllocatorDefault, keys, values, 1,
         &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
-    // Answers at once, before the user has. The program also appears in the list by being asked.
+    // Returns before the user has answered. The call also adds the program to the system's list.
     AXIsProcessTrustedWithOptions(options.get());
 }
 

@@ -4,13 +4,13 @@
 
 namespace kestrel {
 
-// As long as it lives, the system does not nap this program, which is hardly ever in front. The
-// computer may still go to sleep.
+// Keeps App Nap away from this program, which is hardly ever in front, for as long as the object
+// lives. The computer may still go to sleep.
 class Activity {
 public:
     enum class Kind {
         PunctualTimers,
-        LatencyCritical, // neither timers nor wake-ups are gathered
+        LatencyCritical, // the system does not coalesce timers and wake-ups either
     };
 
     explicit Activity(Kind kind);

@@ -4,9 +4,9 @@
 
 namespace kestrel {
 
-// Traits of the NSWindow that a view is in. Qt sets style, level and behaviour anew when a window
-// is given other flags, and resize increments, which rule out an aspect ratio, when it is given
-// other size limits: apply the traits after that.
+// Traits of the NSWindow of a view. Apply them after the window's flags and size limits: Qt resets
+// style, level and behaviour with new flags, and with new size limits it sets resize increments,
+// which cancel the aspect ratio.
 class AppKitWindowTraits final : public WindowTraits {
 public:
     void setContentAspectRatio(NativeWindow view, int width, int height) override;

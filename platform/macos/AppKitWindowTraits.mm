@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-// Not in the headers of AppKit, and asked for before it is used.
+// Not in AppKit's headers; respondsToSelector: is asked before the call.
 @interface NSWindow (PreventsActivation)
 - (void)_setPreventsActivation:(BOOL)prevents;
 @end
@@ -21,9 +21,9 @@ void AppKitWindowTraits::setContentAspectRatio(NativeWindow view, int width, int
     windowOf(view).contentAspectRatio = NSMakeSize(width, height);
 }
 
-// Qt has an attribute of its own for tool windows that stay (WA_MacAlwaysShowToolWindow). It must
-// not be set on any window of this program: with it Qt drops every window that floats and stays to
-// the normal level as soon as another application is active, which here is nearly always.
+// Never set Qt's own attribute WA_MacAlwaysShowToolWindow on a window of this program: with it Qt
+// moves floating windows to the normal level as soon as another application is active, which is
+// nearly always the case here.
 void AppKitWindowTraits::setFloating(NativeWindow view)
 {
     NSWindow* window = windowOf(view);
@@ -34,16 +34,15 @@ void AppKitWindowTraits::setFloating(NativeWindow view)
         | NSWindowCollectionBehaviorFullScreenAuxiliary;
     window.level = CGWindowLevelForKey(kCGFloatingWindowLevelKey);
     window.hidesOnDeactivate = NO;
-    // The program hides itself to give the front back. A window that is hidden with it could not be
-    // shown again without bringing back the others.
+    // The program hides itself to give the front back. Without this the panel would hide with it,
+    // and could come back only together with all other windows.
     window.canHide = NO;
     window.releasedWhenClosed = NO;
 }
 
-// That the window refuses to be key or main is Qt's own doing, for Qt::WindowDoesNotAcceptFocus: it
-// overrides canBecomeKeyWindow, which nobody else can for its windows, and a panel is never main.
-// What it leaves out is that a click makes this application the active one, and keys then no
-// longer go to the one in front before. Only a panel (Qt::Tool, Qt::Dialog) can be kept from that.
+// With Qt::WindowDoesNotAcceptFocus, Qt keeps the window from becoming key, and a panel never
+// becomes main. But a click would still make this application active, and keys would no longer go
+// to the workstation. Only an NSPanel (Qt::Tool, Qt::Dialog) can be kept from that, by its style.
 void AppKitWindowTraits::setNeverFocused(NativeWindow view)
 {
     NSWindow* window = windowOf(view);
@@ -52,8 +51,8 @@ void AppKitWindowTraits::setNeverFocused(NativeWindow view)
     auto* panel = static_cast<NSPanel*>(window);
     panel.becomesKeyOnlyIfNeeded = YES;
     panel.styleMask |= NSWindowStyleMaskNonactivatingPanel;
-    // AppKit tells the window server of that style only while it makes a panel, and Qt made this
-    // one without; set later, it takes effect through this alone.
+    // AppKit passes this style to the window server only when it creates a panel. Qt created this
+    // one without the style, so it takes effect only through this call.
     if ([panel respondsToSelector:@selector(_setPreventsActivation:)])
         [panel _setPreventsActivation:YES];
 }

@@ -5,7 +5,7 @@
 
 namespace kestrel {
 
-// The workspace as AppKit keeps it, brought up to date by the main run loop.
+// The workspace of AppKit. NSWorkspace updates its list of applications in the main run loop.
 class AppKitWorkspace final : public Workspace {
 public:
     void visitRunningApplications(const Visitor& visit) override;
@@ -16,7 +16,7 @@ public:
     void setReopened(std::function<void()> reopened) override;
 
 private:
-    CFHolder<CFTypeRef> m_reopening; // which the event manager does not retain
+    CFHolder<CFTypeRef> m_reopening; // the event manager does not retain it
 };
 
 } // namespace kestrel

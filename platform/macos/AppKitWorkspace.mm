@@ -24,7 +24,7 @@ void AppKitWorkspace::visitRunningApplications(const Visitor& visit)
 {
     @autoreleasepool {
         for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
-            const char* name = application.localizedName.UTF8String; // until the pool is drained
+            const char* name = application.localizedName.UTF8String; // valid until the pool drains
             if (!visit({ .localizedName = name ? name : "", .active = bool(application.active) }))
                 return;
         }
@@ -35,7 +35,7 @@ bool AppKitWorkspace::openFile(std::string_view path)
 {
     @autoreleasepool {
         NSString* file = FoundationText::fromUtf8(path);
-        if (file.length == 0) // a file URL cannot be made of nothing
+        if (file.length == 0) // fileURLWithPath: raises an exception for an empty path
             return false;
         return [NSWorkspace.sharedWorkspace openURL:[NSURL fileURLWithPath:file]];
     }
@@ -68,8 +68,8 @@ void AppKitWorkspace::setReopened(std::function<void()> reopened)
     auto* const reopening = [[KestrelReopening alloc] init];
     reopening.reopened = ^{ reopened(); };
     m_reopening = CFHolder<CFTypeRef>(CFBridgingRetain(reopening));
-    // Once the application runs, in the place of AppKit's own handler, which it installs when it
-    // begins to, and which would at most say that this program is active.
+    // Installed once the application runs, because AppKit installs its own handler when it starts.
+    // AppKit's handler would do no more than activate this program.
     dispatch_async(dispatch_get_main_queue(), ^{
         [manager setEventHandler:reopening
                      andSelector:@selector(handle:withReply:)

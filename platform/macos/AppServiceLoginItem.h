@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-// The bundle as its own login item, as macOS 13 and later offer it. Before that there is no such
-// service, and the user adds the program to the login items by hand.
+// Registers the bundle as a login item with SMAppService, which exists from macOS 13 on. On macOS
+// 12 the user adds the program to the login items by hand.
 class AppServiceLoginItem final : public LoginItem {
 public:
     bool isAvailable() override;

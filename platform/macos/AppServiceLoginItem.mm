@@ -2,8 +2,8 @@
 
 #import <Foundation/Foundation.h>
 
-// What of SMAppService is used here. The class is looked up by its name, so that the program starts
-// on systems that lack it, and can be built with their SDK.
+// The part of SMAppService that is used here. The class is looked up by name, so that the program
+// starts on macOS 12, which lacks it, and builds with the SDK of macOS 12.
 @protocol KestrelAppService <NSObject>
 @property (readonly) NSInteger status;
 - (BOOL)registerAndReturnError:(NSError**)error;
@@ -25,7 +25,7 @@ constexpr NSInteger RequiresApproval = 2; // registered, and switched off by the
 Class<KestrelAppServiceClass> serviceClass()
 {
     static const Class found = [] {
-        // Nothing is linked from it, so nobody else has loaded it.
+        // The program does not link ServiceManagement, so it is loaded here.
         [[NSBundle bundleWithPath:@"/System/Library/Frameworks/ServiceManagement.framework"] load];
         return NSClassFromString(@"SMAppService");
     }();
@@ -36,7 +36,7 @@ Class<KestrelAppServiceClass> serviceClass()
 bool AppServiceLoginItem::isAvailable()
 {
     @autoreleasepool {
-        // A program outside of a bundle, as the build of a test is, has nothing to register.
+        // A program outside a bundle, such as a test program, cannot be registered.
         return serviceClass() != nil && NSBundle.mainBundle.bundleIdentifier != nil;
     }
 }
@@ -54,7 +54,7 @@ LoginItem::Result AppServiceLoginItem::setEnabled(bool enabled)
         id<KestrelAppService> service = [serviceClass() mainAppService];
         if (!service)
             return Result::Failed;
-        // Asking for what is so already counts as an error there.
+        // SMAppService reports an error when the requested state holds already.
         const NSInteger status = service.status;
         if (!enabled) {
             const bool isRegistered = status == Enabled || status == RequiresApproval;

@@ -2,9 +2,9 @@
 
 namespace kestrel {
 
-// The toolkit gives the program an application menu that is never on the screen, and its
-// shortcuts, to quit and to hide, would be taken there before they reach a field that captures
-// them. Once the application object is there.
+// Removes the shortcuts of the application menu. Qt makes that menu although it is never on the
+// screen, and its ⌘Q and ⌘H would not reach a capture field. Call it once the application object
+// exists.
 void dropApplicationMenuShortcuts();
 
 } // namespace kestrel

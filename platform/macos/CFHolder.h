@@ -6,9 +6,9 @@
 
 namespace kestrel {
 
-// Owns one reference to a Core Foundation object. The rule: what a function with Create or Copy in
-// its name returns is ours already and goes into the constructor; what any other function returns
-// is only lent and goes through retained(). The one CFRelease of this folder is here.
+// Owns one reference to a Core Foundation object. The rule: a function with Create or Copy in its
+// name returns a reference that is ours, which goes into the constructor; any other function lends
+// its reference, which goes through retained(). The only CFRelease of this folder is here.
 template <typename Ref> class CFHolder {
 public:
     CFHolder() = default;
@@ -41,7 +41,7 @@ public:
     [[nodiscard]] Ref get() const { return m_ref; }
     explicit operator bool() const { return m_ref != nullptr; }
 
-    // For functions that hand over a new reference through a pointer. Only while empty.
+    // For functions that return a new reference through a pointer. The holder must be empty.
     [[nodiscard]] Ref* receive() { return &m_ref; }
 
 private:

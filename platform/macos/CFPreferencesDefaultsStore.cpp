@@ -33,7 +33,7 @@ void CFPreferencesDefaultsStore::setData(std::string_view key, std::span<const s
     CFPreferencesSetAppValue(name.get(), bytes.get(), m_applicationID.get());
 }
 
-// A value that is no data was written by somebody else, and nobody here has seen it.
+// Another program has written a value that is not data. It must not be lost unseen.
 void CFPreferencesDefaultsStore::keepAsideForeign(std::string_view key)
 {
     const auto name = CFText::fromUtf8(key);

@@ -5,11 +5,11 @@
 
 namespace kestrel {
 
-// The user defaults of one application. A value of another kind than data is as good as missing; it
-// is kept aside under its key and ".damaged" when it is replaced.
+// The user defaults of one application. A value that is not data counts as missing. Before it is
+// replaced, it is copied to its key with ".damaged" added.
 class CFPreferencesDefaultsStore final : public DefaultsStore {
 public:
-    // The domain of the running application is named by its bundle identifier.
+    // `domain` is the bundle identifier of the running application.
     explicit CFPreferencesDefaultsStore(
         CFStringRef applicationID = kCFPreferencesCurrentApplication);
 

@@ -6,13 +6,13 @@
 #include <string>
 #include <string_view>
 
-// Between UTF-8 and Core Foundation strings.
+// Conversions between UTF-8 and Core Foundation strings.
 namespace kestrel::CFText {
 
-// Empty when the text is not UTF-8.
+// An empty holder when the text is not UTF-8.
 [[nodiscard]] CFHolder<CFStringRef> fromUtf8(std::string_view text);
 
-// Missing when the string has no UTF-8 form (a lone surrogate).
+// No value when the string has no UTF-8 form (a lone surrogate).
 [[nodiscard]] std::optional<std::string> toUtf8(CFStringRef text);
 
 } // namespace kestrel::CFText

@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// Type and creator codes in the Finder information of a file.
+// Type and creator codes in a file's Finder information.
 class FinderFileAttributes final : public FileAttributes {
 public:
     bool setCodes(std::string_view path, FileCodes codes) override;

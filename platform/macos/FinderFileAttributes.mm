@@ -31,7 +31,7 @@ std::optional<FileCodes> FinderFileAttributes::codes(std::string_view path)
             .type = attributes.fileHFSTypeCode,
             .creator = attributes.fileHFSCreatorCode,
         };
-        // A file that never got any reads as zeros, and setting zeros takes them away.
+        // A file without codes reads as zeros, and setting zeros removes the codes.
         return codes == FileCodes {} ? std::nullopt : std::optional(codes);
     }
 }

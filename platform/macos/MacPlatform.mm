@@ -40,11 +40,11 @@ Platform makePlatform(MainLoop& mainLoop)
 
 std::optional<std::string> prepareSession()
 {
-    // Otherwise the toolkit makes this program the active one with every window that it brings to
-    // the front, the panel included, and keys no longer go to the one before. What is to be active
-    // here is activated by name.
+    // Without this Qt activates the program whenever it raises a window, also the panel, and keys
+    // no longer go to the workstation. The program calls Workspace::activateApplication() instead.
     ::setenv("QT_MAC_SET_RAISE_PROCESS", "0", 0);
-    // And with its own launch, which may come while the workstation is in front.
+    // Without this Qt activates the program at its launch too, when the workstation may be in
+    // front.
     ::setenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1", 0);
     return {};
 }

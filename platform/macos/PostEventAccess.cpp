@@ -14,7 +14,7 @@ bool PostEventAccess::ask()
 {
     m_renewing = false;
     m_askedAt = Clock::now();
-    // The user can grant either one: accessibility, which includes it, or posting events alone.
+    // The user can grant accessibility, which includes posting events, or posting events alone.
     m_granted = AXIsProcessTrusted() || CGPreflightPostEventAccess();
     return m_granted;
 }

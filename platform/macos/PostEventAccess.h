@@ -7,8 +7,9 @@
 
 namespace kestrel {
 
-// Whether the user lets this process post keyboard events, kept current at no cost to the way of a
-// key: the system answers that question through another process. Main thread only.
+// Knows whether this process may post keyboard events. Asking the system goes through another
+// process, so a granted permission is cached and the path to a key does not wait for it. Main
+// thread only.
 class PostEventAccess : public std::enable_shared_from_this<PostEventAccess> {
 public:
     explicit PostEventAccess(MainLoop& mainLoop);
@@ -16,8 +17,8 @@ public:
     // Asks the system; shows nothing to the user.
     bool ask();
 
-    // A permission is taken from the last answer, which is renewed after the caller is done once it
-    // is older than a second. A refusal is never remembered: a grant counts at the next key.
+    // Uses the last answer if it was yes; when that is older than a second, it is renewed after
+    // this call. A refusal is not cached, so a new grant counts at the next key.
     [[nodiscard]] bool assumed();
 
 private:

@@ -8,7 +8,7 @@
 
 namespace kestrel {
 
-// Keyboard events through Quartz event services. Any virtual key code is posted as it is.
+// Posts keyboard events through Quartz event services, with any virtual key code.
 class QuartzKeyEvents final : public KeyEvents {
 public:
     explicit QuartzKeyEvents(std::shared_ptr<PostEventAccess> access);
@@ -18,7 +18,7 @@ public:
     Result postBare(KeyCode keyCode, Direction direction) override;
     void releaseAll() override { } // a posted key-down is an event and holds no key
 
-    // The events as they are posted; empty when the system makes none.
+    // The events to post; an empty holder when the system cannot create one.
     [[nodiscard]] static CFHolder<CGEventRef> event(
         KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat);
     [[nodiscard]] static CFHolder<CGEventRef> bareEvent(KeyCode keyCode, Direction direction);

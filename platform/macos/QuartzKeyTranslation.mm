@@ -8,7 +8,7 @@ namespace kestrel {
 
 namespace {
 
-// Both Command keys to FN: they change the modifiers and nothing else.
+// The key codes from Command to Fn: these keys only change the modifiers.
 constexpr bool isModifierKey(std::uint32_t keyCode)
 {
     return keyCode >= 54 && keyCode <= 63;
@@ -20,9 +20,9 @@ std::string characters(const NSEvent* event)
     return utf8 ? utf8 : "";
 }
 
-// Asked of the event that is being handled, which knows the keyboard it came from: the toolkit
-// keeps only the characters that the modifiers have changed. Otherwise of a fresh one with no
-// modifier but Shift.
+// Asks the NSEvent that is being handled, which knows its keyboard: QKeyEvent has only the
+// characters that the modifiers have changed. If there is no such event, a new one with Shift alone
+// is asked.
 std::string characters(KeyCode keyCode, ModifierFlags flags)
 {
     const NSEvent* current = NSApp.currentEvent;

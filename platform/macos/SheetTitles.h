@@ -2,8 +2,8 @@
 
 namespace kestrel {
 
-// The toolkit makes the title of a file dialog that of the system's panel, which shows none as long
-// as it is a sheet: from now on open panels show it as their message.
+// Qt gives the title of a file dialog to the system's panel, but a panel that is a sheet shows no
+// title. After this call open panels show it as their message.
 void showTitlesOfSheets();
 
 } // namespace kestrel

@@ -23,7 +23,7 @@ void showTitlesOfSheets()
                          queue:nil
                     usingBlock:^(NSNotification* notification) {
                         NSWindow* const window = notification.object;
-                        // It is the window's sheet once it has begun.
+                        // The panel becomes the window's sheet when it begins.
                         dispatch_async(
                             dispatch_get_main_queue(), ^{ showTitle(window.attachedSheet); });
                     }];

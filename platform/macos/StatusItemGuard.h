@@ -2,11 +2,10 @@
 
 namespace kestrel {
 
-// Up to version 6.11 the toolkit asks the current event for its clicks whenever the status item is
-// used. That raises an exception for events not made by the mouse, as the status item gets them
-// from macOS 27 on, and ends the program. What the toolkit would announce is of no use here, since
-// the system itself opens the menu: the guard keeps it from asking. Later versions ask first what
-// kind of event it is. Once the application object is there.
+// Keeps Qt from reading the click count of the current event when the status item is used, as it
+// does up to version 6.11. For an event that does not come from the mouse, which status items get
+// from macOS 27 on, that raises an exception and ends the program. Nothing is lost, because the
+// system itself opens the menu. Call it once the application object exists.
 void guardStatusItem();
 
 } // namespace kestrel

@@ -7,14 +7,13 @@
 namespace kestrel {
 
 namespace {
-// Stands for methods with and without an argument, and looks at none.
+// Replaces methods with and without an argument, so it reads none.
 void nothing(id, SEL) { }
 } // namespace
 
 void guardStatusItem()
 {
-    // Missing while the toolkit draws into memory alone, and where it has come to call it
-    // otherwise.
+    // The class is missing with Qt's offscreen plug-in, and if a later Qt renames it.
     const Class delegate = objc_getClass("QStatusItemDelegate");
     for (const char* name : { "statusItemClicked", "statusItemMenuBeganTracking:" }) {
         if (const Method method = class_getInstanceMethod(delegate, sel_registerName(name)))

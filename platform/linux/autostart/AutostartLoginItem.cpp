@@ -15,14 +15,14 @@ namespace kestrel {
 
 namespace {
 
-// A value of type string.
+// Escapes a value of type string for a desktop entry.
 QString escaped(QString text)
 {
     return text.replace(QLatin1Char('\\'), QStringLiteral("\\\\"))
         .replace(QLatin1Char('\n'), QStringLiteral("\\n"));
 }
 
-// One argument of a command line that takes `%` for a field and quotes as a shell does.
+// Quotes one argument of an Exec line, in which `%` starts a field code.
 QString quoted(const QString& argument)
 {
     QString text;
@@ -51,7 +51,7 @@ QByteArray entryFor(const QString& program)
         .toUtf8();
 }
 
-// Desktops that let the user switch an entry off leave the file and say so in it.
+// When the user switches an entry off, desktops keep the file and add a key to it.
 bool isSwitchedOff(const QByteArray& line)
 {
     const qsizetype sign = line.indexOf('=');

@@ -8,11 +8,11 @@
 
 namespace kestrel {
 
-// The user's own autostart entry, as desktops read it from the configuration folder. It is there
-// as long as the program is to be started.
+// The user's autostart entry, a desktop file in the configuration folder. The file exists while the
+// setting is on.
 class AutostartLoginItem final : public LoginItem {
 public:
-    // `entryPath` is the desktop file, `program` what it starts.
+    // `entryPath` is the desktop file, `program` the path of the program that it starts.
     AutostartLoginItem(QString entryPath, QString program);
 
     bool isAvailable() override { return true; }
@@ -25,7 +25,7 @@ private:
     QString m_program;
 };
 
-// The running program, in the configuration folder of the user.
+// An entry for the running program in the user's configuration folder.
 [[nodiscard]] std::unique_ptr<LoginItem> makeAutostartLoginItem();
 
 } // namespace kestrel

@@ -30,7 +30,7 @@ std::optional<DefaultsStore::Bytes> dataOf(plist_t dictionary, std::string_view 
     return DefaultsStore::Bytes(data.begin(), data.end());
 }
 
-// A value that is no data was written by somebody else, and nobody here has seen it.
+// Another program has written a value that is not data. It must not be lost unseen.
 void keepAsideForeign(plist_t dictionary, const std::string& key)
 {
     plist_t node = plist_dict_get_item(dictionary, key.c_str());
@@ -113,7 +113,7 @@ bool FileDefaultsStore::synchronise()
     }
     if (m_changes.empty())
         return true;
-    // What nobody has seen is not to be lost under what was set without knowing it.
+    // The old content was never read, so the new values do not replace it silently.
     if (m_wasUnreadable && QFileInfo::exists(m_path) && !keepAside())
         return false;
     return apply();

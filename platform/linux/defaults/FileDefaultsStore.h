@@ -13,22 +13,22 @@
 
 namespace kestrel {
 
-// The user defaults as a property list file that several processes may write: a dictionary of
-// byte data, in which values of other kinds and keys of others are kept as they are. A value of
-// another kind that is replaced is kept aside under its key and ".damaged".
+// The user defaults in a property list file that several processes may write. It is a dictionary of
+// byte data; values of other types and keys of other programs stay as they are. Before a value of
+// another type is replaced, it is copied to its key with ".damaged" added.
 class FileDefaultsStore : public DefaultsStore {
 public:
-    // The file need not exist, nor its folder.
+    // The file and its folder need not exist.
     explicit FileDefaultsStore(
         QString path, std::chrono::milliseconds lockTimeout = std::chrono::seconds(2));
 
-    // com.holvik.kestrel.plist in the user's folder of configuration.
+    // com.holvik.kestrel.plist in the user's configuration folder.
     [[nodiscard]] static QString standardPath();
 
     [[nodiscard]] std::optional<Bytes> data(std::string_view key) override;
     void setData(std::string_view key, std::span<const std::uint8_t> value) override;
-    // Waits as long as given for another process that writes, no longer. A file that is no
-    // dictionary of values is kept aside under its name and ".damaged" before it is replaced.
+    // Waits for another process that writes, up to the given time. A file that is not a dictionary
+    // is renamed to its name with ".damaged" added before it is replaced.
     [[nodiscard]] bool synchronise() override;
 
 private:
@@ -40,9 +40,9 @@ private:
 
     QString m_path;
     std::chrono::milliseconds m_lockTimeout;
-    PropertyList m_content; // a dictionary, as the file was when last read
-    bool m_wasUnreadable = false; // at first, so that what it holds was never seen
-    std::map<std::string, Bytes, std::less<>> m_changes; // not in the file yet
+    PropertyList m_content; // the dictionary when the file was last read
+    bool m_wasUnreadable = false; // at the first reading, so its content is unknown
+    std::map<std::string, Bytes, std::less<>> m_changes; // not yet in the file
 };
 
 [[nodiscard]] std::unique_ptr<DefaultsStore> makeFileDefaultsStore();

@@ -6,11 +6,11 @@
 
 namespace kestrel {
 
-// Keeps other processes out as long as it lives. The kernel lets it go with its process, so that
-// a killed one never leaves the lock behind, as a lock file with a process number in it could.
+// An exclusive lock on a file for as long as the object lives. The kernel releases it when the
+// process ends, also when it is killed; a lock file with a process number could be left behind.
 class FileLock {
 public:
-    // Waits until the lock is free or the time has passed. The file stays where it is.
+    // Waits until the lock is free or the time has passed. The file itself is never removed.
     FileLock(const QString& path, std::chrono::milliseconds timeout);
     ~FileLock();
     FileLock(const FileLock&) = delete;

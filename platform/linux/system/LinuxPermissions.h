@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// Whoever reaches the X server may post keyboard events there.
+// X11 has no such permission: every client of the X server may post keyboard events.
 class LinuxPermissions final : public Permissions {
 public:
     bool mayPostKeyEvents() override { return true; }

@@ -6,11 +6,11 @@ namespace kestrel {
 
 void prepareEnvironment()
 {
-    // Floating above other programs, key events and the tray are all X11 here, also in a Wayland
-    // session. A user who chooses another toolkit back end gets it.
+    // Floating windows, key events and the tray use X11 here, also in a Wayland session. A user who
+    // sets another Qt platform plug-in gets it.
     ::setenv("QT_QPA_PLATFORM", "xcb", 0);
-    // PipeWire in the place of JACK makes a note-off of each note-on without velocity that a client
-    // receives, and so of the console's heartbeat, unless the client asks it not to.
+    // PipeWire's JACK turns a note-on with velocity 0 into a note-off, unless the client asks it
+    // not to. The console's heartbeat is such a note-on.
     ::setenv("PIPEWIRE_PROPS", "{ jack.fix-midi-events = false }", 0);
 }
 

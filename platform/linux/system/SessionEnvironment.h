@@ -2,8 +2,8 @@
 
 namespace kestrel {
 
-// Says in the environment how libraries are to behave in this process. What the user has set stays.
-// Before there is a second thread.
+// Sets environment variables that Qt and JACK read in this process. Variables that the user has set
+// stay. Call it before a second thread exists.
 void prepareEnvironment();
 
 } // namespace kestrel

@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-// What a Wayland session does not allow a program that speaks X11. Which kind of session it is does
-// not change while the program runs.
+// Notices about what a Wayland session denies a program that uses X11. The kind of session does not
+// change while the program runs.
 class SessionNotices final : public Notices {
 public:
     enum class Session { X11, Wayland };
@@ -14,7 +14,7 @@ public:
 
     std::vector<Notice> current() override;
 
-    // As the login manager and the compositor say it in the environment.
+    // The variables that the login manager and the compositor set.
     [[nodiscard]] static Session sessionOfEnvironment();
 
 private:

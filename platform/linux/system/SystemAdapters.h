@@ -9,12 +9,12 @@
 
 namespace kestrel {
 
-// The seams that the kernel serves alone.
+// Adapters that need only the kernel.
 [[nodiscard]] std::unique_ptr<ProcessTable> makeProcessTable();
 [[nodiscard]] std::unique_ptr<FileAttributes> makeFileAttributes();
 [[nodiscard]] std::unique_ptr<Permissions> makePermissions();
 
-// What the kind of the desktop's session keeps from the program.
+// Notices about what the desktop session denies the program.
 [[nodiscard]] std::unique_ptr<Notices> makeNotices();
 
 } // namespace kestrel

@@ -12,7 +12,7 @@ using FinderInfo = std::array<std::uint8_t, 32>;
 constexpr std::size_t TypeOffset = 0;
 constexpr std::size_t CreatorOffset = 4;
 
-// Missing when there is no such attribute or it is not of this form.
+// No value when the file has no such attribute, or one of another size.
 std::optional<FinderInfo> read(const std::string& path)
 {
     FinderInfo info {};

@@ -4,11 +4,11 @@
 
 namespace kestrel {
 
-// Type and creator codes in the extended attribute in which Linux file servers keep what a Mac
-// wrote: 32 bytes, the type in the first four and the creator in the next four, both big-endian.
+// Type and creator codes in the extended attribute that Linux file servers use for a Mac's Finder
+// information: 32 bytes, the type in bytes 0 to 3 and the creator in bytes 4 to 7, big-endian.
 class XattrFileAttributes final : public FileAttributes {
 public:
-    // The other bytes stay as they are.
+    // Leaves the other bytes of the attribute unchanged.
     bool setCodes(std::string_view path, FileCodes codes) override;
     std::optional<FileCodes> codes(std::string_view path) override;
 
