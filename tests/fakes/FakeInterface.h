@@ -9,8 +9,8 @@
 
 namespace kestrel::test {
 
-// Takes the native numbers of an event for those of macOS: virtual key, modifier flags and text
-// are the key code, the flags and the characters. Key codes above 16 bits are keys without one.
+// Reads the native numbers of an event as those of macOS: virtual key, modifiers and text are the
+// key code, the flags and the characters. A number above 16 bits means a key without a key code.
 class FakeKeyTranslation final : public KeyTranslation {
 public:
     [[nodiscard]] std::optional<TranslatedKey> translate(const NativeKeyEvent& event) override
@@ -35,7 +35,7 @@ private:
     std::vector<std::string>& m_calls;
 };
 
-// The plug-in panel's window.
+// Records what is done with the plug-in panel's window.
 class RecordingPanel final : public WindowVisibility {
 public:
     explicit RecordingPanel(std::vector<std::string>& calls)

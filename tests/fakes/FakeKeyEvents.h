@@ -7,8 +7,8 @@
 
 namespace kestrel::test {
 
-// Records what is posted, in words: "key 1 down ⌘" at the session tap ("repeat" behind it when
-// marked so), "bare 55 up" at the HID tap.
+// Records posted events in words: "key 1 down ⌘" for the session tap, with "repeat" added for an
+// auto-repeat, and "bare 55 up" for the HID tap.
 class FakeKeyEvents final : public KeyEvents {
 public:
     [[nodiscard]] Result post(
@@ -27,7 +27,7 @@ public:
 
     void releaseAll() override { posted.emplace_back("release all"); }
 
-    // Everything since the last call, "; " between the events.
+    // All events since the last call, joined with "; ".
     [[nodiscard]] std::string take()
     {
         std::string text;

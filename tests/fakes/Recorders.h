@@ -10,7 +10,7 @@
 
 namespace kestrel::test {
 
-// The bytes as upper-case hexadecimal pairs with a blank between them.
+// The bytes in upper-case hexadecimal, with a blank between them.
 inline std::string hex(std::span<const std::uint8_t> bytes)
 {
     constexpr std::string_view Digits = "0123456789ABCDEF";
@@ -37,7 +37,7 @@ public:
     }
 
     std::vector<std::string> calls;
-    bool cameFromSource = false; // any of them carried a source or the length of a packet
+    bool cameFromSource = false; // true if a message had a source or a packet's length
 
 private:
     void note(const MIDIMessage& message)

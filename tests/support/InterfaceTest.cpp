@@ -8,7 +8,7 @@
 namespace kestrel::test {
 
 namespace {
-// As the toolkit has them on a Mac, where it calls Command Control and Control Meta.
+// Qt's modifiers on a Mac, where Qt calls Command Control and Control Meta.
 Qt::KeyboardModifiers toolkitModifiers(ModifierFlags flags)
 {
     Qt::KeyboardModifiers modifiers;

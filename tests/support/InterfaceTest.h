@@ -9,7 +9,7 @@
 
 namespace kestrel::test {
 
-// A key as a person would press it on a Mac.
+// A key press on a Mac.
 struct Key {
     KeyCode keyCode = 0;
     ModifierFlags flags = 0;
@@ -41,18 +41,18 @@ inline const Key Unnamed { .keyCode = 200 }; // neither a name nor characters
     return key;
 }
 
-// As the window system delivers it: the question about shortcuts, then the press. True when the
-// question was answered, so that no shortcut of a menu would have fired.
+// Sends a key press as Qt does: first ShortcutOverride, then KeyPress. True when the override was
+// accepted, which keeps menu shortcuts from firing.
 bool press(QWidget& widget, const Key& key);
 void press(QWidget& widget, Qt::MouseButton button, QPoint at);
 void release(QWidget& widget, Qt::MouseButton button, QPoint at);
 void click(QWidget& widget);
-void doubleClick(QWidget& widget); // both of its clicks
+void doubleClick(QWidget& widget); // both clicks
 
 // Shows the window and waits until it is the active one.
 void activate(QWidget& window);
 
-// Notes what is posted under a name.
+// Records the notifications with one name.
 class NotificationCounter {
 public:
     NotificationCounter(NotificationCenter& center, const QString& name)

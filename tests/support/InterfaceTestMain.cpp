@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-// On a screen of 1920 × 1080 that nobody sees, and with one known font without hinting, so that
-// text measures and looks the same everywhere.
+// Runs the tests on an offscreen display of 1920 × 1080 with one font without hinting, so that text
+// has the same size and look everywhere.
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);

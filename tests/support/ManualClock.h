@@ -4,7 +4,7 @@
 
 namespace kestrel::test {
 
-// Stands still until it is moved.
+// A clock that stands still until the test advances it.
 class ManualClock final : public Clock {
 public:
     [[nodiscard]] TimePoint now() const override { return m_now; }

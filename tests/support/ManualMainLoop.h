@@ -8,7 +8,7 @@
 
 namespace kestrel::test {
 
-// A main loop that turns only when told to.
+// A main loop that runs its tasks only when the test calls turn().
 class ManualMainLoop final : public MainLoop {
 public:
     void perform(std::function<void()> task) override
@@ -22,7 +22,7 @@ public:
         return std::make_unique<Watch>();
     }
 
-    // Runs what was performed, and what that performs, until nothing is left; the number of tasks.
+    // Runs all tasks, also those that tasks perform. Returns their number.
     int turn()
     {
         int count = 0;

@@ -80,7 +80,7 @@ void PollMainLoop::turn(Clock::time_point deadline)
     for (const Watched& watched : m_watched)
         descriptors.push_back({ watched.descriptor, POLLIN, 0 });
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-    // A condition that no descriptor tells of is looked at every few milliseconds.
+    // Some conditions come true without a descriptor, so they are checked every few milliseconds.
     const int waitMs = static_cast<int>(std::clamp<long>(static_cast<long>(left.count()), 0, 5));
     if (::poll(descriptors.data(), static_cast<nfds_t>(descriptors.size()), waitMs) <= 0)
         return;
@@ -92,7 +92,7 @@ void PollMainLoop::turn(Clock::time_point deadline)
     runTasks();
 }
 
-// What is called may end any watch, its own included.
+// `ready` may end any watch, its own too.
 void PollMainLoop::callWatcherOf(int descriptor)
 {
     const auto found = std::ranges::find(m_watched, descriptor, &Watched::descriptor);

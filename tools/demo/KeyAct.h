@@ -4,7 +4,8 @@
 
 namespace kestrel {
 
-// What the console's buttons type into the workstation, and into nothing else.
+// Presses console keys and checks what they type into the workstation, and that they type into no
+// other program.
 class KeyAct {
 public:
     explicit KeyAct(Performance& performance)
@@ -15,7 +16,7 @@ public:
     void assign();
     void pressAndRelease();
     void pressFourShortcuts();
-    void openSet(); // into the running program
+    void openSet(); // opens a set file in the running program
     void pressBehindAnotherWindow();
 
 private:

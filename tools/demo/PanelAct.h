@@ -7,10 +7,10 @@
 
 namespace kestrel {
 
-// What the plug-in panel and the icon in the tray show of the console.
+// Checks what the plug-in panel and the status icon show of the console.
 class PanelAct {
 public:
-    // `approved` holds the pictures that the panel must match.
+    // `approved` is the folder of the pictures that the panel must match.
     PanelAct(Performance& performance, std::filesystem::path approved);
 
     void seeOnline();
@@ -21,7 +21,7 @@ public:
 
 private:
     [[nodiscard]] std::optional<stage::ShownWindow> panel() const;
-    // The panel shows the approved picture of that name, to the pixel.
+    // Checks that the panel shows the approved picture of that name, pixel for pixel.
     [[nodiscard]] bool panelShows(const std::string& name) const;
     void seeIcon(const std::string& what, stage::StatusIcon::Face face);
 

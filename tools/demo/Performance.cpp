@@ -7,8 +7,8 @@
 namespace kestrel {
 
 namespace {
-// Without what differs from run to run and what goes without saying:
-// "down S Command repeat=no t=123" is "down S Command", "up S none repeat=no t=124" is "up S".
+// Leaves out the time and the usual values:
+// "down S Command repeat=no t=123" becomes "down S Command", "up S none repeat=no t=124" "up S".
 std::string brief(std::string line)
 {
     for (const char* end : { " t=", " repeat=no", " none" })

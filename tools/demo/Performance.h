@@ -9,26 +9,26 @@
 
 namespace kestrel {
 
-// The studio in which the demonstration plays and the record of it: what is done goes to standard
-// output with what came of it, and everything that did not happen is counted.
+// The studio in which the demonstration plays, and its record. Each step is printed with its
+// result, and each expectation that did not come true is counted.
 class Performance {
 public:
     using Process = std::unique_ptr<stage::ChildProcess>;
 
-    // The link is looked after every five seconds; the first look only arms the clock.
+    // The program checks the link every five seconds, and its first check only starts the clock.
     static constexpr stage::milliseconds LinkTimeout { 20000 };
     static constexpr stage::milliseconds StartTimeout { 15000 };
-    // Longer than a press takes on a busy machine by far, and still no wait for a person.
+    // Far longer than a press takes on a busy machine, and still short for a person.
     static constexpr stage::milliseconds Quiet { 400 };
 
     Performance(std::filesystem::path programs, std::filesystem::path pictures,
         const stage::Studio::Options& options);
 
     void check(const std::string& what, bool observed);
-    // Waits for it.
+    // Waits until it holds.
     void checkSoon(const std::string& what, const std::function<bool()>& holds,
         stage::milliseconds timeout = StartTimeout);
-    // Sends the command to the console, and prints what the workstation received by then.
+    // Sends the command to the console, and prints the keys that the workstation has received.
     [[nodiscard]] std::string keysAfter(const std::string& consoleCommand);
     void photograph(const std::string& name);
 
@@ -44,7 +44,7 @@ private:
     int m_missing = 0;
 };
 
-// Whether a line of the workstation's tells of a key, of all that it tells.
+// True for the workstation's lines about keys; it prints other lines too.
 [[nodiscard]] bool isKey(std::string_view line);
 
 } // namespace kestrel

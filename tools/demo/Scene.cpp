@@ -59,7 +59,7 @@ void Scene::waitForUser()
 {
     std::cout << "close the workstation's window to end the demonstration\n";
     while (!m_performance.workstation->wait(stage::milliseconds(0))) {
-        // Unread output would in the end make them stand still.
+        // A program whose output nobody reads stops when the pipe is full.
         static_cast<void>(m_performance.workstation->linesUntilQuiet(Performance::Quiet));
         static_cast<void>(m_performance.console->linesUntilQuiet(stage::milliseconds(0)));
     }

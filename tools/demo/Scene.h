@@ -9,16 +9,16 @@
 
 namespace kestrel {
 
-// The scene that the demonstration plays, act by act.
+// Plays the demonstration, act by act.
 class Scene {
 public:
-    // `pictures` is where what was seen goes, `approved` holds what the panel must look like.
+    // Writes screenshots to `pictures`. The panel must match the pictures in `approved`.
     Scene(std::filesystem::path programs, std::filesystem::path pictures,
         std::filesystem::path approved, const stage::Studio::Options& options);
 
     enum class Ending { AtOnce, WhenTheWorkstationIsClosed };
 
-    // The number of things that were not observed.
+    // The number of expectations that did not come true.
     [[nodiscard]] int play(Ending ending);
 
 private:

@@ -27,7 +27,7 @@ void SetupAct::assignKey()
 void SetupAct::workAtWindow()
 {
     const stage::SetupWindowOnScreen setup(m_performance.studio);
-    // A second start brings the window up, also where there is no tray.
+    // A second start opens the window, also on desktops without a tray.
     const auto second = m_performance.studio.start("kestrel");
     m_performance.check(
         "a second start hands over to the first", second->wait(Performance::StartTimeout) == 0);

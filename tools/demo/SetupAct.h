@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// What a person does at the setup window.
+// Works the setup window as a person would, and checks the outcome.
 class SetupAct {
 public:
     explicit SetupAct(Performance& performance)
@@ -12,7 +12,7 @@ public:
     {
     }
 
-    void assignKey(); // and presses it at the console
+    void assignKey(); // then presses the key at the console
 
 private:
     void workAtWindow();

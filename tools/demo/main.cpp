@@ -30,7 +30,7 @@ bool hasTray(xcb_connection_t* connection)
     return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
-// A display on which the icon has a place, and so its menu.
+// True for a display with a tray, which shows the icon with its menu.
 bool sessionHasDisplay()
 {
     xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);

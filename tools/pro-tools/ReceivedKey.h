@@ -5,12 +5,12 @@
 
 namespace kestrel {
 
-// One key event as the X server delivered it.
+// One key event from the X server.
 struct ReceivedKey {
     bool down = false;
     std::string key; // keysym name of the unmodified key; letters as capitals
-    std::uint16_t state = 0; // modifiers before the event, as core X has them
-    bool repeat = false; // a down of a key that was down
+    std::uint16_t state = 0; // core X modifier mask before the event
+    bool repeat = false; // the key was down already
     std::int64_t microseconds = 0; // monotonic
 
     // Such as "down S Command repeat=no t=123456". Modifiers are joined with "+" in the order

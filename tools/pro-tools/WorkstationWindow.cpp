@@ -44,7 +44,7 @@ void WorkstationWindow::show(const ReceivedKey& key)
     update();
 }
 
-// Key events end here, before the toolkit makes focus moves, menus or shortcuts of them.
+// Consumes key events, so that Qt makes no focus changes, menus or shortcuts of them.
 bool WorkstationWindow::event(QEvent* event)
 {
     switch (event->type()) {

@@ -9,7 +9,7 @@
 
 namespace kestrel {
 
-// Shows the last key events that were received.
+// A window that shows the last key events.
 class WorkstationWindow final : public QWidget {
 public:
     using FocusChanged = std::function<void(bool focused)>;

@@ -31,7 +31,8 @@ xkb_keymap* coreKeymap(xcb_connection_t* connection)
     return keymap;
 }
 
-// The server then repeats a held key as downs alone, so that a repeat can be told from a press.
+// With detectable auto-repeat the server sends a held key as downs only, which tells a repeat from
+// a new press.
 void makeRepeatsDetectable(xcb_connection_t* connection)
 {
     if (connection)

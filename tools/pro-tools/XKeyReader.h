@@ -14,13 +14,13 @@ struct xkb_keymap;
 
 namespace kestrel {
 
-// Sees the key events of the toolkit's connection before the toolkit does, so that nothing is
-// swallowed as a shortcut, composed, or compressed.
+// Reads the key events on Qt's X connection before Qt does, because Qt may take some as shortcuts,
+// compose them, or compress them.
 class XKeyReader final : public QAbstractNativeEventFilter {
 public:
     using Received = std::function<void(const ReceivedKey&)>;
 
-    // Only where the toolkit talks to an X server.
+    // Requires Qt's xcb platform plug-in.
     explicit XKeyReader(Received received);
     ~XKeyReader() override;
 

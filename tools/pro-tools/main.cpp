@@ -1,5 +1,5 @@
-// Stands in for the workstation: same process name, same window class, and it tells what keys it
-// is given.
+// Stands in for the workstation. It has the same process name and window class, and prints the keys
+// that it receives.
 
 #include "tools/pro-tools/WorkstationWindow.h"
 #include "tools/pro-tools/XKeyReader.h"
@@ -13,7 +13,7 @@
 #include <string>
 
 namespace {
-// One line at once: whoever reads waits for it.
+// Flushes each line, because the reader waits for it.
 void print(const std::string& line)
 {
     std::cout << line << std::endl;
@@ -29,7 +29,7 @@ void print(const std::string& line)
 int runWithWindow(
     int argc, char** argv, const std::string& applicationClass, const std::string& title)
 {
-    // Composing would hold keys back.
+    // An input method would hold keys back.
     ::setenv("QT_IM_MODULE", "none", 1);
     QCoreApplication::setAttribute(Qt::AA_MacDontSwapCtrlAndMeta);
     QApplication application(argc, argv);

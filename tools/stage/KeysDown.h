@@ -5,8 +5,8 @@
 
 namespace kestrel::stage {
 
-// The X keycodes that the display holds as logically down. Throws std::runtime_error when the
-// display does not answer.
+// The X keycodes that are logically down on the display. Throws std::runtime_error when the display
+// does not answer.
 [[nodiscard]] std::vector<int> keysDown(const std::string& display);
 
 } // namespace kestrel::stage

@@ -6,7 +6,7 @@
 
 namespace kestrel::stage {
 
-// True as soon as `holds` is, which is asked again and again; false when time runs out.
+// Asks `holds` again and again. True as soon as it is true, false when the time runs out.
 [[nodiscard]] bool comesTrue(const std::function<bool()>& holds, milliseconds timeout);
 
 } // namespace kestrel::stage

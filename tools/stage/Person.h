@@ -9,8 +9,8 @@
 
 namespace kestrel::stage {
 
-// Somebody who sits before the screen of a studio with a pointer and a keyboard. Whatever takes
-// too long to come about throws std::runtime_error.
+// Acts like a person at a display, with pointer and keyboard. Every function that waits throws
+// std::runtime_error when its condition does not come true in time.
 class Person {
 public:
     explicit Person(const Studio& studio)
@@ -18,21 +18,21 @@ public:
     {
     }
 
-    void click(int x, int y) const; // of the screen
+    void click(int x, int y) const; // screen coordinates
     void doubleClick(int x, int y) const;
     void press(const std::string& chord) const; // as xdotool names it, e.g. "super+s"
     void type(const std::string& text) const;
 
-    // The content of the visible window of that title; missing when there is none.
+    // The content area of the visible window with that title; no value when there is none.
     [[nodiscard]] std::optional<Area> window(const std::string& title) const;
-    // Once it stays where it is: a window manager moves a window some time after it has come up.
+    // Waits until the window no longer moves: window managers move a window after it was shown.
     [[nodiscard]] Area windowAtRest(const std::string& title) const;
     void moveWindow(const std::string& title, int x, int y) const;
-    void waitUntilShown(const std::string& title) const; // and has the keyboard
+    void waitUntilShown(const std::string& title) const; // with the keyboard focus
     void waitUntilGone(const std::string& title) const;
     void waitUntilThereAre(int count, const std::string& title) const; // visible windows
 
-    // Opens the menu behind the icon in the tray and chooses the entry with that mnemonic.
+    // Opens the menu of the status icon and chooses the entry with that mnemonic.
     void chooseFromTray(char mnemonic) const;
 
 private:

@@ -32,8 +32,8 @@ bool answers(const std::string& serverName)
 }
 } // namespace
 
-// The right to run the server: a locked file stands for it. The server inherits the lock, so that
-// it is free only when neither its owner nor the server is left.
+// The right to run the server, which is a lock on a file. The server inherits the lock, so it is
+// free only after both this process and the server have ended.
 class PrivateJackServer::Turn {
 public:
     explicit Turn(const std::string& name)

@@ -22,8 +22,8 @@ bool hasProperty(xcb_connection_t* connection, xcb_window_t window, std::string_
     return reply && reply->type != XCB_ATOM_NONE;
 }
 
-// A window manager announces itself before it takes windows, and may never take one that is shown
-// in between. So it has come up when it has taken this one, shown again at each look.
+// A window manager announces itself before it manages windows, and may never manage a window that
+// was mapped in between. So it is ready when it manages this probe, which is mapped anew each time.
 bool managesWindows(xcb_connection_t* connection)
 {
     if (!hasProperty(connection, firstScreen(connection).root, "_NET_SUPPORTING_WM_CHECK"))
@@ -42,7 +42,7 @@ bool managesWindows(xcb_connection_t* connection)
     return managed;
 }
 
-// What the window manager had to do for the probe window is over.
+// Waits until the window manager has finished with the probe window.
 bool hasNoWindow(xcb_connection_t* connection)
 {
     const XReply<xcb_get_property_reply_t> reply(

@@ -7,14 +7,14 @@
 
 namespace kestrel::stage {
 
-// An X server without a screen of glass, and around it what a desktop has.
+// A virtual X server (Xvfb), on demand with a window manager and a tray.
 class PrivateXServer {
 public:
     struct Options {
         std::string screen = "1280x800x24";
         bool windowManager = true;
         bool tray = false;
-        std::string without {}; // the name of an extension that the server is not to have
+        std::string without {}; // the name of an extension to switch off
     };
 
     // Throws std::runtime_error when a part does not come up within ten seconds.
@@ -22,7 +22,7 @@ public:
     explicit PrivateXServer(const Options& options);
 
     void startTray();
-    void stop(); // freeze it as it is
+    void stop(); // SIGSTOP
     void resume();
     void kill();
 

@@ -9,7 +9,7 @@
 namespace kestrel::stage {
 
 namespace {
-// A display gives no image of what is beside it.
+// Clips the area to the screen: X refuses an image that reaches beyond it.
 Area partOn(const xcb_screen_t& screen, const Area& area)
 {
     const int left = std::max(area.x, 0);
@@ -34,7 +34,7 @@ int Screen::count(const Area& area, const std::function<bool(Colour)>& wanted) c
         xcb_get_image_reply(connection.get(), cookie, nullptr), &std::free);
     if (!image)
         throw std::runtime_error("display " + m_display + " gives no image");
-    // 24 bits a pixel in 32, blue first, on every display that the stage makes.
+    // All displays here have 24 bits in 32 bits a pixel, blue first.
     const std::uint8_t* pixel = xcb_get_image_data(image.get());
     int found = 0;
     for (int i = 0; i < seen.width * seen.height; ++i, pixel += 4)

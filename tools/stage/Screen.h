@@ -21,7 +21,7 @@ struct Area {
     bool operator==(const Area&) const = default;
 };
 
-// What a display shows. Everything throws std::runtime_error when it does not answer.
+// Reads what a display shows. Every function throws std::runtime_error when it does not answer.
 class Screen {
 public:
     explicit Screen(std::string display)

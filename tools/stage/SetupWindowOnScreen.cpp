@@ -3,7 +3,7 @@
 namespace kestrel::stage {
 
 namespace {
-// Places in the window's content, all of them the middle of a control.
+// The centres of the controls, in the window's content.
 struct Place {
     int x;
     int y;
@@ -56,7 +56,7 @@ void SetupWindowOnScreen::openRenameBox(int button) const
     person.doubleClick(window.x + place.x, window.y + place.y);
 }
 
-// The box opens with its text selected.
+// The rename box opens with its text selected.
 void SetupWindowOnScreen::rename(int button, const std::string& name) const
 {
     openRenameBox(button);

@@ -4,8 +4,8 @@
 
 namespace kestrel::stage {
 
-// The "User Assignable Setup" window of a running Kestrel, under the hand of a person. Buttons
-// are numbered from 1 to 12, fields from 1 to 4.
+// Works the "User Assignable Setup" window of a running Kestrel as a person would. Buttons are
+// numbered from 1 to 12, fields from 1 to 4.
 class SetupWindowOnScreen {
 public:
     static inline const std::string Title = "User Assignable Setup";
@@ -21,19 +21,19 @@ public:
     void select(int button) const;
     void focus(int field) const;
     void clear(int field) const;
-    void rename(int button, const std::string& name) const; // select it at least a second before
+    void rename(int button, const std::string& name) const; // a second after the selection or later
     void openRenameBox(int button) const;
     void assign() const;
-    void ok() const; // returns when the window is gone, as does cancel
+    void ok() const; // returns when the window is gone, like cancel()
     void cancel() const;
-    void load(const std::string& path) const; // returns when the sheet is gone, as does save
+    void load(const std::string& path) const; // returns when the sheet is gone, like save()
     void save(const std::string& path) const;
     void openSaveSheet() const;
 
     Person person;
 
 private:
-    void click(int x, int y) const; // of the window's content
+    void click(int x, int y) const; // coordinates in the window's content
     void chooseFile(const std::string& sheet, const std::string& path) const;
 };
 

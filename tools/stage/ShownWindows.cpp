@@ -7,7 +7,7 @@
 namespace kestrel::stage {
 
 namespace {
-// Windows may vanish while they are looked at: whatever is not answered counts as not there.
+// A window may vanish between two questions. A window without an answer counts as gone.
 class WindowSearch {
 public:
     WindowSearch(xcb_connection_t* connection, std::string_view windowClass)

@@ -9,16 +9,16 @@
 
 namespace kestrel::stage {
 
-// A window that a display shows.
+// A visible window.
 struct ShownWindow {
     std::uint32_t id;
     std::string title; // empty when it has none
-    Area area; // on the screen, without what a window manager put around it
+    Area area; // on the screen, without the window manager's frame
     bool isPopup; // it bypasses the window manager, as menus do
 };
 
-// Those of a program, wherever they are embedded. Throws std::runtime_error when the display does
-// not answer.
+// The visible windows of a program, also embedded ones. Throws std::runtime_error when the display
+// does not answer.
 [[nodiscard]] std::vector<ShownWindow> shownWindows(
     const std::string& display, std::string_view windowClass);
 

@@ -9,11 +9,11 @@ namespace kestrel::stage {
 namespace {
 constexpr const char* ProgramClass = "kestrel";
 constexpr int LargestIcon = 64; // pixels
-constexpr int FewestPixels = 20; // of a face, less is none
+constexpr int FewestPixels = 20; // fewer pixels of a colour are no icon
 constexpr int IntoEntry = 14; // pixels from a menu's corner into its first entry
 constexpr milliseconds MenuTimeout { 10000 };
 
-// Of the bird while the link is alive, and of nothing else there.
+// The colour of the bird while the link is alive. Nothing else in the tray has it.
 bool isOnlineColour(Colour colour)
 {
     return colour.green > colour.red + 50 && colour.blue > colour.red + 50;
@@ -96,7 +96,7 @@ std::optional<ShownWindow> StatusIcon::menu() const
     return {};
 }
 
-// The pointer goes back to where it was.
+// Moves the pointer back to its old place at the end.
 void StatusIcon::click(int x, int y) const
 {
     xdotool({ "mousemove", std::to_string(x), std::to_string(y), "click", "1", "mousemove",

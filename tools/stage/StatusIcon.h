@@ -8,21 +8,21 @@
 
 namespace kestrel::stage {
 
-// The utility's icon in the tray of a display, and the menu behind it, as a person sees and works
-// them. Everything throws std::runtime_error when the display does not answer.
+// Looks at the utility's icon in the tray and works its menu, as a person would. Every function
+// throws std::runtime_error when the display does not answer.
 class StatusIcon {
 public:
-    // `environment` names the display to programs that are started.
+    // `environment` tells child processes the display.
     StatusIcon(std::string display, ChildProcess::Environment environment);
 
     enum class Face { None, Offline, Online };
     [[nodiscard]] Face face() const;
 
-    // Clicks the icon and then the first entry of its menu, which shows the plug-in panel; throws
-    // when there is no icon or no menu comes up.
+    // Clicks the icon and then the first entry of its menu, which shows the plug-in panel. Throws
+    // when there is no icon or no menu appears.
     void choosePanel() const;
-    // Clicks the icon and then presses the entry's mnemonic. Whoever has the keyboard once the menu
-    // is gone may see that key come up.
+    // Clicks the icon and presses the entry's mnemonic. The window that gets the focus after the
+    // menu may see the release of that key.
     void choose(char mnemonic) const;
 
 private:

@@ -4,10 +4,10 @@
 
 namespace kestrel::stage {
 
-// A folder that is gone with its owner.
+// A new folder, removed with all its content when the object ends.
 class TemporaryFolder {
 public:
-    // Throws std::system_error when it cannot be made.
+    // Throws std::system_error when it cannot be created.
     explicit TemporaryFolder(
         const std::filesystem::path& parent = std::filesystem::temp_directory_path());
     ~TemporaryFolder();

@@ -34,7 +34,7 @@ ChildProcess::Environment ThrowAwaySettings::environment() const
     ChildProcess::Environment result;
     for (const Place& place : Places)
         result[place.variable] = (home() / place.folder).string();
-    // No session bus: whatever the user's own session offers stays out.
+    // No session bus, so that the program cannot reach services of the user's session.
     result["DBUS_SESSION_BUS_ADDRESS"] = "disabled:";
     return result;
 }

@@ -5,12 +5,12 @@
 
 namespace kestrel::stage {
 
-// What a program keeps for its user, in folders that are gone with their owner.
+// Temporary folders for everything that a program stores for its user.
 class ThrowAwaySettings {
 public:
     ThrowAwaySettings();
 
-    // Sends a program there, and away from the user's own session.
+    // Variables that lead a program to these folders, and away from the user's own session.
     [[nodiscard]] ChildProcess::Environment environment() const;
     [[nodiscard]] const std::filesystem::path& home() const { return m_home.path(); }
     [[nodiscard]] std::filesystem::path configFolder() const { return home() / "config"; }

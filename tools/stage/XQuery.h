@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-// What is asked of an X server by whoever looks at it.
+// Questions to an X server that several tools ask.
 namespace kestrel::stage {
 
 using XConnection = std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)>;
@@ -19,10 +19,10 @@ template <typename T> using XReply = std::unique_ptr<T, decltype(&std::free)>;
 
 [[nodiscard]] const xcb_screen_t& firstScreen(xcb_connection_t* connection);
 
-// None when the server does not answer.
+// XCB_ATOM_NONE when the server does not answer.
 [[nodiscard]] xcb_atom_t atomOf(xcb_connection_t* connection, std::string_view name);
 
-// The bytes of a property; empty when the window has none of this name, or is gone.
+// The bytes of a property; empty when the window lacks it or is gone.
 [[nodiscard]] std::string propertyOf(
     xcb_connection_t* connection, xcb_window_t window, xcb_atom_t property);
 

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] std::optional<Bytes> data(std::string_view key) override;
     void setData(std::string_view key, std::span<const std::uint8_t> value) override;
     // Waits for another process that writes, up to the given time. A file that is not a dictionary
-    // is renamed to its name with ".damaged" added before it is replaced.
+    // is kept under its name with ".damaged" added before it is replaced.
     [[nodiscard]] bool synchronise() override;
 
 private:
