@@ -16,8 +16,17 @@ inline constexpr std::size_t TextBytes = 2 << 20; // all strings and data togeth
 
 inline constexpr std::size_t FileBytes = 16 << 20;
 inline constexpr std::size_t FileObjects = 500'000;
-// Nodes after libplist has replaced every reference of a binary list by a copy.
-inline constexpr std::size_t ExpandedObjects = 600'000;
 inline constexpr std::size_t ExpandedBytes = 32 << 20;
+// libplist compares each new key of an XML dictionary with the keys that it has.
+inline constexpr std::size_t DictionaryKeys = 50'000;
+// Bytes that libplist moves in an XML list: for each character reference, the rest of its text.
+inline constexpr std::size_t MovedBytes = std::size_t(1) << 30;
+
+// Nodes after libplist has replaced every reference of a binary list by a copy, for a list of up to
+// `fileObjects` objects.
+constexpr std::size_t expandedObjects(std::size_t fileObjects)
+{
+    return fileObjects + fileObjects / 5;
+}
 
 } // namespace kestrel::ArchiveLimits

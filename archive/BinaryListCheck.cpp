@@ -41,7 +41,7 @@ enum Marker : std::uint8_t {
 
 class BinaryList {
 public:
-    explicit BinaryList(ByteView list);
+    BinaryList(ByteView list, std::size_t maxObjects);
     void check();
 
 private:
@@ -70,6 +70,7 @@ private:
     std::u16string text(const Object& object);
 
     ByteView m_list;
+    std::size_t m_maxExpanded;
     std::size_t m_offsetSize = 0;
     std::size_t m_referenceSize = 0;
     std::size_t m_count = 0;
@@ -81,8 +82,9 @@ private:
     std::size_t m_textBytes = 0; // checked so far
 };
 
-BinaryList::BinaryList(ByteView list)
+BinaryList::BinaryList(ByteView list, std::size_t maxObjects)
     : m_list(list)
+    , m_maxExpanded(ArchiveLimits::expandedObjects(maxObjects))
 {
     if (list.size() < HeaderSize + TrailerSize)
         throw ArchiveError(Kind::Truncated, "binary list without a trailer");
@@ -94,7 +96,7 @@ BinaryList::BinaryList(ByteView list)
     m_referenceSize = trailer[7];
     if (m_offsetSize < 1 || m_offsetSize > 8 || m_referenceSize < 1 || m_referenceSize > 8)
         throw ArchiveError(Kind::BadTrailer, "binary list with impossible field sizes");
-    if (count > ArchiveLimits::FileObjects)
+    if (count > maxObjects)
         throw ArchiveError(Kind::TooManyObjects, "binary list of too many objects");
     if (count == 0 || root >= count)
         throw ArchiveError(Kind::BadTrailer, "binary list without a root");
@@ -216,7 +218,7 @@ const BinaryList::Extent& BinaryList::measure(std::size_t index, std::size_t dep
             const std::size_t references
                 = object.count * (object.marker == Dictionary ? std::size_t(2) : 1);
             m_references += references;
-            if (m_references > ArchiveLimits::ExpandedObjects)
+            if (m_references > m_maxExpanded)
                 throw ArchiveError(Kind::TooManyObjects, "too many references");
             if (object.marker == Dictionary)
                 checkKeys(object);
@@ -226,7 +228,7 @@ const BinaryList::Extent& BinaryList::measure(std::size_t index, std::size_t dep
                 extent.objects += part.objects;
                 extent.bytes += part.bytes;
                 extent.height = std::max(extent.height, part.height + 1);
-                if (extent.objects > ArchiveLimits::ExpandedObjects)
+                if (extent.objects > m_maxExpanded)
                     throw ArchiveError(Kind::TooManyObjects, "list expands to too many objects");
                 if (extent.bytes > ArchiveLimits::ExpandedBytes)
                     throw ArchiveError(Kind::TooLarge, "list expands to too many bytes");
@@ -255,6 +257,8 @@ void BinaryList::checkScalar(const Object& object)
 
 void BinaryList::checkKeys(const Object& dictionary)
 {
+    if (dictionary.count > ArchiveLimits::DictionaryKeys)
+        throw ArchiveError(Kind::TooManyObjects, "dictionary of too many keys");
     std::set<std::u16string> keys;
     for (std::size_t i = 0; i < dictionary.count; ++i) {
         const Object key = object(reference(dictionary, i));
@@ -292,9 +296,9 @@ std::u16string BinaryList::text(const Object& object)
 
 } // namespace
 
-void checkBinaryList(ByteView list)
+void checkBinaryList(ByteView list, std::size_t maxObjects)
 {
-    BinaryList(list).check();
+    BinaryList(list, maxObjects).check();
 }
 
 } // namespace kestrel

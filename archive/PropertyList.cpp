@@ -28,9 +28,9 @@ std::string_view textOf(ByteView bytes)
     return { reinterpret_cast<const char*>(bytes.data()), bytes.size() };
 }
 
-plist_t parsedBinary(ByteView list)
+plist_t parsedBinary(ByteView list, std::size_t maxObjects)
 {
-    checkBinaryList(list);
+    checkBinaryList(list, maxObjects);
     plist_t root = nullptr;
     plist_from_bin(textOf(list).data(), static_cast<std::uint32_t>(list.size()), &root);
     if (!root)
@@ -38,7 +38,7 @@ plist_t parsedBinary(ByteView list)
     return root;
 }
 
-plist_t parsedXml(ByteView list)
+plist_t parsedXml(ByteView list, std::size_t maxObjects)
 {
     if (textOf(list).starts_with(Utf8Mark))
         list = list.subspan(Utf8Mark.size());
@@ -48,7 +48,7 @@ plist_t parsedXml(ByteView list)
     if (!first.starts_with("<?xml") && !first.starts_with("<!DOCTYPE")
         && !first.starts_with("<plist"))
         throw ArchiveError(Kind::NotAPropertyList, "neither a binary nor an XML list");
-    checkXmlList(list);
+    checkXmlList(list, maxObjects);
     const NumericLocale plainNumbers;
     plist_t root = nullptr;
     plist_from_xml(text.data(), static_cast<std::uint32_t>(text.size()), &root);
@@ -82,12 +82,12 @@ PropertyList::PropertyList(plist_t root)
 {
 }
 
-PropertyList PropertyList::fromBytes(ByteView list)
+PropertyList PropertyList::fromBytes(ByteView list, std::size_t maxObjects)
 {
     if (list.size() > ArchiveLimits::FileBytes)
         throw ArchiveError(Kind::TooLarge, "list of too many bytes");
-    return PropertyList(
-        textOf(list).starts_with(BinaryMagic) ? parsedBinary(list) : parsedXml(list));
+    return PropertyList(textOf(list).starts_with(BinaryMagic) ? parsedBinary(list, maxObjects)
+                                                              : parsedXml(list, maxObjects));
 }
 
 Bytes PropertyList::toBinary() const

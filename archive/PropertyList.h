@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/ArchiveLimits.h"
 #include "archive/Bytes.h"
 
 #include <plist/plist.h>
@@ -14,9 +15,10 @@ namespace kestrel {
 // Owns a property list tree of libplist.
 class PropertyList {
 public:
-    // Parses a binary or XML list; throws ArchiveError unless it is sound. libplist gets bytes in
-    // no other way.
-    [[nodiscard]] static PropertyList fromBytes(ByteView list);
+    // Parses a binary or XML list; throws ArchiveError unless it is sound and has at most
+    // `maxObjects`. libplist gets bytes in no other way.
+    [[nodiscard]] static PropertyList fromBytes(
+        ByteView list, std::size_t maxObjects = ArchiveLimits::FileObjects);
 
     explicit PropertyList(plist_t root); // takes ownership
     [[nodiscard]] plist_t root() const { return m_root.get(); }

@@ -48,8 +48,9 @@ bool isBlank(std::string_view text)
 
 class XmlScanner {
 public:
-    explicit XmlScanner(std::string_view xml)
+    XmlScanner(std::string_view xml, std::size_t maxElements)
         : m_xml(xml)
+        , m_maxElements(maxElements)
     {
     }
     void check();
@@ -59,13 +60,16 @@ private:
     void takeTag(std::string_view tag);
     void open(std::string_view name);
     void close(std::string_view name);
-    void checkContent(std::string_view name, std::string_view content) const;
+    void checkContent(std::string_view name, std::string_view content);
+    void countMoves(std::string_view text);
     std::string_view tagAt(std::size_t at) const;
 
     std::string_view m_xml;
+    std::size_t m_maxElements;
     std::size_t m_at = 0;
     std::vector<Element> m_open;
     std::size_t m_count = 0;
+    std::size_t m_movedBytes = 0; // see ArchiveLimits
     bool m_isDone = false;
 };
 
@@ -149,7 +153,7 @@ void XmlScanner::open(std::string_view name)
 {
     if (m_isDone || (m_open.empty() != (name == "plist")))
         refuse("element outside the list");
-    if (++m_count > ArchiveLimits::FileObjects)
+    if (++m_count > m_maxElements)
         throw ArchiveError(Kind::TooManyObjects, "list of too many elements");
     if (!m_open.empty()) {
         Element& parent = m_open.back();
@@ -162,6 +166,8 @@ void XmlScanner::open(std::string_view name)
             refuse("key and value out of turn");
         parent.keyWaits = isKey;
         ++parent.children;
+        if (parent.name == "dict" && parent.children > 2 * ArchiveLimits::DictionaryKeys)
+            throw ArchiveError(Kind::TooManyObjects, "dictionary of too many keys");
     }
     // The element <plist> itself does not count as a container.
     if (isContainer(name) && m_open.size() > ArchiveLimits::Depth)
@@ -200,10 +206,20 @@ void checkCharacters(std::string_view content)
     }
 }
 
-void XmlScanner::checkContent(std::string_view name, std::string_view content) const
+void XmlScanner::countMoves(std::string_view text)
+{
+    for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
+        m_movedBytes += text.size() - at;
+        if (m_movedBytes > ArchiveLimits::MovedBytes)
+            throw ArchiveError(Kind::TooLarge, "texts of too many character references");
+    }
+}
+
+void XmlScanner::checkContent(std::string_view name, std::string_view content)
 {
     if (name == "string" || name == "key") {
         checkCharacters(content);
+        countMoves(content);
         return;
     }
     if (name == "true" || name == "false") {
@@ -242,10 +258,10 @@ void checkEncoding(ByteView list)
 
 } // namespace
 
-void checkXmlList(ByteView list)
+void checkXmlList(ByteView list, std::size_t maxElements)
 {
     checkEncoding(list);
-    XmlScanner({ reinterpret_cast<const char*>(list.data()), list.size() }).check();
+    XmlScanner({ reinterpret_cast<const char*>(list.data()), list.size() }, maxElements).check();
 }
 
 } // namespace kestrel

@@ -1,3 +1,4 @@
+#include "archive/PropertyList.h"
 #include "tests/archive/ListBuilder.h"
 #include "tests/archive/Refusal.h"
 
@@ -166,6 +167,18 @@ TEST(HostileList, a_shared_part_is_as_deep_as_the_deepest_way_to_it)
         high = builder.array({ high });
     builder.array({ low, high }); // `low` is first met near the root
     EXPECT_EQ(refusal(builder.list()), Kind::TooDeep);
+}
+
+TEST(HostileList, a_dictionary_of_too_many_keys_is_refused)
+{
+    const auto dictionary = [](int keys) {
+        PropertyList list(plist_new_dict());
+        for (int i = 0; i < keys; ++i)
+            plist_dict_set_item(list.root(), std::to_string(i).c_str(), plist_new_bool(1));
+        return list.toBinary();
+    };
+    EXPECT_EQ(refusal(dictionary(50'000)), Kind::NotAnArchive);
+    EXPECT_EQ(refusal(dictionary(50'001)), Kind::TooManyObjects);
 }
 
 TEST(HostileList, doubled_references_are_counted_as_they_expand)

@@ -65,6 +65,33 @@ TEST(HostileXml, too_many_elements_are_refused)
         Kind::TooManyObjects);
 }
 
+TEST(HostileXml, a_dictionary_of_too_many_keys_is_refused)
+{
+    const auto dictionary = [](int keys) {
+        std::string members;
+        for (int i = 0; i < keys; ++i)
+            members += "<key>" + std::to_string(i) + "</key><true/>";
+        return xmlList("<dict>" + members + "</dict>");
+    };
+    EXPECT_EQ(refusal(dictionary(50'000)), Kind::NotAnArchive);
+    EXPECT_EQ(refusal(dictionary(50'001)), Kind::TooManyObjects);
+}
+
+TEST(HostileXml, references_to_characters_are_counted_with_the_text_that_they_move)
+{
+    const auto texts = [](std::size_t count, std::size_t references) {
+        return xmlList("<array>"
+            + repeated("<string>" + repeated("&amp;", references) + "</string>", count)
+            + "</array>");
+    };
+    EXPECT_EQ(refusal(texts(1, 20'000)), Kind::NotAnArchive); // 20,000 * 100,000 / 2 bytes
+    EXPECT_EQ(refusal(texts(1, 21'000)), Kind::TooLarge);
+    EXPECT_EQ(refusal(texts(2, 20'000)), Kind::TooLarge) << "texts are counted together";
+    EXPECT_EQ(refusal(texts(100'000, 5)), Kind::NotAnArchive) << "many short texts do no harm";
+    EXPECT_EQ(refusal(xmlList("<dict><key>" + repeated("&#38;", 21'000) + "</key><true/></dict>")),
+        Kind::TooLarge);
+}
+
 TEST(HostileXml, too_many_bytes_are_refused)
 {
     EXPECT_EQ(refusal(xmlList("<string>" + repeated("x", 16 << 20) + "</string>")), Kind::TooLarge);

@@ -16,6 +16,10 @@ namespace kestrel {
 
 namespace {
 
+// The file has a handful of values of ours. libplist takes seconds to write a list of ten times as
+// many objects.
+constexpr std::size_t MaxObjects = 50'000;
+
 PropertyList emptyDictionary()
 {
     return PropertyList(plist_new_dict());
@@ -73,13 +77,14 @@ FileDefaultsStore::Health FileDefaultsStore::read()
         m_content = emptyDictionary();
         return Health::Sound;
     }
-    if (!file.open(QIODevice::ReadOnly))
+    // Opening a FIFO would wait for a writer.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return Health::Unreadable;
     const QByteArray bytes = file.read(ArchiveLimits::FileBytes + 1);
     if (file.error() != QFileDevice::NoError)
         return Health::Unreadable;
     try {
-        PropertyList content = PropertyList::fromBytes(viewOf(bytes));
+        PropertyList content = PropertyList::fromBytes(viewOf(bytes), MaxObjects);
         if (plist_get_node_type(content.root()) == PLIST_DICT) {
             m_content = std::move(content);
             return Health::Sound;

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace kestrel::test {
 
@@ -16,7 +17,7 @@ namespace {
 
 using Data = DefaultsStore::Bytes;
 
-class FileDefaultsStoreTest : public testing::Test {
+class FileDefaults : public testing::Test {
 protected:
     QString path() const { return m_folder.filePath("config/defaults.plist"); }
     void write(std::string_view bytes) const
@@ -48,7 +49,7 @@ protected:
     QTemporaryDir m_folder;
 };
 
-TEST_F(FileDefaultsStoreTest, a_file_that_does_not_exist_holds_nothing)
+TEST_F(FileDefaults, a_file_that_does_not_exist_holds_nothing)
 {
     FileDefaultsStore store(path());
     EXPECT_EQ(store.data("a"), std::nullopt);
@@ -56,7 +57,7 @@ TEST_F(FileDefaultsStoreTest, a_file_that_does_not_exist_holds_nothing)
     EXPECT_FALSE(QFile::exists(path()));
 }
 
-TEST_F(FileDefaultsStoreTest, a_value_counts_at_once_and_is_on_disk_after_synchronising)
+TEST_F(FileDefaults, a_value_counts_at_once_and_is_on_disk_after_synchronising)
 {
     FileDefaultsStore store(path());
     store.setData("a", Data { 1, 2 });
@@ -67,7 +68,7 @@ TEST_F(FileDefaultsStoreTest, a_value_counts_at_once_and_is_on_disk_after_synchr
     EXPECT_EQ(store.data("a"), (Data { 1, 2 }));
 }
 
-TEST_F(FileDefaultsStoreTest, an_empty_value_is_a_value)
+TEST_F(FileDefaults, an_empty_value_is_a_value)
 {
     FileDefaultsStore store(path());
     store.setData("a", {});
@@ -75,7 +76,7 @@ TEST_F(FileDefaultsStoreTest, an_empty_value_is_a_value)
     EXPECT_EQ(stored("a"), Data());
 }
 
-TEST_F(FileDefaultsStoreTest, two_stores_keep_what_the_other_wrote)
+TEST_F(FileDefaults, two_stores_keep_what_the_other_wrote)
 {
     FileDefaultsStore one(path());
     FileDefaultsStore other(path());
@@ -89,7 +90,7 @@ TEST_F(FileDefaultsStoreTest, two_stores_keep_what_the_other_wrote)
     EXPECT_EQ(one.data("other"), Data { 2 });
 }
 
-TEST_F(FileDefaultsStoreTest, a_key_that_was_not_set_again_is_not_written_again)
+TEST_F(FileDefaults, a_key_that_was_not_set_again_is_not_written_again)
 {
     FileDefaultsStore one(path());
     one.setData("key", Data { 1 });
@@ -102,7 +103,7 @@ TEST_F(FileDefaultsStoreTest, a_key_that_was_not_set_again_is_not_written_again)
     EXPECT_EQ(stored("key"), Data { 2 });
 }
 
-TEST_F(FileDefaultsStoreTest, values_of_other_kinds_are_no_data_and_are_kept)
+TEST_F(FileDefaults, values_of_other_kinds_are_no_data_and_are_kept)
 {
     write(xmlList("<dict><key>n</key><integer>-7</integer><key>t</key><string>⌘</string>"
                   "<key>when</key><date>2020-01-01T00:00:00Z</date><key>list</key><array><true/>"
@@ -117,7 +118,7 @@ TEST_F(FileDefaultsStoreTest, values_of_other_kinds_are_no_data_and_are_kept)
         EXPECT_NE(text.find(part), text.npos) << part;
 }
 
-TEST_F(FileDefaultsStoreTest, a_value_of_another_kind_is_kept_aside_before_it_is_replaced)
+TEST_F(FileDefaults, a_value_of_another_kind_is_kept_aside_before_it_is_replaced)
 {
     write(xmlList("<dict><key>a</key><string>mine</string></dict>"));
     FileDefaultsStore store(path());
@@ -134,7 +135,7 @@ TEST_F(FileDefaultsStoreTest, a_value_of_another_kind_is_kept_aside_before_it_is
         << xmlContent();
 }
 
-TEST_F(FileDefaultsStoreTest, a_damaged_file_is_kept_aside_before_anything_is_written)
+TEST_F(FileDefaults, a_damaged_file_is_kept_aside_before_anything_is_written)
 {
     for (const std::string& damage : { std::string("bplist00 cut off"), std::string("<plist>"),
              xmlList("<array/>"), std::string() }) {
@@ -150,7 +151,35 @@ TEST_F(FileDefaultsStoreTest, a_damaged_file_is_kept_aside_before_anything_is_wr
     }
 }
 
-TEST_F(FileDefaultsStoreTest, a_hostile_file_is_damaged)
+TEST_F(FileDefaults, a_file_that_would_take_seconds_to_write_is_damaged)
+{
+    std::string elements;
+    for (int i = 0; i < 60'000; ++i)
+        elements += "<integer>" + std::to_string(i) + "</integer>";
+    const std::string large = xmlList("<dict><key>a</key><array>" + elements + "</array></dict>");
+    write(large);
+    FileDefaultsStore store(path());
+    store.setData("b", Data { 1 });
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(content(".damaged").toStdString(), large);
+    EXPECT_EQ(stored("b"), Data { 1 });
+}
+
+TEST_F(FileDefaults, a_fifo_is_neither_waited_for_nor_replaced)
+{
+    QDir(m_folder.path()).mkdir("config");
+    const QByteArray name = path().toLocal8Bit();
+    ASSERT_EQ(::mkfifo(name.constData(), 0600), 0);
+    FileDefaultsStore store(path());
+    EXPECT_EQ(store.data("a"), std::nullopt);
+    store.setData("a", Data { 1 });
+    EXPECT_FALSE(store.synchronise());
+    struct stat status { };
+    ASSERT_EQ(::lstat(name.constData(), &status), 0);
+    EXPECT_TRUE(S_ISFIFO(status.st_mode));
+}
+
+TEST_F(FileDefaults, a_hostile_file_is_damaged)
 {
     std::string bytes = "bplist00";
     bytes += std::string("\xA1\x00", 2);
@@ -166,7 +195,7 @@ TEST_F(FileDefaultsStoreTest, a_hostile_file_is_damaged)
     EXPECT_EQ(content(".damaged").toStdString(), bytes + trailer);
 }
 
-TEST_F(FileDefaultsStoreTest, what_cannot_be_read_is_not_replaced)
+TEST_F(FileDefaults, what_cannot_be_read_is_not_replaced)
 {
     QDir(m_folder.path())
         .mkpath("config/defaults.plist"); // a folder, which root cannot read either
@@ -177,7 +206,7 @@ TEST_F(FileDefaultsStoreTest, what_cannot_be_read_is_not_replaced)
     EXPECT_EQ(store.data("a"), Data { 1 });
 }
 
-TEST_F(FileDefaultsStoreTest, what_could_not_be_read_at_first_is_kept_aside_before_it_is_replaced)
+TEST_F(FileDefaults, what_could_not_be_read_at_first_is_kept_aside_before_it_is_replaced)
 {
     QDir(m_folder.path()).mkpath("config/defaults.plist"); // unreadable …
     FileDefaultsStore store(path());
@@ -195,7 +224,7 @@ TEST_F(FileDefaultsStoreTest, what_could_not_be_read_at_first_is_kept_aside_befo
     EXPECT_EQ(aside.readAll(), before.readAll());
 }
 
-TEST_F(FileDefaultsStoreTest, a_writer_that_never_ends_is_not_waited_for)
+TEST_F(FileDefaults, a_writer_that_never_ends_is_not_waited_for)
 {
     FileDefaultsStore store(path(), std::chrono::milliseconds(50));
     store.setData("a", Data { 1 });
@@ -211,7 +240,7 @@ TEST_F(FileDefaultsStoreTest, a_writer_that_never_ends_is_not_waited_for)
     EXPECT_EQ(stored("a"), Data { 2 });
 }
 
-TEST_F(FileDefaultsStoreTest, stands_in_the_users_folder_of_configuration)
+TEST_F(FileDefaults, stands_in_the_users_folder_of_configuration)
 {
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.path()));
     EXPECT_EQ(FileDefaultsStore::standardPath(), m_folder.filePath("com.holvik.kestrel.plist"));
