@@ -1,5 +1,6 @@
 #include "tests/end-to-end/RunningStudio.h"
 #include "tools/stage/KeysDown.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -124,6 +125,18 @@ TEST_F(Faults, without_the_workstation_the_link_stays_closed)
     EXPECT_FALSE(studio.isAnswered(milliseconds(13000)));
     studio.startWorkstation();
     EXPECT_TRUE(studio.isAnswered());
+}
+
+// What keeps the other tests apart from whatever runs on the same machine.
+TEST_F(Faults, a_workstation_outside_of_the_studio_is_not_seen)
+{
+    const stage::TemporaryFolder folder;
+    const auto outsider = folder.path() / "Pro Tools";
+    std::filesystem::create_symlink("/bin/sleep", outsider);
+    const stage::ChildProcess outside({ outsider.string(), "60" });
+    studio.startConsole();
+    studio.startKestrel();
+    EXPECT_FALSE(studio.isAnswered(milliseconds(13000)));
 }
 
 TEST_F(Faults, a_storm_of_heartbeats_is_survived)

@@ -25,6 +25,7 @@ Studio::Studio(fs::path programs, const Options& options)
 ChildProcess::Environment Studio::environment() const
 {
     ChildProcess::Environment result = m_settings.environment();
+    result.merge(m_processes.environment());
     if (m_display)
         result.merge(m_display->environment());
     if (m_jack)
@@ -54,7 +55,9 @@ std::unique_ptr<ChildProcess> Studio::start(
 {
     std::vector<std::string> command { (m_programs / program).string() };
     command.insert(command.end(), arguments.begin(), arguments.end());
-    return std::make_unique<ChildProcess>(command, environment());
+    auto process = std::make_unique<ChildProcess>(command, environment());
+    m_processes.add(process->pid());
+    return process;
 }
 
 bool Studio::photograph(const fs::path& picture) const

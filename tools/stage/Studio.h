@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/stage/ChildProcess.h"
+#include "tools/stage/OwnProcesses.h"
 #include "tools/stage/PrivateJackServer.h"
 #include "tools/stage/PrivateXServer.h"
 #include "tools/stage/ShownWindows.h"
@@ -13,8 +14,8 @@
 
 namespace kestrel::stage {
 
-// A whole studio on one machine: servers, throw-away settings, and the programs in them: the
-// utility, the console simulator and the workstation stand-in.
+// A whole studio on one machine: servers, throw-away settings, a process table of its own, and the
+// programs in them: the utility, the console simulator and the workstation stand-in.
 class Studio {
 public:
     struct Options {
@@ -53,6 +54,7 @@ private:
 
     std::filesystem::path m_programs;
     ThrowAwaySettings m_settings;
+    OwnProcesses m_processes;
     std::unique_ptr<PrivateXServer> m_display;
     std::unique_ptr<PrivateJackServer> m_jack;
 };
