@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/CommandLine.h"
 #include "app/FileOpenEvents.h"
 #include "app/QtMainLoop.h"
 #include "app/SingleInstance.h"
@@ -7,16 +8,18 @@
 #include "platform/Platform.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QSessionManager>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 namespace {
 
 constexpr std::chrono::milliseconds HandOverTimeout { 5000 };
+constexpr int ExitCodeOfWrongUsage = 2;
 
 // What has to be put in order when the toolkit ends the program by exit(), as it does when its
 // connection to the display is gone.
@@ -33,15 +36,22 @@ void terminateRunning()
     running.platform->keyEvents.reset(); // lets every key go that it holds
 }
 
-QStringList filesFromArguments()
+kestrel::CommandLine commandLineOf(int count, char* arguments[])
 {
-    QStringList paths = QCoreApplication::arguments().mid(1);
-    for (QString& path : paths)
-        path = QFileInfo(path).absoluteFilePath();
-    return paths;
+    QStringList decoded;
+    for (int i = 0; i < count; ++i)
+        decoded.append(QString::fromLocal8Bit(arguments[i]));
+    return kestrel::CommandLine(decoded);
 }
 
-int run(kestrel::SingleInstance& instance)
+// Files behind "--" may be named like options of Qt, so QApplication does not get to see them.
+int countForQt(int count, char* arguments[])
+{
+    const auto isEnd = [](const char* argument) { return argument == std::string_view("--"); };
+    return static_cast<int>(std::find_if(arguments, arguments + count, isEnd) - arguments);
+}
+
+int run(kestrel::SingleInstance& instance, const QStringList& files)
 {
     using namespace kestrel;
 
@@ -68,7 +78,7 @@ int run(kestrel::SingleInstance& instance)
     running = { &delegate, &platform };
     std::atexit(terminateRunning);
     delegate.applicationDidFinishLaunching();
-    if (const QStringList files = filesFromArguments(); !files.isEmpty())
+    if (!files.isEmpty())
         delegate.applicationOpenFiles(files);
     const int exitCode = QCoreApplication::exec();
     delegate.applicationWillTerminate();
@@ -80,10 +90,16 @@ int run(kestrel::SingleInstance& instance)
 
 int main(int argc, char* argv[])
 {
+    const kestrel::CommandLine commandLine = commandLineOf(argc, argv);
+    if (const auto& answer = commandLine.answer()) {
+        std::fputs(qPrintable(answer->text), answer->isError ? stderr : stdout);
+        return answer->isError ? ExitCodeOfWrongUsage : EXIT_SUCCESS;
+    }
     if (const auto problem = kestrel::prepareSession()) {
         std::fprintf(stderr, "kestrel: %s\n", problem->c_str());
         return EXIT_FAILURE;
     }
+    argc = countForQt(argc, argv);
     const QApplication application(argc, argv);
     QApplication::setDesktopFileName(QStringLiteral("com.holvik.kestrel"));
     QApplication::setQuitOnLastWindowClosed(false);
@@ -92,8 +108,8 @@ int main(int argc, char* argv[])
         QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)
         + QStringLiteral("/kestrel"));
     if (instance.claim())
-        return run(instance);
-    if (instance.handOver(filesFromArguments(), HandOverTimeout))
+        return run(instance, commandLine.files());
+    if (instance.handOver(commandLine.files(), HandOverTimeout))
         return EXIT_SUCCESS;
     std::fputs("kestrel: another Kestrel is running, and it does not answer\n", stderr);
     return EXIT_FAILURE;
