@@ -1,4 +1,4 @@
-# Manual pages and change logs, compressed as distributions want them: without a time inside.
+# Manual pages, change logs and licences of others, compressed as distributions want them: without a time inside.
 set(DEBIAN_CHANGELOG ${CMAKE_CURRENT_BINARY_DIR}/changelog)
 execute_process(
   COMMAND date --utc --rfc-email --date=${KESTREL_RELEASE_DATE}
@@ -26,5 +26,6 @@ foreach(program kestrel kestrel-assign zenta-console)
 endforeach()
 compressed(${DEBIAN_CHANGELOG} ${documents})
 compressed(${CMAKE_SOURCE_DIR}/CHANGELOG.md ${documents})
+compressed(${CMAKE_SOURCE_DIR}/THIRD-PARTY.md ${documents})
 add_custom_target(kestrel_documents ALL DEPENDS ${compressed_documents})
 install(FILES copyright DESTINATION ${documents})

@@ -236,6 +236,13 @@ TEST(PackageScript, a_binary_that_names_no_library_has_not_been_read_and_is_refu
         "package-macos: otool names no library of " + app + "/Contents/" + plugin);
 }
 
+TEST(PackageScript, a_library_without_a_known_licence_is_refused)
+{
+    EXPECT_EQ(refusalOf(QStringLiteral("Frameworks/libunknown.2.dylib"),
+                  { "id @rpath/libunknown.2.dylib", "minos 12.0", "arch arm64" }),
+        "package-macos: libunknown.2.dylib is not listed with its licence in THIRD-PARTY.md");
+}
+
 TEST(PackageScript, a_binary_for_another_processor_is_refused)
 {
     const QString plugin = QStringLiteral("PlugIns/platforms/libqcocoa.dylib");
