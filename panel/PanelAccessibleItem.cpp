@@ -29,9 +29,14 @@ std::size_t PanelAccessibleItem::number() const
     return static_cast<std::size_t>(m_index - first);
 }
 
-std::uint8_t PanelAccessibleItem::value() const
+KnobRing PanelAccessibleItem::ring() const
 {
-    return isKnob() ? (*m_view->myKnobArray())[number()] : (*m_view->mySwitchArray())[number()];
+    return KnobRing((*m_view->myKnobArray())[number()]);
+}
+
+bool PanelAccessibleItem::isLit() const
+{
+    return PanelLayout::isLit((*m_view->mySwitchArray())[number()]);
 }
 
 QWindow* PanelAccessibleItem::window() const
@@ -57,9 +62,8 @@ QString PanelAccessibleItem::text(QAccessible::Text kind) const
     if (kind == QAccessible::Name)
         return isKnob() ? PanelText::knobName(number()) : PanelText::switchName(number());
     if (kind == QAccessible::Value)
-        return isKnob() ? currentValue().toString()
-                        : PanelText::lampState(PanelLayout::isLit(value()));
-    return {};
+        return isKnob() ? currentValue().toString() : PanelText::lampState(isLit());
+    return kind == QAccessible::Description && isKnob() ? PanelText::ring(ring()) : QString();
 }
 
 QRect PanelAccessibleItem::rect() const
@@ -84,7 +88,7 @@ QAccessible::State PanelAccessibleItem::state() const
     if (!m_view || !m_view->isVisible())
         state.invisible = true;
     else if (!isRow() && !isKnob())
-        state.checked = PanelLayout::isLit(value());
+        state.checked = isLit();
     return state;
 }
 
@@ -97,7 +101,12 @@ void* PanelAccessibleItem::interface_cast(QAccessible::InterfaceType type)
 
 QVariant PanelAccessibleItem::currentValue() const
 {
-    return m_view && isKnob() ? PanelText::ringPosition(value()) : 0;
+    return m_view && isKnob() ? ring().position() : 0;
+}
+
+QVariant PanelAccessibleItem::maximumValue() const
+{
+    return m_view && isKnob() ? ring().lastPosition() : 0;
 }
 
 } // namespace kestrel

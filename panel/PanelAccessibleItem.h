@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panel/KnobRing.h"
 #include "panel/PlugInPanelView.h"
 
 #include <QAccessible>
@@ -29,11 +30,11 @@ public:
     [[nodiscard]] QAccessible::State state() const override;
     void* interface_cast(QAccessible::InterfaceType type) override;
 
-    // Of a knob: the position on its ring, 0 when that is dark.
+    // Of a knob: the position on its ring, 0 when no lamp of the ring is lit.
     [[nodiscard]] QVariant currentValue() const override;
     void setCurrentValue(const QVariant&) override { }
     [[nodiscard]] QVariant minimumValue() const override { return 0; }
-    [[nodiscard]] QVariant maximumValue() const override { return 11; }
+    [[nodiscard]] QVariant maximumValue() const override;
     [[nodiscard]] QVariant minimumStepSize() const override { return 1; }
 
     [[nodiscard]] int index() const { return m_index; }
@@ -42,7 +43,8 @@ private:
     [[nodiscard]] bool isRow() const;
     [[nodiscard]] bool isKnob() const;
     [[nodiscard]] std::size_t number() const; // among its kind
-    [[nodiscard]] std::uint8_t value() const;
+    [[nodiscard]] KnobRing ring() const; // of a knob
+    [[nodiscard]] bool isLit() const; // of a lamp
 
     QPointer<PlugInPanelView> m_view;
     int m_index;

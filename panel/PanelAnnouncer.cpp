@@ -50,12 +50,24 @@ void PanelAnnouncer::announceRows()
 
 void PanelAnnouncer::announceKnobs()
 {
-    for (std::size_t i = 0; i < m_knobPositions.size(); ++i) {
-        const int now = PanelText::ringPosition((*m_view.myKnobArray())[i]);
-        if (std::exchange(m_knobPositions[i], now) == now)
-            continue;
-        QAccessibleValueChangeEvent event(&m_view, now);
-        event.setChild(PlugInPanelAccessible::FirstKnob + static_cast<int>(i));
+    for (std::size_t i = 0; i < m_knobs.size(); ++i) {
+        const std::uint8_t now = (*m_view.myKnobArray())[i];
+        announceKnob(i, KnobRing(std::exchange(m_knobs[i], now)), KnobRing(now));
+    }
+}
+
+// Mode and lower lamp are in the description, which the position is in too.
+void PanelAnnouncer::announceKnob(std::size_t knob, KnobRing before, KnobRing now)
+{
+    const int child = PlugInPanelAccessible::FirstKnob + static_cast<int>(knob);
+    if (before.position() != now.position()) {
+        QAccessibleValueChangeEvent event(&m_view, now.position());
+        event.setChild(child);
+        m_listener.tell(&event);
+    }
+    if (PanelText::ring(before) != PanelText::ring(now)) {
+        QAccessibleEvent event(&m_view, QAccessible::DescriptionChanged);
+        event.setChild(child);
         m_listener.tell(&event);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panel/KnobRing.h"
 #include "panel/PlugInPanelView.h"
 
 #include <QAccessible>
@@ -31,6 +32,7 @@ private:
     void announce();
     void announceRows();
     void announceKnobs();
+    void announceKnob(std::size_t knob, KnobRing before, KnobRing now);
     void announceSwitches();
 
     PlugInPanelView& m_view;
@@ -38,7 +40,7 @@ private:
     QTimer m_pause;
     // What was told last.
     std::array<QString, 2> m_rows;
-    std::array<int, PanelLayout::Knobs> m_knobPositions {};
+    PanelKnobs m_knobs {};
     std::array<bool, PanelLayout::Switches> m_lit {};
 };
 

@@ -58,12 +58,6 @@ inline constexpr std::array<Switch, Switches> SwitchTable { {
     return 309 + 97 * static_cast<double>(knob);
 }
 
-// The ring codes that the frame strip has no picture for.
-[[nodiscard]] constexpr bool knobHasPicture(std::uint8_t value)
-{
-    return (value & 0x0C) != 0x0C && (value < 55 || value > 63) && value <= 118;
-}
-
 [[nodiscard]] constexpr bool isLit(std::uint8_t switchValue)
 {
     return switchValue > 63;

@@ -13,6 +13,29 @@ constexpr std::uint8_t LeftArrow = 0x7F;
 
 constexpr std::array<const char*, PanelLayout::Switches> SwitchNames { "INSERT/PARAM", "ASSIGN",
     "SELECT 1", "SELECT 2", "SELECT 3", "SELECT 4", "BYPASS", "COMPARE" };
+
+QString litLamps(KnobRing ring)
+{
+    const int position = ring.position();
+    if (position == 0)
+        return QStringLiteral("dark");
+    switch (ring.mode()) {
+    case KnobRing::Mode::OneLamp:
+        return QStringLiteral("lamp %1 of %2").arg(position).arg(KnobRing::Lamps);
+    case KnobRing::Mode::FromMiddle:
+        return QStringLiteral("from the middle to lamp %1 of %2")
+            .arg(position)
+            .arg(KnobRing::Lamps);
+    case KnobRing::Mode::FromFirst:
+        return QStringLiteral("from the first to lamp %1 of %2").arg(position).arg(KnobRing::Lamps);
+    case KnobRing::Mode::BothSides:
+        break;
+    }
+    if (position == 1)
+        return QStringLiteral("the middle lamp");
+    return position == 2 ? QStringLiteral("1 lamp to each side of the middle")
+                         : QStringLiteral("%1 lamps to each side of the middle").arg(position - 1);
+}
 } // namespace
 
 QString glyph(std::uint8_t code)
@@ -45,9 +68,12 @@ QString knobName(std::size_t knob)
     return QStringLiteral("Knob %1").arg(knob + 1);
 }
 
-int ringPosition(std::uint8_t knobValue)
+QString ring(KnobRing ring)
 {
-    return PanelLayout::knobHasPicture(knobValue) ? knobValue & 0x0F : 0;
+    if (!ring.hasPicture())
+        return QStringLiteral("not shown");
+    return ring.isLowerLampLit() ? litLamps(ring) + QStringLiteral(", lower lamp lit")
+                                 : litLamps(ring);
 }
 
 QString switchName(std::size_t lamp)

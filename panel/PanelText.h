@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panel/DisplayMessage.h"
+#include "panel/KnobRing.h"
 
 #include <QString>
 
@@ -14,8 +15,7 @@ namespace kestrel::PanelText {
 [[nodiscard]] QString row(const PanelZones& zones, std::size_t row);
 
 [[nodiscard]] QString knobName(std::size_t knob);
-// Which of the eleven lamps of its ring a knob value stands at; 0 when the ring is dark.
-[[nodiscard]] int ringPosition(std::uint8_t knobValue);
+[[nodiscard]] QString ring(KnobRing ring); // which of its lamps are lit
 
 [[nodiscard]] QString switchName(std::size_t lamp); // as engraved
 [[nodiscard]] QString lampState(bool isLit);

@@ -1,6 +1,7 @@
 #include "panel/PlugInPanelView.h"
 
 #include "common/KestrelUtilities.h"
+#include "panel/KnobRing.h"
 #include "panel/PanelAnnouncer.h"
 #include "panel/PanelCanvas.h"
 #include "panel/PanelLayout.h"
@@ -167,10 +168,10 @@ void PlugInPanelView::drawKnob(PanelCanvas& canvas)
     const double side = m_imageKnob.width();
     const auto [width, height] = drawRatio(false);
     for (std::size_t i = 0; i < PanelLayout::Knobs; ++i) {
-        const std::uint8_t value = (*m_myKnobArray)[i];
-        if (!PanelLayout::knobHasPicture(value))
+        const KnobRing ring((*m_myKnobArray)[i]);
+        if (!ring.hasPicture())
             continue;
-        canvas.draw(m_imageKnob, { 0, (LastCode - value) * side, side, side },
+        canvas.draw(m_imageKnob, { 0, (LastCode - ring.frame()) * side, side, side },
             { PanelLayout::knobLeft(i) * width, PanelLayout::KnobBottom * height, side * width,
                 side * width },
             QPainter::CompositionMode_SourceOver);

@@ -2,7 +2,7 @@
 #include "panel/PanelText.h"
 #include "panel/PlugInPanelAccessible.h"
 #include "tests/panel/GeometryPictures.h"
-#include "tests/panel/PanelMessages.h"
+#include "tests/panel/MirroringPanel.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -15,9 +15,10 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class Accessibility : public testing::Test {
+class Accessibility : public testing::Test, protected MirroringPanel {
 protected:
     Accessibility()
+        : MirroringPanel(Window::Visible, &GeometryPictures::named)
     {
         view.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
@@ -35,22 +36,11 @@ protected:
             const auto value = static_cast<QAccessibleValueChangeEvent*>(event)->value();
             told.push_back("knob " + child + " at " + value.toString().toStdString());
         }
+        if (event->type() == QAccessible::DescriptionChanged)
+            told.push_back("ring " + child);
         if (event->type() == QAccessible::StateChanged
             && static_cast<QAccessibleStateChangeEvent*>(event)->changedStates().checked)
             told.push_back("lamp " + child);
-    }
-
-    void display(std::uint8_t zone, std::string_view characters)
-    {
-        view.updateZone(PanelMessages::display({ { zone, characters } }), true);
-    }
-    void knob(std::uint8_t number, std::uint8_t value)
-    {
-        view.updateDSParea(PanelMessages::knob(number, value), true);
-    }
-    void lamp(std::uint8_t number, bool lit)
-    {
-        view.updateDSParea(PanelMessages::lamp(number, lit), true);
     }
 
     [[nodiscard]] QAccessibleInterface* panel()
@@ -61,7 +51,6 @@ protected:
     [[nodiscard]] QAccessibleInterface* knobItem(int number) { return panel()->child(2 + number); }
     [[nodiscard]] QAccessibleInterface* lampItem(int number) { return panel()->child(6 + number); }
 
-    PlugInPanelView view { QRect(0, 0, 782, 220), &GeometryPictures::named };
     bool active = true;
     std::vector<std::string> told;
 };
@@ -102,14 +91,26 @@ TEST_F(Accessibility, before_the_first_message_the_rows_are_empty)
 
 TEST_F(Accessibility, a_knob_tells_its_position)
 {
-    knob(2, 0x47); // second mode, lower lamp, seventh position
+    knob(2, 0x47); // one lamp, the seventh, and the lower lamp
     EXPECT_EQ(knobItem(2)->text(QAccessible::Name), "Knob 3");
     EXPECT_EQ(knobItem(2)->text(QAccessible::Value), "7");
     ASSERT_NE(knobItem(2)->valueInterface(), nullptr);
     EXPECT_EQ(knobItem(2)->valueInterface()->currentValue().toInt(), 7);
     EXPECT_EQ(knobItem(2)->valueInterface()->maximumValue().toInt(), 11);
+    EXPECT_EQ(knobItem(2)->text(QAccessible::Description), "lamp 7 of 11, lower lamp lit");
     knob(2, 0x0F); // no such frame
     EXPECT_EQ(knobItem(2)->text(QAccessible::Value), "0");
+    EXPECT_EQ(knobItem(2)->text(QAccessible::Description), "not shown");
+}
+
+TEST_F(Accessibility, a_knob_that_spreads_to_both_sides_is_full_at_its_sixth_position)
+{
+    knob(2, 0x36);
+    EXPECT_EQ(knobItem(2)->valueInterface()->currentValue().toInt(), 6);
+    EXPECT_EQ(knobItem(2)->valueInterface()->maximumValue().toInt(), 6);
+    EXPECT_EQ(knobItem(2)->text(QAccessible::Description), "5 lamps to each side of the middle");
+    knob(2, 0x16);
+    EXPECT_EQ(knobItem(2)->valueInterface()->maximumValue().toInt(), 11);
 }
 
 TEST_F(Accessibility, lamps_are_named_as_engraved)
@@ -154,8 +155,8 @@ TEST_F(Accessibility, changes_are_announced_once_they_pause)
     knob(1, 0x05);
     lamp(6, true);
     EXPECT_THAT(told, IsEmpty());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return told.size() >= 3; }));
-    EXPECT_THAT(told, ElementsAre("row 1", "knob 3 at 5", "lamp 12"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return told.size() >= 4; }));
+    EXPECT_THAT(told, ElementsAre("row 1", "knob 3 at 5", "ring 3", "lamp 12"));
 }
 
 TEST_F(Accessibility, a_flood_of_changes_is_told_as_one)
@@ -165,7 +166,7 @@ TEST_F(Accessibility, a_flood_of_changes_is_told_as_one)
         knob(0, static_cast<std::uint8_t>(i % 12));
     }
     ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
-    EXPECT_THAT(told, ElementsAre("row 0", "knob 2 at 3"));
+    EXPECT_THAT(told, ElementsAre("row 0", "knob 2 at 3", "ring 2"));
 }
 
 TEST_F(Accessibility, what_changed_back_in_the_meantime_is_not_told)
@@ -179,6 +180,19 @@ TEST_F(Accessibility, what_changed_back_in_the_meantime_is_not_told)
     EXPECT_THAT(told, ElementsAre("lamp 9"));
 }
 
+TEST_F(Accessibility, a_change_of_the_mode_or_of_the_lower_lamp_alone_is_told)
+{
+    knob(0, 0x11);
+    knob(1, 0x40);
+    knob(3, 0x0D); // still no lamp lit, but no picture either
+    ASSERT_TRUE(QTest::qWaitFor([&] { return told.size() >= 4; }));
+    EXPECT_THAT(told, ElementsAre("knob 2 at 1", "ring 2", "ring 3", "ring 5"));
+    told.clear();
+    knob(0, 0x21);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    EXPECT_THAT(told, ElementsAre("ring 2"));
+}
+
 TEST_F(Accessibility, who_starts_to_listen_late_is_told_what_has_changed_so_far)
 {
     active = false;
@@ -186,7 +200,7 @@ TEST_F(Accessibility, who_starts_to_listen_late_is_told_what_has_changed_so_far)
     active = true;
     lamp(3, true);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
-    EXPECT_THAT(told, ElementsAre("knob 2 at 5", "lamp 9"));
+    EXPECT_THAT(told, ElementsAre("knob 2 at 5", "ring 2", "lamp 9"));
 }
 
 TEST(PanelText, special_glyphs_read_as_what_they_show)

@@ -1,5 +1,6 @@
+#include "panel/KnobRing.h"
+#include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
-#include "tests/panel/PanelMessages.h"
 #include "tests/support/ApprovedPicture.h"
 
 #include <gtest/gtest.h>
@@ -12,8 +13,12 @@ constexpr int Columns = 11;
 constexpr int Rows = 8;
 
 // A panel with the product's own pictures, and what of it goes into an approved picture.
-class ApprovedPictures : public testing::TestWithParam<int> {
+class ApprovedPictures : public testing::TestWithParam<int>, protected MirroringPanel {
 protected:
+    ApprovedPictures()
+        : MirroringPanel(Window::Hidden)
+    {
+    }
     void SetUp() override { ASSERT_FALSE(view.imageBack().isNull()); }
 
     [[nodiscard]] int scale() const { return GetParam(); }
@@ -21,19 +26,6 @@ protected:
     [[nodiscard]] QImage part(const QRect& units)
     {
         return panel().copy(QRect(units.topLeft() * scale(), units.size() * scale()));
-    }
-
-    void display(std::uint8_t zone, std::string_view characters)
-    {
-        view.updateZone(PanelMessages::display({ { zone, characters } }), false);
-    }
-    void knob(std::uint8_t number, std::uint8_t value)
-    {
-        view.updateDSParea(PanelMessages::knob(number, value), false);
-    }
-    void lamp(std::uint8_t number, bool lit)
-    {
-        view.updateDSParea(PanelMessages::lamp(number, lit), false);
     }
 
     // From `first` on, one code a cell, through the eight zones.
@@ -51,8 +43,6 @@ protected:
     {
         compareWithApproved(QStringLiteral("panel/%1@%2x").arg(name).arg(scale()), actual, 1);
     }
-
-    PlugInPanelView view { QRect(0, 0, 782, 220) };
 };
 
 QImage stacked(const QList<QImage>& images)
@@ -123,9 +113,9 @@ TEST_P(ApprovedPictures, the_86_knob_frames)
     QPainter painter(&sheet);
     int drawn = 0;
     for (int value = 0; value < 128; ++value) {
-        if (!PanelLayout::knobHasPicture(static_cast<std::uint8_t>(value)))
+        if (!KnobRing(static_cast<std::uint8_t>(value)).hasPicture())
             continue;
-        knob(0, static_cast<std::uint8_t>(value));
+        knob(0, value);
         painter.drawImage(drawn % Columns * side, drawn / Columns * side, part(knobArea));
         ++drawn;
     }

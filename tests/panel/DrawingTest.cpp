@@ -1,6 +1,6 @@
 #include "tests/panel/GeometryPictures.h"
+#include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
-#include "tests/panel/PanelMessages.h"
 
 #include <gmock/gmock.h>
 
@@ -60,22 +60,12 @@ PlugInPanelView withPicture(const QString& replaced, const QImage& picture)
     });
 }
 
-class Drawing : public testing::Test {
+class Drawing : public testing::Test, protected MirroringPanel {
 protected:
-    void display(std::uint8_t zone, std::string_view characters)
+    Drawing()
+        : MirroringPanel(Window::Hidden, &Pictures::named)
     {
-        view.updateZone(PanelMessages::display({ { zone, characters } }), false);
     }
-    void knob(std::uint8_t number, int value)
-    {
-        view.updateDSParea(PanelMessages::knob(number, static_cast<std::uint8_t>(value)), false);
-    }
-    void lamp(std::uint8_t number, bool lit)
-    {
-        view.updateDSParea(PanelMessages::lamp(number, lit), false);
-    }
-
-    PlugInPanelView view { QRect(0, 0, 782, 220), &Pictures::named };
 };
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "tools/zenta-console/EditingScene.h"
 
+#include "panel/KnobRing.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/PanelMessages.h"
 #include "tests/support/ApprovedPicture.h"
@@ -79,7 +80,7 @@ TEST(EditingScene, consists_of_messages_that_the_panel_shows_and_pauses_alone)
         if (packet.front() == 0xF0) {
             EXPECT_EQ(packet.size(), 19u);
         } else if (packet.size() == 3 && (packet[1] & 0xFC) == 0x18) {
-            EXPECT_TRUE(PanelLayout::knobHasPicture(packet[2])) << int(packet[2]);
+            EXPECT_TRUE(KnobRing(packet[2]).hasPicture()) << int(packet[2]);
             ++knobs;
         }
     }

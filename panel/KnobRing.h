@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kestrel {
+
+// What one value byte of a knob says of the eleven lamps around it and of the single lamp below.
+class KnobRing {
+public:
+    // Which lamps are lit at position p.
+    enum class Mode : std::uint8_t {
+        OneLamp, // lamp p
+        FromMiddle, // the middle lamp to lamp p
+        FromFirst, // the first lamp to lamp p
+        BothSides, // p - 1 lamps to each side of the middle lamp, and the middle lamp itself
+    };
+
+    static constexpr int Lamps = 11;
+    static constexpr int MiddleLamp = 6;
+
+    explicit constexpr KnobRing(std::uint8_t value)
+        : m_value(value)
+    {
+    }
+
+    // False for a value that no ring can show; the knob is not drawn then.
+    [[nodiscard]] constexpr bool hasPicture() const
+    {
+        return m_value <= LastValue && (m_value & PositionBits) <= lastPosition();
+    }
+
+    [[nodiscard]] constexpr Mode mode() const
+    {
+        return static_cast<Mode>((m_value & ModeBits) >> ModeShift);
+    }
+
+    // From 1 to lastPosition(); 0 when no lamp of the ring is lit.
+    [[nodiscard]] constexpr int position() const
+    {
+        return hasPicture() ? m_value & PositionBits : 0;
+    }
+    [[nodiscard]] constexpr int lastPosition() const
+    {
+        return mode() == Mode::BothSides ? MiddleLamp : Lamps;
+    }
+
+    [[nodiscard]] constexpr bool isLowerLampLit() const
+    {
+        return hasPicture() && (m_value & LowerLampBit) != 0;
+    }
+
+    // The value itself numbers the frames of the strip.
+    [[nodiscard]] constexpr int frame() const { return m_value; }
+
+    friend constexpr bool operator==(KnobRing, KnobRing) = default;
+
+private:
+    static constexpr std::uint8_t LastValue = 0x7F;
+    static constexpr std::uint8_t PositionBits = 0x0F;
+    static constexpr std::uint8_t ModeBits = 0x30;
+    static constexpr int ModeShift = 4;
+    static constexpr std::uint8_t LowerLampBit = 0x40;
+
+    std::uint8_t m_value;
+};
+
+} // namespace kestrel
