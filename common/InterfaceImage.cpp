@@ -48,6 +48,7 @@ struct InterfaceImage::Pixels {
     QString doubledPath;
     QImage single;
     QImage doubled;
+    bool isUnreadable = false;
 };
 
 InterfaceImage::InterfaceImage(QImage single, QImage doubled)
@@ -57,8 +58,8 @@ InterfaceImage::InterfaceImage(QImage single, QImage doubled)
         return;
     if (doubled.size() != 2 * m_size)
         doubled = {};
-    m_pixels = std::make_shared<Pixels>(
-        Pixels { {}, {}, readyToPaint(std::move(single)), readyToPaint(std::move(doubled)) });
+    m_pixels = std::make_shared<Pixels>(Pixels {
+        {}, {}, readyToPaint(std::move(single)), readyToPaint(std::move(doubled)), false });
 }
 
 InterfaceImage InterfaceImage::named(const QString& name)
@@ -72,8 +73,19 @@ InterfaceImage InterfaceImage::named(const QString& name)
         return image;
     image.m_size = size;
     image.m_pixels = std::make_shared<Pixels>(
-        Pixels { singlePath, QFile::exists(doubledPath) ? doubledPath : QString(), {}, {} });
+        Pixels { singlePath, QFile::exists(doubledPath) ? doubledPath : QString(), {}, {}, false });
     return image;
+}
+
+bool InterfaceImage::isNull() const
+{
+    return !m_pixels || m_pixels->isUnreadable;
+}
+
+bool InterfaceImage::isOpaque() const
+{
+    const QImage& pixels = single();
+    return !pixels.isNull() && !pixels.hasAlphaChannel();
 }
 
 const QImage& InterfaceImage::single() const
@@ -81,8 +93,10 @@ const QImage& InterfaceImage::single() const
     static const QImage none;
     if (!m_pixels)
         return none;
-    if (!m_pixels->singlePath.isEmpty())
+    if (!m_pixels->singlePath.isEmpty()) {
         m_pixels->single = readyToPaint(PngReader(std::exchange(m_pixels->singlePath, {})).read());
+        m_pixels->isUnreadable = m_pixels->single.size() != m_size;
+    }
     return m_pixels->single;
 }
 

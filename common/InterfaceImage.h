@@ -18,13 +18,14 @@ public:
     // From the application's resources; folder parts are allowed, the extension is left out.
     // Null when there is no such picture or it cannot be read. Its pixels stay packed until they
     // are asked for: unpacking all of them takes longer than the rest of the start, and 20 MiB.
+    // A picture whose pixels turn out to be unreadable then is null from then on.
     [[nodiscard]] static InterfaceImage named(const QString& name);
 
-    [[nodiscard]] bool isNull() const { return m_pixels == nullptr; }
-    [[nodiscard]] bool isOpaque() const { return !single().hasAlphaChannel(); }
-    [[nodiscard]] QSizeF size() const { return m_size; }
-    [[nodiscard]] double width() const { return m_size.width(); }
-    [[nodiscard]] double height() const { return m_size.height(); }
+    [[nodiscard]] bool isNull() const;
+    [[nodiscard]] bool isOpaque() const; // false for a null picture
+    [[nodiscard]] QSizeF size() const { return isNull() ? QSizeF(0, 0) : QSizeF(m_size); }
+    [[nodiscard]] double width() const { return size().width(); }
+    [[nodiscard]] double height() const { return size().height(); }
 
     [[nodiscard]] const QImage& single() const;
     // Twice as many pixels each way; null when there is none.

@@ -120,7 +120,7 @@ void PlugInPanelView::drawRect(QPainter& painter, const QRect& dirtyRect)
 {
     PanelCanvas canvas(painter, rect(), dirtyRect, m_sprites);
     // Source-in needs an opaque ground to come out in; an opaque picture brings its own.
-    if (m_imageBack.isNull() || !m_imageBack.isOpaque())
+    if (!m_imageBack.isOpaque())
         canvas.fill(Ground);
     canvas.draw(m_imageBack, QRectF(0, 0, PanelLayout::Width, PanelLayout::Height), rect(),
         QPainter::CompositionMode_SourceIn);

@@ -102,6 +102,17 @@ TEST(InterfaceImage, sizes_are_those_of_the_single_density)
     EXPECT_EQ(picture.height(), 12);
 }
 
+TEST(InterfaceImage, a_picture_whose_pixels_cannot_be_read_is_null_once_they_are_asked_for)
+{
+    const auto picture = InterfaceImage::named("unreadable");
+    const InterfaceImage copy = picture;
+    EXPECT_FALSE(picture.isOpaque());
+    EXPECT_TRUE(picture.single().isNull());
+    EXPECT_TRUE(picture.isNull());
+    EXPECT_EQ(picture.size(), QSizeF(0, 0));
+    EXPECT_TRUE(copy.isNull());
+}
+
 TEST(InterfaceImage, none_has_no_size)
 {
     EXPECT_TRUE(InterfaceImage().isNull());

@@ -257,6 +257,17 @@ TEST_F(Drawing, without_pictures_the_panel_is_one_dark_ground)
     EXPECT_LT(qGray(image.pixel(0, 0)), 32);
 }
 
+TEST_F(Drawing, a_background_whose_pixels_cannot_be_read_leaves_the_dark_ground)
+{
+    PlugInPanelView unreadable(QRect(0, 0, 782, 220), [](const QString& name) {
+        return name == "back" ? InterfaceImage::named("unreadable") : Pictures::named(name);
+    });
+    unreadable.updateZone(PanelMessages::display({ { 0, "0123456789" } }), true);
+    const QImage image = painted(unreadable);
+    EXPECT_TRUE(isAll(image, image.rect(), image.pixel(0, 0)));
+    EXPECT_LT(qGray(image.pixel(0, 0)), 32);
+}
+
 TEST_F(Drawing, without_a_background_nothing_else_has_a_place_either)
 {
     PlugInPanelView bare = withPicture("back", {});
