@@ -1,6 +1,7 @@
 #include "common/ScreenFit.h"
 
 #include <QGuiApplication>
+#include <QRegion>
 #include <QScreen>
 
 #include <algorithm>
@@ -8,17 +9,12 @@
 namespace kestrel {
 
 namespace {
-constexpr int GrabWidth = 64;
-constexpr int GrabHeight = 16;
-
-bool canBeGrabbed(const QRect& frame, const QList<QRect>& screens)
+bool isWhollyInView(const QRect& frame, const QList<QRect>& screens)
 {
-    const QRect edge(frame.topLeft(), QSize(frame.width(), GrabHeight));
-    return std::any_of(screens.begin(), screens.end(), [&](const QRect& screen) {
-        const QRect reachable = edge & screen;
-        return reachable.height() == GrabHeight
-            && reachable.width() >= std::min(GrabWidth, frame.width());
-    });
+    QRegion hidden(frame);
+    for (const QRect& screen : screens)
+        hidden -= screen;
+    return hidden.isEmpty();
 }
 
 QRect nearestScreen(const QRect& frame, const QList<QRect>& screens)
@@ -50,25 +46,20 @@ QList<QRect> availableScreenAreas()
 
 QRect movedOntoScreens(const QRect& frame, const QList<QRect>& screens)
 {
-    if (screens.isEmpty() || canBeGrabbed(frame, screens))
+    if (screens.isEmpty() || isWhollyInView(frame, screens))
         return frame;
     return movedOnto(nearestScreen(frame, screens), frame);
 }
 
-QRect fittedOntoScreens(const QRect& frame, const QList<QRect>& screens)
+QRect fittedOntoScreens(
+    const QRect& frame, const QList<QRect>& screens, const std::function<QSize(QSize room)>& shrunk)
 {
-    if (screens.isEmpty())
-        return frame;
-    QRect everything;
-    for (const QRect& screen : screens)
-        everything |= screen;
-    const bool fits = frame.width() <= everything.width() && frame.height() <= everything.height();
-    if (fits && canBeGrabbed(frame, screens))
+    if (screens.isEmpty() || isWhollyInView(frame, screens))
         return frame;
     const QRect home = nearestScreen(frame, screens);
     QRect fitted = frame;
     if (frame.width() > home.width() || frame.height() > home.height())
-        fitted.setSize(frame.size().scaled(home.size(), Qt::KeepAspectRatio));
+        fitted.setSize(shrunk(home.size()));
     return movedOnto(home, fitted);
 }
 

@@ -102,6 +102,7 @@ void MyWindowController::showWindow()
     if (!m_window)
         return;
     if (isVisible()) {
+        m_placement->bringOntoScreen();
         m_window->raise();
         return;
     }

@@ -6,13 +6,13 @@
 
 #include <QByteArray>
 #include <QEvent>
-#include <QGuiApplication>
-#include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
+#include <array>
 #include <chrono>
-#include <optional>
+#include <cstdlib>
+#include <utility>
 
 namespace kestrel {
 
@@ -55,6 +55,9 @@ PanelPlacement::PanelPlacement(QWidget& window, DefaultsStore& defaults)
     m_rest.setSingleShot(true);
     m_rest.setInterval(RestTime);
     connect(&m_rest, &QTimer::timeout, this, &PanelPlacement::remember);
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(RestTime);
+    connect(&m_settling, &QTimer::timeout, this, &PanelPlacement::settled);
     m_window.installEventFilter(this);
 }
 
@@ -70,45 +73,96 @@ void PanelPlacement::restore()
     if (!place)
         return;
     const int width = std::max(place->width(), m_window.minimumWidth());
-    m_window.resize(width, qRound(panelHeight(width)));
-    m_window.move(place->topLeft());
-    bringOntoScreen();
+    m_wanted.want({ place->topLeft(), QSize(width, qRound(panelHeight(width))) });
+    const QRect inView = placeInView();
+    m_wanted.give(inView);
+    m_window.resize(inView.size());
+    m_window.move(inView.topLeft());
 }
 
 void PanelPlacement::keepPlace()
 {
+    QWindow* const native = m_window.windowHandle();
+    if (!native)
+        return;
     // A place that was never asked for does not count as one, even if the user dragged it there.
-    if (QWindow* const native = m_window.windowHandle())
+    if (!hasGivenSize() || !m_wanted.isKnown()) {
         native->setGeometry(native->geometry());
+        return;
+    }
+    // The window manager has forgotten where the window goes when it is not maximised any more.
+    const QRect inView = placeInView();
+    native->resize(inView.size());
+    native->setFramePosition(inView.topLeft());
 }
 
 void PanelPlacement::bringOntoScreen()
 {
-    const QSize known = m_window.frameGeometry().size() - m_window.size();
-    const QSize decoration = known.isNull() ? LikelyDecoration : known;
-    const QRect frame(m_window.pos(), m_window.size() + decoration);
-    const QRect fitted = fittedOntoScreens(frame, availableScreenAreas());
-    if (fitted == frame)
-        return;
-    const int width = fitted.width() - decoration.width();
-    m_window.resize(width, qRound(panelHeight(width)));
-    m_window.move(fitted.topLeft());
+    if (m_rest.isActive()) { // the user moved it just now
+        m_rest.stop();
+        remember();
+    }
+    adjust();
 }
 
 void PanelPlacement::followScreens()
 {
-    for (const QScreen* screen : QGuiApplication::screens())
-        follow(*screen);
-    connect(qGuiApp, &QGuiApplication::screenAdded, this,
-        [this](const QScreen* screen) { follow(*screen); });
-    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &PanelPlacement::bringOntoScreen,
-        Qt::QueuedConnection);
+    m_screens.emplace([this] {
+        m_rest.stop(); // that move was the window manager's, or the place is gone
+        m_isToBeRepeated = true;
+        adjust();
+        m_settling.start();
+    });
 }
 
-void PanelPlacement::follow(const QScreen& screen)
+QRect PanelPlacement::place() const
 {
-    connect(&screen, &QScreen::availableGeometryChanged, this, &PanelPlacement::bringOntoScreen,
-        Qt::QueuedConnection);
+    return { m_window.pos(), m_window.size() };
+}
+
+QRect PanelPlacement::placeInView() const
+{
+    const QSize known = m_window.frameGeometry().size() - m_window.size();
+    const QSize decoration = known.isNull() ? LikelyDecoration : known;
+    const QRect wanted = m_wanted.isKnown() ? m_wanted.place() : place();
+    const QRect frame(wanted.topLeft(), wanted.size() + decoration);
+    const QRect fitted = fittedOntoScreens(frame, availableScreenAreas(), [&](QSize room) {
+        const QSize content = fittedPanel(room - decoration).size();
+        return content.expandedTo(m_window.minimumSize()) + decoration;
+    });
+    return { fitted.topLeft(), fitted.size() - decoration };
+}
+
+// The window manager keeps the place of such a window for later.
+bool PanelPlacement::hasGivenSize() const
+{
+    return m_window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+}
+
+void PanelPlacement::adjust()
+{
+    m_isOwed = hasGivenSize();
+    if (m_isOwed)
+        return;
+    const QRect inView = placeInView();
+    // Where a window goes that was never shown is left to the window manager if it can be.
+    const bool isUnplaced = !m_window.testAttribute(Qt::WA_Moved) && !m_window.isVisible();
+    if (inView == place() || (isUnplaced && inView.size() == m_window.size()))
+        return;
+    if (!m_wanted.isKnown())
+        m_wanted.want(place());
+    m_wanted.give(inView);
+    m_window.resize(inView.size());
+    m_window.move(inView.topLeft());
+    m_settling.start();
+}
+
+void PanelPlacement::settled()
+{
+    if (!hasGivenSize() && std::exchange(m_isToBeRepeated, false) && placeInView() != place())
+        adjust();
+    else if (m_wanted.isKnown() && !hasGivenSize())
+        m_wanted.give(place()); // if it is another one, the window manager insists on it
 }
 
 bool PanelPlacement::eventFilter(QObject* watched, QEvent* event)
@@ -116,8 +170,11 @@ bool PanelPlacement::eventFilter(QObject* watched, QEvent* event)
     switch (event->type()) {
     case QEvent::Move:
     case QEvent::Resize:
-        if (m_window.isVisible())
+        if (m_window.isVisible() && !m_settling.isActive())
             m_rest.start();
+        break;
+    case QEvent::WindowStateChange:
+        followWindowState();
         break;
     case QEvent::Hide:
         save();
@@ -128,13 +185,31 @@ bool PanelPlacement::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
+void PanelPlacement::followWindowState()
+{
+    if (hasGivenSize()) {
+        // The user moved it just before, and its size in the new state is yet to come.
+        if (m_rest.isActive() && isInProportion(m_window.size()))
+            store();
+        m_rest.stop();
+    } else if (std::exchange(m_isOwed, false)) {
+        m_isToBeRepeated = true;
+        m_settling.start(); // the size in the new state is yet to come
+    }
+}
+
 void PanelPlacement::remember()
 {
-    if (m_window.windowState() != Qt::WindowNoState)
-        return;
-    const QPoint corner = m_window.pos();
-    const QByteArray text = QByteArray::number(corner.x()) + ' ' + QByteArray::number(corner.y())
-        + ' ' + QByteArray::number(m_window.width()) + ' ' + QByteArray::number(m_window.height());
+    if (m_window.windowState() == Qt::WindowNoState)
+        store();
+}
+
+void PanelPlacement::store()
+{
+    m_wanted.foundAt(place());
+    const QRect wanted = m_wanted.place();
+    const QByteArray text = QByteArray::number(wanted.x()) + ' ' + QByteArray::number(wanted.y())
+        + ' ' + QByteArray::number(wanted.width()) + ' ' + QByteArray::number(wanted.height());
     m_defaults.setData(Key, bytes(text));
     m_isUnsaved = true;
 }

@@ -1,18 +1,22 @@
 #pragma once
 
+#include "common/ScreenChanges.h"
+#include "panel/WantedPlace.h"
+
 #include <QObject>
 #include <QTimer>
 
+#include <optional>
 #include <string_view>
 
-class QScreen;
 class QWidget;
 
 namespace kestrel {
 
 class DefaultsStore;
 
-// Remembers between runs where the user left the panel and how large.
+// Remembers between runs where the user left the panel and how large, and keeps it wholly in view:
+// while the screens have no room for it there it is moved, and shrunk if need be.
 class PanelPlacement : public QObject {
     Q_OBJECT
 
@@ -28,20 +32,31 @@ public:
     // Has the next showing happen where the window was last, and not where a window manager
     // would put it.
     void keepPlace();
-    // For when screens have gone or shrunk since.
+    // To where the user left it, as far as the screens have room for it there.
     void bringOntoScreen();
-    void followScreens(); // does so from now on whenever that happens
+    void followScreens(); // does so from now on whenever they change
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void follow(const QScreen& screen);
+    [[nodiscard]] QRect place() const; // that the window has now
+    [[nodiscard]] QRect placeInView() const; // that it shall have
+    [[nodiscard]] bool hasGivenSize() const;
+    void followWindowState();
+    void adjust();
+    void settled();
     void remember();
+    void store();
     void save();
 
     QWidget& m_window;
     DefaultsStore& m_defaults;
-    QTimer m_rest; // runs after a move until the window has come to rest
+    WantedPlace m_wanted;
+    std::optional<ScreenChanges> m_screens;
+    QTimer m_rest; // runs after a move by the user until the window has come to rest
+    QTimer m_settling; // runs after a change of the screens, when the window manager moves windows
+    bool m_isToBeRepeated = false; // adjusting it, if the window manager has undone that
+    bool m_isOwed = false; // an adjustment that the window was maximised for
     bool m_isUnsaved = false;
 };
 

@@ -35,7 +35,6 @@ protected:
             : std::string(found->second.begin(), found->second.end());
     }
 
-    // The offscreen screen measures 800 × 800.
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     FakeDefaultsStore defaults;
     QWidget window;
@@ -196,10 +195,50 @@ TEST_F(Placement, a_maximised_size_is_not_remembered)
     PanelPlacement placement(window, defaults);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.move(48, 49);
+    const std::string key(PanelPlacement::Key);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return defaults.current.contains(key); }));
     window.showMaximized();
     ASSERT_TRUE(QTest::qWaitFor([&] { return window.height() > 300; }));
+    // Longer than a window takes to come to rest.
+    EXPECT_FALSE(QTest::qWaitFor([&] { return onDisk() != "nothing"; }, 800));
     window.hide();
-    EXPECT_EQ(onDisk().find("800"), std::string::npos);
+    EXPECT_EQ(onDisk(), "48 49 782 220");
+
+    QWidget next;
+    next.resize(782, 220);
+    PanelPlacement(next, defaults).restore();
+    EXPECT_EQ(next.geometry(), QRect(48, 49, 782, 220));
+}
+
+TEST_F(Placement, a_window_that_was_maximised_is_remembered_as_it_is_restored)
+{
+    PanelPlacement placement(window, defaults);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.move(48, 49);
+    const std::string key(PanelPlacement::Key);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return defaults.current.contains(key); }));
+    window.showMaximized();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.height() > 300; }));
+    window.showNormal();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.size() == QSize(782, 220); }));
+    window.hide();
+    EXPECT_EQ(onDisk(), "48 49 782 220");
+}
+
+TEST_F(Placement, a_place_beyond_the_edge_is_kept_for_the_next_run_but_shown_in_view)
+{
+    const QPoint corner(screen.right() - 100, 40);
+    store(std::to_string(corner.x()) + " 40 587 165");
+    PanelPlacement placement(window, defaults);
+    placement.restore();
+    EXPECT_TRUE(screen.contains(window.frameGeometry()));
+    EXPECT_EQ(window.size(), QSize(587, 165));
+    placement.bringOntoScreen();
+    EXPECT_TRUE(screen.contains(window.frameGeometry()));
+    const auto& bytes = defaults.current[std::string(PanelPlacement::Key)];
+    EXPECT_EQ(std::string(bytes.begin(), bytes.end()), std::to_string(corner.x()) + " 40 587 165");
 }
 
 } // namespace kestrel::test

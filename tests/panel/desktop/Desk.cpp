@@ -2,11 +2,13 @@
 
 #include <sstream>
 #include <stdexcept>
+#include <tuple>
 
 namespace kestrel::test {
 
-Desk::Desk()
-    : m_probe(xcb_generate_id(workstation.xcb()))
+Desk::Desk(const stage::PrivateXServer::Options& options)
+    : server(options)
+    , m_probe(xcb_generate_id(workstation.xcb()))
 {
     xcb_create_window(workstation.xcb(), XCB_COPY_FROM_PARENT, m_probe, workstation.root(), 0, 0, 1,
         1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
@@ -82,6 +84,37 @@ Desk::Place Desk::panelPlace()
     if (!size || !place)
         throw std::runtime_error("the panel has no place");
     return { place->dst_x, place->dst_y, size->width, size->height };
+}
+
+Desk::Place Desk::framePlace()
+{
+    const Place place = panelPlace();
+    const auto extents = workstation.words(panelWindow, "_NET_FRAME_EXTENTS");
+    if (extents.size() != 4)
+        throw std::runtime_error("the panel has no frame");
+    const auto [left, right, top, bottom] = std::tuple(static_cast<int>(extents[0]),
+        static_cast<int>(extents[1]), static_cast<int>(extents[2]), static_cast<int>(extents[3]));
+    return { place.x - left, place.y - top, place.width + left + right,
+        place.height + top + bottom };
+}
+
+Desk::Place Desk::waitForPlace(const std::function<bool(const Place&)>& wanted)
+{
+    const auto deadline = std::chrono::steady_clock::now() + Timeout;
+    Place place = panelPlace();
+    while (!wanted(place) && std::chrono::steady_clock::now() < deadline) {
+        settle();
+        place = panelPlace();
+    }
+    return place;
+}
+
+void Desk::closePanel()
+{
+    workstation.tell(panelWindow, "_NET_CLOSE_WINDOW", { XCB_CURRENT_TIME, 2 });
+    if (!panel->waitForLineWith("hidden", Timeout))
+        throw std::runtime_error("the panel does not close");
+    settle();
 }
 
 std::string Desk::quitPanel()

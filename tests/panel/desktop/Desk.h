@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace kestrel::test {
@@ -26,9 +27,15 @@ protected:
     };
     struct Place {
         int x, y, width, height; // of the content, on the screen
+
+        friend bool operator==(const Place&, const Place&) = default;
+        friend void PrintTo(const Place& place, std::ostream* out)
+        {
+            *out << place.width << "x" << place.height << " at " << place.x << "," << place.y;
+        }
     };
 
-    Desk();
+    explicit Desk(const stage::PrivateXServer::Options& options = {});
 
     void startPanel(const std::vector<std::string>& arguments = {});
     void showPanel(); // and waits until the window manager has done with it
@@ -36,6 +43,7 @@ protected:
     [[nodiscard]] std::optional<Content> waitForContent(
         const std::function<bool(const Content&)>& wanted);
     [[nodiscard]] Place panelPlace();
+    [[nodiscard]] Place framePlace(); // with what the window manager puts around it
     // Ends the panel; what it remembers of its frame.
     [[nodiscard]] std::string quitPanel();
 
@@ -43,6 +51,8 @@ protected:
     void drag(int fromX, int fromY, int toX, int toY);
     // Returns when the window manager has done all that it was told or saw before.
     void settle();
+    void closePanel(); // as a click on its close button does
+    [[nodiscard]] Place waitForPlace(const std::function<bool(const Place&)>& wanted);
     // Keys and focus are the workstation's: what it gets when A is pressed now.
     [[nodiscard]] std::string keysThatReachTheWorkstation();
     [[nodiscard]] bool workstationIsActive();
