@@ -1,5 +1,7 @@
 #include "panel/PanelProportion.h"
 
+#include "panel/PanelShape.h"
+
 #include <QEvent>
 #include <QWidget>
 
@@ -9,7 +11,10 @@
 namespace kestrel {
 
 namespace {
+// A window gets its size and is said to be maximised, or no longer to be, by two messages in either
+// order. Both have come by then.
 constexpr std::chrono::milliseconds SettleTime { 250 };
+constexpr int MostTimesAsked = 2; // the second time is for a size given while the user drags
 // In these a window has the size that its screen gives it.
 constexpr Qt::WindowStates GivenSize
     = Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized;
@@ -20,26 +25,20 @@ PanelProportion::PanelProportion(QWidget& window, QWidget& view, Better better)
     , m_view(view)
     , m_better(std::move(better))
 {
-    m_atOnce.setSingleShot(true);
     m_settle.setSingleShot(true);
-    connect(&m_atOnce, &QTimer::timeout, this, [this] {
-        if (mayResize() && m_correction.wantedAfterResize(m_window.size()))
-            correct();
-    });
-    connect(&m_settle, &QTimer::timeout, this, [this] {
-        if (mayResize() && m_correction.wantedAfterSettling(m_window.size()))
-            correct();
-    });
+    m_settle.setInterval(SettleTime);
+    connect(&m_settle, &QTimer::timeout, this, &PanelProportion::settled);
     m_window.installEventFilter(this);
     m_view.setGeometry(fittedPanel(m_window.size()));
 }
 
 bool PanelProportion::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize || event->type() == QEvent::WindowStateChange) {
+    if (event->type() == QEvent::Resize) {
         m_view.setGeometry(fittedPanel(m_window.size()));
-        m_atOnce.start(0);
-        m_settle.start(SettleTime);
+        m_settle.start();
+    } else if (event->type() == QEvent::WindowStateChange) {
+        m_settle.stop(); // the window manager gives the size that belongs to the new state
     }
     return QObject::eventFilter(watched, event);
 }
@@ -49,9 +48,20 @@ bool PanelProportion::mayResize() const
     return m_window.isVisible() && !(m_window.windowState() & GivenSize);
 }
 
-void PanelProportion::correct()
+// A window manager that gives the same size again insists on it, and is not asked for ever.
+void PanelProportion::settled()
 {
-    m_window.resize(m_better(m_window.size()));
+    if (!mayResize())
+        return;
+    const QSize content = m_window.size();
+    if (content != m_refused || isInProportion(content)) {
+        m_refused = content;
+        m_timesAsked = 0;
+    }
+    if (isInProportion(content) || m_timesAsked == MostTimesAsked)
+        return;
+    ++m_timesAsked;
+    m_window.resize(m_better(content));
 }
 
 } // namespace kestrel

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "panel/ResizeCorrection.h"
-
 #include <QObject>
+#include <QSize>
 #include <QTimer>
 
 #include <functional>
@@ -27,14 +26,14 @@ public:
 
 private:
     [[nodiscard]] bool mayResize() const;
-    void correct();
+    void settled();
 
     QWidget& m_window;
     QWidget& m_view;
     Better m_better;
-    ResizeCorrection m_correction;
-    QTimer m_atOnce; // for the last of the sizes that came together
-    QTimer m_settle;
+    QTimer m_settle; // runs until a new size has stayed for a while
+    QSize m_refused; // the size that the window had when a better one was asked for last
+    int m_timesAsked = 0; // for a better size than that
 };
 
 } // namespace kestrel

@@ -41,49 +41,6 @@ TEST(PanelShape, too_wide_a_content_has_the_panel_in_its_middle)
     EXPECT_EQ(fittedPanel({ 982, 220 }), QRect(100, 0, 782, 220));
 }
 
-TEST(ResizeCorrection, a_size_in_proportion_is_left_alone)
-{
-    ResizeCorrection correction;
-    EXPECT_FALSE(correction.wantedAfterResize({ 782, 220 }));
-    EXPECT_FALSE(correction.wantedAfterSettling({ 782, 220 }));
-}
-
-TEST(ResizeCorrection, a_size_out_of_proportion_is_corrected_at_once_and_once_more)
-{
-    ResizeCorrection correction;
-    EXPECT_TRUE(correction.wantedAfterResize({ 782, 500 }));
-    EXPECT_TRUE(correction.wantedAfterSettling({ 782, 500 }));
-}
-
-TEST(ResizeCorrection, a_size_that_is_insisted_on_is_not_fought_over)
-{
-    ResizeCorrection correction;
-    EXPECT_TRUE(correction.wantedAfterResize({ 782, 500 }));
-    EXPECT_FALSE(correction.wantedAfterResize({ 782, 500 }));
-    EXPECT_TRUE(correction.wantedAfterSettling({ 782, 500 }));
-    for (int i = 0; i < 10; ++i) {
-        EXPECT_FALSE(correction.wantedAfterResize({ 782, 500 }));
-        EXPECT_FALSE(correction.wantedAfterSettling({ 782, 500 }));
-    }
-}
-
-TEST(ResizeCorrection, another_size_is_corrected_again)
-{
-    ResizeCorrection correction;
-    EXPECT_TRUE(correction.wantedAfterResize({ 782, 500 }));
-    EXPECT_TRUE(correction.wantedAfterResize({ 782, 501 }));
-    EXPECT_TRUE(correction.wantedAfterResize({ 782, 500 }));
-}
-
-TEST(ResizeCorrection, having_settled_in_proportion_wipes_the_slate)
-{
-    ResizeCorrection correction;
-    EXPECT_TRUE(correction.wantedAfterResize({ 782, 500 }));
-    EXPECT_FALSE(correction.wantedAfterResize({ 782, 220 }));
-    EXPECT_FALSE(correction.wantedAfterSettling({ 782, 220 }));
-    EXPECT_TRUE(correction.wantedAfterResize({ 782, 500 }));
-}
-
 namespace {
 // A window whose size is kept by somebody else when `insisted` is set.
 class Window : public QWidget {
@@ -150,6 +107,57 @@ TEST_F(Proportion, a_window_that_may_not_be_that_size_is_asked_for_it_twice_and_
     EXPECT_FALSE(QTest::qWaitFor([&] { return asked > 2; }, 600));
     EXPECT_EQ(window.size(), QSize(900, 600));
     EXPECT_EQ(view.geometry(), fittedPanel({ 900, 600 }));
+}
+
+TEST_F(Proportion, a_window_in_proportion_is_left_alone)
+{
+    window.resize(1000, 281);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return asked > 0; }, 600));
+}
+
+TEST_F(Proportion, another_size_out_of_proportion_is_corrected_again)
+{
+    for (const int height : { 500, 501, 500 }) {
+        asked = 0;
+        window.resize(782, height);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return asked == 1; })) << height;
+        ASSERT_EQ(window.size(), QSize(782, 220));
+    }
+}
+
+TEST_F(Proportion, a_size_that_was_insisted_on_is_corrected_again_after_one_in_proportion)
+{
+    window.insisted = QSize(900, 600);
+    window.resize(900, 600);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return asked == 2; }));
+    window.insisted = {};
+    window.resize(782, 220);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return asked > 2; }, 600));
+    window.resize(900, 600);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == QSize(900, 253); }));
+}
+
+// The two messages of a window manager that maximises or restores, in either order.
+TEST_F(Proportion, a_size_that_comes_shortly_before_another_state_is_left_alone)
+{
+    window.resize(900, 600);
+    QWindowStateChangeEvent changed(Qt::WindowNoState);
+    QApplication::sendEvent(&window, &changed);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return asked > 0; }, 600));
+    EXPECT_EQ(view.geometry(), fittedPanel({ 900, 600 }));
+}
+
+TEST_F(Proportion, a_state_that_comes_before_its_size_corrects_nothing)
+{
+    window.resize(900, 600);
+    for (int i = 0; i < 3; ++i) {
+        QWindowStateChangeEvent changed(Qt::WindowMaximized);
+        QApplication::sendEvent(&window, &changed);
+        QApplication::processEvents();
+        EXPECT_EQ(asked, 0);
+    }
+    window.resize(782, 220);
+    EXPECT_FALSE(QTest::qWaitFor([&] { return asked > 0; }, 600));
 }
 
 TEST_F(Proportion, a_maximised_window_is_left_alone_and_the_view_fitted_into_it)

@@ -1,0 +1,103 @@
+#include "tests/panel/desktop/Desk.h"
+
+#include <algorithm>
+
+namespace kestrel::test {
+
+namespace {
+// A panel whose title is double-clicked, which maximises and restores it.
+class MaximisedPanel : public Desk, public testing::WithParamInterface<const char*> {
+protected:
+    MaximisedPanel()
+        : Desk({ .screen = "2200x1400x24" })
+    {
+        startPanel({ GetParam() });
+        showPanel();
+        drag(framePlace().x + 100, framePlace().y + 8, 700, 500);
+    }
+    void doubleClickTitle()
+    {
+        const Place frame = framePlace();
+        const Place place = panelPlace();
+        pointer(
+            { "mousemove", std::to_string(frame.x + 200), std::to_string((frame.y + place.y) / 2),
+                "click", "--repeat", "2", "--delay", "20", "1" });
+    }
+    void maximise()
+    {
+        doubleClickTitle();
+        waitUntil("the panel is maximised", [this] { return panelPlace().width > 2000; });
+        outlastCorrections();
+    }
+    void restore()
+    {
+        doubleClickTitle();
+        waitUntil("the panel is restored", [this] { return isRestored(); });
+        outlastCorrections();
+    }
+    [[nodiscard]] bool isRestored()
+    {
+        settle();
+        const auto states = workstation.words(panelWindow, "_NET_WM_STATE");
+        return std::find(
+                   states.begin(), states.end(), workstation.atom("_NET_WM_STATE_MAXIMIZED_VERT"))
+            == states.end();
+    }
+    // Longer than the panel waits before the last correction that it would ask for.
+    void outlastCorrections()
+    {
+        static_cast<void>(panel->linesUntilQuiet(stage::milliseconds(700)));
+        settle();
+    }
+};
+} // namespace
+
+TEST_P(MaximisedPanel, gets_its_size_and_place_back)
+{
+    const Place before = panelPlace();
+    ASSERT_EQ(before.width, 782);
+    for (int round = 0; round < 4; ++round) {
+        maximise();
+        EXPECT_GT(panelPlace().height, 1000);
+        restore();
+        ASSERT_EQ(panelPlace(), before) << round;
+    }
+}
+
+TEST_P(MaximisedPanel, gets_them_back_when_it_is_restored_at_once)
+{
+    const Place before = panelPlace();
+    for (int round = 0; round < 4; ++round) {
+        doubleClickTitle();
+        waitUntil("the panel is maximised", [this] { return panelPlace().width > 2000; });
+        restore();
+        ASSERT_EQ(panelPlace(), before) << round;
+    }
+}
+
+TEST_P(MaximisedPanel, gets_them_back_after_it_was_closed_meanwhile)
+{
+    const Place before = panelPlace();
+    maximise();
+    closePanel();
+    showPanel();
+    outlastCorrections();
+    if (!isRestored())
+        restore();
+    EXPECT_EQ(panelPlace(), before);
+}
+
+TEST_P(MaximisedPanel, gets_them_back_in_the_next_run)
+{
+    const Place before = panelPlace();
+    maximise();
+    const std::string frame = quitPanel();
+    startPanel({ GetParam(), "--frame", frame });
+    showPanel();
+    EXPECT_EQ(panelPlace(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(, MaximisedPanel, testing::Values("--traits", "--plain"),
+    [](const auto& info) { return std::string(info.param).substr(2); });
+
+} // namespace kestrel::test
