@@ -66,4 +66,23 @@ TEST_F(Sprites, they_never_take_more_than_their_share_of_memory)
     }
 }
 
+TEST(SpriteCache, a_piece_is_scaled_smoothly_up_and_down)
+{
+    QImage stripes(12, 12, QImage::Format_RGB32);
+    for (int y = 0; y < 12; ++y) {
+        for (int x = 0; x < 12; ++x)
+            stripes.setPixel(x, y, x % 2 == 0 ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
+    }
+    SpriteCache cache;
+    for (const int size : { 9, 17 }) {
+        const auto sprite = cache.sprite(InterfaceImage(stripes), stripes.rect(), { size, size });
+        int mixed = 0;
+        for (int x = 0; x < size; ++x) {
+            const int grey = qGray(sprite.image.pixel(x, size / 2));
+            mixed += grey > 16 && grey < 240 ? 1 : 0;
+        }
+        EXPECT_GT(mixed, size / 3) << size;
+    }
+}
+
 } // namespace kestrel::test
