@@ -2,6 +2,7 @@
 #include "tests/fakes/FakeSystem.h"
 
 #include <QApplication>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QTest>
 #include <QWidget>
@@ -200,6 +201,9 @@ TEST_F(Placement, a_maximised_size_is_not_remembered)
     ASSERT_TRUE(QTest::qWaitFor([&] { return defaults.current.contains(key); }));
     window.showMaximized();
     ASSERT_TRUE(QTest::qWaitFor([&] { return window.height() > 300; }));
+    // On X11 the size comes after the state.
+    QResizeEvent resized(window.size(), QSize(782, 220));
+    QApplication::sendEvent(&window, &resized);
     // Longer than a window takes to come to rest.
     EXPECT_FALSE(QTest::qWaitFor([&] { return onDisk() != "nothing"; }, 800));
     window.hide();
