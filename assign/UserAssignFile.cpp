@@ -15,18 +15,6 @@ const QString MyVersion = QStringLiteral("myVersion");
 const QString OrgShortcutArray = QStringLiteral("orgShortcutArray");
 const QString OrgShortcutTitleArray = QStringLiteral("orgShortcutTitleArray");
 
-ButtonEntry emptyEntry()
-{
-    auto entry = std::make_shared<ArchiveArray>();
-    for (std::size_t record = 0; record < ShortcutRecordCount; ++record) {
-        entry->append(0);
-        entry->append(0);
-        entry->append(QString());
-        entry->append(0);
-    }
-    return entry;
-}
-
 } // namespace
 
 UserAssignFile::UserAssignFile()
@@ -54,7 +42,7 @@ void UserAssignFile::initShortcutArray()
 {
     auto table = std::make_shared<ArchiveDictionary>();
     for (int number = 1; number <= ButtonCount; ++number)
-        table->set(number, emptyEntry());
+        table->set(number, emptyButtonEntry());
     m_orgShortcutArray = std::move(table);
     initShortcutTitleArray();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assign/ButtonEntry.h"
 #include "common/InterfaceImage.h"
 
 #include <QRect>
@@ -38,7 +39,7 @@ struct SetupTables {
     static constexpr int ButtonColumns = 4;
     static constexpr int ButtonGap = 20;
     static constexpr int FieldGap = 15;
-    static constexpr int FieldCount = 4;
+    static constexpr int FieldCount = static_cast<int>(ShortcutRecordCount);
     static constexpr int ClearButtonOffset = 114; // from the left end of its field
 
     [[nodiscard]] QRect buttonFrame(int index) const;

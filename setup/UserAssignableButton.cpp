@@ -47,6 +47,13 @@ void UserAssignableButton::setUniqueName(const QString& name)
 {
     m_uniqueName = name;
     setNeedsDisplay();
+    if (m_renamed)
+        m_renamed(name);
+}
+
+void UserAssignableButton::setRenamed(std::function<void(const QString&)> renamed)
+{
+    m_renamed = std::move(renamed);
 }
 
 void UserAssignableButton::setTag(int tag)

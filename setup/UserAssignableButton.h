@@ -6,6 +6,8 @@
 #include <QAbstractButton>
 #include <QPointer>
 
+#include <functional>
+
 namespace kestrel {
 
 class UserAssignableButtonController;
@@ -36,6 +38,8 @@ public:
     void setShortcutArray(const ButtonEntry& entry); // shared, not copied
     [[nodiscard]] QString uniqueName() const { return m_uniqueName; }
     void setUniqueName(const QString& name); // empty for none
+    // Hears of every name that the button is given.
+    void setRenamed(std::function<void(const QString&)> renamed);
     [[nodiscard]] RenameBox* editBox() const { return m_editBox; } // null when closed
     [[nodiscard]] int tag() const { return m_tag; }
     void setTag(int tag); // 0-based
@@ -74,6 +78,7 @@ private:
     UserAssignableButtonController* m_delegate = nullptr; // owns this
     ButtonEntry m_shortcutArray;
     QString m_uniqueName;
+    std::function<void(const QString&)> m_renamed;
     QPointer<RenameBox> m_editBox;
     int m_tag = 0;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "assign/UserAssignFile.h"
+#include "assign/WorkingSet.h"
 #include "common/NotificationCenter.h"
 #include "setup/AssignmentFiles.h"
 #include "setup/SavedWindowFrame.h"
@@ -62,7 +62,8 @@ public:
     void hideUserAssignEditBox();
     [[nodiscard]] MyShortcutField* getMyShortcutField(int index) const; // null beyond the fields
 
-    [[nodiscard]] const auto& myShortcutArray() const { return m_myShortcutArray; }
+    // The entries of the working copy; null until a set was taken.
+    [[nodiscard]] const auto& myShortcutArray() const { return m_workingSet.myShortcutArray(); }
     [[nodiscard]] const auto& userAssignableButtons() const { return m_userAssignableButtons; }
     [[nodiscard]] const ShortcutFields& shortcutFields() const { return m_shortcutFields; }
     [[nodiscard]] ImageButton* assignButton() const { return m_assignButton; }
@@ -81,8 +82,8 @@ private:
 
     [[nodiscard]] UserAssignableButton* button(int index) const;
     [[nodiscard]] UserAssignableButton* currentButton() const;
-    [[nodiscard]] ButtonEntry currentEntry() const; // of the working copy; null when missing
-    void writeAssignments(UserAssignFile& set) const;
+    [[nodiscard]] ButtonEntry currentEntry() const; // null when missing
+    void showWorkingSet(); // on the buttons
     void showInvalidFileAlert();
 
     SetupServices m_services;
@@ -90,7 +91,7 @@ private:
     SavedWindowFrame m_savedFrame;
     std::unique_ptr<SetupWindow> m_window; // owns the controls, so it goes after them
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;
-    std::shared_ptr<ArchiveDictionary> m_myShortcutArray;
+    WorkingSet m_workingSet;
     WindowVisibility* m_myWindowController = nullptr;
     std::vector<std::unique_ptr<UserAssignableButtonController>> m_userAssignableButtons;
     ShortcutFields m_shortcutFields;

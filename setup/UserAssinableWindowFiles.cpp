@@ -34,7 +34,7 @@ void UserAssinableWindowController::save()
             return;
         UserAssignFile set;
         set.initShortcutArray();
-        writeAssignments(set);
+        m_workingSet.write(set);
         if (m_files.write(path, set))
             refreshShortcutText(); // a save that came to nothing leaves what is typed
     });

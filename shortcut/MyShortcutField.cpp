@@ -14,11 +14,6 @@ namespace {
 
 constexpr qsizetype LongestLine = 13; // UTF-16 units
 
-ButtonEntry emptyRecord()
-{
-    return std::make_shared<ArchiveArray>(ArchiveArray { 0, 0, QString(), 0 });
-}
-
 // Whether the entry has a whole record there; `place` is its first element then.
 bool hasRecord(const ButtonEntry& entry, std::int64_t offset, std::size_t& place)
 {
@@ -40,7 +35,7 @@ void MyShortcutField::setUserAssignParam(std::int64_t offset, const ButtonEntry&
     m_myIndex = offset;
     m_bNotAvailable = false; // it now shows what the entry holds
     if (!m_myUserArray)
-        m_myUserArray = emptyRecord();
+        m_myUserArray = std::make_shared<ArchiveArray>(emptyShortcutRecord());
     for (std::size_t i = 0; i < ShortcutRecordSize; ++i)
         m_myUserArray->replace(i, userArray->at(place + i));
     if (isEntryShortcut())
@@ -80,7 +75,7 @@ bool MyShortcutField::isEntryShortcut() const
 void MyShortcutField::clearShortcut()
 {
     if (m_myUserArray)
-        *m_myUserArray = *emptyRecord();
+        *m_myUserArray = emptyShortcutRecord();
     m_bNotAvailable = false;
     sendAction();
 }

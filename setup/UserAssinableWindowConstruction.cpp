@@ -1,4 +1,4 @@
-// How the setup window is built and brought up.
+// How the setup window is built.
 
 #include "setup/SetupTables.h"
 #include "setup/UserAssinableWindowController.h"
@@ -43,6 +43,9 @@ void UserAssinableWindowController::setupUserAssignableButtons()
         auto controller = std::make_unique<UserAssignableButtonController>(
             tables.inContent(tables.buttonFrame(index)), m_services.interface, m_window.get());
         controller->view()->setTag(index);
+        controller->view()->setRenamed([this, number = index + 1](const QString& name) {
+            m_workingSet.setName(number, name);
+        });
         m_userAssignableButtons.push_back(std::move(controller));
         m_userAssignableButtons.back()->setCurrentButtonId(0);
     }
@@ -118,19 +121,9 @@ ImageButton* UserAssinableWindowController::addButton(const QRect& frame, const 
     return button;
 }
 
-void UserAssinableWindowController::showWindow()
+void UserAssinableWindowController::setMyWindowController(WindowVisibility* panel)
 {
-    if (!isVisible())
-        m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
-    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
-    m_window->show();
-}
-
-void UserAssinableWindowController::makeKeyAndOrderFront()
-{
-    m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    m_myWindowController = panel;
 }
 
 } // namespace kestrel

@@ -1,0 +1,42 @@
+// The twelve buttons of the setup window: which is selected, and their rename boxes.
+
+#include "setup/UserAssinableWindowController.h"
+
+namespace kestrel {
+
+void UserAssinableWindowController::mouseDown()
+{
+    hideUserAssignEditBox();
+}
+
+void UserAssinableWindowController::hideUserAssignEditBoxNotify(const Notification&)
+{
+    hideUserAssignEditBox();
+}
+
+void UserAssinableWindowController::hideUserAssignEditBox()
+{
+    for (const auto& controller : m_userAssignableButtons) {
+        controller->view()->setNeedsDisplay();
+        controller->view()->closeEditBox();
+    }
+}
+
+UserAssignableButton* UserAssinableWindowController::button(int index) const
+{
+    return m_userAssignableButtons[static_cast<std::size_t>(index)]->view();
+}
+
+UserAssignableButton* UserAssinableWindowController::currentButton() const
+{
+    return button(m_userAssignableButtons.front()->currentButtonId());
+}
+
+ButtonEntry UserAssinableWindowController::currentEntry() const
+{
+    if (m_userAssignableButtons.empty())
+        return nullptr;
+    return m_workingSet.entry(m_userAssignableButtons.front()->currentButtonId() + 1);
+}
+
+} // namespace kestrel

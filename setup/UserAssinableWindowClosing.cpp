@@ -1,0 +1,50 @@
+// How the setup window is shown and closed.
+
+#include "common/ApplicationVisibility.h"
+#include "common/WindowVisibility.h"
+#include "setup/SetupTables.h"
+#include "setup/UserAssinableWindowController.h"
+
+#include <QFileDialog>
+
+namespace kestrel {
+
+void UserAssinableWindowController::showWindow()
+{
+    if (!isVisible())
+        m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_window->show();
+}
+
+void UserAssinableWindowController::makeKeyAndOrderFront()
+{
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+void UserAssinableWindowController::closeDialog()
+{
+    m_savedFrame.save(*m_window);
+    MyShortcutField::makeWindowFirstResponder(*m_window);
+    m_window->close();
+}
+
+void UserAssinableWindowController::windowClosing(const Notification& notification)
+{
+    // The panel may have closed while the sheet was up, and taken the marker with it.
+    const bool isSheet = qobject_cast<const QFileDialog*>(notification.object) != nullptr;
+    if (!m_visibleFileDialog && !isSheet) {
+        m_savedFrame.save(*m_window);
+        const bool isPanelVisible = m_myWindowController && m_myWindowController->isVisible();
+        m_services.visibility.hide();
+        if (isPanelVisible)
+            m_myWindowController->showWindow();
+        setOriginalShortcut();
+        hideUserAssignEditBox();
+    }
+    m_visibleFileDialog = false;
+}
+
+} // namespace kestrel

@@ -1,0 +1,105 @@
+// What the four fields show, and when Assign can be pressed.
+
+#include "setup/SetupTables.h"
+#include "setup/UserAssinableWindowController.h"
+#include "shortcut/ClearButton.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr int FieldCount = SetupTables::FieldCount;
+
+std::int64_t offsetOf(int field)
+{
+    return static_cast<std::int64_t>(shortcutRecordOffset(static_cast<std::size_t>(field)));
+}
+
+} // namespace
+
+void UserAssinableWindowController::userAssign(const Notification&)
+{
+    refreshShortcutText();
+    setFocusShortcutText();
+}
+
+void UserAssinableWindowController::updateAssignButton()
+{
+    enabledAssignButton();
+}
+
+void UserAssinableWindowController::refreshShortcutText()
+{
+    if (const ButtonEntry entry = currentEntry()) {
+        for (int index = 0; index < FieldCount; ++index)
+            getMyShortcutField(index)->setUserAssignParam(offsetOf(index), entry);
+    }
+    enabledAssignButton();
+    hiddenShortcutText();
+}
+
+void UserAssinableWindowController::setFocusShortcutText()
+{
+    if (!m_userAssignableButtons.empty())
+        getMyShortcutField(0)->makeFirstResponder();
+}
+
+void UserAssinableWindowController::enabledAssignButton()
+{
+    const ButtonEntry entry = currentEntry();
+    bool isChanged = false;
+    for (int index = 0; index < FieldCount && entry && !isChanged; ++index)
+        isChanged = getMyShortcutField(index)->compareUserAssignParam(offsetOf(index), entry);
+    m_assignButton->setEnabled(isChanged);
+    hiddenShortcutText();
+}
+
+// The first field, every filled one, the one after a filled one, and the gaps before a filled one.
+void UserAssinableWindowController::hiddenShortcutText()
+{
+    const auto isFilled
+        = [this](int index) { return getMyShortcutField(index)->isEntryShortcut(); };
+    int lastFilled = FieldCount - 1;
+    while (lastFilled >= 0 && !isFilled(lastFilled))
+        --lastFilled;
+    bool hadFocus = false;
+    for (int index = 0; index < FieldCount; ++index) {
+        MyShortcutField* field = getMyShortcutField(index);
+        const bool isShown = index == 0 || index <= lastFilled + 1;
+        if (!isShown) {
+            field->setTitleWithMnemonic(field->getInputCharacters());
+            if (field->isFirstResponder()) {
+                hadFocus = true;
+                MyShortcutField::makeWindowFirstResponder(*m_window);
+            }
+        }
+        field->setHidden(!isShown);
+        field->myClearButton()->setHidden(!isShown);
+    }
+    refreshNotAvailableTitle();
+    if (hadFocus)
+        setFocusShortcutText();
+}
+
+void UserAssinableWindowController::refreshNotAvailableTitle()
+{
+    for (const auto& controller : m_shortcutFields) {
+        if (controller->view()->isFncKey())
+            return;
+    }
+    for (const auto& controller : m_shortcutFields) {
+        MyShortcutField* field = controller->view();
+        if (field->bNotAvailable()) {
+            field->setTitleWithMnemonic({});
+            field->setBNotAvailable(false);
+        }
+    }
+}
+
+MyShortcutField* UserAssinableWindowController::getMyShortcutField(int index) const
+{
+    const auto place = static_cast<std::size_t>(index);
+    return place < m_shortcutFields.size() ? m_shortcutFields[place]->view() : nullptr;
+}
+
+} // namespace kestrel
