@@ -1,9 +1,9 @@
 #include "shortcut/MyShortcutField.h"
 
+#include "assign/KeyNames.h"
 #include "common/KestrelUtilities.h"
 #include "common/NotificationCenter.h"
 #include "shortcut/ClearButton.h"
-#include "shortcut/KeyNames.h"
 #include "shortcut/ShortcutFieldController.h"
 
 #include <algorithm>

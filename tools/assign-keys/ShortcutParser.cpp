@@ -53,7 +53,7 @@ std::optional<TypedShortcut> TypedShortcut::parse(QString text)
     TypedShortcut shortcut;
     while (const ModifierFlags modifier = takeModifier(text))
         shortcut.modifiers |= modifier;
-    const auto key = KeyNames::find(text.trimmed());
+    const auto key = NamedKey::find(text.trimmed());
     if (!key)
         return std::nullopt;
     shortcut.key = *key;

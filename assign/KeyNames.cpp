@@ -1,8 +1,9 @@
-#include "shortcut/KeyNames.h"
+#include "assign/KeyNames.h"
+
+#include <QStringView>
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace kestrel::KeyNames {
 
@@ -10,7 +11,7 @@ namespace {
 
 struct Name {
     KeyCode keyCode;
-    std::u16string_view text;
+    QStringView text;
 };
 
 // Sorted by key code. FN is named although that key normally changes only the modifiers.
@@ -87,7 +88,14 @@ QString fixedName(KeyCode keyCode)
         [](const Name& name, KeyCode code) { return name.keyCode < code; });
     if (found == Table.end() || found->keyCode != keyCode)
         return {};
-    return QString::fromUtf16(found->text.data(), static_cast<qsizetype>(found->text.size()));
+    return found->text.toString();
+}
+
+std::optional<KeyCode> keyOfFixedName(const QString& name)
+{
+    const auto found = std::find_if(Table.begin(), Table.end(),
+        [&](const Name& key) { return key.text.compare(name, Qt::CaseInsensitive) == 0; });
+    return found == Table.end() ? std::nullopt : std::optional(found->keyCode);
 }
 
 QString keyName(KeyCode keyCode, const QString& charactersIgnoringModifiers)
