@@ -23,11 +23,11 @@ void ButtonGroup::removeButtonController(UserAssignableButtonController* control
 void ButtonGroup::setCurrentButtonId(std::int32_t id)
 {
     using State = UserAssignableButton::State;
+    m_currentButtonId = id; // first: a button that turns on finds itself selected
     for (const UserAssignableButtonController* controller : m_buttonControllers) {
         if (UserAssignableButton* button = controller->view())
             button->setState(button->tag() == id ? State::On : State::Off);
     }
-    m_currentButtonId = id;
 }
 
 } // namespace kestrel

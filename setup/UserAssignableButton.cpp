@@ -23,6 +23,8 @@ UserAssignableButton::UserAssignableButton(
 {
     setGeometry(frame);
     setCheckable(true);
+    setAutoExclusive(
+        true); // Qt refuses to turn the selected button off, and tells of radio buttons
     setFocusPolicy(Qt::TabFocus);
     setTag(0);
 }
@@ -113,7 +115,9 @@ void UserAssignableButton::mouseDown(QMouseEvent& event, int clickCount)
 void UserAssignableButton::setState(State state)
 {
     closeEditBox();
+    setAutoExclusive(false); // the group may turn all buttons off
     setChecked(state == State::On);
+    setAutoExclusive(true);
 }
 
 void UserAssignableButton::openEditBox()
@@ -196,13 +200,16 @@ void UserAssignableButton::mouseDoubleClickEvent(QMouseEvent* event)
         mouseDown(*event, 2);
 }
 
-// A click never toggles the button; one that did not come from the mouse selects it.
+// A click never turns the button off.
 void UserAssignableButton::nextCheckState()
 {
-    if (m_delegate->currentButtonId() == m_tag)
-        return;
-    m_delegate->mouseDown();
-    m_services.notificationCenter.post(NotificationName::refreshShortcutName, this);
+    setChecked(true);
+}
+
+// Not that of QAbstractButton, which would take all other radio buttons out of the tab order.
+void UserAssignableButton::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
 }
 
 } // namespace kestrel

@@ -65,6 +65,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void nextCheckState() override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     [[nodiscard]] QString shortcutText(std::size_t record) const;

@@ -1,5 +1,6 @@
 #include "setup/UserAssignableButtonController.h"
 
+#include "common/NotificationCenter.h"
 #include "setup/ButtonGroup.h"
 
 namespace kestrel {
@@ -10,6 +11,12 @@ UserAssignableButtonController::UserAssignableButtonController(
 {
     m_view->setDelegate(this);
     ButtonGroup::sharedInstance().addButtonController(this);
+    // Keyboard, assistive technology and program turn the button on and nothing more.
+    QObject::connect(m_view, &QAbstractButton::toggled, m_view,
+        [this, &center = services.notificationCenter](bool isOn) {
+            if (isOn)
+                select(center);
+        });
 }
 
 UserAssignableButtonController::~UserAssignableButtonController()
@@ -26,6 +33,14 @@ std::int32_t UserAssignableButtonController::currentButtonId() const
 void UserAssignableButtonController::setCurrentButtonId(std::int32_t id)
 {
     ButtonGroup::sharedInstance().setCurrentButtonId(id);
+}
+
+void UserAssignableButtonController::select(NotificationCenter& notificationCenter)
+{
+    if (currentButtonId() == m_view->tag())
+        return;
+    setCurrentButtonId(m_view->tag());
+    notificationCenter.post(NotificationName::refreshShortcutName, m_view);
 }
 
 void UserAssignableButtonController::mouseDown()

@@ -6,7 +6,8 @@
 
 namespace kestrel {
 
-// One user-assignable button of the window, known to the button group as long as it lives.
+// One user-assignable button of the window, known to the button group as long as it lives. However
+// the button is turned on, the group makes it the selected one.
 class UserAssignableButtonController {
 public:
     UserAssignableButtonController(
@@ -25,6 +26,8 @@ public:
     void mouseDown(); // selects this button
 
 private:
+    void select(NotificationCenter& notificationCenter);
+
     QPointer<UserAssignableButton> m_view; // owned, by the window as well
 };
 
