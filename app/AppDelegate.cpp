@@ -32,7 +32,7 @@ AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& cl
     , m_assignments(*platform.defaults)
     , m_keystrokes(m_assignments, *platform.workspace, *platform.keyEvents, m_keyPermission)
     , m_connection({ *platform.midiServices, *platform.processTable, mainLoop, clock },
-          [this](const MIDIMessage& message) { receiveMessage(message); })
+          [this](const MIDIMessage& message) { m_dispatcher.receiveMessage(message); })
     , m_windowCloseObserver(std::make_unique<WindowCloseObserver>(m_notificationCenter))
     , m_visibility(std::make_unique<QtApplicationVisibility>(*platform.workspace))
 {

@@ -16,7 +16,6 @@ namespace Ui {
 class MainMenu;
 }
 class QMainWindow;
-class QWidget;
 
 namespace kestrel {
 
@@ -45,10 +44,6 @@ public:
     void storeAssignments();
     // Files opened from the file manager: the first becomes the live set at once.
     void applicationOpenFiles(const QStringList& filenames);
-
-    [[nodiscard]] bool windowShouldClose(const QWidget*) const { return true; }
-
-    void receiveMessage(const MIDIMessage& message) { m_dispatcher.receiveMessage(message); }
 
     // Runs from launch to termination.
     [[nodiscard]] QTimer& activeSenceTimer() { return m_activeSenceTimer; }

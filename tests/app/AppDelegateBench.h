@@ -68,11 +68,16 @@ public:
         return *delegate->userAssignableWindowController();
     }
 
-    void receive(const Bytes& packet) const
+    // A packet from the console, which is plugged in with the first one.
+    void receive(const Bytes& packet)
     {
-        MIDIMessage message;
-        message.setReadData(packet);
-        delegate->receiveMessage(message);
+        if (midiServices.deviceList.empty()) {
+            midiServices.deviceList = { device(1, "ZENTA", 5) };
+            tick(); // arms the supervision
+            tick(); // opens the link
+        }
+        midiServices.deliver({ packet });
+        mainLoop.turn();
     }
 
     void tick() const

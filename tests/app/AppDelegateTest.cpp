@@ -28,7 +28,7 @@ TEST(AppDelegate, launching_restores_the_set_shows_no_window_and_leaves_the_link
 
 TEST(AppDelegate, packets_reach_the_panel_and_the_keyboard)
 {
-    const Bench bench;
+    Bench bench;
     bench.workspace.applications = { { "Pro Tools", true } };
     ArchiveArray& entry = *bench.delegate->myUserAssignFile()->getSwitchShortcut(1);
     entry.replace(ShortcutRecord::KeyCode, ArchiveValue(1));
@@ -45,7 +45,7 @@ TEST(AppDelegate, packets_reach_the_panel_and_the_keyboard)
 
 TEST(AppDelegate, going_offline_clears_the_panel)
 {
-    const Bench bench;
+    Bench bench;
     bench.receive({ 0x90, 0, 0 }); // online
     bench.receive(ZoneOfA);
     bench.receive({ 0xB0, 0x18, 0x05 });
@@ -141,7 +141,7 @@ TEST(AppDelegate, the_empty_actions_do_nothing)
 
 TEST(AppDelegate, a_key_that_is_kept_back_asks_for_the_permission_once)
 {
-    const Bench bench;
+    Bench bench;
     bench.workspace.applications = { { "Pro Tools", true } };
     ArchiveArray& entry = *bench.delegate->myUserAssignFile()->getSwitchShortcut(1);
     entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("A")));

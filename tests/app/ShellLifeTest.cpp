@@ -89,14 +89,6 @@ TEST(ShellLife, defaults_that_cannot_be_written_do_not_keep_it_from_ending)
     EXPECT_TRUE(bench.defaults.stored.empty());
 }
 
-TEST(ShellLife, every_window_may_close)
-{
-    const RecordedShell bench;
-    const QWidget window;
-    EXPECT_TRUE(bench.delegate->windowShouldClose(&window));
-    EXPECT_TRUE(bench.delegate->windowShouldClose(nullptr));
-}
-
 TEST(ShellLife, a_file_opened_before_the_launch_is_live_and_the_launch_leaves_it)
 {
     RecordedShell bench;
