@@ -28,13 +28,20 @@ QString AssignmentSheet::chosenPath() const
     return result() == Accepted && !urls.isEmpty() ? urls.front().toLocalFile() : QString();
 }
 
-// The toolkit takes all that follows a point for an extension. Its question about replacing a file
-// is to be about the name with the right one. Native panels see to both themselves.
+// Qt takes all that follows a point for an extension, and opens every file whose name is typed. Its
+// question about replacing a file has to be about the name with the right extension. Native panels
+// see to all of this themselves.
 void AssignmentSheet::accept()
 {
     auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    if (name && acceptMode() == AcceptSave && lacksExtension())
-        name->setText(name->text() + u'.' + AssignmentFiles::Extension);
+    if (name && lacksExtension()) {
+        if (acceptMode() == AcceptSave) {
+            name->setText(name->text() + u'.' + AssignmentFiles::Extension);
+        } else if (QFileInfo::exists(selectedFiles().value(0))) {
+            name->selectAll();
+            return;
+        }
+    }
     QFileDialog::accept();
 }
 

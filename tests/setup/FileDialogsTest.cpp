@@ -144,6 +144,24 @@ TEST(FileDialogs, a_chosen_file_is_shown)
     EXPECT_EQ(bench.liveText(1), u"");
 }
 
+TEST(FileDialogs, a_file_without_the_extension_cannot_be_loaded_by_typing_its_name)
+{
+    DialogBench bench;
+    const QString path = bench.savedFile("X");
+    for (const char* name : { "set.txt", "plain", "a.ZKCF.bak" }) {
+        ASSERT_TRUE(QFile::copy(path, bench.path(name)));
+        bench.controller.load();
+        bench.choose(bench.path(name));
+        EXPECT_TRUE(bench.sheet()->isVisible()) << name;
+        EXPECT_EQ(bench.field(0).stringValue(), u"") << name;
+        bench.sheet()->reject();
+    }
+    ASSERT_TRUE(QFile::copy(path, bench.path("small.zkcf")));
+    bench.controller.load();
+    bench.choose(bench.path("small.zkcf"));
+    EXPECT_EQ(bench.field(0).stringValue(), u"X");
+}
+
 TEST(FileDialogs, closing_a_sheet_hides_nothing_and_the_next_window_that_closes_hides_again)
 {
     DialogBench bench;
