@@ -15,7 +15,7 @@ namespace kestrel {
 
 namespace {
 
-constexpr int TitleBarHeight = 28;
+constexpr int TitleBarHeight = 28; // more or less, before a window was shown
 constexpr int FarthestCoordinate = 100'000;
 
 // From and to an origin at the lower left of the primary screen; the operation is its own inverse.
@@ -55,21 +55,26 @@ void SavedWindowFrame::save(const QWidget& window)
             static_cast<std::size_t>(text.size()) });
 }
 
-void SavedWindowFrame::restore(QWidget& window, const QRect& content) const
+void SavedWindowFrame::restore(
+    QWidget& window, const QRect& content, const QList<QRect>& screens) const
 {
     const auto bytes = m_defaults.data(m_key);
     const auto saved = bytes
         ? parsed({ reinterpret_cast<const char*>(bytes->data()), bytes->size() })
         : std::nullopt;
     if (saved) {
-        window.move(movedOntoScreens(flipped(*saved), availableScreenAreas()).topLeft());
+        window.move(movedOntoScreens(flipped(*saved), screens).topLeft());
         return;
     }
     // Where the frame of a window that was never shown ends is not known yet.
     const QRect frame = flipped(content).adjusted(0, -TitleBarHeight, 0, 0);
-    const QRect placed
-        = movedOntoScreens(frame, availableScreenAreas()).adjusted(0, TitleBarHeight, 0, 0);
+    const QRect placed = movedOntoScreens(frame, screens).adjusted(0, TitleBarHeight, 0, 0);
     window.setGeometry(placed);
+}
+
+QSize SavedWindowFrame::contentRoom(const QSize& screen)
+{
+    return screen - QSize(0, TitleBarHeight);
 }
 
 std::optional<QRect> SavedWindowFrame::parsed(std::string_view text)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QRect>
 
 #include <optional>
@@ -20,10 +21,13 @@ public:
 
     void save(const QWidget& window);
 
-    // Moves the window there; it keeps its size. Without a saved frame that makes sense its
-    // content goes to `content`, which has its origin at the lower left. Either way the window can
-    // be grabbed on a screen that is there.
-    void restore(QWidget& window, const QRect& content) const;
+    // Moves the window there; it keeps its size. The window can be grabbed on one of the screens.
+    // Without a saved frame that makes sense the content goes to `content`, which has its origin at
+    // the lower left, and is moved until it is wholly on a screen that has room for it.
+    void restore(QWidget& window, const QRect& content, const QList<QRect>& screens) const;
+
+    // How much of a screen of that size is left to the content of a window.
+    [[nodiscard]] static QSize contentRoom(const QSize& screen);
 
     // Null unless the text is a frame.
     [[nodiscard]] static std::optional<QRect> parsed(std::string_view text);

@@ -12,6 +12,7 @@ SetupWindow::SetupWindow()
     : QWidget(nullptr,
         Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint
             | Qt::WindowCloseButtonHint)
+    , m_scroller(*this, SetupTables::shared().UserAssignableWindowFrame.size())
 {
     setWindowTitle(QStringLiteral("User Assignable Setup"));
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -28,13 +29,18 @@ void SetupWindow::setVisible(bool visible)
 void SetupWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    drawImage(painter, SetupTables::shared().BackgroundImage, {});
+    drawImage(painter, SetupTables::shared().BackgroundImage, -m_scroller.offset());
 }
 
 void SetupWindow::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton && m_mouseDown)
         m_mouseDown();
+}
+
+void SetupWindow::wheelEvent(QWheelEvent* event)
+{
+    m_scroller.wheelMoved(*event);
 }
 
 } // namespace kestrel

@@ -1,20 +1,34 @@
 // How the setup window is shown and closed.
 
 #include "common/ApplicationVisibility.h"
+#include "common/ScreenFit.h"
 #include "common/WindowVisibility.h"
 #include "setup/SetupTables.h"
 #include "setup/UserAssinableWindowController.h"
 
 #include <QFileDialog>
+#include <QGuiApplication>
+#include <QScreen>
 
 namespace kestrel {
 
 void UserAssinableWindowController::showWindow()
 {
     if (!isVisible())
-        m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
+        placeWindow();
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
+}
+
+// Where it was left last, and no larger than the screen that is there now.
+void UserAssinableWindowController::placeWindow()
+{
+    m_savedFrame.restore(
+        *m_window, SetupTables::shared().UserAssignableWindowFrame, availableScreenAreas());
+    const QScreen* screen = QGuiApplication::screenAt(m_window->geometry().center());
+    if (!screen)
+        screen = m_window->screen();
+    m_window->fitInto(SavedWindowFrame::contentRoom(screen->availableGeometry().size()));
 }
 
 void UserAssinableWindowController::makeKeyAndOrderFront()

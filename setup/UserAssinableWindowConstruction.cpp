@@ -24,7 +24,7 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
     m_window = std::make_unique<SetupWindow>();
     m_window->setMouseDown([this] { mouseDown(); });
     m_window->setHiding([this] { m_savedFrame.save(*m_window); });
-    m_savedFrame.restore(*m_window, SetupTables::shared().UserAssignableWindowFrame);
+    placeWindow();
     setupUserAssignableButtons();
     setupShortcutFields();
     setupLoadSaveButton();

@@ -72,6 +72,7 @@ public:
     [[nodiscard]] bool bOKclose() const { return m_bOKclose; }
 
 private:
+    void placeWindow();
     void setupUserAssignableButtons();
     void setupShortcutFields();
     void setupClearButton(int index);

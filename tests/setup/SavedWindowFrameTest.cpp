@@ -30,6 +30,22 @@ TEST(SavedWindowFrame, without_a_saved_frame_the_content_is_at_600_350_from_the_
     EXPECT_EQ(bench.controller.window()->geometry(), QRect(600, 1080 - 350 - 453, 620, 453));
 }
 
+TEST(SavedWindowFrame, without_a_saved_frame_the_window_is_moved_until_it_is_wholly_on_the_screen)
+{
+    FakeDefaultsStore defaults;
+    const SavedWindowFrame frame("Test", defaults);
+    QWidget window;
+    window.setFixedSize(620, 453);
+    const auto placed = [&](const QRect& screen) {
+        frame.restore(window, { 600, 350, 620, 453 }, { screen });
+        return window.geometry();
+    };
+    EXPECT_EQ(placed({ 0, 0, 1920, 1080 }), QRect(600, 277, 620, 453));
+    EXPECT_EQ(placed({ 0, 0, 1080, 1920 }), QRect(460, 277, 620, 453));
+    EXPECT_EQ(placed({ 0, 0, 1024, 600 }), QRect(404, 147, 620, 453));
+    EXPECT_EQ(placed({ 0, 0, 512, 300 }), QRect(0, 28, 620, 453)) << "below its title bar";
+}
+
 TEST(SavedWindowFrame, it_reopens_where_it_was_left)
 {
     FakeDefaultsStore defaults;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QPoint>
+#include <QSize>
+
+class QScrollBar;
+class QWheelEvent;
+class QWidget;
+
+namespace kestrel {
+
+// Lets a window be smaller than its content where a screen has too little room. Scroll bars move
+// the controls of the window, and a control that gets the keyboard focus is brought into view.
+class ContentScroller {
+public:
+    ContentScroller(QWidget& window, const QSize& content);
+
+    // Gives the window the size of its content, or as much of it as the room allows.
+    void fitInto(const QSize& room);
+    // Where in the content the window's upper left corner is.
+    [[nodiscard]] QPoint offset() const { return m_offset; }
+    void wheelMoved(QWheelEvent& event);
+
+private:
+    void makeBars();
+    void placeBars(const QSize& view);
+    void moveControls();
+    void bringIntoView(const QWidget& control);
+
+    QWidget& m_window;
+    QSize m_content;
+    QPoint m_offset;
+    // Null until the room was too small for the first time. The window owns them.
+    QScrollBar* m_horizontal = nullptr;
+    QScrollBar* m_vertical = nullptr;
+};
+
+} // namespace kestrel
