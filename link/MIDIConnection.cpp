@@ -3,7 +3,6 @@
 #include "link/ConsoleDisplay.h"
 #include "link/StatusItem.h"
 #include "platform/MainLoop.h"
-#include "platform/ProcessRecords.h"
 #include "platform/ProcessTable.h"
 #include "platform/Workstation.h"
 
@@ -131,8 +130,7 @@ void MIDIConnection::sendOffLineMessage()
 
 bool MIDIConnection::isProTools() const
 {
-    const auto table = m_processTable.read();
-    return table && ProcessRecords::contains(*table, Workstation::Name);
+    return m_processTable.isRunning(Workstation::Name);
 }
 
 void MIDIConnection::answerHeartbeat()

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
-#include <vector>
+#include <string_view>
 
 namespace kestrel {
 
-// The kernel's process table.
+// The processes that the kernel knows.
 class ProcessTable {
 public:
     virtual ~ProcessTable() = default;
 
-    // Every process as one 648-byte record (see ProcessRecords.h); missing when the kernel refuses.
-    [[nodiscard]] virtual std::optional<std::vector<std::byte>> read() = 0;
+    // True when a process has exactly this command name, the short name that the kernel keeps;
+    // false also when the kernel refuses to say.
+    [[nodiscard]] virtual bool isRunning(std::string_view commandName) = 0;
 };
 
 } // namespace kestrel

@@ -1,10 +1,13 @@
 #include "platform/macos/SysctlProcessTable.h"
 
-#include "platform/ProcessRecords.h"
+#include "platform/macos/ProcessRecords.h"
 
 #include <sys/sysctl.h>
 
+#include <cstddef>
 #include <iterator>
+#include <optional>
+#include <vector>
 
 namespace kestrel {
 
@@ -12,7 +15,8 @@ static_assert(sizeof(kinfo_proc) == ProcessRecords::RecordSize);
 static_assert(offsetof(kinfo_proc, kp_proc.p_comm) == ProcessRecords::NameOffset);
 static_assert(sizeof(extern_proc::p_comm) == ProcessRecords::MaxNameLength + 1);
 
-std::optional<std::vector<std::byte>> SysctlProcessTable::read()
+namespace {
+std::optional<std::vector<std::byte>> readTable()
 {
     int name[] = { CTL_KERN, KERN_PROC, KERN_PROC_ALL, 0 };
     std::size_t size = 0;
@@ -24,6 +28,13 @@ std::optional<std::vector<std::byte>> SysctlProcessTable::read()
         return std::nullopt;
     table.resize(size);
     return table;
+}
+} // namespace
+
+bool SysctlProcessTable::isRunning(std::string_view commandName)
+{
+    const auto table = readTable();
+    return table && ProcessRecords::contains(*table, commandName);
 }
 
 } // namespace kestrel

@@ -7,7 +7,7 @@ namespace kestrel {
 // The process table as sysctl copies it out.
 class SysctlProcessTable final : public ProcessTable {
 public:
-    std::optional<std::vector<std::byte>> read() override;
+    bool isRunning(std::string_view commandName) override;
 };
 
 } // namespace kestrel

@@ -5,13 +5,11 @@
 #include "platform/LoginItem.h"
 #include "platform/Notices.h"
 #include "platform/Permissions.h"
-#include "platform/ProcessRecords.h"
 #include "platform/ProcessTable.h"
 #include "platform/WindowTraits.h"
 #include "platform/Workspace.h"
 
 #include <algorithm>
-#include <cstring>
 #include <functional>
 #include <map>
 #include <string>
@@ -19,19 +17,12 @@
 
 namespace kestrel::test {
 
-// Process records made from command names.
+// The command names of the processes that run.
 class FakeProcessTable final : public ProcessTable {
 public:
-    [[nodiscard]] std::optional<std::vector<std::byte>> read() override
+    [[nodiscard]] bool isRunning(std::string_view commandName) override
     {
-        if (unreadable)
-            return {};
-        std::vector<std::byte> table(names.size() * ProcessRecords::RecordSize);
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            std::memcpy(&table[i * ProcessRecords::RecordSize + ProcessRecords::NameOffset],
-                names[i].data(), std::min(names[i].size(), ProcessRecords::MaxNameLength));
-        }
-        return table;
+        return !unreadable && std::find(names.begin(), names.end(), commandName) != names.end();
     }
 
     std::vector<std::string> names;

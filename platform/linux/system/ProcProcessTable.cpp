@@ -1,7 +1,5 @@
 #include "platform/linux/system/ProcProcessTable.h"
 
-#include "platform/ProcessRecords.h"
-
 #include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -10,12 +8,12 @@
 #include <array>
 #include <cctype>
 #include <memory>
-#include <string_view>
+#include <optional>
 
 namespace kestrel {
 
 namespace {
-using ShortName = std::array<char, ProcessRecords::MaxNameLength>;
+using ShortName = std::array<char, 16>; // 15 bytes and a line break
 
 bool isProcess(const dirent& entry)
 {
@@ -46,29 +44,20 @@ ProcProcessTable::ProcProcessTable(std::string folder)
 {
 }
 
-std::optional<std::vector<std::byte>> ProcProcessTable::read()
+bool ProcProcessTable::isRunning(std::string_view commandName)
 {
     struct Close {
         void operator()(DIR* folder) const { ::closedir(folder); }
     };
     const std::unique_ptr<DIR, Close> processes(::opendir(m_folder.c_str()));
     if (!processes)
-        return {};
-    std::vector<std::byte> table;
+        return false;
     ShortName buffer;
     while (const dirent* entry = ::readdir(processes.get())) {
-        if (!isProcess(*entry))
-            continue;
-        const auto name = shortName(::dirfd(processes.get()), *entry, buffer);
-        if (!name)
-            continue;
-        const std::size_t record = table.size();
-        table.resize(record + ProcessRecords::RecordSize);
-        std::ranges::transform(*name,
-            table.begin() + static_cast<std::ptrdiff_t>(record + ProcessRecords::NameOffset),
-            [](char character) { return static_cast<std::byte>(character); });
+        if (isProcess(*entry) && shortName(::dirfd(processes.get()), *entry, buffer) == commandName)
+            return true;
     }
-    return table;
+    return false;
 }
 
 } // namespace kestrel

@@ -11,7 +11,7 @@ class ProcProcessTable final : public ProcessTable {
 public:
     explicit ProcProcessTable(std::string folder = "/proc");
 
-    std::optional<std::vector<std::byte>> read() override;
+    bool isRunning(std::string_view commandName) override;
 
 private:
     std::string m_folder;

@@ -1,4 +1,3 @@
-#include "platform/ProcessRecords.h"
 #include "platform/linux/system/ProcProcessTable.h"
 #include "tests/platform/linux/x11/X11Bench.h"
 
@@ -86,7 +85,7 @@ TEST_F(StandIn, without_a_window_is_a_process_of_its_name)
     std::string comm;
     std::getline(std::ifstream("/proc/" + std::to_string(program->pid()) + "/comm"), comm);
     EXPECT_EQ(comm, "Pro Tools");
-    EXPECT_TRUE(ProcessRecords::contains(*ProcProcessTable().read(), "Pro Tools"));
+    EXPECT_TRUE(ProcProcessTable().isRunning("Pro Tools"));
     EXPECT_EQ(user->words(user->root(), "_NET_CLIENT_LIST"),
         std::vector<std::uint32_t> { workstation->window() });
 }

@@ -1,12 +1,10 @@
 #include "platform/linux/system/ProcProcessTable.h"
 
-#include "platform/ProcessRecords.h"
 #include "tools/stage/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
 
-#include <algorithm>
 #include <fstream>
 
 namespace kestrel::test {
@@ -20,27 +18,28 @@ public:
         std::ofstream(path() / number / "comm") << comm;
     }
 };
-
-std::string nameIn(const std::vector<std::byte>& table, std::size_t record)
-{
-    const auto* first = reinterpret_cast<const char*>(table.data())
-        + record * ProcessRecords::RecordSize + ProcessRecords::NameOffset;
-    return { first, ProcessRecords::MaxNameLength };
-}
 } // namespace
 
-TEST(ProcProcessTable, a_process_is_one_record_with_its_name_at_byte_243)
+TEST(ProcProcessTable, a_process_runs_under_exactly_its_command_name)
 {
     ProcFolder proc;
     proc.addProcess("17", "Pro Tools\n");
-    const auto table = ProcProcessTable(proc.path()).read();
-    ASSERT_TRUE(table);
-    ASSERT_EQ(table->size(), 648u);
-    std::vector<std::byte> expected(648);
-    std::ranges::transform(std::string("Pro Tools"), expected.begin() + 243,
-        [](char character) { return static_cast<std::byte>(character); });
-    EXPECT_EQ(*table, expected);
-    EXPECT_TRUE(ProcessRecords::contains(*table, "Pro Tools"));
+    ProcProcessTable processes(proc.path());
+    EXPECT_TRUE(processes.isRunning("Pro Tools"));
+    EXPECT_FALSE(processes.isRunning("Pro Tool"));
+    EXPECT_FALSE(processes.isRunning("Pro Tools HD"));
+    EXPECT_FALSE(processes.isRunning("pro tools"));
+    EXPECT_FALSE(processes.isRunning("Pro Tools\n"));
+}
+
+TEST(ProcProcessTable, every_process_is_looked_at)
+{
+    ProcFolder proc;
+    proc.addProcess("1", "init\n");
+    proc.addProcess("17", "Pro Tools\n");
+    proc.addProcess("4194304", "other\n");
+    for (const char* name : { "init", "Pro Tools", "other" })
+        EXPECT_TRUE(ProcProcessTable(proc.path()).isRunning(name)) << name;
 }
 
 TEST(ProcProcessTable, only_numbered_folders_with_a_name_are_processes)
@@ -50,37 +49,34 @@ TEST(ProcProcessTable, only_numbered_folders_with_a_name_are_processes)
     proc.addProcess("17x", "Pro Tools\n");
     proc.addProcess("18", "other\n");
     std::filesystem::create_directory(proc.path() / "19"); // ended between two looks
-    const auto table = ProcProcessTable(proc.path()).read();
-    ASSERT_TRUE(table);
-    ASSERT_EQ(table->size(), 648u);
-    EXPECT_EQ(nameIn(*table, 0), std::string("other") + std::string(11, '\0'));
+    ProcProcessTable processes(proc.path());
+    EXPECT_FALSE(processes.isRunning("Pro Tools"));
+    EXPECT_FALSE(processes.isRunning(""));
+    EXPECT_TRUE(processes.isRunning("other"));
 }
 
 TEST(ProcProcessTable, the_longest_name_fits_and_a_line_break_within_is_kept)
 {
     ProcFolder proc;
     proc.addProcess("1", "fifteen\nletters\n");
-    const auto table = ProcProcessTable(proc.path()).read();
-    ASSERT_TRUE(table);
-    EXPECT_EQ(nameIn(*table, 0), std::string("fifteen\nletters") + '\0');
+    ProcProcessTable processes(proc.path());
+    EXPECT_TRUE(processes.isRunning("fifteen\nletters"));
+    EXPECT_FALSE(processes.isRunning("fifteen"));
+    EXPECT_FALSE(processes.isRunning("fifteen\nletters "));
 }
 
-TEST(ProcProcessTable, no_process_is_an_empty_table_and_no_folder_none)
+TEST(ProcProcessTable, nothing_runs_where_there_is_no_process_or_no_folder)
 {
     ProcFolder proc;
-    const auto table = ProcProcessTable(proc.path()).read();
-    ASSERT_TRUE(table);
-    EXPECT_TRUE(table->empty());
-    EXPECT_FALSE(ProcProcessTable(proc.path() / "missing").read());
+    EXPECT_FALSE(ProcProcessTable(proc.path()).isRunning("Pro Tools"));
+    EXPECT_FALSE(ProcProcessTable(proc.path() / "missing").isRunning("Pro Tools"));
 }
 
 TEST(ProcProcessTable, the_real_table_has_this_process)
 {
     ASSERT_EQ(::prctl(PR_SET_NAME, "kestrel table!"), 0);
-    const auto table = ProcProcessTable().read();
-    ASSERT_TRUE(table);
-    EXPECT_TRUE(ProcessRecords::contains(*table, "kestrel table!"));
-    EXPECT_FALSE(ProcessRecords::contains(*table, "kestrel table"));
+    EXPECT_TRUE(ProcProcessTable().isRunning("kestrel table!"));
+    EXPECT_FALSE(ProcProcessTable().isRunning("kestrel table"));
 }
 
 } // namespace kestrel::test

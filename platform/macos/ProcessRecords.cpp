@@ -1,4 +1,4 @@
-#include "platform/ProcessRecords.h"
+#include "platform/macos/ProcessRecords.h"
 
 #include <algorithm>
 

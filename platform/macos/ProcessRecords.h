@@ -4,9 +4,9 @@
 #include <span>
 #include <string_view>
 
+// The process table as sysctl gives it: records of a fixed size, in bytes.
 namespace kestrel::ProcessRecords {
 
-// Layout of one record of the process table.
 inline constexpr std::size_t RecordSize = 648;
 inline constexpr std::size_t NameOffset = 243;
 inline constexpr std::size_t MaxNameLength = 16;
