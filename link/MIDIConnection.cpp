@@ -30,30 +30,28 @@ void MIDIConnection::reconnectAllSources()
     if (m_client != 0)
         releaseMIDIReceiver();
 
-    if (m_midiServices.createClient(
-            "inputMIDIReceiver Client", MyMIDIStateChangedHander, this, m_client)
-        != MIDINoError) {
-        m_client = 0;
+    m_client
+        = m_midiServices.createClient("inputMIDIReceiver Client", MyMIDIStateChangedHander, this)
+              .value_or(0);
+    if (m_client == 0)
         return;
-    }
-    const bool hasOutputPort
-        = m_midiServices.createOutputPort(m_client, "OutputMIDIReceiver Output Port", m_outputPort)
-        == MIDINoError;
-    if (m_midiServices.createInputPort(
-            m_client, "inputMIDIReceiver Input Port", MyMIDIReadProc, this, m_inputPort)
-        != MIDINoError)
-        return;
-
-    connectFirstConsole(hasOutputPort);
+    m_outputPort
+        = m_midiServices.createOutputPort(m_client, "OutputMIDIReceiver Output Port").value_or(0);
+    m_inputPort
+        = m_midiServices
+              .createInputPort(m_client, "inputMIDIReceiver Input Port", MyMIDIReadProc, this)
+              .value_or(0);
+    if (m_inputPort != 0)
+        connectFirstConsole();
 }
 
-void MIDIConnection::connectFirstConsole(bool hasOutputPort)
+void MIDIConnection::connectFirstConsole()
 {
     for (const MIDIDevice& device : m_midiServices.devices()) {
         if (device.model != ConsoleModel || device.entities.size() <= ControlSurfaceEntity)
             continue;
         const MIDIEntity& entity = device.entities[ControlSurfaceEntity];
-        if (hasOutputPort && !entity.destinations.empty())
+        if (m_outputPort != 0 && !entity.destinations.empty())
             m_destPointRef = entity.destinations.front();
         if (connectFirstSource(entity))
             return;
@@ -68,7 +66,7 @@ bool MIDIConnection::connectFirstSource(const MIDIEntity& entity)
     if (!source.uniqueID)
         return false;
     m_idArray[0] = *source.uniqueID;
-    if (m_midiServices.connectSource(m_inputPort, source.endpoint, &m_idArray[0]) != MIDINoError)
+    if (!m_midiServices.connectSource(m_inputPort, source.endpoint, &m_idArray[0]))
         return false;
     m_inputEndPointRef = source.endpoint;
     return true;

@@ -69,7 +69,7 @@ public:
     void handOver(std::unique_ptr<Arrivals::Arrival> arrival);
 
 private:
-    void connectFirstConsole(bool hasOutputPort);
+    void connectFirstConsole();
     [[nodiscard]] bool connectFirstSource(const MIDIEntity& entity);
     void deliverArrivals();
 
@@ -84,8 +84,8 @@ private:
 
     Arrivals m_arrivals;
     MIDIClient m_client = 0;
-    MIDIPort m_inputPort = 0;
-    MIDIPort m_outputPort = 0;
+    MIDIPort m_inputPort = 0; // 0 = the service refused it
+    MIDIPort m_outputPort = 0; // likewise
     MIDIEndpoint m_inputEndPointRef = 0;
     MIDIEndpoint m_destPointRef = 0; // kept when the link is taken down
     std::array<std::int32_t, 256> m_idArray {}; // [0]: unique ID of the connected source

@@ -14,10 +14,6 @@ using MIDIClient = std::uint32_t;
 using MIDIPort = std::uint32_t;
 using MIDIEndpoint = std::uint32_t;
 
-// 0 is success, every other value a failure of the service.
-using MIDIStatus = std::int32_t;
-inline constexpr MIDIStatus MIDINoError = 0;
-
 struct MIDIPacket {
     std::uint64_t timeStamp = 0; // 0 = now
     std::span<const std::uint8_t> data;
@@ -72,16 +68,17 @@ public:
 
     virtual ~MIDIServices() = default;
 
-    [[nodiscard]] virtual MIDIStatus createClient(
-        std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client)
+    // Missing when the service refuses, as are the ports below.
+    [[nodiscard]] virtual std::optional<MIDIClient> createClient(
+        std::string_view name, NotifyProc notify, void* refCon)
         = 0;
     virtual void disposeClient(MIDIClient client) = 0;
 
-    [[nodiscard]] virtual MIDIStatus createInputPort(
-        MIDIClient client, std::string_view name, ReadProc read, void* refCon, MIDIPort& port)
+    [[nodiscard]] virtual std::optional<MIDIPort> createInputPort(
+        MIDIClient client, std::string_view name, ReadProc read, void* refCon)
         = 0;
-    [[nodiscard]] virtual MIDIStatus createOutputPort(
-        MIDIClient client, std::string_view name, MIDIPort& port)
+    [[nodiscard]] virtual std::optional<MIDIPort> createOutputPort(
+        MIDIClient client, std::string_view name)
         = 0;
     // After it has returned, the port's read callback is not running and is not called again.
     virtual void disposePort(MIDIPort port) = 0;
@@ -89,12 +86,14 @@ public:
     // The devices as they are now, in the services' own order.
     [[nodiscard]] virtual std::vector<MIDIDevice> devices() = 0;
 
-    // `srcConnRefCon` comes back with each packet list from this source.
-    [[nodiscard]] virtual MIDIStatus connectSource(
+    // `srcConnRefCon` comes back with each packet list from this source. False when the source
+    // cannot be connected.
+    [[nodiscard]] virtual bool connectSource(
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
         = 0;
 
-    [[nodiscard]] virtual MIDIStatus send(
+    // False when the packet is known not to leave.
+    [[nodiscard]] virtual bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
         = 0;
 };

@@ -11,7 +11,6 @@
 
 namespace kestrel {
 
-static_assert(MIDINoError == noErr);
 static_assert(std::int32_t { MIDINotification::ObjectAdded } == kMIDIMsgObjectAdded);
 static_assert(std::int32_t { MIDINotification::ObjectRemoved } == kMIDIMsgObjectRemoved);
 static_assert(std::int32_t { MIDINotification::Source } == kMIDIObjectType_Source);
@@ -34,14 +33,14 @@ void keepAClient()
         MIDIClientCreate(CFSTR("Kestrel"), nullptr, nullptr, &kept);
 }
 
-MIDIStatus sendList(
+bool sendList(
     MIDIPort port, MIDIEndpoint destination, const MIDIPacket& packet, std::span<std::byte> memory)
 {
     auto* list = reinterpret_cast<::MIDIPacketList*>(memory.data());
     if (!MIDIPacketListAdd(list, memory.size(), MIDIPacketListInit(list), packet.timeStamp,
             packet.data.size(), packet.data.data()))
-        return paramErr;
-    return MIDISend(port, destination, list);
+        return false;
+    return MIDISend(port, destination, list) == noErr;
 }
 } // namespace
 
@@ -51,12 +50,12 @@ CoreMIDIServices::~CoreMIDIServices()
         disposeClient(m_clients.begin()->first);
 }
 
-MIDIStatus CoreMIDIServices::createClient(
-    std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client)
+std::optional<MIDIClient> CoreMIDIServices::createClient(
+    std::string_view name, NotifyProc notify, void* refCon)
 {
     const auto clientName = CFText::fromUtf8(name);
     if (!clientName)
-        return paramErr;
+        return std::nullopt;
     const auto proc = [](const ::MIDINotification* message, void* context) {
         MIDINotification notification { .messageID = message->messageID };
         if (message->messageID == kMIDIMsgObjectAdded
@@ -71,16 +70,14 @@ MIDIStatus CoreMIDIServices::createClient(
 
     auto target = std::make_unique<NotifyTarget>(NotifyTarget { notify, refCon });
     MIDIClientRef created = 0;
-    const OSStatus status
-        = MIDIClientCreate(clientName.get(), notify ? +proc : nullptr, target.get(), &created);
-    if (status != noErr)
-        return status;
+    if (MIDIClientCreate(clientName.get(), notify ? +proc : nullptr, target.get(), &created)
+        != noErr)
+        return std::nullopt;
     keepAClient();
     m_clients.emplace(created, std::move(target));
     if (!m_latencyCritical)
         m_latencyCritical.emplace(Activity::Kind::LatencyCritical);
-    client = created;
-    return noErr;
+    return created;
 }
 
 void CoreMIDIServices::disposeClient(MIDIClient client)
@@ -98,12 +95,12 @@ void CoreMIDIServices::disposeClient(MIDIClient client)
         m_latencyCritical.reset();
 }
 
-MIDIStatus CoreMIDIServices::createInputPort(
-    MIDIClient client, std::string_view name, ReadProc read, void* refCon, MIDIPort& port)
+std::optional<MIDIPort> CoreMIDIServices::createInputPort(
+    MIDIClient client, std::string_view name, ReadProc read, void* refCon)
 {
     const auto portName = CFText::fromUtf8(name);
     if (!portName)
-        return paramErr;
+        return std::nullopt;
     const auto proc = [](const ::MIDIPacketList* list, void* ticket, void* srcConnRefCon) {
         CoreMIDIPackets packets(*list);
         ReadGates::deliver(reinterpret_cast<ReadGates::Ticket>(ticket), packets, srcConnRefCon);
@@ -111,24 +108,25 @@ MIDIStatus CoreMIDIServices::createInputPort(
 
     const auto ticket = ReadGates::open(read, refCon);
     if (!ticket)
-        return kMIDIUnknownError;
+        return std::nullopt;
     MIDIPortRef created = 0;
-    const OSStatus status = MIDIInputPortCreate(
-        client, portName.get(), proc, reinterpret_cast<void*>(*ticket), &created);
-    if (status != noErr) {
+    if (MIDIInputPortCreate(
+            client, portName.get(), proc, reinterpret_cast<void*>(*ticket), &created)
+        != noErr) {
         ReadGates::shut(*ticket);
-        return status;
+        return std::nullopt;
     }
     m_inputPorts.emplace(created, InputPort { client, *ticket });
-    port = created;
-    return noErr;
+    return created;
 }
 
-MIDIStatus CoreMIDIServices::createOutputPort(
-    MIDIClient client, std::string_view name, MIDIPort& port)
+std::optional<MIDIPort> CoreMIDIServices::createOutputPort(MIDIClient client, std::string_view name)
 {
     const auto portName = CFText::fromUtf8(name);
-    return portName ? MIDIOutputPortCreate(client, portName.get(), &port) : paramErr;
+    MIDIPortRef created = 0;
+    if (!portName || MIDIOutputPortCreate(client, portName.get(), &created) != noErr)
+        return std::nullopt;
+    return created;
 }
 
 void CoreMIDIServices::disposePort(MIDIPort port)
@@ -143,18 +141,16 @@ std::vector<MIDIDevice> CoreMIDIServices::devices()
     return CoreMIDIDevices::snapshot();
 }
 
-MIDIStatus CoreMIDIServices::connectSource(
-    MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
+bool CoreMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
 {
-    return MIDIPortConnectSource(inputPort, source, srcConnRefCon);
+    return MIDIPortConnectSource(inputPort, source, srcConnRefCon) == noErr;
 }
 
-MIDIStatus CoreMIDIServices::send(
-    MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
+bool CoreMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
 {
     const std::size_t size = ListOverhead + packet.data.size();
     if (packet.data.empty() || size > LargestListSize)
-        return paramErr;
+        return false;
     if (size <= UsualListSize) {
         alignas(::MIDIPacketList) std::array<std::byte, UsualListSize> memory;
         return sendList(outputPort, destination, packet, memory);

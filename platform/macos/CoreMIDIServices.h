@@ -18,17 +18,16 @@ public:
     CoreMIDIServices(const CoreMIDIServices&) = delete;
     CoreMIDIServices& operator=(const CoreMIDIServices&) = delete;
 
-    MIDIStatus createClient(
-        std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client) override;
+    std::optional<MIDIClient> createClient(
+        std::string_view name, NotifyProc notify, void* refCon) override;
     void disposeClient(MIDIClient client) override;
-    MIDIStatus createInputPort(MIDIClient client, std::string_view name, ReadProc read,
-        void* refCon, MIDIPort& port) override;
-    MIDIStatus createOutputPort(MIDIClient client, std::string_view name, MIDIPort& port) override;
+    std::optional<MIDIPort> createInputPort(
+        MIDIClient client, std::string_view name, ReadProc read, void* refCon) override;
+    std::optional<MIDIPort> createOutputPort(MIDIClient client, std::string_view name) override;
     void disposePort(MIDIPort port) override;
     std::vector<MIDIDevice> devices() override;
-    MIDIStatus connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
-    MIDIStatus send(
-        MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
+    bool connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
+    bool send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
 
 private:
     // What CoreMIDI keeps a pointer to as long as the client lives.

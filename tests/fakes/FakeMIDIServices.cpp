@@ -1,10 +1,10 @@
 #include "tests/fakes/FakeMIDIServices.h"
 
+#include <algorithm>
+
 namespace kestrel::test {
 
 namespace {
-constexpr MIDIStatus Failure = -10830;
-
 class VectorPacketList final : public MIDIPacketList {
 public:
     explicit VectorPacketList(const std::vector<Bytes>& packets)
@@ -24,47 +24,52 @@ private:
 };
 } // namespace
 
-MIDIStatus FakeMIDIServices::createClient(
-    std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client)
+std::optional<MIDIClient> FakeMIDIServices::createClient(
+    std::string_view name, NotifyProc notify, void* refCon)
 {
     calls.push_back("create client " + std::string(name));
-    if (fails("create client"))
-        return Failure;
+    if (fails("create client") || m_client != 0)
+        return {};
     m_notify = notify;
     m_notifyRefCon = refCon;
-    client = ++m_lastReference;
-    return MIDINoError;
+    m_client = ++m_lastReference;
+    return m_client;
 }
 
 void FakeMIDIServices::disposeClient(MIDIClient client)
 {
     calls.push_back("dispose client " + std::to_string(client));
+    if (!isOpen(client))
+        return;
+    m_client = 0;
+    m_inputPorts.clear();
+    m_outputPorts.clear();
 }
 
-MIDIStatus FakeMIDIServices::createInputPort(
-    MIDIClient, std::string_view name, ReadProc read, void* refCon, MIDIPort& port)
+std::optional<MIDIPort> FakeMIDIServices::createInputPort(
+    MIDIClient client, std::string_view name, ReadProc read, void* refCon)
 {
     calls.push_back("create input port " + std::string(name));
-    if (fails("create input port"))
-        return Failure;
-    m_read = read;
-    m_readRefCon = refCon;
-    port = ++m_lastReference;
-    return MIDINoError;
+    if (fails("create input port") || !isOpen(client))
+        return {};
+    m_inputPorts.emplace(++m_lastReference, InputPort { read, refCon, {} });
+    return m_lastReference;
 }
 
-MIDIStatus FakeMIDIServices::createOutputPort(MIDIClient, std::string_view name, MIDIPort& port)
+std::optional<MIDIPort> FakeMIDIServices::createOutputPort(MIDIClient client, std::string_view name)
 {
     calls.push_back("create output port " + std::string(name));
-    if (fails("create output port"))
-        return Failure;
-    port = ++m_lastReference;
-    return MIDINoError;
+    if (fails("create output port") || !isOpen(client))
+        return {};
+    m_outputPorts.insert(++m_lastReference);
+    return m_lastReference;
 }
 
 void FakeMIDIServices::disposePort(MIDIPort port)
 {
     calls.push_back("dispose port " + std::to_string(port));
+    m_inputPorts.erase(port);
+    m_outputPorts.erase(port);
 }
 
 std::vector<MIDIDevice> FakeMIDIServices::devices()
@@ -72,33 +77,52 @@ std::vector<MIDIDevice> FakeMIDIServices::devices()
     return deviceList;
 }
 
-MIDIStatus FakeMIDIServices::connectSource(MIDIPort, MIDIEndpoint source, void* srcConnRefCon)
+bool FakeMIDIServices::hasSource(MIDIEndpoint source) const
+{
+    const auto isIt = [source](const MIDISource& each) { return each.endpoint == source; };
+    for (const MIDIDevice& device : deviceList) {
+        for (const MIDIEntity& entity : device.entities) {
+            if (std::any_of(entity.sources.begin(), entity.sources.end(), isIt))
+                return true;
+        }
+    }
+    return false;
+}
+
+bool FakeMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
 {
     const std::string call = "connect " + std::to_string(source);
     calls.push_back(call);
-    if (fails(call))
-        return Failure;
-    m_connectionRefCon = srcConnRefCon;
-    return MIDINoError;
+    const auto port = m_inputPorts.find(inputPort);
+    if (fails(call) || port == m_inputPorts.end() || !hasSource(source))
+        return false;
+    port->second.connections.push_back(srcConnRefCon);
+    return true;
 }
 
-MIDIStatus FakeMIDIServices::send(
-    MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
+bool FakeMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
 {
     sent.push_back({ outputPort, destination, packet.timeStamp,
         Bytes(packet.data.begin(), packet.data.end()) });
-    return fails("send") ? Failure : MIDINoError;
+    return !fails("send") && m_outputPorts.contains(outputPort);
 }
 
 void FakeMIDIServices::deliver(const std::vector<Bytes>& packets) const
 {
-    VectorPacketList list(packets);
-    m_read(list, m_readRefCon, m_connectionRefCon);
+    const auto ports = m_inputPorts; // a callback may dispose of any of them
+    for (const auto& [reference, port] : ports) {
+        for (void* const connection : port.connections) {
+            VectorPacketList list(packets);
+            if (m_inputPorts.contains(reference))
+                port.read(list, port.refCon, connection);
+        }
+    }
 }
 
 void FakeMIDIServices::notify(std::int32_t messageID, std::int32_t childType) const
 {
-    m_notify({ messageID, childType }, m_notifyRefCon);
+    if (m_client != 0)
+        m_notify({ messageID, childType }, m_notifyRefCon);
 }
 
 MIDIDevice device(int number, std::string model, int entityCount)

@@ -301,6 +301,19 @@ TEST(MIDIConnection, three_packets_become_three_messages_in_order_from_the_same_
     EXPECT_THAT(bench.sourceIDs, ElementsAre(-104, -104, -104));
 }
 
+TEST(MIDIConnection, a_link_that_was_taken_down_hears_of_nothing)
+{
+    LinkBench bench;
+    bench.connection.reconnectAllSources();
+    bench.connection.releaseMIDIReceiver();
+    bench.services.calls.clear();
+    bench.services.deliver({ { 0xB0, 0x18, 0x05 } });
+    bench.services.notify(MIDINotification::ObjectAdded, MIDINotification::Source);
+    bench.mainLoop.turn();
+    EXPECT_THAT(bench.received, IsEmpty());
+    EXPECT_THAT(bench.services.calls, IsEmpty());
+}
+
 TEST(MIDIConnection, a_running_status_packet_is_one_message_of_five_bytes)
 {
     LinkBench bench;

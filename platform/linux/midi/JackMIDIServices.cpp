@@ -10,14 +10,6 @@
 namespace kestrel {
 
 namespace {
-// The numbers that the macOS services use for the same failures.
-constexpr MIDIStatus InvalidClient = -10830;
-constexpr MIDIStatus InvalidPort = -10831;
-constexpr MIDIStatus NoConnection = -10833;
-constexpr MIDIStatus UnknownEndpoint = -10834;
-constexpr MIDIStatus MessageSendError = -10838;
-constexpr MIDIStatus ServerStartError = -10839;
-
 template <typename Port>
 std::shared_ptr<Port> findPort(const std::vector<std::shared_ptr<Port>>& ports, MIDIPort reference)
 {
@@ -67,23 +59,22 @@ bool JackMIDIServices::ask(std::function<bool()> question, ControlThread::Job un
     return answered && *answer;
 }
 
-MIDIStatus JackMIDIServices::createClient(
-    std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client)
+std::optional<MIDIClient> JackMIDIServices::createClient(
+    std::string_view name, NotifyProc notify, void* refCon)
 {
     if (m_client)
-        return InvalidClient;
+        return {};
     const auto opened = std::make_shared<JackClient>(m_wakeup);
     const bool isOpen = ask([opened, name = std::string(name)] { return opened->open(name); },
         [opened] { opened->close(); });
     m_answerMissed = false;
     if (!isOpen)
-        return ServerStartError;
+        return {};
     m_client = opened;
     m_notify = notify;
     m_notifyRefCon = refCon;
     m_clientRef = ++m_lastRef;
-    client = m_clientRef;
-    return MIDINoError;
+    return m_clientRef;
 }
 
 void JackMIDIServices::disposeClient(MIDIClient client)
@@ -101,37 +92,31 @@ void JackMIDIServices::disposeClient(MIDIClient client)
     m_control.settle([closing] { closing->close(); });
 }
 
-MIDIStatus JackMIDIServices::reservePort(
+bool JackMIDIServices::reservePort(
     MIDIClient client, const std::string& name, PortDirection direction)
 {
-    if (!m_client || client != m_clientRef)
-        return InvalidClient;
-    const bool isReserved
-        = ask([jack = m_client, name, direction] { return jack->reservePort(name, direction); });
-    return isReserved ? MIDINoError : InvalidPort;
+    return m_client && client == m_clientRef
+        && ask([jack = m_client, name, direction] { return jack->reservePort(name, direction); });
 }
 
-MIDIStatus JackMIDIServices::createInputPort(
-    MIDIClient client, std::string_view name, ReadProc read, void* refCon, MIDIPort& port)
+std::optional<MIDIPort> JackMIDIServices::createInputPort(
+    MIDIClient client, std::string_view name, ReadProc read, void* refCon)
 {
-    const MIDIStatus status = reservePort(client, std::string(name), PortDirection::Input);
-    if (status != MIDINoError)
-        return status;
-    port = ++m_lastRef;
+    if (!reservePort(client, std::string(name), PortDirection::Input))
+        return {};
+    const MIDIPort port = ++m_lastRef;
     m_inputs.push_back(
         std::make_shared<InputPort>(InputPort { port, std::string(name), read, refCon, {} }));
-    return MIDINoError;
+    return port;
 }
 
-MIDIStatus JackMIDIServices::createOutputPort(
-    MIDIClient client, std::string_view name, MIDIPort& port)
+std::optional<MIDIPort> JackMIDIServices::createOutputPort(MIDIClient client, std::string_view name)
 {
-    const MIDIStatus status = reservePort(client, std::string(name), PortDirection::Output);
-    if (status != MIDINoError)
-        return status;
-    port = ++m_lastRef;
+    if (!reservePort(client, std::string(name), PortDirection::Output))
+        return {};
+    const MIDIPort port = ++m_lastRef;
     m_outputs.push_back(std::make_shared<OutputPort>(OutputPort { port, std::string(name), {} }));
-    return MIDINoError;
+    return port;
 }
 
 void JackMIDIServices::disposePort(MIDIPort port)
@@ -173,37 +158,28 @@ std::vector<MIDIDevice> JackMIDIServices::devices()
     return devices;
 }
 
-MIDIStatus JackMIDIServices::connectSource(
-    MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
+bool JackMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
 {
     const auto port = findPort(m_inputs, inputPort);
-    if (!port)
-        return InvalidPort;
     const std::string* const sourceName = m_endpoints.nameOf(source);
-    if (!sourceName)
-        return UnknownEndpoint;
+    if (!port || !sourceName)
+        return false;
     const auto lane = std::make_shared<SourceLane>(srcConnRefCon);
     const bool isConnected
         = ask([jack = m_client, lane, sourceName = *sourceName, portName = port->name] {
               return jack->connectSource(lane, sourceName, portName);
           });
-    if (!isConnected)
-        return NoConnection;
-    port->lanes.push_back(lane);
-    return MIDINoError;
+    if (isConnected)
+        port->lanes.push_back(lane);
+    return isConnected;
 }
 
-MIDIStatus JackMIDIServices::send(
-    MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
+bool JackMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
 {
     const auto port = findPort(m_outputs, outputPort);
-    if (!port)
-        return InvalidPort;
     const std::string* const name = m_endpoints.nameOf(destination);
-    if (!name)
-        return UnknownEndpoint;
-    if (!m_client->isAlive())
-        return ServerStartError;
+    if (!port || !name || !m_client->isAlive())
+        return false;
     auto found = std::find_if(port->lanes.begin(), port->lanes.end(),
         [destination](const auto& lane) { return lane->destination() == destination; });
     if (found == port->lanes.end())
@@ -214,7 +190,7 @@ MIDIStatus JackMIDIServices::send(
             jack->connectDestination(lane, portName);
         });
     }
-    return lane->push(packet.data) ? MIDINoError : MessageSendError;
+    return lane->push(packet.data);
 }
 
 void JackMIDIServices::deliver()
@@ -259,11 +235,6 @@ void JackMIDIServices::deliverNews()
     tell(JackClient::DestinationRemoved, Notification::ObjectRemoved, Notification::Destination);
     tell(JackClient::SourceAdded, Notification::ObjectAdded, Notification::Source);
     tell(JackClient::DestinationAdded, Notification::ObjectAdded, Notification::Destination);
-}
-
-std::unique_ptr<MIDIServices> makeJackMIDIServices(MainLoop& mainLoop)
-{
-    return std::make_unique<JackMIDIServices>(mainLoop);
 }
 
 } // namespace kestrel

@@ -35,18 +35,18 @@ public:
     explicit JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds patience = Patience);
     ~JackMIDIServices() override;
 
-    [[nodiscard]] MIDIStatus createClient(
-        std::string_view name, NotifyProc notify, void* refCon, MIDIClient& client) override;
+    [[nodiscard]] std::optional<MIDIClient> createClient(
+        std::string_view name, NotifyProc notify, void* refCon) override;
     void disposeClient(MIDIClient client) override;
-    [[nodiscard]] MIDIStatus createInputPort(MIDIClient client, std::string_view name,
-        ReadProc read, void* refCon, MIDIPort& port) override;
-    [[nodiscard]] MIDIStatus createOutputPort(
-        MIDIClient client, std::string_view name, MIDIPort& port) override;
+    [[nodiscard]] std::optional<MIDIPort> createInputPort(
+        MIDIClient client, std::string_view name, ReadProc read, void* refCon) override;
+    [[nodiscard]] std::optional<MIDIPort> createOutputPort(
+        MIDIClient client, std::string_view name) override;
     void disposePort(MIDIPort port) override;
     [[nodiscard]] std::vector<MIDIDevice> devices() override;
-    [[nodiscard]] MIDIStatus connectSource(
+    [[nodiscard]] bool connectSource(
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
-    [[nodiscard]] MIDIStatus send(
+    [[nodiscard]] bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
 
 private:
@@ -54,7 +54,7 @@ private:
     struct OutputPort;
 
     [[nodiscard]] bool ask(std::function<bool()> question, ControlThread::Job undo = {});
-    [[nodiscard]] MIDIStatus reservePort(
+    [[nodiscard]] bool reservePort(
         MIDIClient client, const std::string& name, PortDirection direction);
     void deliver();
     void deliverPackets();
@@ -73,7 +73,5 @@ private:
     EndpointNames m_endpoints;
     std::unique_ptr<MainLoop::Watch> m_watch;
 };
-
-[[nodiscard]] std::unique_ptr<MIDIServices> makeJackMIDIServices(MainLoop& mainLoop);
 
 } // namespace kestrel

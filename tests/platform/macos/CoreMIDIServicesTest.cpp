@@ -100,11 +100,18 @@ class CoreMIDIServicesTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_EQ(services.createClient("Kestrel test client", nullptr, nullptr, client), 0);
+        createClientWithInput();
+        outputPort = services.createOutputPort(client, "out").value_or(0);
+        ASSERT_NE(outputPort, 0U);
+        ASSERT_TRUE(services.connectSource(inputPort, peer.source, &mark));
+    }
+
+    void createClientWithInput()
+    {
+        client = services.createClient("Kestrel test client", nullptr, nullptr).value_or(0);
         ASSERT_NE(client, 0U);
-        ASSERT_EQ(services.createInputPort(client, "in", readIntoInbox, &inbox, inputPort), 0);
-        ASSERT_EQ(services.createOutputPort(client, "out", outputPort), 0);
-        ASSERT_EQ(services.connectSource(inputPort, peer.source, &mark), 0);
+        inputPort = services.createInputPort(client, "in", readIntoInbox, &inbox).value_or(0);
+        ASSERT_NE(inputPort, 0U);
     }
 
     Peer peer;
@@ -135,7 +142,7 @@ TEST_F(CoreMIDIServicesTest, packets_are_read_in_the_order_in_which_they_were_pl
 TEST_F(CoreMIDIServicesTest, a_packet_is_sent_to_its_destination)
 {
     const Bytes answer { 0x90, 0x00, 0x7F };
-    ASSERT_EQ(services.send(outputPort, peer.destination, { .timeStamp = 0, .data = answer }), 0);
+    ASSERT_TRUE(services.send(outputPort, peer.destination, { .timeStamp = 0, .data = answer }));
     EXPECT_THAT(peer.received.packets(1), ElementsAre(answer));
 }
 
@@ -144,7 +151,7 @@ TEST_F(CoreMIDIServicesTest, a_system_exclusive_message_beyond_the_usual_size_ar
     Bytes sysex(3000, 0x20);
     sysex.front() = 0xF0;
     sysex.back() = 0xF7;
-    ASSERT_EQ(services.send(outputPort, peer.destination, { .timeStamp = 0, .data = sysex }), 0);
+    ASSERT_TRUE(services.send(outputPort, peer.destination, { .timeStamp = 0, .data = sysex }));
 
     Bytes arrived;
     for (std::size_t count = 1; arrived.size() < sysex.size(); ++count) {
@@ -158,16 +165,17 @@ TEST_F(CoreMIDIServicesTest, a_system_exclusive_message_beyond_the_usual_size_ar
 TEST_F(CoreMIDIServicesTest, what_no_packet_list_can_hold_is_refused)
 {
     const Bytes tooLarge(65536 - 14 + 1, 0x20);
-    EXPECT_NE(services.send(outputPort, peer.destination, { .timeStamp = 0, .data = tooLarge }), 0);
-    EXPECT_NE(services.send(outputPort, peer.destination, {}), 0);
+    EXPECT_FALSE(services.send(outputPort, peer.destination, { .timeStamp = 0, .data = tooLarge }));
+    EXPECT_FALSE(services.send(outputPort, peer.destination, {}));
 }
 
 TEST_F(CoreMIDIServicesTest, a_disposed_port_reads_nothing_more_while_its_successor_does)
 {
     services.disposePort(inputPort);
     Inbox second;
-    ASSERT_EQ(services.createInputPort(client, "in again", readIntoInbox, &second, inputPort), 0);
-    ASSERT_EQ(services.connectSource(inputPort, peer.source, &mark), 0);
+    const auto port = services.createInputPort(client, "in again", readIntoInbox, &second);
+    ASSERT_TRUE(port);
+    ASSERT_TRUE(services.connectSource(*port, peer.source, &mark));
 
     peer.play({ 0x90, 0x00, 0x00 });
     EXPECT_EQ(second.packets(1).size(), 1U);
@@ -178,20 +186,17 @@ TEST_F(CoreMIDIServicesTest, a_client_can_be_rebuilt_again_and_again)
 {
     for (int i = 0; i < 100; ++i) {
         services.disposeClient(client);
-        client = 0;
-        ASSERT_EQ(services.createClient("Kestrel test client", nullptr, nullptr, client), 0);
-        ASSERT_EQ(services.createInputPort(client, "in", readIntoInbox, &inbox, inputPort), 0);
+        createClientWithInput();
     }
-    ASSERT_EQ(services.connectSource(inputPort, peer.source, &mark), 0);
+    ASSERT_TRUE(services.connectSource(inputPort, peer.source, &mark));
     peer.play({ 0x90, 0x00, 0x00 });
     EXPECT_EQ(inbox.packets(1).size(), 1U);
 }
 
-TEST_F(CoreMIDIServicesTest, an_unknown_client_gets_no_port_and_leaves_the_reference_alone)
+TEST_F(CoreMIDIServicesTest, an_unknown_client_gets_no_port)
 {
-    MIDIPort port = 0;
-    EXPECT_NE(services.createInputPort(0xFFFFFFF0, "in", readIntoInbox, &inbox, port), 0);
-    EXPECT_EQ(port, 0U);
+    EXPECT_FALSE(services.createInputPort(0xFFFFFFF0, "in", readIntoInbox, &inbox));
+    EXPECT_FALSE(services.createOutputPort(0xFFFFFFF0, "out"));
 }
 
 TEST_F(CoreMIDIServicesTest, virtual_endpoints_belong_to_no_device)

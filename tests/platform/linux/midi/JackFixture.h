@@ -33,7 +33,9 @@ public:
     static void notified(const MIDINotification& notification, void* refCon);
     static void read(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon);
 
-    MIDIStatus create(MIDIClient& client);
+    // Whether there is one; then it is what `reference` names from now on.
+    [[nodiscard]] static bool take(std::optional<std::uint32_t> created, std::uint32_t& reference);
+    [[nodiscard]] bool create(MIDIClient& client);
     // Everything a program does to receive from the last pair of the client "ZENTA", and to send
     // to the last destination of a client. With ZENTA itself that makes a loop, in which JACK
     // may pass a packet twice.
@@ -41,7 +43,7 @@ public:
     [[nodiscard]] std::optional<MIDIDevice> device(const std::string& model);
     [[nodiscard]] bool waitForPackets(std::size_t count);
     [[nodiscard]] bool waitForNotifications(std::size_t count);
-    MIDIStatus send(const Link& link, const Bytes& packet);
+    [[nodiscard]] bool send(const Link& link, const Bytes& packet);
 
     static constexpr auto Long = 20s; // a test that waits for it has failed
 

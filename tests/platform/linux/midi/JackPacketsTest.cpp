@@ -71,16 +71,16 @@ TEST_F(JackPackets, the_largest_packet_arrives_whole_both_ways)
     zenta.send("midi_5", { large, { 0x90, 0x00, 0x00 } });
     ASSERT_TRUE(waitForPackets(2));
     EXPECT_EQ(packets, (Packets { large, { 0x90, 0x00, 0x00 } }));
-    ASSERT_EQ(send(link, large), MIDINoError);
-    ASSERT_EQ(send(link, { 0x90, 0x00, 0x7F }), MIDINoError);
+    ASSERT_TRUE(send(link, large));
+    ASSERT_TRUE(send(link, { 0x90, 0x00, 0x7F }));
     EXPECT_EQ(arrivals(2), (Packets { large, { 0x90, 0x00, 0x7F } }));
 }
 
 TEST_F(JackPackets, a_packet_that_is_too_large_is_refused_and_stops_nothing)
 {
     const Link link = connect("receiver");
-    EXPECT_NE(send(link, systemExclusive(32721)), MIDINoError);
-    EXPECT_EQ(send(link, { 0x90, 0x00, 0x7F }), MIDINoError);
+    EXPECT_FALSE(send(link, systemExclusive(32721)));
+    EXPECT_TRUE(send(link, { 0x90, 0x00, 0x7F }));
     EXPECT_EQ(arrivals(1), (Packets { { 0x90, 0x00, 0x7F } }));
 }
 
@@ -104,7 +104,7 @@ TEST_F(JackPackets, packets_wait_while_the_main_thread_is_busy)
     zenta.send("midi_5", sent);
     // The main loop does not run while the receiver waits for what is sent to it meanwhile.
     for (int i = 0; i < 50; ++i) {
-        ASSERT_EQ(send(link, numbered(i)), MIDINoError);
+        ASSERT_TRUE(send(link, numbered(i)));
         ASSERT_EQ(arrivals(static_cast<std::size_t>(i) + 1).size(), std::size_t(i) + 1);
     }
     EXPECT_TRUE(packets.empty());
@@ -116,7 +116,7 @@ TEST_F(JackPackets, the_first_packet_sent_on_a_new_link_arrives_every_time)
 {
     for (int i = 0; i < 20; ++i) {
         const Link link = connect("receiver");
-        ASSERT_EQ(send(link, numbered(i)), MIDINoError);
+        ASSERT_TRUE(send(link, numbered(i)));
         const Packets arrived = arrivals(static_cast<std::size_t>(i) + 1);
         ASSERT_EQ(arrived.size(), static_cast<std::size_t>(i) + 1);
         EXPECT_EQ(arrived.back(), numbered(i));
@@ -130,7 +130,7 @@ TEST_F(JackPackets, what_is_sent_before_the_connection_stands_arrives_in_order)
     Packets sent;
     for (int i = 0; i < 500; ++i) {
         sent.push_back(numbered(i));
-        ASSERT_EQ(send(link, sent.back()), MIDINoError);
+        ASSERT_TRUE(send(link, sent.back()));
     }
     EXPECT_EQ(arrivals(500), sent);
 }
@@ -143,9 +143,9 @@ TEST_F(JackPackets, each_destination_gets_only_what_is_sent_to_it)
     const MIDIEndpoint second = found->entities[1].destinations[0];
     const Bytes toSecond { 0x90, 0x01, 0x01 };
     const Bytes toFifth { 0x90, 0x05, 0x05 };
-    ASSERT_EQ(send(link, toFifth), MIDINoError);
-    ASSERT_EQ(services.send(link.output, second, { 0, toSecond }), MIDINoError);
-    ASSERT_EQ(send(link, toFifth), MIDINoError);
+    ASSERT_TRUE(send(link, toFifth));
+    ASSERT_TRUE(services.send(link.output, second, { 0, toSecond }));
+    ASSERT_TRUE(send(link, toFifth));
     EXPECT_EQ(arrivals(2), (Packets { toFifth, toFifth }));
     EXPECT_EQ(
         receiver.received("midi_2_in", 1, std::chrono::milliseconds(Long)), (Packets { toSecond }));
@@ -163,15 +163,15 @@ TEST_F(JackPackets, each_source_comes_with_the_value_given_for_it)
     };
     MIDIClient client = 0;
     MIDIPort input = 0;
-    ASSERT_EQ(create(client), MIDINoError);
-    ASSERT_EQ(services.createInputPort(client, "in", remember, &seen, input), MIDINoError);
+    ASSERT_TRUE(create(client));
+    ASSERT_TRUE(take(services.createInputPort(client, "in", remember, &seen), input));
     const auto found = device("ZENTA");
     ASSERT_TRUE(found);
     int first = 0;
     int second = 0;
     const auto& entities = found->entities;
-    ASSERT_EQ(services.connectSource(input, entities[0].sources[0].endpoint, &first), MIDINoError);
-    ASSERT_EQ(services.connectSource(input, entities[1].sources[0].endpoint, &second), MIDINoError);
+    ASSERT_TRUE(services.connectSource(input, entities[0].sources[0].endpoint, &first));
+    ASSERT_TRUE(services.connectSource(input, entities[1].sources[0].endpoint, &second));
     zenta.send("midi_1", { { 0x90, 0x01, 0x01 } });
     ASSERT_TRUE(loop.runUntil([&] { return seen.size() == 1; }, Long));
     zenta.send("midi_2", { { 0x90, 0x02, 0x02 } });
@@ -183,15 +183,15 @@ TEST_F(JackPackets, each_source_comes_with_the_value_given_for_it)
 TEST_F(JackPackets, a_destination_that_vanished_and_returned_is_reached_again)
 {
     const Link link = connect("receiver");
-    ASSERT_EQ(send(link, numbered(1)), MIDINoError);
+    ASSERT_TRUE(send(link, numbered(1)));
     ASSERT_EQ(arrivals(1).size(), 1u);
     receiver.remove("midi_5_in");
     ASSERT_TRUE(waitForNotifications(1));
-    EXPECT_EQ(send(link, numbered(2)), MIDINoError); // goes nowhere
+    EXPECT_TRUE(send(link, numbered(2))); // goes nowhere
     ASSERT_FALSE(services.devices().empty()); // and has done so before this is answered
     receiver.addInput("midi_5_in");
     ASSERT_TRUE(waitForNotifications(2));
-    ASSERT_EQ(send(link, numbered(3)), MIDINoError);
+    ASSERT_TRUE(send(link, numbered(3)));
     const Packets arrived = arrivals(1);
     ASSERT_FALSE(arrived.empty());
     EXPECT_EQ(arrived.back(), numbered(3));
@@ -207,15 +207,13 @@ TEST_F(JackPackets, a_disposed_port_is_not_read_again_though_its_packets_have_ar
             static_cast<std::vector<Bytes>*>(refCon)->emplace_back(
                 packet->data.begin(), packet->data.end());
     };
-    ASSERT_EQ(
-        services.createInputPort(link.client, "other", remember, &fromOther, other), MIDINoError);
+    ASSERT_TRUE(take(services.createInputPort(link.client, "other", remember, &fromOther), other));
     const auto found = device("ZENTA");
     ASSERT_TRUE(found);
-    ASSERT_EQ(services.connectSource(other, found->entities[0].sources[0].endpoint, nullptr),
-        MIDINoError);
+    ASSERT_TRUE(services.connectSource(other, found->entities[0].sources[0].endpoint, nullptr));
     zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
     zenta.send("midi_1", { { 0x90, 0x01, 0x01 } });
-    ASSERT_EQ(send(link, numbered(1)), MIDINoError); // once this is there, so are those
+    ASSERT_TRUE(send(link, numbered(1))); // once this is there, so are those
     ASSERT_EQ(arrivals(1).size(), 1u);
     services.disposePort(link.input);
     ASSERT_TRUE(loop.runUntil([&] { return !fromOther.empty(); }, Long));
@@ -237,12 +235,12 @@ TEST_F(JackPackets, a_read_callback_may_dispose_of_the_client)
         while (list.next()) { }
     };
     MIDIPort input = 0;
-    ASSERT_EQ(create(closing.client), MIDINoError);
-    ASSERT_EQ(services.createInputPort(closing.client, "in", close, &closing, input), MIDINoError);
+    ASSERT_TRUE(create(closing.client));
+    ASSERT_TRUE(take(services.createInputPort(closing.client, "in", close, &closing), input));
     const auto found = device("ZENTA");
     ASSERT_TRUE(found);
     for (const MIDIEntity& entity : found->entities)
-        ASSERT_EQ(services.connectSource(input, entity.sources[0].endpoint, nullptr), MIDINoError);
+        ASSERT_TRUE(services.connectSource(input, entity.sources[0].endpoint, nullptr));
     zenta.send("midi_1", { { 0x90, 0x00, 0x00 }, { 0x90, 0x00, 0x00 } });
     zenta.send("midi_2", { { 0x90, 0x00, 0x00 } });
     ASSERT_TRUE(loop.runUntil([&] { return closing.calls > 0; }, Long));
