@@ -49,12 +49,9 @@ void QtMainLoop::customEvent(QEvent*)
     runTasks();
 }
 
+// `ready` may turn the loop, so what it performs has an event of its own as well.
 void QtMainLoop::runReady(const std::function<void()>& ready)
 {
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_wakeUpOwed = true; // the tasks that `ready` performs need no event: they run below
-    }
     ready();
     runTasks();
 }

@@ -115,6 +115,22 @@ TEST(QtMainLoop, what_a_watched_descriptor_performs_runs_before_the_loop_goes_on
     EXPECT_THAT(ran, ElementsAre("ready", "task", "queued event"));
 }
 
+TEST(QtMainLoop, a_loop_inside_a_watch_runs_what_is_performed)
+{
+    QtMainLoop loop;
+    const Pipe pipe;
+    std::vector<std::string> ran;
+    const auto watch = loop.watch(pipe.readEnd(), [&] {
+        pipe.empty();
+        loop.perform([&] { ran.emplace_back("task"); });
+        turnUntil([&] { return !ran.empty(); });
+        ran.emplace_back("ready");
+    });
+    pipe.fill();
+    turnUntil([&] { return ran.size() == 2; });
+    EXPECT_THAT(ran, ElementsAre("task", "ready"));
+}
+
 TEST(QtMainLoop, a_descriptor_is_reported_until_its_watch_is_gone)
 {
     QtMainLoop loop;
