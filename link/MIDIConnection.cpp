@@ -148,25 +148,14 @@ void MIDIConnection::answerHeartbeat()
 
 void MIDIConnection::addLogLine(std::string_view) { }
 
-void MIDIConnection::handOver(std::unique_ptr<Arrivals::Arrival> arrival)
-{
-    if (m_arrivals.push(std::move(arrival)))
-        m_mainLoop.perform([this] { deliverArrivals(); });
-}
-
-void MIDIConnection::deliverArrivals()
-{
-    m_arrivals.drain(m_receiveMessage);
-}
-
 void MyMIDIReadProc(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon)
 {
-    auto& connection = *static_cast<MIDIConnection*>(readProcRefCon);
+    const auto& connection = *static_cast<const MIDIConnection*>(readProcRefCon);
     const std::int32_t sourceID = *static_cast<const std::int32_t*>(srcConnRefCon);
     while (const auto packet = packets.next()) {
-        auto arrival = std::make_unique<MIDIConnection::Arrivals::Arrival>(sourceID);
-        arrival->value.readPacket(*packet, static_cast<std::uint32_t>(packet->data.size()));
-        connection.handOver(std::move(arrival));
+        MIDIMessage message(sourceID);
+        message.readPacket(*packet, static_cast<std::uint32_t>(packet->data.size()));
+        connection.receiveMessage(message);
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "link/ArrivalQueue.h"
 #include "link/Clock.h"
 #include "link/MIDIMessage.h"
 #include "platform/MIDIServices.h"
@@ -19,10 +18,9 @@ class ProcessTable;
 class StatusItem;
 
 // The link to the console's MIDI driver: it is opened while the workstation runs, answers the
-// heartbeat, and knows whether the console is alive. Everything but handOver() on the main thread.
+// heartbeat, and knows whether the console is alive. Main thread only.
 class MIDIConnection {
 public:
-    using Arrivals = ArrivalQueue<MIDIMessage>;
     using Receiver = std::function<void(const MIDIMessage&)>;
 
     // What the link stands on; all of it outlives the connection.
@@ -63,15 +61,13 @@ public:
     [[nodiscard]] MIDIEndpoint inputEndPointRef() const { return m_inputEndPointRef; } // 0 = none
     [[nodiscard]] bool imageOnline() const { return m_imageOnline; }
 
-    // The main loop that the callbacks below hand their work to.
+    // For the callbacks below.
+    void receiveMessage(const MIDIMessage& message) const { m_receiveMessage(message); }
     [[nodiscard]] MainLoop& mainLoop() const { return m_mainLoop; }
-    // From any thread: the message reaches the receiver in a later call on the main thread.
-    void handOver(std::unique_ptr<Arrivals::Arrival> arrival);
 
 private:
     void connectFirstConsole();
     [[nodiscard]] bool connectFirstSource(const MIDIEntity& entity);
-    void deliverArrivals();
 
     MIDIServices& m_midiServices;
     ProcessTable& m_processTable;
@@ -82,7 +78,6 @@ private:
     StatusItem* m_statusItem = nullptr;
     ConsoleDisplay* m_myWindowController = nullptr;
 
-    Arrivals m_arrivals;
     MIDIClient m_client = 0;
     MIDIPort m_inputPort = 0; // 0 = the service refused it
     MIDIPort m_outputPort = 0; // likewise
@@ -93,7 +88,7 @@ private:
     bool m_imageOnline = false;
 };
 
-// The input port's read callback, on the MIDI services' thread. `readProcRefCon` is the
+// The input port's read callback: each packet becomes one message. `readProcRefCon` is the
 // connection, `srcConnRefCon` points to the source's unique ID.
 void MyMIDIReadProc(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon);
 

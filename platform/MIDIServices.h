@@ -20,6 +20,8 @@ struct MIDIPacket {
 };
 
 // The packets of one delivery, in order; valid only inside the read callback that it is given to.
+// The bytes of a packet stay in place until the callback asks for the next one or lets the main
+// loop turn.
 class MIDIPacketList {
 public:
     virtual std::optional<MIDIPacket> next() = 0;
@@ -61,9 +63,10 @@ struct MIDIDevice {
 // within a bounded time, also when the service has stopped answering.
 class MIDIServices {
 public:
-    // On the main thread.
+    // Both are called on the main thread, by the main loop and never inside an operation of the
+    // services. The packets of a source come in order of arrival. Packets that have arrived before
+    // a notification are delivered before anything that its callback performs on the main loop.
     using NotifyProc = void (*)(const MIDINotification& notification, void* refCon);
-    // On whichever thread the services deliver on; must not block.
     using ReadProc = void (*)(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon);
 
     virtual ~MIDIServices() = default;
@@ -80,7 +83,7 @@ public:
     [[nodiscard]] virtual std::optional<MIDIPort> createOutputPort(
         MIDIClient client, std::string_view name)
         = 0;
-    // After it has returned, the port's read callback is not running and is not called again.
+    // The port's read callback is not called again, not even with packets that have arrived.
     virtual void disposePort(MIDIPort port) = 0;
 
     // The devices as they are now, in the services' own order.

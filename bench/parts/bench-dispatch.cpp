@@ -1,4 +1,3 @@
-#include "link/ArrivalQueue.h"
 #include "link/MIDIMessage.h"
 #include "link/MessageDispatcher.h"
 
@@ -59,19 +58,16 @@ void classifyPacket(benchmark::State& state)
 }
 BENCHMARK(classifyPacket);
 
-// From the bytes of the read callback to the destination, the hand-over included.
+// From the bytes of the read callback to the destination.
 void packetToDestination(benchmark::State& state)
 {
-    using Arrivals = ArrivalQueue<MIDIMessage>;
     Nowhere nowhere;
     MessageDispatcher dispatcher(nowhere);
-    Arrivals arrivals;
     const long before = allocations;
     for (auto _ : state) {
-        auto arrival = std::make_unique<Arrivals::Arrival>(1);
-        arrival->value.readPacket({ 0, KeyPress }, KeyPress.size());
-        benchmark::DoNotOptimize(arrivals.push(std::move(arrival)));
-        arrivals.drain([&](const MIDIMessage& message) { dispatcher.receiveMessage(message); });
+        MIDIMessage message(1);
+        message.readPacket({ 0, KeyPress }, KeyPress.size());
+        dispatcher.receiveMessage(message);
     }
     state.counters["allocations/packet"]
         = static_cast<double>(allocations - before) / static_cast<double>(state.iterations());

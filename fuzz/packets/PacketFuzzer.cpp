@@ -44,7 +44,6 @@ public:
             bytes = bytes.subspan(1 + length);
         }
         m_services.deliver(packets);
-        m_mainLoop.turn();
         check(packets.size());
     }
 

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <utility>
 
 namespace kestrel {
 
@@ -43,6 +44,11 @@ bool sendList(
     return MIDISend(port, destination, list) == noErr;
 }
 } // namespace
+
+CoreMIDIServices::CoreMIDIServices(MainLoop& mainLoop)
+    : m_mainLoop(mainLoop)
+{
+}
 
 CoreMIDIServices::~CoreMIDIServices()
 {
@@ -86,7 +92,7 @@ void CoreMIDIServices::disposeClient(MIDIClient client)
     std::erase_if(m_inputPorts, [client](const auto& port) {
         if (port.second.client != client)
             return false;
-        ReadGates::shut(port.second.ticket);
+        shut(port.second);
         return true;
     });
     // Notifications come on this thread, so none is on its way to the target.
@@ -106,7 +112,12 @@ std::optional<MIDIPort> CoreMIDIServices::createInputPort(
         ReadGates::deliver(reinterpret_cast<ReadGates::Ticket>(ticket), packets, srcConnRefCon);
     };
 
-    const auto ticket = ReadGates::open(read, refCon);
+    const auto receive = [](MIDIPacketList& packets, void* inbox, void* srcConnRefCon) {
+        static_cast<PacketInbox*>(inbox)->put(packets, srcConnRefCon);
+    };
+
+    auto inbox = std::make_shared<PacketInbox>(m_mainLoop, read, refCon);
+    const auto ticket = ReadGates::open(receive, inbox.get());
     if (!ticket)
         return std::nullopt;
     MIDIPortRef created = 0;
@@ -116,7 +127,7 @@ std::optional<MIDIPort> CoreMIDIServices::createInputPort(
         ReadGates::shut(*ticket);
         return std::nullopt;
     }
-    m_inputPorts.emplace(created, InputPort { client, *ticket });
+    m_inputPorts.emplace(created, InputPort { client, *ticket, std::move(inbox) });
     return created;
 }
 
@@ -133,7 +144,13 @@ void CoreMIDIServices::disposePort(MIDIPort port)
 {
     MIDIPortDispose(port);
     if (const auto input = m_inputPorts.extract(port))
-        ReadGates::shut(input.mapped().ticket);
+        shut(input.mapped());
+}
+
+void CoreMIDIServices::shut(const InputPort& port)
+{
+    ReadGates::shut(port.ticket);
+    port.inbox->close();
 }
 
 std::vector<MIDIDevice> CoreMIDIServices::devices()

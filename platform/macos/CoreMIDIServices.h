@@ -2,6 +2,7 @@
 
 #include "platform/MIDIServices.h"
 #include "platform/macos/Activity.h"
+#include "platform/macos/PacketInbox.h"
 #include "platform/macos/ReadGates.h"
 
 #include <map>
@@ -10,10 +11,12 @@
 
 namespace kestrel {
 
-// MIDI through CoreMIDI, one call an operation.
+// MIDI through CoreMIDI, one call an operation. Packets arrive on a thread of CoreMIDI's and cross
+// to the main thread here; notifications come on it by themselves.
 class CoreMIDIServices final : public MIDIServices {
 public:
-    CoreMIDIServices() = default;
+    // `mainLoop` outlives the services.
+    explicit CoreMIDIServices(MainLoop& mainLoop);
     ~CoreMIDIServices() override;
     CoreMIDIServices(const CoreMIDIServices&) = delete;
     CoreMIDIServices& operator=(const CoreMIDIServices&) = delete;
@@ -38,8 +41,12 @@ private:
     struct InputPort {
         MIDIClient client;
         ReadGates::Ticket ticket;
+        std::shared_ptr<PacketInbox> inbox;
     };
 
+    static void shut(const InputPort& port);
+
+    MainLoop& m_mainLoop;
     std::map<MIDIClient, std::unique_ptr<NotifyTarget>> m_clients;
     std::map<MIDIPort, InputPort> m_inputPorts;
     Activity m_punctual { Activity::Kind::PunctualTimers }; // so is who waits for the first client

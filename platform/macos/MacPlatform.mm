@@ -24,7 +24,7 @@ Platform makePlatform(MainLoop& mainLoop)
     showTitlesOfSheets();
     auto access = std::make_shared<PostEventAccess>(mainLoop);
     return {
-        .midiServices = std::make_unique<CoreMIDIServices>(),
+        .midiServices = std::make_unique<CoreMIDIServices>(mainLoop),
         .workspace = std::make_unique<AppKitWorkspace>(),
         .keyEvents = std::make_unique<QuartzKeyEvents>(access),
         .keyTranslation = std::make_unique<QuartzKeyTranslation>(),

@@ -23,7 +23,7 @@ private:
 struct Gate {
     GateLock lock; // held while a delivery is inside
     std::uintptr_t openings = 0;
-    MIDIServices::ReadProc read = nullptr; // null while shut
+    Receive receive = nullptr; // null while shut
     void* refCon = nullptr;
 };
 
@@ -37,19 +37,19 @@ Gate& gateOf(Ticket ticket)
 }
 bool isOpenFor(const Gate& gate, Ticket ticket)
 {
-    return gate.read && gate.openings == ticket / Count;
+    return gate.receive && gate.openings == ticket / Count;
 }
 } // namespace
 
-std::optional<Ticket> open(MIDIServices::ReadProc read, void* refCon)
+std::optional<Ticket> open(Receive receive, void* refCon)
 {
     for (std::size_t index = 0; index < Count; ++index) {
         Gate& gate = gates[index];
         const std::scoped_lock inside(gate.lock);
-        if (gate.read)
+        if (gate.receive)
             continue;
         ++gate.openings;
-        gate.read = read;
+        gate.receive = receive;
         gate.refCon = refCon;
         return gate.openings * Count + index;
     }
@@ -61,7 +61,7 @@ void shut(Ticket ticket)
     Gate& gate = gateOf(ticket);
     const std::scoped_lock inside(gate.lock);
     if (isOpenFor(gate, ticket))
-        gate.read = nullptr;
+        gate.receive = nullptr;
 }
 
 void deliver(Ticket ticket, MIDIPacketList& packets, void* srcConnRefCon)
@@ -69,7 +69,7 @@ void deliver(Ticket ticket, MIDIPacketList& packets, void* srcConnRefCon)
     Gate& gate = gateOf(ticket);
     const std::scoped_lock inside(gate.lock);
     if (isOpenFor(gate, ticket))
-        gate.read(packets, gate.refCon, srcConnRefCon);
+        gate.receive(packets, gate.refCon, srcConnRefCon);
 }
 
 } // namespace kestrel::ReadGates

@@ -196,8 +196,12 @@ bool JackMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const
 void JackMIDIServices::deliver()
 {
     m_wakeup->lower();
+    const auto client = m_client;
+    // Taken first, so that no packet that came before them is delivered after them.
+    const unsigned news = client ? client->takeNews() : 0;
     deliverPackets();
-    deliverNews();
+    if (client && client == m_client)
+        deliverNews(client, news);
 }
 
 void JackMIDIServices::deliverPackets()
@@ -212,12 +216,8 @@ void JackMIDIServices::deliverPackets()
     }
 }
 
-void JackMIDIServices::deliverNews()
+void JackMIDIServices::deliverNews(const std::shared_ptr<JackClient>& client, unsigned news)
 {
-    const auto client = m_client;
-    if (!client)
-        return;
-    unsigned news = client->takeNews();
     if ((news & JackClient::ServerGone) != 0) {
         m_control.post([client] { client->close(); });
         news = JackClient::SourceRemoved; // the end of the server removes everything at once

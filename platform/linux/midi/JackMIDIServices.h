@@ -23,8 +23,9 @@ class Wakeup;
 
 // The MIDI services over JACK: a device is a client with MIDI ports, its k-th entity its k-th
 // output port (a source) and its k-th input port (a destination). One client can be open at a
-// time. Read and notification callbacks both come on the main thread. The server is the one that
-// JACK_DEFAULT_SERVER names, and is never started from here.
+// time. The process callback puts packets and news aside and raises a descriptor, which the main
+// loop watches; both callbacks come from there. The server is the one that JACK_DEFAULT_SERVER
+// names, and is never started from here.
 class JackMIDIServices final : public MIDIServices {
 public:
     // How long one operation waits for a server that does not answer. Opening or closing a client
@@ -58,7 +59,7 @@ private:
         MIDIClient client, const std::string& name, PortDirection direction);
     void deliver();
     void deliverPackets();
-    void deliverNews();
+    void deliverNews(const std::shared_ptr<JackClient>& client, unsigned news);
 
     const std::shared_ptr<Wakeup> m_wakeup;
     ControlThread m_control;

@@ -3,27 +3,38 @@
 #include <jack/jack.h>
 #include <jack/midiport.h>
 
+#include <algorithm>
+
 namespace kestrel {
 
 namespace {
+// What has arrived when it is made. The position is the lane's own: when the main loop turns inside
+// the read callback, the delivery there begins with what is left of this one.
 class ArrivedPackets final : public MIDIPacketList {
 public:
-    explicit ArrivedPackets(PacketRing& ring)
+    ArrivedPackets(PacketRing& ring, PacketRing::Position& at)
         : m_ring(ring)
-        , m_at(ring.begin())
+        , m_at(at)
         , m_end(ring.end())
     {
     }
-    ~ArrivedPackets() { m_ring.release(m_end); }
+    ~ArrivedPackets()
+    {
+        m_at = std::max(m_at, m_end);
+        m_ring.release(m_at);
+    }
     ArrivedPackets(const ArrivedPackets&) = delete;
     ArrivedPackets& operator=(const ArrivedPackets&) = delete;
 
-    [[nodiscard]] bool isEmpty() const { return m_at == m_end; }
-    std::optional<MIDIPacket> next() override { return m_ring.read(m_at, m_end); }
+    [[nodiscard]] bool isEmpty() const { return m_at >= m_end; }
+    std::optional<MIDIPacket> next() override
+    {
+        return isEmpty() ? std::nullopt : m_ring.read(m_at, m_end);
+    }
 
 private:
     PacketRing& m_ring;
-    PacketRing::Position m_at;
+    PacketRing::Position& m_at;
     const PacketRing::Position m_end;
 };
 } // namespace
@@ -53,7 +64,7 @@ bool SourceLane::receive(_jack_client* client, std::uint32_t frames)
 
 void SourceLane::deliver(MIDIServices::ReadProc read, void* readProcRefCon)
 {
-    ArrivedPackets packets(m_ring);
+    ArrivedPackets packets(m_ring, m_taken);
     if (!packets.isEmpty())
         read(packets, readProcRefCon, m_srcConnRefCon);
 }

@@ -33,6 +33,7 @@ private:
     void* const m_srcConnRefCon;
     _jack_port* m_port = nullptr;
     PacketRing m_ring { RingBytes };
+    PacketRing::Position m_taken = 0; // up to here the read callback has taken the packets
 };
 
 } // namespace kestrel

@@ -1,6 +1,7 @@
 #include "platform/macos/CoreMIDIServices.h"
 
 #include "platform/macos/CFHolder.h"
+#include "tests/support/ManualMainLoop.h"
 
 #include <CoreMIDI/CoreMIDI.h>
 #include <gmock/gmock.h>
@@ -9,6 +10,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <thread>
 
 namespace kestrel::test {
 namespace {
@@ -16,7 +18,7 @@ namespace {
 using testing::ElementsAre;
 using Bytes = std::vector<std::uint8_t>;
 
-// What arrived on the receive thread, packet by packet.
+// What arrived, packet by packet.
 class Inbox {
 public:
     void put(Bytes packet)
@@ -41,8 +43,11 @@ private:
     std::vector<Bytes> m_packets;
 };
 
+const std::thread::id mainThread = std::this_thread::get_id();
+
 void readIntoInbox(MIDIPacketList& packets, void* refCon, void* srcConnRefCon)
 {
+    EXPECT_EQ(std::this_thread::get_id(), mainThread);
     while (const auto packet = packets.next()) {
         Bytes entry(packet->data.begin(), packet->data.end());
         entry.insert(entry.begin(), *static_cast<std::uint8_t*>(srcConnRefCon));
@@ -114,9 +119,21 @@ protected:
         ASSERT_NE(inputPort, 0U);
     }
 
+    // What the port has read once these are `count` packets; fewer when they do not come.
+    std::vector<Bytes> readBy(Inbox& port, std::size_t count)
+    {
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (port.packets(0).size() < count && std::chrono::steady_clock::now() < deadline) {
+            mainLoop.turn();
+            std::this_thread::yield();
+        }
+        return port.packets(0);
+    }
+
     Peer peer;
     Inbox inbox;
-    CoreMIDIServices services;
+    ManualMainLoop mainLoop;
+    CoreMIDIServices services { mainLoop };
     MIDIClient client = 0;
     MIDIPort inputPort = 0;
     MIDIPort outputPort = 0;
@@ -126,14 +143,14 @@ protected:
 TEST_F(CoreMIDIServicesTest, what_a_source_plays_is_read_with_its_connection_reference)
 {
     peer.play({ 0x90, 0x00, 0x00 });
-    EXPECT_THAT(inbox.packets(1), ElementsAre(Bytes { 0x55, 0x90, 0x00, 0x00 }));
+    EXPECT_THAT(readBy(inbox, 1), ElementsAre(Bytes { 0x55, 0x90, 0x00, 0x00 }));
 }
 
 TEST_F(CoreMIDIServicesTest, packets_are_read_in_the_order_in_which_they_were_played)
 {
     for (std::uint8_t value = 0; value < 100; ++value)
         peer.play({ 0xB0, 0x0F, value });
-    const auto packets = inbox.packets(100);
+    const auto packets = readBy(inbox, 100);
     ASSERT_EQ(packets.size(), 100U);
     for (std::uint8_t value = 0; value < 100; ++value)
         EXPECT_EQ(packets[value], (Bytes { 0x55, 0xB0, 0x0F, value }));
@@ -178,7 +195,7 @@ TEST_F(CoreMIDIServicesTest, a_disposed_port_reads_nothing_more_while_its_succes
     ASSERT_TRUE(services.connectSource(*port, peer.source, &mark));
 
     peer.play({ 0x90, 0x00, 0x00 });
-    EXPECT_EQ(second.packets(1).size(), 1U);
+    EXPECT_EQ(readBy(second, 1).size(), 1U);
     EXPECT_TRUE(inbox.packets(0).empty());
 }
 
@@ -190,7 +207,7 @@ TEST_F(CoreMIDIServicesTest, a_client_can_be_rebuilt_again_and_again)
     }
     ASSERT_TRUE(services.connectSource(inputPort, peer.source, &mark));
     peer.play({ 0x90, 0x00, 0x00 });
-    EXPECT_EQ(inbox.packets(1).size(), 1U);
+    EXPECT_EQ(readBy(inbox, 1).size(), 1U);
 }
 
 TEST_F(CoreMIDIServicesTest, an_unknown_client_gets_no_port)

@@ -221,6 +221,39 @@ TEST_F(JackPackets, a_disposed_port_is_not_read_again_though_its_packets_have_ar
     EXPECT_EQ(fromOther, (Packets { { 0x90, 0x01, 0x01 } }));
 }
 
+// As a dialog does that a packet has brought up.
+TEST_F(JackPackets, a_loop_inside_the_read_callback_gets_what_is_left_and_what_comes_in_order)
+{
+    struct Dialog {
+        JackPackets* test;
+        std::vector<Bytes> received;
+    } dialog { this, {} };
+    const auto open = [](MIDIPacketList& list, void* refCon, void*) {
+        auto* self = static_cast<Dialog*>(refCon);
+        while (const auto packet = list.next()) {
+            self->received.emplace_back(packet->data.begin(), packet->data.end());
+            if (self->received.size() != 1)
+                continue;
+            self->test->zenta.send("midi_1", { numbered(4) });
+            EXPECT_TRUE(
+                self->test->loop.runUntil([self] { return self->received.size() == 4; }, Long));
+        }
+    };
+    MIDIClient client = 0;
+    MIDIPort input = 0;
+    ASSERT_TRUE(create(client));
+    ASSERT_TRUE(take(services.createInputPort(client, "in", open, &dialog), input));
+    const auto found = device("ZENTA");
+    ASSERT_TRUE(found);
+    ASSERT_TRUE(services.connectSource(input, found->entities[0].sources[0].endpoint, nullptr));
+    zenta.send("midi_1", { numbered(1), numbered(2), numbered(3) });
+    ASSERT_TRUE(loop.runUntil([&] { return !dialog.received.empty(); }, Long));
+    EXPECT_EQ(dialog.received, (Packets { numbered(1), numbered(2), numbered(3), numbered(4) }));
+    zenta.send("midi_1", { numbered(5) });
+    ASSERT_TRUE(loop.runUntil([&] { return dialog.received.size() == 5; }, Long));
+    EXPECT_EQ(dialog.received.back(), numbered(5));
+}
+
 TEST_F(JackPackets, a_read_callback_may_dispose_of_the_client)
 {
     struct Closing {

@@ -1,8 +1,9 @@
-#include "link/ArrivalQueue.h"
+#include "platform/macos/ArrivalQueue.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <thread>
 #include <vector>
 
@@ -55,6 +56,23 @@ TEST(ArrivalQueue, what_arrives_while_it_is_drained_waits_for_the_next_time)
     });
     EXPECT_THAT(values, ElementsAre(1));
     EXPECT_THAT(takeAll(queue), ElementsAre(2));
+}
+
+TEST(ArrivalQueue, a_drain_inside_a_drain_takes_what_is_left_before_what_came_since)
+{
+    Queue queue;
+    for (const int value : { 1, 2, 3 })
+        static_cast<void>(push(queue, value));
+    std::vector<int> values;
+    const std::function<void(int)> note = [&](int value) {
+        values.push_back(value);
+        if (value != 1)
+            return;
+        static_cast<void>(push(queue, 4));
+        queue.drain(note);
+    };
+    queue.drain(note);
+    EXPECT_THAT(values, ElementsAre(1, 2, 3, 4));
 }
 
 TEST(ArrivalQueue, two_producers_lose_nothing_and_each_keeps_its_order)
