@@ -29,9 +29,7 @@ public:
     void receiveMessage(const MIDIMessage& message);
 
     [[nodiscard]] bool userAssignCmnd() const { return m_userAssignCmnd; }
-    void setUserAssignCmnd(bool armed) { m_userAssignCmnd = armed; }
     [[nodiscard]] bool switchLEDCmnd() const { return m_switchLEDCmnd; }
-    void setSwitchLEDCmnd(bool armed) { m_switchLEDCmnd = armed; }
 
 private:
     void receiveController(const MIDIMessage& message);

@@ -219,21 +219,6 @@ TEST(MessageDispatcher, a_zone_that_comes_again_goes_on_waiting)
     EXPECT_EQ(bench.send("B0 2C 05"), "DSP B0 2C 05");
 }
 
-TEST(MessageDispatcher, the_flags_can_be_set_from_outside)
-{
-    RecordedDestinations bench;
-    bench.dispatcher.setUserAssignCmnd(true);
-    bench.dispatcher.setSwitchLEDCmnd(true);
-    EXPECT_EQ(bench.send("B0 2F 05"), "key 5");
-    EXPECT_EQ(bench.send("B0 2C 05"), "DSP B0 2C 05");
-    bench.send("B0 0F 40");
-    bench.send("B0 0C 1C");
-    bench.dispatcher.setUserAssignCmnd(false);
-    bench.dispatcher.setSwitchLEDCmnd(false);
-    EXPECT_EQ(bench.send("B0 2F 05"), "");
-    EXPECT_EQ(bench.send("B0 2C 05"), "");
-}
-
 TEST(MessageDispatcher, a_key_code_is_a_whole_byte)
 {
     RecordedDestinations bench;
