@@ -1,11 +1,13 @@
 #include "link/MIDIConnection.h"
 
 #include "link/ConsoleDisplay.h"
+#include "link/ConsoleProtocol.h"
 #include "link/StatusItem.h"
 #include "platform/MainLoop.h"
 #include "platform/ProcessTable.h"
 #include "platform/Workstation.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace kestrel {
@@ -14,6 +16,19 @@ namespace {
 constexpr std::string_view ConsoleModel = "ZENTA";
 constexpr std::size_t ControlSurfaceEntity = 4; // the fifth pair of ports carries the traffic
 constexpr std::chrono::seconds HeartbeatTimeout { 5 };
+
+// Clears one zone of the display, which is the byte behind the header.
+using ZoneMessage = std::array<std::uint8_t,
+    ConsoleProtocol::DisplayHeader.size() + 1 + ConsoleProtocol::ZoneCharacters + 1>;
+ZoneMessage blankZone(std::uint8_t zone)
+{
+    ZoneMessage message;
+    message.fill(' ');
+    const auto& header = ConsoleProtocol::DisplayHeader;
+    *std::copy(header.begin(), header.end(), message.begin()) = zone;
+    message.back() = ConsoleProtocol::EndOfExclusive;
+    return message;
+}
 } // namespace
 
 MIDIConnection::MIDIConnection(const Surroundings& surroundings, Receiver receiveMessage)
@@ -109,19 +124,19 @@ void MIDIConnection::sendOffLineMessage()
         return;
     MIDIMessage message;
 
-    std::array<std::uint8_t, 19> blankZone { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12, 0x00, ' ',
-        ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', ' ', 0xF7 };
-    for (std::uint8_t zone = 0; zone < 10; ++zone) {
-        blankZone[7] = zone;
-        message.setReadData(blankZone);
+    using namespace ConsoleProtocol;
+    for (Byte zone = 0; zone < Zones; ++zone) {
+        message.setReadData(blankZone(zone));
         m_myWindowController->redrawLCDdisplay(message);
     }
-    for (std::uint8_t port = 0; port < 8; ++port) {
-        message.setReadData(std::array<std::uint8_t, 5> { 0xB0, 0x0C, 0x1C, 0x2C, port });
+    for (Byte lamp = 0; lamp < Lamps; ++lamp) {
+        message.setReadData(
+            std::array<Byte, 5> { ControlChange, LampZoneSelect, LampZone, LampPort, lamp });
         m_myWindowController->redrawDSParea(message);
     }
-    for (std::uint8_t knob = 0x08; knob <= 0x0B; ++knob) {
-        message.setReadData(std::array<std::uint8_t, 3> { 0xB0, knob, 0x00 });
+    for (Byte knob = 0; knob < Knobs; ++knob) {
+        const auto controller = static_cast<Byte>(FirstKnobLow + knob);
+        message.setReadData(std::array<Byte, 3> { ControlChange, controller, 0x00 });
         m_myWindowController->redrawDSParea(message);
     }
 }
@@ -135,9 +150,9 @@ void MIDIConnection::answerHeartbeat()
 {
     m_activeDate = m_clock.now();
 
-    constexpr std::array<std::uint8_t, 3> answer { 0x90, 0x00, 0x7F };
     // An answer that cannot be sent is made up for by the next heartbeat.
-    static_cast<void>(m_midiServices.send(m_outputPort, m_destPointRef, { 0, answer }));
+    static_cast<void>(
+        m_midiServices.send(m_outputPort, m_destPointRef, { 0, ConsoleProtocol::HeartbeatAnswer }));
 
     if (!m_imageOnline) {
         if (m_statusItem)

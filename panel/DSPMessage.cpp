@@ -1,16 +1,16 @@
 #include "panel/DSPMessage.h"
 
+#include "link/ConsoleProtocol.h"
+
 namespace kestrel {
 
 namespace {
-constexpr std::uint8_t ZoneSelect = 0x0C;
-constexpr std::uint8_t LampPort = 0x2C;
-constexpr std::uint8_t LitFlag = 64;
+using namespace ConsoleProtocol;
 
 // One controller number decides for the whole message; the last value wins.
 void storeKnob(std::span<const std::uint8_t> data, PanelKnobs& knobs, DSPChange& change)
 {
-    const std::size_t knob = (data[1] & 0x0Fu) - 8u;
+    const std::size_t knob = data[1] & KnobMask;
     for (std::size_t value = 2; value < data.size(); value += 2) {
         knobs[knob] = data[value];
         change.knobs.set(knob);
@@ -20,9 +20,9 @@ void storeKnob(std::span<const std::uint8_t> data, PanelKnobs& knobs, DSPChange&
 // The values follow the lamp controller, which itself may follow a zone select of two bytes.
 void storeSwitches(std::span<const std::uint8_t> data, PanelSwitches& switches, DSPChange& change)
 {
-    for (std::size_t i = data[1] == ZoneSelect ? 4 : 2; i < data.size(); i += 2) {
+    for (std::size_t i = data[1] == LampZoneSelect ? 4 : 2; i < data.size(); i += 2) {
         const std::uint8_t value = data[i];
-        const std::size_t lamp = PanelLayout::isLit(value) ? value - LitFlag : value;
+        const std::size_t lamp = PanelLayout::isLit(value) ? value - LampLit : value;
         if (lamp < PanelLayout::Switches) {
             switches[lamp] = value;
             change.switches.set(lamp);
@@ -38,9 +38,9 @@ std::optional<DSPChange> storeDSPMessage(
         return std::nullopt;
     DSPChange change;
     const std::uint8_t controller = data[1];
-    if ((controller & 0x0C) == 0x08)
+    if ((controller & 0x0F & ~KnobMask) == FirstKnobLow)
         storeKnob(data, knobs, change);
-    else if ((controller | 0x20) == LampPort)
+    else if (controller == LampZoneSelect || controller == LampPort)
         storeSwitches(data, switches, change);
     else
         return std::nullopt;

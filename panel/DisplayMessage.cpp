@@ -1,22 +1,23 @@
 #include "panel/DisplayMessage.h"
 
+#include "link/ConsoleProtocol.h"
+
 #include <algorithm>
 
 namespace kestrel {
 
 namespace {
-constexpr std::size_t CommandAt = 6;
-constexpr std::uint8_t LargeDisplay = 0x12;
-constexpr std::size_t FirstRecordAt = 7;
-constexpr std::size_t RecordLength = 1 + PanelLayout::ZoneLength;
-constexpr std::uint8_t EndOfExclusive = 0xF7;
+using namespace ConsoleProtocol;
+
+constexpr std::size_t FirstRecordAt = DisplayHeader.size();
+constexpr std::size_t RecordLength = 1 + ZoneCharacters;
 } // namespace
 
 std::bitset<PanelLayout::StoredZones> storeDisplayMessage(
     std::span<const std::uint8_t> data, PanelZones& zones)
 {
     std::bitset<PanelLayout::StoredZones> stored;
-    if (data.size() <= FirstRecordAt || data[CommandAt] != LargeDisplay)
+    if (data.size() <= FirstRecordAt || data[DisplayCommandAt] != DisplayCommand)
         return stored;
     for (auto rest = data.subspan(FirstRecordAt);
          rest.size() >= RecordLength && rest.front() != EndOfExclusive;

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+// The bytes of the console's traffic that have a meaning, each named once; docs/protocol.md says
+// what they do.
+namespace kestrel::ConsoleProtocol {
+
+using Byte = std::uint8_t;
+
+// Status bytes.
+inline constexpr Byte NoteOn = 0x90;
+inline constexpr Byte ControlChange = 0xB0; // on channel 1, like all that follows
+inline constexpr Byte SystemExclusive = 0xF0;
+inline constexpr Byte EndOfExclusive = 0xF7;
+
+inline constexpr std::array<Byte, 3> Heartbeat { NoteOn, 0x00, 0x00 };
+inline constexpr std::array<Byte, 3> HeartbeatAnswer { NoteOn, 0x00, 0x7F };
+
+// A lamp or a key takes two controllers: the first selects the zone, the second names the port.
+inline constexpr Byte LampZoneSelect = 0x0C;
+inline constexpr Byte LampZone = 0x1C;
+inline constexpr Byte LampPort = 0x2C;
+inline constexpr Byte LampLit = 0x40; // added to the number of the lamp
+inline constexpr Byte Lamps = 8;
+
+inline constexpr Byte KeyZoneSelect = 0x0F;
+inline constexpr Byte KeyZone = 0x40;
+inline constexpr Byte KeyPort = 0x2F;
+inline constexpr Byte KeyPressed = 0x40; // added to the number of the key
+inline constexpr Byte Keys = 12;
+
+// One controller a knob. Its value is the picture of the ring: a position, a mode, the lower lamp.
+inline constexpr Byte FirstKnob = 0x18;
+inline constexpr Byte KnobMask = 0x03; // which of the knobs
+inline constexpr Byte FirstKnobLow = 0x08; // its low four bits, by which the panel knows it
+inline constexpr Byte Knobs = 4;
+namespace Ring {
+inline constexpr Byte OneLamp = 0x00;
+inline constexpr Byte FromMiddle = 0x10;
+inline constexpr Byte FromFirst = 0x20;
+inline constexpr Byte BothWays = 0x30;
+inline constexpr Byte LowerLamp = 0x40;
+} // namespace Ring
+
+// Text for the display: the header, records of a zone and its characters, the end.
+inline constexpr std::size_t DisplayCommandAt = 6;
+inline constexpr Byte DisplayCommand = 0x12;
+inline constexpr std::array<Byte, 7> DisplayHeader { SystemExclusive, 0x00, 0x00, 0x66, 0x05, 0x00,
+    DisplayCommand };
+inline constexpr Byte Zones = 10;
+inline constexpr std::size_t ZoneCharacters = 10;
+
+} // namespace kestrel::ConsoleProtocol
