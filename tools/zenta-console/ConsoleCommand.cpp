@@ -83,8 +83,9 @@ Command parseDisplay(std::string_view arguments)
         arguments.remove_prefix(1);
     if (arguments.ends_with('\r'))
         arguments.remove_suffix(1);
-    if (arguments.size() > CharactersPerZone)
-        return expected("at most " + std::to_string(CharactersPerZone) + " characters");
+    if (arguments.size() > ConsoleProtocol::ZoneCharacters)
+        return expected(
+            "at most " + std::to_string(ConsoleProtocol::ZoneCharacters) + " characters");
     const bool isPlain = std::all_of(arguments.begin(), arguments.end(),
         [](char character) { return static_cast<unsigned char>(character) < 0x80; });
     if (!isPlain)

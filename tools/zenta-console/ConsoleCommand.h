@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/zenta-console/ConsoleProtocol.h"
+#include "tools/zenta-console/ConsolePackets.h"
 
 #include <chrono>
 #include <string>

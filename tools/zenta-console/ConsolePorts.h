@@ -2,7 +2,7 @@
 
 #include "platform/linux/midi/PacketRing.h"
 #include "platform/linux/midi/Wakeup.h"
-#include "tools/zenta-console/ConsoleProtocol.h"
+#include "tools/zenta-console/ConsolePackets.h"
 
 #include <array>
 #include <atomic>

@@ -13,9 +13,8 @@ using std::chrono::milliseconds;
 constexpr milliseconds TurnStep { 45 }; // a knob turned without haste
 constexpr milliseconds Look { 350 }; // what a person takes before the next move
 
-// How a knob's ring shows a value; its lowest four bits are the position.
-enum Ring : int { OneLamp = 0x00, FromMiddle = 0x10, FromFirst = 0x20, BothWays = 0x30 };
-constexpr int LowerLamp = 0x40; // the value is the one that the knob has at rest
+// How a knob's ring shows a value; the lower lamp says that it is the value at rest.
+using namespace ConsoleProtocol::Ring;
 constexpr int MiddleLamp = 6;
 
 constexpr int Assign = 1;
@@ -62,7 +61,7 @@ private:
 
 std::string formatted(const char* format, double value)
 {
-    std::array<char, CharactersPerZone + 1> text {};
+    std::array<char, ConsoleProtocol::ZoneCharacters + 1> text {};
     std::snprintf(text.data(), text.size(), format, value);
     return text.data();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/ConsoleProtocol.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -10,13 +12,13 @@ namespace kestrel::console {
 
 using Bytes = std::vector<std::uint8_t>;
 
+// As a script names them: keys and knobs as they are engraved, zones and lamps by their bytes.
 inline constexpr int FirstButton = 1;
-inline constexpr int LastButton = 12;
-inline constexpr int LastZone = 9;
-inline constexpr std::size_t CharactersPerZone = 10;
+inline constexpr int LastButton = ConsoleProtocol::Keys;
+inline constexpr int LastZone = ConsoleProtocol::Zones - 1;
 inline constexpr int FirstKnob = 1;
-inline constexpr int LastKnob = 4;
-inline constexpr int LastLamp = 7;
+inline constexpr int LastKnob = ConsoleProtocol::Knobs;
+inline constexpr int LastLamp = ConsoleProtocol::Lamps - 1;
 
 enum class Motion { Press, Release };
 enum class Lamp { Off, On };
@@ -28,7 +30,7 @@ enum class Lamp { Off, On };
 [[nodiscard]] std::vector<Bytes> userButton(int button, Motion motion);
 [[nodiscard]] std::vector<Bytes> lampMessage(int lamp, Lamp state);
 
-// `text` is filled up with spaces; at most CharactersPerZone characters of 7 bits.
+// `text` is filled up with spaces; at most ConsoleProtocol::ZoneCharacters characters of 7 bits.
 [[nodiscard]] Bytes displayText(int zone, std::string_view text);
 [[nodiscard]] Bytes knobPosition(int knob, std::uint8_t value);
 
