@@ -1,17 +1,15 @@
-// The least a program can do between the console and the keyboard. What it takes is the floor that
-// every other program is compared with: JACK process callback, event descriptor, one thread, XTest,
-// flush. It knows twelve buttons with fixed keys and answers heartbeats from its thread.
+// The least that a program can do between the console and the keyboard, which every other program
+// is compared with: one process callback, one semaphore, one thread, one fake key, one flush. It
+// knows twelve buttons with fixed keys and answers heartbeats from its thread.
 //
-//   --watch-front   post only while "Pro Tools" is in front, kept current from property
-//   notifications
+//   --watch-front   post only while the window in front is of the class "Pro Tools", which is kept
+//                   current from property notifications on the connection that posts
 //   --ask-front     the same, asking the X server at each event
 //   --delay-us N    burn N µs before each key, to prove that the bench shows them
 
 #include <jack/jack.h>
 #include <jack/midiport.h>
-#include <jack/ringbuffer.h>
-#include <poll.h>
-#include <sys/eventfd.h>
+#include <semaphore.h>
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -33,62 +31,63 @@ enum class Front { Ignored, Watched, Asked };
 
 // X key codes of the positions A to L, button 1 first.
 constexpr std::array<uint8_t, 12> Keys { 38, 56, 54, 40, 26, 41, 42, 43, 31, 44, 45, 46 };
-constexpr uint8_t Heartbeat = 0xFF; // in the ring, beside the button codes
+constexpr uint8_t Heartbeat = 0xFF; // among the button codes
 
 template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
 struct Link {
     jack_port_t* input = nullptr;
     jack_port_t* answer = nullptr;
-    int wakeUp = -1;
     bool armed = false; // the first packet of a press or release has come
-    // Codes from the process callback to the thread.
-    jack_ringbuffer_t* ring = jack_ringbuffer_create(8192);
+    // Codes from the process callback to the thread. The semaphore counts them and orders the
+    // memory; a place is used again 4,096 codes later.
+    std::array<uint8_t, 4096> codes {};
+    std::size_t written = 0; // process callback only
+    sem_t filled {};
     std::atomic<int> answersDue { 0 };
 };
 
-// The code that the packet completes, or none.
-bool classify(const jack_midi_event_t& event, bool& armed, uint8_t& code)
+void put(Link& link, uint8_t code)
+{
+    link.codes[link.written++ % link.codes.size()] = code;
+    sem_post(&link.filled);
+}
+
+void read(Link& link, const jack_midi_event_t& event)
 {
     const jack_midi_data_t* bytes = event.buffer;
     if (event.size < 3)
-        return false;
+        return;
     if (bytes[0] == 0x90 && bytes[1] == 0 && bytes[2] == 0) {
-        code = Heartbeat;
-        return true;
+        put(link, Heartbeat);
+    } else if (bytes[0] == 0xB0 && bytes[1] == 0x0F && bytes[2] == 0x40) {
+        link.armed = event.size < 5;
+        if (!link.armed)
+            put(link, bytes[4]);
+    } else if (bytes[0] == 0xB0 && bytes[1] == 0x2F && link.armed) {
+        link.armed = false;
+        put(link, bytes[2]);
     }
-    if (bytes[0] == 0xB0 && bytes[1] == 0x0F && bytes[2] == 0x40) {
-        armed = event.size < 5;
-        code = armed ? 0 : bytes[4];
-        return !armed;
-    }
-    if (bytes[0] != 0xB0 || bytes[1] != 0x2F || !armed)
-        return false;
-    armed = false;
-    code = bytes[2];
-    return true;
 }
 
 int process(jack_nframes_t frames, void* context)
 {
     auto& link = *static_cast<Link*>(context);
-    void* input = jack_port_get_buffer(link.input, frames);
     void* answer = jack_port_get_buffer(link.answer, frames);
     jack_midi_clear_buffer(answer);
-    for (int due = link.answersDue.exchange(0); due > 0; --due) {
-        const std::array<jack_midi_data_t, 3> bytes { 0x90, 0x00, 0x7F };
-        jack_midi_event_write(answer, 0, bytes.data(), bytes.size());
+    if (link.answersDue.load(std::memory_order_relaxed) > 0) {
+        for (int due = link.answersDue.exchange(0); due > 0; --due) {
+            const std::array<jack_midi_data_t, 3> bytes { 0x90, 0x00, 0x7F };
+            jack_midi_event_write(answer, 0, bytes.data(), bytes.size());
+        }
     }
-    bool wake = false;
+    void* input = jack_port_get_buffer(link.input, frames);
     const auto count = jack_midi_get_event_count(input);
     for (uint32_t i = 0; i < count; ++i) {
         jack_midi_event_t event;
-        uint8_t code = 0;
-        if (jack_midi_event_get(&event, input, i) == 0 && classify(event, link.armed, code))
-            wake |= jack_ringbuffer_write(link.ring, reinterpret_cast<char*>(&code), 1) == 1;
+        if (jack_midi_event_get(&event, input, i) == 0)
+            read(link, event);
     }
-    if (wake)
-        eventfd_write(link.wakeUp, 1);
     return 0;
 }
 
@@ -118,21 +117,8 @@ public:
             xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
             m_workstationInFront = askFront();
         }
-    }
-
-    [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(m_connection); }
-
-    void takeInEvents()
-    {
-        while (auto* event = xcb_poll_for_event(m_connection)) {
-            const auto* change = reinterpret_cast<xcb_property_notify_event_t*>(event);
-            if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY
-                && change->atom == m_activeWindow)
-                m_workstationInFront = askFront();
-            std::free(event);
-        }
-        if (xcb_connection_has_error(m_connection))
-            fail("the X server has gone");
+        // The first request of an extension asks the server for it.
+        static_cast<void>(xcb_get_extension_data(m_connection, &xcb_test_id));
     }
 
     void post(uint8_t code)
@@ -148,12 +134,24 @@ public:
 private:
     bool mayPost()
     {
-        if (m_front == Front::Ignored)
-            return true;
-        if (m_front == Front::Asked)
-            return askFront();
-        takeInEvents();
-        return m_workstationInFront;
+        if (m_front == Front::Watched)
+            takeInEvents();
+        else if (m_front == Front::Asked)
+            m_workstationInFront = askFront();
+        return m_front == Front::Ignored || m_workstationInFront;
+    }
+
+    void takeInEvents()
+    {
+        while (auto* event = xcb_poll_for_event(m_connection)) {
+            const auto* change = reinterpret_cast<xcb_property_notify_event_t*>(event);
+            if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY
+                && change->atom == m_activeWindow)
+                m_workstationInFront = askFront();
+            std::free(event);
+        }
+        if (xcb_connection_has_error(m_connection))
+            fail("the X server has gone");
     }
 
     bool askFront()
@@ -188,25 +186,19 @@ private:
 
 [[noreturn]] void run(Link& link, Keyboard& keyboard, std::chrono::microseconds delay)
 {
-    std::array<pollfd, 2> ready { { { link.wakeUp, POLLIN, 0 },
-        { keyboard.descriptor(), POLLIN, 0 } } };
-    for (;;) {
-        poll(ready.data(), ready.size(), -1);
-        if (ready[1].revents)
-            keyboard.takeInEvents();
-        eventfd_t count = 0;
-        if (!ready[0].revents || eventfd_read(link.wakeUp, &count) != 0)
+    for (std::size_t next = 0;;) {
+        if (sem_wait(&link.filled) != 0)
             continue;
-        uint8_t code = 0;
-        while (jack_ringbuffer_read(link.ring, reinterpret_cast<char*>(&code), 1) == 1) {
-            if (code == Heartbeat) {
-                ++link.answersDue;
-            } else {
-                const auto due = std::chrono::steady_clock::now() + delay;
-                while (std::chrono::steady_clock::now() < due) { }
-                keyboard.post(code);
-            }
+        const uint8_t code = link.codes[next++ % link.codes.size()];
+        if (code == Heartbeat) {
+            ++link.answersDue;
+            continue;
         }
+        if (delay.count() > 0) {
+            const auto due = std::chrono::steady_clock::now() + delay;
+            while (std::chrono::steady_clock::now() < due) { }
+        }
+        keyboard.post(code);
     }
 }
 
@@ -232,7 +224,7 @@ int main(int count, char** arguments)
     pthread_sigmask(SIG_BLOCK, &ends, nullptr);
 
     static Link link;
-    link.wakeUp = eventfd(0, EFD_CLOEXEC);
+    sem_init(&link.filled, 0, 0);
     jack_client_t* client = jack_client_open("reference", JackNoStartServer, nullptr);
     if (!client)
         fail("no JACK server");
