@@ -21,12 +21,16 @@ constexpr std::int64_t AnswerTimeout
 std::vector<CandidateKind> allKinds(const Options& options)
 {
     const auto floor = (options.programs / "floor-keys").string();
-    return { { "floor", { floor } }, { FloorName, { floor, "--watch-front" } },
+    std::vector<CandidateKind> kinds { { "floor", { floor } },
+        { FloorName, { floor, "--watch-front" } },
         { "floor --ask-front", { floor, "--ask-front" } },
         { "floor --delay-us 1000", { floor, "--delay-us", "1000" } },
         { "xdotool", { (options.programs / "spawn-keys").string() } },
         { "kestrel", { options.kestrel.string() }, true },
         { "kestrel with panel", { options.kestrel.string() }, true, true } };
+    if (!options.baseline.empty())
+        kinds.push_back({ "baseline", { options.baseline.string() }, true });
+    return kinds;
 }
 } // namespace
 

@@ -12,6 +12,7 @@ namespace kestrel::bench {
 struct Options {
     std::filesystem::path programs; // the folder of the reference programs
     std::filesystem::path kestrel;
+    std::filesystem::path baseline; // another build of it; empty: none
     std::filesystem::path assign;
     std::filesystem::path json; // empty: none is written
     std::vector<std::string> candidates; // empty: all

@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -52,6 +53,8 @@ void addOptions(CLI::App& app, Options& options, bool& onePacket)
     app.add_option("--candidates", options.candidates, "names as in the table, comma between")
         ->delimiter(',');
     app.add_option("--kestrel", options.kestrel, "the utility")->capture_default_str();
+    app.add_option("--baseline", options.baseline,
+        "another build of the utility, measured beside it as the candidate \"baseline\"");
     app.add_option("--assign", options.assign, "the program that gives its buttons keys")
         ->capture_default_str();
     app.add_option("--json", options.json, "write the tables to this file too");
@@ -118,6 +121,10 @@ int main(int count, char** arguments)
         options.form = PressForm::OnePacket;
     if (options.candidates.empty())
         options.candidates = { "floor", FloorName, "floor --ask-front", "xdotool", "kestrel" };
+    if (!options.baseline.empty()
+        && std::find(options.candidates.begin(), options.candidates.end(), "baseline")
+            == options.candidates.end())
+        options.candidates.push_back("baseline");
     if (modes.selfCheck)
         options.candidates.push_back(DelayedFloorName);
     try {
