@@ -22,14 +22,21 @@ double numberIn(const std::filesystem::path& file, const std::string& label)
     return 0;
 }
 
-// How often any thread of the process has gone to sleep, and so been woken, since it started.
-double wakeUps(pid_t pid)
+// What all threads of a process have done since it started.
+struct Work {
+    double wakeUps = 0; // how often any of them has gone to sleep, and so been woken
+    double milliseconds = 0; // on a core
+};
+
+Work workOf(pid_t pid)
 {
-    double sum = 0;
+    Work work;
     const auto tasks = std::filesystem::path("/proc") / std::to_string(pid) / "task";
-    for (const auto& task : std::filesystem::directory_iterator(tasks))
-        sum += numberIn(task.path() / "status", "voluntary_ctxt_switches:");
-    return sum;
+    for (const auto& task : std::filesystem::directory_iterator(tasks)) {
+        work.wakeUps += numberIn(task.path() / "status", "voluntary_ctxt_switches:");
+        work.milliseconds += numberIn(task.path() / "schedstat", "") / 1e6; // ns, then others
+    }
+    return work;
 }
 
 double privateKibibytes(pid_t pid)
@@ -38,33 +45,58 @@ double privateKibibytes(pid_t pid)
     return numberIn(file, "Private_Clean:") + numberIn(file, "Private_Dirty:");
 }
 
-Row measure(Stage& stage, const CandidateKind& kind, const Options& options)
+struct Outcome {
+    double seconds = 0;
+    Work work;
+    double cycles = 0;
+    double privateKibibytes = 0;
+};
+
+void measureRound(Stage& stage, const CandidateKind& kind, double seconds, Outcome& outcome)
 {
     const Candidate candidate(stage, kind);
     const auto start = monotonicNanoseconds();
-    const double wakeUpsBefore = wakeUps(candidate.pid());
+    const Work before = workOf(candidate.pid());
     const auto cyclesBefore = stage.console().cycles();
-    while (monotonicNanoseconds() < start + std::int64_t { options.idleSeconds } * 1'000'000'000) {
+    while (static_cast<double>(monotonicNanoseconds() - start) < seconds * 1e9) {
         Interruption::check();
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     }
-    const double perSecond = 1e9 / static_cast<double>(monotonicNanoseconds() - start);
-    const double woken = (wakeUps(candidate.pid()) - wakeUpsBefore) * perSecond;
-    const double cycles = static_cast<double>(stage.console().cycles() - cyclesBefore) * perSecond;
-    return { kind.name,
-        { { "wake-ups/s", woken, 1 }, { "JACK cycles/s", cycles, 1 },
-            { "beyond the cycles/s", woken - cycles, 1 },
-            { "private KiB", privateKibibytes(candidate.pid()) } } };
+    const Work after = workOf(candidate.pid());
+    outcome.seconds += static_cast<double>(monotonicNanoseconds() - start) / 1e9;
+    outcome.work.wakeUps += after.wakeUps - before.wakeUps;
+    outcome.work.milliseconds += after.milliseconds - before.milliseconds;
+    outcome.cycles += static_cast<double>(stage.console().cycles() - cyclesBefore);
+    outcome.privateKibibytes = privateKibibytes(candidate.pid());
+}
+
+Row row(const std::string& name, const Outcome& outcome)
+{
+    const double wakeUps = outcome.work.wakeUps / outcome.seconds;
+    const double cycles = outcome.cycles / outcome.seconds;
+    return { name,
+        { { "wake-ups/s", wakeUps, 1 }, { "JACK cycles/s", cycles, 1 },
+            { "beyond the cycles/s", wakeUps - cycles, 1 },
+            { "CPU ms/s", outcome.work.milliseconds / outcome.seconds, 2 },
+            { "µs a cycle", outcome.work.milliseconds * 1000 / outcome.cycles, 2 },
+            { "private KiB", outcome.privateKibibytes } } };
 }
 } // namespace
 
 Table idleRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
 {
+    constexpr int Rounds = 5; // so that what else the machine does falls on all alike
+    std::vector<Outcome> outcomes(kinds.size());
+    for (int round = 0; round < Rounds; ++round) {
+        for (std::size_t i = 0; i < kinds.size(); ++i)
+            measureRound(stage, kinds[i], double(options.idleSeconds) / Rounds, outcomes[i]);
+    }
     Table table {
         "Idle, a heartbeat each second, for " + std::to_string(options.idleSeconds) + " s", {}
     };
-    for (const auto& kind : kinds)
-        table.rows.push_back(measure(stage, kind, options));
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+        table.rows.push_back(row(kinds[i].name, outcomes[i]));
+    addRatios(table, FloorName, { "CPU ms/s" });
     return table;
 }
 
