@@ -2,7 +2,9 @@
 
 #include <jack/jack.h>
 #include <jack/midiport.h>
+#include <pthread.h>
 
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -18,6 +20,35 @@ PortDirection directionOf(const jack_port_t* port)
 {
     return (jack_port_flags(port) & JackPortIsOutput) != 0 ? PortDirection::Output
                                                            : PortDirection::Input;
+}
+
+// Names the threads that JACK starts during its life. A thread begins with the name of the thread
+// that starts it, and JACK offers no other way to tell its threads apart.
+class NewThreadsAreNamed {
+public:
+    explicit NewThreadsAreNamed(const char* name)
+    {
+        pthread_getname_np(pthread_self(), m_before.data(), m_before.size());
+        pthread_setname_np(pthread_self(), name);
+    }
+    ~NewThreadsAreNamed() { pthread_setname_np(pthread_self(), m_before.data()); }
+    NewThreadsAreNamed(const NewThreadsAreNamed&) = delete;
+    NewThreadsAreNamed& operator=(const NewThreadsAreNamed&) = delete;
+
+private:
+    std::array<char, 16> m_before {}; // the longest that Linux keeps
+};
+
+jack_client_t* openClient(const std::string& name)
+{
+    const NewThreadsAreNamed named("jack-notify");
+    return jack_client_open(name.c_str(), JackNoStartServer, nullptr);
+}
+
+bool activate(jack_client_t* client)
+{
+    const NewThreadsAreNamed named("jack-process");
+    return jack_activate(client) == 0;
 }
 } // namespace
 
@@ -38,14 +69,14 @@ JackClient::JackClient(std::shared_ptr<Wakeup> wakeup)
 
 bool JackClient::open(const std::string& name)
 {
-    jack_client_t* const handle = jack_client_open(name.c_str(), JackNoStartServer, nullptr);
+    jack_client_t* const handle = openClient(name);
     if (!handle)
         return false;
     m_name = jack_get_client_name(handle);
     m_handle.store(handle);
     m_alive.store(true);
     setCallbacks();
-    if (jack_activate(m_handle) != 0) {
+    if (!activate(m_handle)) {
         close();
         return false;
     }

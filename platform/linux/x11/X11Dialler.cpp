@@ -1,5 +1,7 @@
 #include "platform/linux/x11/X11Dialler.h"
 
+#include <pthread.h>
+
 #include <cstdlib>
 #include <thread>
 #include <utility>
@@ -9,6 +11,7 @@ namespace kestrel {
 namespace {
 X11Dialler::Line connectTo(std::string displayName)
 {
+    pthread_setname_np(pthread_self(), "x11-connect");
     X11Dialler::Line line;
     const char* const name = displayName.empty() ? nullptr : displayName.c_str();
     line.xcb.reset(xcb_connect(name, &line.screenNumber));
