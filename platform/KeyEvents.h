@@ -4,7 +4,8 @@
 
 namespace kestrel {
 
-// Posts keyboard events into the user's session. Main thread only; never waits.
+// Posts keyboard events into the user's session. Main thread only; never waits. Posting takes in no
+// news of the session, so that all events of one stroke rest on one look at the front application.
 class KeyEvents {
 public:
     enum class Direction { Down, Up };

@@ -30,11 +30,14 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
 // What the system keeps for a server that has not read it yet. Writing blocks from about 50 KiB on,
 // and what is left below that must do for the question that ends a stall.
 constexpr int MaxBacklogBytes = 40 * 1024;
+// Less than this cannot become a backlog, even though the system counts its own bookkeeping of each
+// write as well, about 20 times what a key event takes.
+constexpr std::uint64_t HarmlessBytes = 2 * 1024;
 
-bool hasBacklog(int descriptor)
+int unreadBytes(int descriptor)
 {
     int bytes = 0;
-    return ::ioctl(descriptor, SIOCOUTQ, &bytes) == 0 && bytes > MaxBacklogBytes;
+    return ::ioctl(descriptor, SIOCOUTQ, &bytes) == 0 ? bytes : 0;
 }
 
 // Writing to a server that is gone is an error to be handled, not a reason to die.
@@ -78,15 +81,20 @@ bool X11Connection::ensureOpen()
         close();
     if (m_stallProbe)
         takeIn();
-    if (isUsable() && !catchesUp())
-        beginStall();
     if (isOpen())
-        return isUsable();
+        return keepsUp();
     const auto now = Clock::now();
     if (now - m_lastAttempt < ReconnectInterval)
         return false;
     m_lastAttempt = now;
     return open();
+}
+
+bool X11Connection::keepsUp()
+{
+    if (isUsable() && !catchesUp())
+        beginStall();
+    return isUsable();
 }
 
 bool X11Connection::open()
@@ -98,6 +106,7 @@ bool X11Connection::open()
     if (!m_screen)
         return false;
     m_xcb = line->xcb.release();
+    m_readByServer = 0;
     m_displayName = std::move(line->displayName);
     m_watch = m_mainLoop.watch(
         xcb_get_file_descriptor(m_xcb), [this, alive = std::weak_ptr(m_alive), connection = m_xcb] {
@@ -168,26 +177,36 @@ void X11Connection::stopListeningTo(xcb_window_t window)
     xcb_change_window_attributes(m_xcb, window, XCB_CW_EVENT_MASK, &none);
 }
 
-void X11Connection::takeIn()
-{
-    dispatch(Source::Socket);
-}
-
 void X11Connection::flush()
 {
     if (isUsable())
         xcb_flush(m_xcb);
+    if (!isOpen() || m_dispatching)
+        return; // what is dispatching goes on with what has been read
     // Writing may read as well; the descriptor would never tell of the events found by it.
-    dispatch(Source::Memory);
+    while (auto* event = xcb_poll_for_queued_event(m_xcb))
+        m_arrived.push_back({ event, &std::free });
+    if (!m_arrived.empty())
+        takeInLater();
+    if (xcb_connection_has_error(m_xcb) != 0)
+        close();
 }
 
-void X11Connection::dispatch(Source source)
+void X11Connection::takeInLater()
+{
+    m_mainLoop.perform([this, alive = std::weak_ptr(m_alive)] {
+        if (alive.lock())
+            takeIn();
+    });
+}
+
+void X11Connection::takeIn()
 {
     if (m_dispatching || !isOpen())
         return;
     m_dispatching = true;
     do {
-        while (const Event event = nextEvent(source)) {
+        while (const Event event = nextEvent()) {
             for (Listener* listener : m_listeners)
                 listener->eventArrived(*event);
             if (isUsable())
@@ -199,16 +218,14 @@ void X11Connection::dispatch(Source source)
         close();
 }
 
-X11Connection::Event X11Connection::nextEvent(Source source)
+X11Connection::Event X11Connection::nextEvent()
 {
     if (!m_arrived.empty()) {
         Event event = std::move(m_arrived.front());
         m_arrived.pop_front();
         return event;
     }
-    return { source == Source::Socket ? xcb_poll_for_event(m_xcb)
-                                      : xcb_poll_for_queued_event(m_xcb),
-        &std::free };
+    return { xcb_poll_for_event(m_xcb), &std::free };
 }
 
 void* X11Connection::waitForReply(unsigned sequence)
@@ -233,10 +250,7 @@ void* X11Connection::waitForReply(unsigned sequence)
         }
     }
     if (!m_arrived.empty() && !m_dispatching)
-        m_mainLoop.perform([this, alive = std::weak_ptr(m_alive)] {
-            if (alive.lock())
-                takeIn();
-        });
+        takeInLater();
     return reply;
 }
 
@@ -254,14 +268,21 @@ bool X11Connection::takeReply(unsigned sequence, void*& reply)
 }
 
 // A burst is waited for, a server that stands still is not.
-bool X11Connection::catchesUp() const
+bool X11Connection::catchesUp()
 {
+    const std::uint64_t written = xcb_total_written(m_xcb);
+    if (written - m_readByServer <= HarmlessBytes)
+        return true;
     const int descriptor = xcb_get_file_descriptor(m_xcb);
-    for (const auto deadline = Clock::now() + Patience; hasBacklog(descriptor);) {
+    const auto deadline = Clock::now() + Patience;
+    int unread = unreadBytes(descriptor);
+    for (; unread > MaxBacklogBytes; unread = unreadBytes(descriptor)) {
         if (Clock::now() >= deadline)
             return false;
         ::poll(nullptr, 0, 1);
     }
+    if (unread == 0)
+        m_readByServer = written;
     return true;
 }
 

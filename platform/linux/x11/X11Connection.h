@@ -48,8 +48,12 @@ public:
     // True when there is a connection and the server keeps up with it. Tries to make one, but not
     // more often than once a second, and waits for that half a second at the most.
     bool ensureOpen();
+    // The same, of the connection that there is: tries to make none, and hands out no event.
+    [[nodiscard]] bool keepsUp();
     // Hands the events that have arrived to the listeners; reads, but does not wait.
     void takeIn();
+    // Writes what has been asked for. Hands out no event: what the writing has read comes later,
+    // from the main loop.
     void flush();
 
     // Property, structure and focus events of somebody's window, as long as anybody wants them.
@@ -74,16 +78,14 @@ public:
 private:
     using Event = XReply<xcb_generic_event_t>;
 
-    enum class Source { Memory, Socket }; // Memory: what has been read already
-
     bool open();
     void learnExtensions();
     void close();
-    void dispatch(Source source);
-    [[nodiscard]] Event nextEvent(Source source);
+    void takeInLater();
+    [[nodiscard]] Event nextEvent();
     [[nodiscard]] void* waitForReply(unsigned sequence);
     bool takeReply(unsigned sequence, void*& reply);
-    [[nodiscard]] bool catchesUp() const;
+    [[nodiscard]] bool catchesUp();
     void beginStall();
     bool endStallIfAnswered();
     void tellOpened();
@@ -96,9 +98,10 @@ private:
     std::string m_displayName;
     std::unique_ptr<MainLoop::Watch> m_watch;
     std::map<xcb_window_t, int> m_listenedTo; // how many want it
-    std::deque<Event> m_arrived; // while a reply was waited for
+    std::deque<Event> m_arrived; // while a reply was waited for, or something written
     std::chrono::steady_clock::time_point m_lastAttempt;
     std::uint64_t m_roundTrips = 0;
+    std::uint64_t m_readByServer = 0; // bytes that the server is known to have read
     // The server stands still until this request is answered. Nothing is asked of it meanwhile:
     // writing to it would block as soon as its backlog is full.
     std::optional<unsigned> m_stallProbe;

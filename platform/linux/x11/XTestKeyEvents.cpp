@@ -150,10 +150,7 @@ void XTestKeyEvents::letGoOfWhatWasLeftDown()
 
 bool XTestKeyEvents::isReady()
 {
-    if (!m_connection.ensureOpen())
-        return false;
-    m_connection.takeIn();
-    return m_connection.isUsable() && m_canPost;
+    return m_connection.keepsUp() && m_canPost;
 }
 
 // The journal knows of a key before the server does, and forgets it after the server does.
@@ -170,12 +167,11 @@ KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
     }
     if (plan.empty())
         return Result::Posted;
-    xcb_flush(m_connection.xcb());
+    m_connection.flush();
     for (const KeyStep& step : plan) {
         if (!m_ledger.held().test(step.key))
             m_journal.strike(step.key);
     }
-    m_connection.flush(); // `plan` ends here: what has arrived may have made the next one
     return m_connection.isUsable() ? Result::Posted : Result::Unavailable;
 }
 

@@ -13,6 +13,7 @@ int main()
     PollMainLoop loop;
     const auto session = std::make_shared<X11Session>(loop);
     XTestKeyEvents keyEvents(session);
+    session->connection.ensureOpen();
     const auto press = [&keyEvents](KeyCode key, ModifierFlags flags) {
         return keyEvents.post(key, KeyEvents::Direction::Down, flags, KeyEvents::AutoRepeat::No)
             == KeyEvents::Result::Posted;
