@@ -52,6 +52,10 @@ public:
     // The modifier keys that are down on the user's own keyboards now.
     const KeyPlan& setUserModifiers(const XKeySet& keys);
 
+    // The keys of all kinds that are down, or may be, on the user's own keyboards now. Until this
+    // is told, any may be.
+    void setUserKeys(const XKeySet& keys) { m_userKeys = keys; }
+
     // We hold nothing any more, because what held it is gone. The user may.
     void forget();
 
@@ -59,6 +63,7 @@ public:
 
 private:
     void takeAwayUnnamed(const XKeySet& named);
+    void takeFromHolders(XKeyCode key);
     void giveBack(const XKeySet& taken);
     void down(XKeyCode key, std::uint32_t delayMs = 0);
     void up(XKeyCode key);
@@ -68,6 +73,7 @@ private:
     XKeySet m_standIns;
     XKeySet m_modifiers; // pressed because a press named them
     XKeySet m_userModifiers;
+    XKeySet m_userKeys = XKeySet().set();
 };
 
 } // namespace kestrel

@@ -10,6 +10,9 @@ namespace kestrel {
 
 namespace {
 constexpr std::string_view XTestSuffix = "XTEST keyboard";
+// From 2.1 on the keys are told of while another program grabs the keyboard too.
+constexpr std::uint16_t InputMajorVersion = 2;
+constexpr std::uint16_t InputMinorVersion = 1;
 
 std::string_view nameOf(const xcb_input_xi_device_info_t& device)
 {
@@ -43,6 +46,7 @@ void X11Keyboards::connectionLost()
 {
     m_xtest.reset();
     m_userKeyboards.clear();
+    m_knowsUserKeyboards = false;
     m_modifierKeys.reset();
     m_userModifiersChanged({});
 }
@@ -60,21 +64,26 @@ void X11Keyboards::beginExtensions()
     if (m_xkbEvent == 0 || m_inputOpcode == 0)
         return;
     const auto useXkb = xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
-    const auto useInput = xcb_input_xi_query_version(xcb, 2, 0);
+    const auto useInput = xcb_input_xi_query_version(xcb, InputMajorVersion, InputMinorVersion);
     (void)m_connection.reply<xcb_xkb_use_extension_reply_t>(useXkb.sequence);
     (void)m_connection.reply<xcb_input_xi_query_version_reply_t>(useInput.sequence);
+    selectInputEvents(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
+}
 
+void X11Keyboards::selectInputEvents(DeviceId device, std::uint32_t mask)
+{
     struct {
         xcb_input_event_mask_t head;
         std::uint32_t mask;
-    } hierarchy { { XCB_INPUT_DEVICE_ALL, 1 }, XCB_INPUT_XI_EVENT_MASK_HIERARCHY };
-    xcb_input_xi_select_events(xcb, m_connection.screen().root, 1, &hierarchy.head);
+    } const selection { { device, 1 }, mask };
+    xcb_input_xi_select_events(m_connection.xcb(), m_connection.screen().root, 1, &selection.head);
 }
 
 void X11Keyboards::findDevices()
 {
     m_xtest.reset();
     m_userKeyboards.clear();
+    m_knowsUserKeyboards = false;
     const auto core = coreKeyboard();
     const auto devices = m_connection.reply<xcb_input_xi_query_device_reply_t>(
         xcb_input_xi_query_device(m_connection.xcb(), XCB_INPUT_DEVICE_ALL).sequence);
@@ -90,10 +99,15 @@ void X11Keyboards::findDevices()
         else if (device.enabled)
             m_userKeyboards[device.deviceid];
     }
-    for (auto& [device, keys] : m_userKeyboards) {
+    for (auto& [device, keyboard] : m_userKeyboards) {
+        selectInputEvents(device,
+            XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
         followModifiers(device);
-        keys = keysDown(device).value_or(XKeySet()) & modifierKeys();
+        const auto down = keysDown(device);
+        keyboard.down = down.value_or(XKeySet().set());
+        keyboard.modifiers = down.value_or(XKeySet()) & modifierKeys();
     }
+    m_knowsUserKeyboards = true;
     tellModifiers();
 }
 
@@ -142,6 +156,14 @@ void X11Keyboards::followModifiers(DeviceId device)
         m_connection.xcb(), device, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0, &details);
 }
 
+XKeySet X11Keyboards::keysOfUser() const
+{
+    XKeySet all;
+    for (const auto& [device, keyboard] : m_userKeyboards)
+        all |= keyboard.down;
+    return m_knowsUserKeyboards ? all : XKeySet().set();
+}
+
 std::optional<XKeySet> X11Keyboards::keysDownOnXTest()
 {
     return m_xtest ? keysDown(*m_xtest) : std::nullopt;
@@ -182,8 +204,8 @@ const XKeySet& X11Keyboards::modifierKeys()
 void X11Keyboards::tellModifiers() const
 {
     XKeySet all;
-    for (const auto& [each, down] : m_userKeyboards)
-        all |= down;
+    for (const auto& [device, keyboard] : m_userKeyboards)
+        all |= keyboard.modifiers;
     m_userModifiersChanged(all);
 }
 
@@ -195,12 +217,24 @@ void X11Keyboards::eventArrived(const xcb_generic_event_t& event)
         m_modifierKeys.reset();
     } else if (type == XCB_GE_GENERIC) {
         const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-        if (generic.extension == m_inputOpcode && generic.event_type == XCB_INPUT_HIERARCHY) {
-            findDevices();
-            keepFromRepeating();
-        }
+        if (generic.extension == m_inputOpcode)
+            inputEventArrived(generic);
     } else if (m_xkbEvent != 0 && type == m_xkbEvent) {
         xkbEventArrived(event);
+    }
+}
+
+void X11Keyboards::inputEventArrived(const xcb_ge_generic_event_t& event)
+{
+    if (event.event_type == XCB_INPUT_HIERARCHY) {
+        findDevices();
+        keepFromRepeating();
+    } else if (event.event_type == XCB_INPUT_RAW_KEY_PRESS
+        || event.event_type == XCB_INPUT_RAW_KEY_RELEASE) {
+        const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+        const auto user = m_userKeyboards.find(key.deviceid);
+        if (user != m_userKeyboards.end() && key.detail < user->second.down.size())
+            user->second.down.set(key.detail, event.event_type == XCB_INPUT_RAW_KEY_PRESS);
     }
 }
 
@@ -211,7 +245,7 @@ void X11Keyboards::xkbEventArrived(const xcb_generic_event_t& event)
         const auto user = m_userKeyboards.find(state.deviceID);
         if (user == m_userKeyboards.end())
             return;
-        user->second = state.baseMods == 0
+        user->second.modifiers = state.baseMods == 0
             ? XKeySet()
             : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
         tellModifiers();

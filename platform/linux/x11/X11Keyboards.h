@@ -22,6 +22,9 @@ public:
         X11Connection& connection, std::function<void(const XKeySet&)> userModifiersChanged);
     ~X11Keyboards(); // the repeat setting comes back with the end of the connection
 
+    // Every key that is down, or may be, on the user's keyboards; asks the server nothing.
+    [[nodiscard]] XKeySet keysOfUser() const;
+
     // Keys that are down on the XTEST keyboard, whoever pressed them; waits for the server. Missing
     // when it cannot say.
     [[nodiscard]] std::optional<XKeySet> keysDownOnXTest();
@@ -32,16 +35,22 @@ public:
 
 private:
     using DeviceId = xcb_input_device_id_t;
+    struct Keyboard {
+        XKeySet down; // or may be
+        XKeySet modifiers; // those among them that are modifier keys
+    };
 
     void connectionOpened() override;
     void connectionLost() override;
     void eventArrived(const xcb_generic_event_t& event) override;
 
+    void inputEventArrived(const xcb_ge_generic_event_t& event);
     void xkbEventArrived(const xcb_generic_event_t& event);
     void beginExtensions();
     void findDevices();
     [[nodiscard]] std::optional<DeviceId> coreKeyboard();
     void keepFromRepeating();
+    void selectInputEvents(DeviceId device, std::uint32_t mask);
     void followModifiers(DeviceId device);
     void tellModifiers() const;
     [[nodiscard]] std::optional<XKeySet> keysDown(DeviceId device);
@@ -53,7 +62,8 @@ private:
     std::uint8_t m_inputOpcode = 0;
     std::uint8_t m_inputEvent = 0;
     std::optional<DeviceId> m_xtest;
-    std::map<DeviceId, XKeySet> m_userKeyboards; // modifier keys down on each
+    std::map<DeviceId, Keyboard> m_userKeyboards;
+    bool m_knowsUserKeyboards = false;
     std::optional<XKeySet> m_modifierKeys; // missing until asked for since the layout changed
 };
 

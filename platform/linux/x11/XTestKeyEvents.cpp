@@ -72,6 +72,7 @@ KeyEvents::Result XTestKeyEvents::post(
         return Result::Unavailable;
     if (direction == Direction::Up)
         return send(m_ledger.release(*key));
+    m_ledger.setUserKeys(m_keyboards.keysOfUser());
 
     std::array<XKeyCode, NamedModifiers.size()> modifiers;
     std::size_t count = 0;
@@ -89,6 +90,7 @@ KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
         return Result::UnknownKey;
     if (!isReady())
         return Result::Unavailable;
+    m_ledger.setUserKeys(m_keyboards.keysOfUser());
     return send(direction == Direction::Down ? m_ledger.pressBare(*key) : m_ledger.release(*key));
 }
 
