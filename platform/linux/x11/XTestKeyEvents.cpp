@@ -56,8 +56,10 @@ XTestKeyEvents::~XTestKeyEvents()
     }
     if (m_connection.isUsable()) {
         m_keyboards.turnToUserKeyboard();
-        // A server may drop what it has not read of a client that hangs up.
-        synchronise();
+        // A server may drop what it has not read of a client that hangs up. What it does not answer
+        // for stays in the journal, for the next start.
+        if (synchronise())
+            strikeReleased();
     }
     m_connection.remove(*this);
 }
@@ -113,9 +115,17 @@ void XTestKeyEvents::connectionOpened()
 // keyboard the next one tells anew.
 void XTestKeyEvents::connectionLost()
 {
-    m_leftDown |= m_ledger.held();
+    m_leftDown |= m_ledger.held() | m_released;
+    m_released.reset();
     m_ledger = {};
     m_canPost = false;
+}
+
+// Whatever the server says, it has done what it was asked for before.
+void XTestKeyEvents::eventArrived(const xcb_generic_event_t& event)
+{
+    if (m_released.any() && static_cast<std::int32_t>(event.full_sequence - m_lastRelease) >= 0)
+        strikeReleased();
 }
 
 void XTestKeyEvents::openJournal()
@@ -144,10 +154,17 @@ void XTestKeyEvents::letGoOfWhatWasLeftDown()
         return;
     m_leftDown.reset();
     m_ledger.forget();
-    for (std::size_t key = 0; key < left.size(); ++key) {
-        if (left.test(key))
+    m_released = left;
+    strikeReleased();
+}
+
+void XTestKeyEvents::strikeReleased()
+{
+    for (std::size_t key = 0; key < m_released.size(); ++key) {
+        if (m_released.test(key))
             m_journal.strike(static_cast<XKeyCode>(key));
     }
+    m_released.reset();
 }
 
 bool XTestKeyEvents::isReady()
@@ -155,7 +172,8 @@ bool XTestKeyEvents::isReady()
     return m_connection.keepsUp() && m_canPost;
 }
 
-// The journal knows of a key before the server does, and forgets it after the server does.
+// The journal knows of a key before the server does, and forgets it once the server has said
+// anything after its release.
 KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
 {
     if (!m_canPost)
@@ -164,16 +182,16 @@ KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
         const bool down = step.direction == Direction::Down;
         if (down)
             m_journal.enter(step.key);
-        xcb_test_fake_input(m_connection.xcb(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, step.key,
-            step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);
+        const auto request
+            = xcb_test_fake_input(m_connection.xcb(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE,
+                step.key, step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);
+        m_released.set(step.key, !down);
+        if (!down)
+            m_lastRelease = request.sequence;
     }
     if (plan.empty())
         return Result::Posted;
     m_connection.flush();
-    for (const KeyStep& step : plan) {
-        if (!m_ledger.held().test(step.key))
-            m_journal.strike(step.key);
-    }
     return m_connection.isUsable() ? Result::Posted : Result::Unavailable;
 }
 

@@ -33,10 +33,11 @@ public:
 private:
     void connectionOpened() override;
     void connectionLost() override;
-    void eventArrived(const xcb_generic_event_t&) override { }
+    void eventArrived(const xcb_generic_event_t& event) override;
 
     void openJournal();
     void letGoOfWhatWasLeftDown();
+    void strikeReleased();
     [[nodiscard]] bool isReady();
     Result send(const KeyPlan& plan);
     // Waits until the server has done all that was asked of it; false when it did not answer.
@@ -47,6 +48,8 @@ private:
     KeyLedger m_ledger;
     XKeySet m_leftDown; // on connections that broke
     HeldKeysJournal m_journal;
+    XKeySet m_released; // and not yet struck from the journal: the server may not know of it
+    unsigned m_lastRelease = 0; // the number of its request
     std::string m_journalPath;
     bool m_canPost = false;
     X11Keyboards m_keyboards;

@@ -1,6 +1,8 @@
 #include "platform/linux/x11/HeldKeysJournal.h"
 #include "tests/platform/linux/x11/X11Bench.h"
 
+#include <filesystem>
+
 namespace kestrel::test {
 
 namespace {
@@ -24,6 +26,14 @@ protected:
     HeldKeysJournal journal() const
     {
         return HeldKeysJournal(HeldKeysJournal::pathFor(server->display()));
+    }
+    // What stands in the journal that the adapters have open.
+    XKeySet journalFile() const
+    {
+        const std::string path = HeldKeysJournal::pathFor(server->display());
+        std::filesystem::copy_file(
+            path, path + "-copy", std::filesystem::copy_options::overwrite_existing);
+        return HeldKeysJournal(path + "-copy").keys();
     }
 };
 } // namespace
@@ -74,6 +84,45 @@ TEST_F(LeftoverKeys, a_run_that_ends_in_order_leaves_none_in_the_journal)
     settle();
     stop();
     EXPECT_TRUE(journal().keys().none());
+}
+
+TEST_F(LeftoverKeys, of_a_run_that_ended_while_the_server_stood_still_are_let_go_of_by_the_next)
+{
+    EXPECT_EQ(press(KeyA), KeyEvents::Result::Posted);
+    EXPECT_EQ(received(), "A down");
+    server->stop();
+    const auto before = std::chrono::steady_clock::now();
+    stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - before, milliseconds(1500));
+    EXPECT_TRUE(journal().keys().test(38)) << "the server has not let go of it";
+    server->resume();
+    start();
+    EXPECT_TRUE(loop.runUntil([this] { return user->keysDown().none(); }));
+    stop();
+    EXPECT_TRUE(journal().keys().none());
+}
+
+TEST_F(LeftoverKeys, stay_in_the_journal_until_the_server_has_said_something_after_the_release)
+{
+    EXPECT_EQ(press(KeyA), KeyEvents::Result::Posted);
+    EXPECT_EQ(received(), "A down");
+    EXPECT_TRUE(journalFile().test(38));
+    EXPECT_EQ(release(KeyA), KeyEvents::Result::Posted);
+    EXPECT_TRUE(journalFile().test(38));
+    EXPECT_EQ(workstation->keys(), "A up");
+    user->press(39);
+    EXPECT_TRUE(loop.runUntil([this] { return journalFile().none(); }));
+}
+
+TEST_F(LeftoverKeys, stay_in_the_journal_when_they_are_pressed_again_meanwhile)
+{
+    EXPECT_EQ(press(KeyA), KeyEvents::Result::Posted);
+    EXPECT_EQ(release(KeyA), KeyEvents::Result::Posted);
+    EXPECT_EQ(press(KeyA), KeyEvents::Result::Posted);
+    EXPECT_EQ(received(), "A down; A up; A down");
+    user->press(39);
+    EXPECT_EQ(received(), "S down");
+    EXPECT_TRUE(journalFile().test(38));
 }
 
 TEST_F(LeftoverKeys, a_journal_that_cannot_be_made_is_no_hindrance)
