@@ -47,8 +47,8 @@ private:
     int m_wakeUpReadEnd = -1; // a pipe
     int m_wakeUpWriteEnd = -1;
     std::mutex m_mutex;
+    std::list<Watched> m_watched; // outlives the tasks: one that never runs may own a watch
     std::vector<std::function<void()>> m_tasks; // guarded by m_mutex
-    std::list<Watched> m_watched;
     int m_turns = 0;
 };
 
