@@ -12,13 +12,16 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
+#include <thread>
 
 namespace {
 
 constexpr std::chrono::milliseconds HandOverTimeout { 5000 };
+constexpr std::chrono::milliseconds ClosingTimeout { 3000 };
 constexpr int ExitCodeOfWrongUsage = 2;
 
 // What has to be put in order when the toolkit ends the program by exit(), as it does when its
@@ -49,6 +52,16 @@ int countForQt(int count, char* arguments[])
 {
     const auto isEnd = [](const char* argument) { return argument == std::string_view("--"); };
     return static_cast<int>(std::find_if(arguments, arguments + count, isEnd) - arguments);
+}
+
+// Qt waits without end for a display that stands still, also when it closes its windows. What has
+// to be stored is stored by then.
+void endAtTheLatest(int exitCode)
+{
+    std::thread([exitCode] {
+        std::this_thread::sleep_for(ClosingTimeout);
+        std::_Exit(exitCode);
+    }).detach();
 }
 
 int run(kestrel::SingleInstance& instance, const QStringList& files)
@@ -83,6 +96,7 @@ int run(kestrel::SingleInstance& instance, const QStringList& files)
     const int exitCode = QCoreApplication::exec();
     delegate.applicationWillTerminate();
     running = {};
+    endAtTheLatest(exitCode);
     return exitCode;
 }
 

@@ -170,6 +170,17 @@ TEST_F(Faults, keys_that_a_killed_program_held_are_let_go_by_the_next_start)
     EXPECT_THAT(stage::keysDown(studio.studio.displayName()), IsEmpty());
 }
 
+TEST_F(Faults, a_key_held_by_a_program_that_ends_while_the_display_stands_still_is_let_go_of)
+{
+    goOnline();
+    EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
+    studio.studio.display().stop();
+    EXPECT_EQ(studio.terminateKestrel(), 0) << "it must end without the display";
+    studio.studio.display().resume();
+    studio.startKestrel();
+    EXPECT_TRUE(studio.allKeysComeUp());
+}
+
 TEST_F(Faults, a_display_that_stands_still_is_not_waited_for_without_end)
 {
     studio.studio.display().stop();
