@@ -1,5 +1,9 @@
 #include "tests/platform/linux/midi/JackFixture.h"
 
+#include <filesystem>
+#include <fstream>
+#include <map>
+
 namespace kestrel::test {
 namespace {
 
@@ -21,6 +25,18 @@ public:
 };
 
 using Packets = std::vector<Bytes>;
+
+// How many threads of this program bear each name.
+std::map<std::string, int> threadNames()
+{
+    std::map<std::string, int> names;
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::string name;
+        std::getline(std::ifstream(task.path() / "comm"), name);
+        ++names[name];
+    }
+    return names;
+}
 
 Bytes numbered(int number)
 {
@@ -46,6 +62,19 @@ TEST_F(JackPackets, three_packets_of_one_cycle_come_in_one_list_in_order)
     ASSERT_TRUE(waitForPackets(3));
     EXPECT_EQ(packets, sent);
     EXPECT_EQ(lists, 1);
+}
+
+TEST_F(JackPackets, each_thread_is_named_for_what_it_does)
+{
+    connect();
+    const auto names = threadNames();
+    const auto count = [&names](const char* name) {
+        const auto found = names.find(name);
+        return found == names.end() ? 0 : found->second;
+    };
+    EXPECT_EQ(count("midi-control"), 1);
+    EXPECT_EQ(count("jack-process"), 1);
+    EXPECT_GE(count("jack-notify"), 1);
 }
 
 TEST_F(JackPackets, a_controller_pair_in_running_status_stays_one_packet)
