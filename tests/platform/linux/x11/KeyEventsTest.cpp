@@ -89,6 +89,27 @@ TEST_F(KeyEventsOnX11, a_key_that_the_user_holds_down_is_pressed_anew)
     EXPECT_EQ(received(), "");
 }
 
+TEST_F(KeyEventsOnX11, a_key_that_nobody_holds_is_pressed_and_let_go_of_with_one_request_each)
+{
+    const auto requests = [this](const auto& post) {
+        auto* xcb = session->connection.xcb();
+        const unsigned before = xcb_no_operation(xcb).sequence;
+        EXPECT_EQ(post(), Result::Posted);
+        return xcb_no_operation(xcb).sequence - before - 1;
+    };
+    const auto pressA = [this] { return press(KeyA); };
+    const auto releaseA = [this] { return release(KeyA); };
+    EXPECT_EQ(requests(pressA), 1u);
+    EXPECT_EQ(requests(releaseA), 1u);
+    user->press(38);
+    settle();
+    EXPECT_EQ(requests(pressA), 2u) << "the user holds it";
+    EXPECT_EQ(requests(releaseA), 1u);
+    user->release(38);
+    settle();
+    EXPECT_EQ(requests(pressA), 1u);
+}
+
 TEST_F(KeyEventsOnX11, an_unknown_key_code_posts_nothing)
 {
     EXPECT_EQ(press(0x34, Modifier::Command), Result::UnknownKey);
