@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// The floating window of the plug-in panel. It leaves focus and activation to whoever has them.
+// The floating window of the plug-in panel. It takes neither focus nor activation.
 class DSPWindow : public QWidget {
     Q_OBJECT
 

@@ -113,7 +113,7 @@ void MyWindowController::showWindow()
 }
 
 // The platform's part is said before the window is shown for the first time, and again after each
-// showing, when the toolkit has written properties of its own. What came while the window was
+// showing, when Qt has written properties of its own. What came while the window was
 // minimised is painted when it is not any more.
 bool MyWindowController::eventFilter(QObject* watched, QEvent* event)
 {

@@ -57,7 +57,7 @@ private:
     std::unique_ptr<DSPWindow> m_window;
     QWidget* m_contentView = nullptr; // the window's child
     PlugInPanelView* m_plugInPanelView = nullptr; // the window's child, once awake
-    QTimer m_onceShown; // runs out when the toolkit has mapped the window
+    QTimer m_onceShown; // runs out when Qt has mapped the window
     std::unique_ptr<PanelProportion> m_proportion;
     std::unique_ptr<PanelPlacement> m_placement;
 };

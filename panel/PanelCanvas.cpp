@@ -12,7 +12,7 @@ int nearest(double value)
 
 constexpr double FarthestPixel = 1 << 20; // far beyond any screen
 
-// What is not would take the arithmetic on whole pixels out of range.
+// Other rectangles would overflow the arithmetic on whole pixels.
 bool isPaintable(const QRectF& rect)
 {
     return rect.width() > 0 && rect.height() > 0 && std::abs(rect.left()) < FarthestPixel

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-// What the panel shows, in words for those who do not see it.
+// What the panel shows, in words for assistive technology.
 namespace kestrel::PanelText {
 
 // A display character as its glyph reads, a space where the glyph is blank.
