@@ -84,7 +84,12 @@ TEST_P(MaximisedPanel, gets_them_back_after_it_was_closed_meanwhile)
     outlastCorrections();
     if (!isRestored())
         restore();
-    EXPECT_EQ(panelPlace(), before);
+    const Place after = panelPlace();
+    EXPECT_EQ(after.width, before.width);
+    EXPECT_EQ(after.height, before.height);
+    // Qt may learn the frame of the new window too late to take its border of one pixel off.
+    EXPECT_NEAR(after.x, before.x, 1);
+    EXPECT_NEAR(after.y, before.y, 1);
 }
 
 TEST_P(MaximisedPanel, gets_them_back_in_the_next_run)
