@@ -95,7 +95,8 @@ void PollMainLoop::turn(Clock::time_point deadline)
 // `ready` may end any watch, its own too.
 void PollMainLoop::callWatcherOf(int descriptor)
 {
-    const auto found = std::ranges::find(m_watched, descriptor, &Watched::descriptor);
+    const auto found = std::find_if(m_watched.begin(), m_watched.end(),
+        [descriptor](const Watched& each) { return each.descriptor == descriptor; });
     if (found != m_watched.end())
         std::function<void()>(found->ready)();
 }
