@@ -1,25 +1,28 @@
 #include "tests/fakes/FakeMIDIServices.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace kestrel::test {
 
 namespace {
 class VectorPacketList final : public MIDIPacketList {
 public:
-    explicit VectorPacketList(const std::vector<Bytes>& packets)
+    VectorPacketList(const std::vector<Bytes>& packets, std::function<bool()> isOpen)
         : m_packets(packets)
+        , m_isOpen(std::move(isOpen))
     {
     }
     std::optional<MIDIPacket> next() override
     {
-        if (m_index == m_packets.size())
+        if (m_index == m_packets.size() || !m_isOpen())
             return {};
         return MIDIPacket { 0, m_packets[m_index++] };
     }
 
 private:
     const std::vector<Bytes>& m_packets;
+    std::function<bool()> m_isOpen; // the port that the packets are for
     std::size_t m_index = 0;
 };
 } // namespace
@@ -74,7 +77,7 @@ void FakeMIDIServices::disposePort(MIDIPort port)
 
 std::vector<MIDIDevice> FakeMIDIServices::devices()
 {
-    return deviceList;
+    return m_client != 0 ? deviceList : std::vector<MIDIDevice> {};
 }
 
 bool FakeMIDIServices::hasSource(MIDIEndpoint source) const
@@ -112,8 +115,9 @@ void FakeMIDIServices::deliver(const std::vector<Bytes>& packets) const
     const auto ports = m_inputPorts; // a callback may dispose of any of them
     for (const auto& [reference, port] : ports) {
         for (void* const connection : port.connections) {
-            VectorPacketList list(packets);
-            if (m_inputPorts.contains(reference))
+            const auto isOpen = [this, &reference] { return m_inputPorts.contains(reference); };
+            VectorPacketList list(packets, isOpen);
+            if (isOpen())
                 port.read(list, port.refCon, connection);
         }
     }

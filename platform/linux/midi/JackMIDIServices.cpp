@@ -25,6 +25,13 @@ struct JackMIDIServices::InputPort {
     ReadProc read; // null once disposed of
     void* const refCon;
     std::vector<std::shared_ptr<SourceLane>> lanes;
+
+    void close()
+    {
+        read = nullptr;
+        for (const auto& lane : lanes)
+            lane->close();
+    }
 };
 
 struct JackMIDIServices::OutputPort {
@@ -82,7 +89,7 @@ void JackMIDIServices::disposeClient(MIDIClient client)
     if (!m_client || client != m_clientRef)
         return;
     for (const auto& port : m_inputs)
-        port->read = nullptr;
+        port->close();
     m_inputs.clear();
     m_outputs.clear();
     m_clientRef = 0;
@@ -125,7 +132,7 @@ void JackMIDIServices::disposePort(MIDIPort port)
         m_control.post([jack = m_client, lane] { jack->disconnect(lane->port()); });
     };
     if (const auto input = findPort(m_inputs, port)) {
-        input->read = nullptr;
+        input->close();
         std::for_each(input->lanes.begin(), input->lanes.end(), disconnect);
         std::erase(m_inputs, input);
     } else if (const auto output = findPort(m_outputs, port)) {

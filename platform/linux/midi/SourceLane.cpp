@@ -12,9 +12,10 @@ namespace {
 // the read callback, the delivery there begins with what is left of this one.
 class ArrivedPackets final : public MIDIPacketList {
 public:
-    ArrivedPackets(PacketRing& ring, PacketRing::Position& at)
+    ArrivedPackets(PacketRing& ring, PacketRing::Position& at, const bool& isClosed)
         : m_ring(ring)
         , m_at(at)
+        , m_isClosed(isClosed)
         , m_end(ring.end())
     {
     }
@@ -26,7 +27,7 @@ public:
     ArrivedPackets(const ArrivedPackets&) = delete;
     ArrivedPackets& operator=(const ArrivedPackets&) = delete;
 
-    [[nodiscard]] bool isEmpty() const { return m_at >= m_end; }
+    [[nodiscard]] bool isEmpty() const { return m_isClosed || m_at >= m_end; }
     std::optional<MIDIPacket> next() override
     {
         return isEmpty() ? std::nullopt : m_ring.read(m_at, m_end);
@@ -35,6 +36,7 @@ public:
 private:
     PacketRing& m_ring;
     PacketRing::Position& m_at;
+    const bool& m_isClosed;
     const PacketRing::Position m_end;
 };
 } // namespace
@@ -64,7 +66,7 @@ bool SourceLane::receive(_jack_client* client, std::uint32_t frames)
 
 void SourceLane::deliver(MIDIServices::ReadProc read, void* readProcRefCon)
 {
-    ArrivedPackets packets(m_ring, m_taken);
+    ArrivedPackets packets(m_ring, m_taken, m_isClosed);
     if (!packets.isEmpty())
         read(packets, readProcRefCon, m_srcConnRefCon);
 }

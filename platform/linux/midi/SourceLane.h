@@ -29,10 +29,15 @@ public:
     // Main thread: what has arrived until now, which is gone when the function returns.
     void deliver(MIDIServices::ReadProc read, void* readProcRefCon);
 
+    // Main thread: nothing is delivered from then on, not even the rest of a list that is being
+    // read.
+    void close() { m_isClosed = true; }
+
 private:
     void* const m_srcConnRefCon;
     _jack_port* m_port = nullptr;
     PacketRing m_ring { RingBytes };
+    bool m_isClosed = false;
     PacketRing::Position m_taken = 0; // up to here the read callback has taken the packets
 };
 
