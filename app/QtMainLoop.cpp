@@ -4,6 +4,8 @@
 #include <QEvent>
 #include <QSocketNotifier>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace kestrel {
@@ -58,16 +60,17 @@ void QtMainLoop::runReady(const std::function<void()>& ready)
 
 void QtMainLoop::runTasks()
 {
-    Tasks tasks = std::exchange(m_spare, {});
     {
         const std::scoped_lock lock(m_mutex);
-        tasks.swap(m_tasks);
+        std::move(m_tasks.begin(), m_tasks.end(), std::back_inserter(m_running));
+        m_tasks.clear();
         m_wakeUpOwed = false;
     }
-    for (const auto& task : tasks)
+    while (!m_running.empty()) {
+        const auto task = std::move(m_running.front());
+        m_running.pop_front();
         task();
-    tasks.clear();
-    m_spare = std::move(tasks);
+    }
 }
 
 } // namespace kestrel

@@ -4,8 +4,8 @@
 
 #include <QObject>
 
+#include <deque>
 #include <mutex>
-#include <vector>
 
 namespace kestrel {
 
@@ -22,16 +22,17 @@ protected:
 
 private:
     class DescriptorWatch;
-    using Tasks = std::vector<std::function<void()>>;
+    using Tasks = std::deque<std::function<void()>>;
 
     void runReady(const std::function<void()>& ready);
-    // Runs the tasks that were performed before this call. Tasks that these perform run later.
+    // Runs the tasks that were performed before this call, in order. Tasks that these perform run
+    // later. A task may turn the loop: the call in there goes on with the tasks after it.
     void runTasks();
 
     std::mutex m_mutex;
     Tasks m_tasks; // guarded by m_mutex
     bool m_wakeUpOwed = false; // guarded by m_mutex; true if a call of runTasks() is on its way
-    Tasks m_spare; // an empty vector whose memory the next round uses
+    Tasks m_running; // taken by runTasks() and not run yet
 };
 
 } // namespace kestrel

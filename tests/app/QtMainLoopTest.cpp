@@ -131,6 +131,20 @@ TEST(QtMainLoop, a_loop_inside_a_watch_runs_what_is_performed)
     EXPECT_THAT(ran, ElementsAre("task", "ready"));
 }
 
+TEST(QtMainLoop, a_loop_inside_a_task_keeps_the_order_of_the_tasks)
+{
+    QtMainLoop loop;
+    std::vector<int> ran;
+    loop.perform([&] {
+        loop.perform([&] { ran.push_back(3); });
+        turnUntil([&] { return ran.size() == 2; });
+        ran.push_back(4);
+    });
+    loop.perform([&] { ran.push_back(2); });
+    turnUntil([&] { return ran.size() == 3; });
+    EXPECT_THAT(ran, ElementsAre(2, 3, 4));
+}
+
 TEST(QtMainLoop, a_descriptor_is_reported_until_its_watch_is_gone)
 {
     QtMainLoop loop;
