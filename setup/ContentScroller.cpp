@@ -25,7 +25,7 @@ ContentScroller::ContentScroller(QWidget& window, const QSize& content)
     : m_window(window)
     , m_content(content)
 {
-    QObject::connect(qApp, &QApplication::focusChanged, &window, [this](QWidget*, QWidget* now) {
+    QObject::connect(qApp, &QApplication::focusChanged, &m_context, [this](QWidget*, QWidget* now) {
         if (now && m_window.isAncestorOf(now))
             bringIntoView(*now);
     });
@@ -56,7 +56,7 @@ void ContentScroller::makeBars()
     m_vertical = new QScrollBar(Qt::Vertical, &m_window);
     for (QScrollBar* bar : { m_horizontal, m_vertical }) {
         bar->setSingleStep(WheelStep);
-        QObject::connect(bar, &QScrollBar::valueChanged, &m_window, [this] { moveControls(); });
+        QObject::connect(bar, &QScrollBar::valueChanged, &m_context, [this] { moveControls(); });
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QPoint>
 #include <QSize>
 
@@ -33,6 +34,7 @@ private:
     // Null until the room was too small for the first time. The window owns them.
     QScrollBar* m_horizontal = nullptr;
     QScrollBar* m_vertical = nullptr;
+    QObject m_context; // ends the connections with this object, which the window outlives
 };
 
 } // namespace kestrel
