@@ -1,4 +1,5 @@
 #include "tests/platform/linux/x11/X11Bench.h"
+#include "tools/stage/Patience.h"
 
 #include <string>
 
@@ -38,7 +39,9 @@ protected:
     static void takeFrontUnheard(const KeyReceiver& receiver)
     {
         receiver.activate();
-        while (!receiver.isActive() || !receiver.hasFocus()) { }
+        ASSERT_TRUE(
+            stage::comesTrue([&receiver] { return receiver.isActive() && receiver.hasFocus(); },
+                stage::milliseconds(10'000)));
     }
 };
 } // namespace
