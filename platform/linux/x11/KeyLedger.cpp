@@ -96,7 +96,7 @@ void KeyLedger::takeAwayUnnamed(const XKeySet& named)
 
 void KeyLedger::takeFromHolders(XKeyCode key)
 {
-    if (m_held.test(key) || m_userKeys.test(key))
+    if (m_held.test(key) || m_foreignKeys.test(key))
         up(key);
 }
 

@@ -52,9 +52,9 @@ public:
     // The modifier keys that are down on the user's own keyboards now.
     const KeyPlan& setUserModifiers(const XKeySet& keys);
 
-    // The keys of all kinds that are down, or may be, on the user's own keyboards now. Until this
-    // is told, any may be.
-    void setUserKeys(const XKeySet& keys) { m_userKeys = keys; }
+    // The keys of all kinds that the user or another program holds down, or may hold. Until the
+    // first call, that is every key.
+    void setForeignKeys(const XKeySet& keys) { m_foreignKeys = keys; }
 
     // We hold nothing any more, because what held it is gone. The user may.
     void forget();
@@ -73,7 +73,7 @@ private:
     XKeySet m_standIns;
     XKeySet m_modifiers; // pressed because a press named them
     XKeySet m_userModifiers;
-    XKeySet m_userKeys = XKeySet().set();
+    XKeySet m_foreignKeys = XKeySet().set();
 };
 
 } // namespace kestrel

@@ -74,7 +74,7 @@ KeyEvents::Result XTestKeyEvents::post(
         return Result::Unavailable;
     if (direction == Direction::Up)
         return send(m_ledger.release(*key));
-    m_ledger.setUserKeys(m_keyboards.keysOfUser());
+    m_ledger.setForeignKeys(m_keyboards.keysOfUser() | m_foreign);
 
     std::array<XKeyCode, NamedModifiers.size()> modifiers;
     std::size_t count = 0;
@@ -92,7 +92,7 @@ KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
         return Result::UnknownKey;
     if (!isReady())
         return Result::Unavailable;
-    m_ledger.setUserKeys(m_keyboards.keysOfUser());
+    m_ledger.setForeignKeys(m_keyboards.keysOfUser() | m_foreign);
     return send(direction == Direction::Down ? m_ledger.pressBare(*key) : m_ledger.release(*key));
 }
 
@@ -107,8 +107,10 @@ void XTestKeyEvents::connectionOpened()
     const auto* xtest = xcb_get_extension_data(m_connection.xcb(), &xcb_test_id);
     m_canPost = xtest && xtest->present;
     openJournal();
-    if (m_canPost)
-        letGoOfWhatWasLeftDown();
+    if (!m_canPost)
+        return;
+    letGoOfWhatWasLeftDown();
+    m_foreign = m_keyboards.keysDownOnXTest().value_or(XKeySet()) & ~m_ledger.held();
 }
 
 // The server may still hold what was pressed through the connection that is gone; of the user's
@@ -186,8 +188,10 @@ KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
             = xcb_test_fake_input(m_connection.xcb(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE,
                 step.key, step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);
         m_released.set(step.key, !down);
-        if (!down)
+        if (!down) {
             m_lastRelease = request.sequence;
+            m_foreign.reset(step.key);
+        }
     }
     if (plan.empty())
         return Result::Posted;

@@ -48,6 +48,8 @@ private:
     KeyLedger m_ledger;
     XKeySet m_leftDown; // on connections that broke
     HeldKeysJournal m_journal;
+    // Keys that other programs held on the XTEST keyboard when the connection was opened.
+    XKeySet m_foreign;
     XKeySet m_released; // and not yet struck from the journal: the server may not know of it
     unsigned m_lastRelease = 0; // the number of its request
     std::string m_journalPath;

@@ -98,7 +98,7 @@ TEST_F(Ledger, a_modifier_key_may_be_the_key_itself)
 
 TEST_F(Ledger, a_key_that_nobody_holds_is_only_pressed)
 {
-    ledger.setUserKeys({});
+    ledger.setForeignKeys({});
     EXPECT_EQ(press(S), "39d");
     EXPECT_EQ(press(S), "39u 39d+2ms");
     EXPECT_EQ(release(S), "39u");
@@ -107,7 +107,7 @@ TEST_F(Ledger, a_key_that_nobody_holds_is_only_pressed)
 
 TEST_F(Ledger, a_key_that_the_user_holds_is_taken_from_the_user)
 {
-    ledger.setUserKeys(keys({ A }));
+    ledger.setForeignKeys(keys({ A }));
     EXPECT_EQ(press(A), "38u 38d");
     EXPECT_EQ(release(A), "38u");
     EXPECT_EQ(text(ledger.pressBare(A)), "38u 38d");

@@ -50,6 +50,20 @@ TEST_F(LeftoverKeys, of_a_killed_run_are_let_go_of_by_the_next_start)
     EXPECT_TRUE(journal().keys().none());
 }
 
+TEST_F(LeftoverKeys, of_another_program_do_not_swallow_a_press)
+{
+    stop();
+    const auto holder = runHolder();
+    start();
+    EXPECT_EQ(received(), "");
+    press(KeyA, Modifier::Command);
+    EXPECT_EQ(received(), "A up Super; A down Super");
+    release(KeyA, Modifier::Command);
+    EXPECT_EQ(received(), "A up Super");
+    press(KeyA, Modifier::Command);
+    EXPECT_EQ(received(), "A down Super") << "nobody holds it any more";
+}
+
 TEST_F(LeftoverKeys, are_not_those_of_a_run_that_is_alive)
 {
     stop();
