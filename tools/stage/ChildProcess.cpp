@@ -94,7 +94,6 @@ std::optional<std::string> ChildProcess::nextLine(Clock::time_point deadline)
         if (const auto end = m_partial.find('\n'); end != std::string::npos) {
             std::string line = m_partial.substr(0, end);
             m_partial.erase(0, end + 1);
-            m_transcript.push_back(line);
             return line;
         }
         pollfd ready { m_output, POLLIN, 0 };

@@ -28,8 +28,8 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    // The next line of standard output that fulfils the predicate; lines before it are consumed
-    // and kept in transcript(). Missing when time runs out or the output ends.
+    // The next line of standard output that fulfils the predicate; lines before it are dropped. No
+    // value when the time runs out or the output ends.
     std::optional<std::string> waitForLine(const LinePredicate& wanted, milliseconds timeout);
     std::optional<std::string> waitForLineWith(std::string_view text, milliseconds timeout);
     // Every line that arrives within `quiet` of the line before it; ends at the first such pause.
@@ -42,7 +42,6 @@ public:
     std::optional<int> wait(milliseconds timeout);
 
     [[nodiscard]] pid_t pid() const { return m_pid; }
-    [[nodiscard]] const std::vector<std::string>& transcript() const { return m_transcript; }
 
 private:
     std::optional<std::string> nextLine(std::chrono::steady_clock::time_point deadline);
@@ -51,7 +50,6 @@ private:
     int m_input = -1;
     int m_output = -1;
     std::string m_partial;
-    std::vector<std::string> m_transcript;
     std::optional<int> m_exitCode;
 };
 
