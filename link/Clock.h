@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// Where the time comes from; tests move it by hand.
+// Gives the current time. Tests substitute a clock that they move by hand.
 class Clock {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;

@@ -4,13 +4,15 @@ namespace kestrel {
 
 class MIDIMessage;
 
-// What mirrors the console's plug-in section. Main thread only.
+// Shows what the console's plug-in section shows. Main thread only.
 class ConsoleDisplay {
 public:
     virtual ~ConsoleDisplay() = default;
 
-    virtual void redrawLCDdisplay(const MIDIMessage& message) = 0; // large-display message
-    virtual void redrawDSParea(const MIDIMessage& message) = 0; // knob or lamp message
+    // `message` carries text for the large display.
+    virtual void redrawLCDdisplay(const MIDIMessage& message) = 0;
+    // `message` sets a knob or a lamp.
+    virtual void redrawDSParea(const MIDIMessage& message) = 0;
 };
 
 } // namespace kestrel

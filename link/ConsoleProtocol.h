@@ -4,38 +4,42 @@
 #include <cstddef>
 #include <cstdint>
 
-// The bytes of the console's traffic that have a meaning, each named once; docs/protocol.md says
-// what they do.
+// Names the bytes of the console's MIDI traffic that have a meaning. docs/protocol.md says what
+// they do.
 namespace kestrel::ConsoleProtocol {
 
 using Byte = std::uint8_t;
 
 // Status bytes.
 inline constexpr Byte NoteOn = 0x90;
-inline constexpr Byte ControlChange = 0xB0; // on channel 1, like all that follows
+// A controller on channel 1. All controllers below are sent with this status.
+inline constexpr Byte ControlChange = 0xB0;
 inline constexpr Byte SystemExclusive = 0xF0;
 inline constexpr Byte EndOfExclusive = 0xF7;
 
 inline constexpr std::array<Byte, 3> Heartbeat { NoteOn, 0x00, 0x00 };
 inline constexpr std::array<Byte, 3> HeartbeatAnswer { NoteOn, 0x00, 0x7F };
 
-// A lamp or a key takes two controllers: the first selects the zone, the second names the port.
+// A message about a lamp or a key takes two controllers: the first selects the zone, the second
+// names the port.
 inline constexpr Byte LampZoneSelect = 0x0C;
 inline constexpr Byte LampZone = 0x1C;
 inline constexpr Byte LampPort = 0x2C;
-inline constexpr Byte LampLit = 0x40; // added to the number of the lamp
+inline constexpr Byte LampLit = 0x40; // added to the lamp's number when the lamp is lit
 inline constexpr Byte Lamps = 8;
 
 inline constexpr Byte KeyZoneSelect = 0x0F;
 inline constexpr Byte KeyZone = 0x40;
 inline constexpr Byte KeyPort = 0x2F;
-inline constexpr Byte KeyPressed = 0x40; // added to the number of the key
+inline constexpr Byte KeyPressed = 0x40; // added to the key's number when the key is pressed
 inline constexpr Byte Keys = 12;
 
-// One controller a knob. Its value is the picture of the ring: a position, a mode, the lower lamp.
+// Each knob has one controller. Its value describes the knob's ring of lamps: a position, a mode,
+// and whether the lower lamp is lit.
 inline constexpr Byte FirstKnob = 0x18;
-inline constexpr Byte KnobMask = 0x03; // which of the knobs
-inline constexpr Byte FirstKnobLow = 0x08; // its low four bits, by which the panel knows it
+inline constexpr Byte KnobMask = 0x03; // the bits that number the knob
+// The low four bits of FirstKnob. The panel identifies knobs by the low four bits.
+inline constexpr Byte FirstKnobLow = 0x08;
 inline constexpr Byte Knobs = 4;
 namespace Ring {
 inline constexpr Byte OneLamp = 0x00;
@@ -45,7 +49,8 @@ inline constexpr Byte BothWays = 0x30;
 inline constexpr Byte LowerLamp = 0x40;
 } // namespace Ring
 
-// Text for the display: the header, records of a zone and its characters, the end.
+// A text message for the display consists of the header, records of a zone and its characters, and
+// EndOfExclusive.
 inline constexpr std::size_t DisplayCommandAt = 6;
 inline constexpr Byte DisplayCommand = 0x12;
 inline constexpr std::array<Byte, 7> DisplayHeader { SystemExclusive, 0x00, 0x00, 0x66, 0x05, 0x00,

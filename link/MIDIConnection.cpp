@@ -17,7 +17,7 @@ constexpr std::string_view ConsoleModel = "ZENTA";
 constexpr std::size_t ControlSurfaceEntity = 4; // the fifth pair of ports carries the traffic
 constexpr std::chrono::seconds HeartbeatTimeout { 5 };
 
-// Clears one zone of the display, which is the byte behind the header.
+// Makes a display message that clears one zone. The byte after the header is the zone's number.
 using ZoneMessage = std::array<std::uint8_t,
     ConsoleProtocol::DisplayHeader.size() + 1 + ConsoleProtocol::ZoneCharacters + 1>;
 ZoneMessage blankZone(std::uint8_t zone)
@@ -150,7 +150,7 @@ void MIDIConnection::answerHeartbeat()
 {
     m_activeDate = m_clock.now();
 
-    // An answer that cannot be sent is made up for by the next heartbeat.
+    // A failure needs no handling here: the console's next heartbeat gets an answer of its own.
     static_cast<void>(
         m_midiServices.send(m_outputPort, m_destPointRef, { 0, ConsoleProtocol::HeartbeatAnswer }));
 

@@ -17,13 +17,13 @@ class MainLoop;
 class ProcessTable;
 class StatusItem;
 
-// The link to the console's MIDI driver: it is opened while the workstation runs, answers the
+// The link to the console's MIDI driver. It is opened once the workstation runs, answers the
 // heartbeat, and knows whether the console is alive. Main thread only.
 class MIDIConnection {
 public:
     using Receiver = std::function<void(const MIDIMessage&)>;
 
-    // What the link stands on; all of it outlives the connection.
+    // The services that the connection uses. All of them outlive the connection.
     struct Surroundings {
         MIDIServices& midiServices;
         ProcessTable& processTable;
@@ -36,32 +36,33 @@ public:
     MIDIConnection(const MIDIConnection&) = delete;
     MIDIConnection& operator=(const MIDIConnection&) = delete;
 
-    // Called when the console can no longer be relied on to release what it has pressed: the link
-    // went offline or is taken down.
+    // `linkLost` is called when the link goes offline or is taken down. From then on the console
+    // cannot be relied on to release the keys that it has pressed.
     void setLinkLost(std::function<void()> linkLost) { m_linkLost = std::move(linkLost); }
-    // Both outlive the connection; without them nothing is shown.
+    // The status item and the display outlive the connection. Without them nothing is shown.
     void setStatusItem(StatusItem* statusItem) { m_statusItem = statusItem; }
     void setMyWindowController(ConsoleDisplay* display) { m_myWindowController = display; }
 
-    // Builds the whole link, after taking down what there was of it.
+    // Builds the whole link. An existing link is taken down first.
     void reconnectAllSources();
     void releaseMIDIReceiver();
-    // The supervision, to be called every five seconds.
+    // Supervises the link. A timer calls it every five seconds.
     void checkActiveSence();
     // Clears the display and switches off lamps and knobs.
     void sendOffLineMessage();
-    // True when a process runs whose command name is exactly the workstation's.
+    // True when a process with exactly the workstation's command name runs.
     [[nodiscard]] bool isProTools() const;
-    // The console has sent its heartbeat: answers it and shows the link as online.
+    // Answers a heartbeat that the console has sent, and shows the link as online.
     void answerHeartbeat();
-    // The hook for a debug log; nothing is kept.
+    // A hook for a debug log. At present it keeps nothing.
     void addLogLine(std::string_view line);
 
     [[nodiscard]] MIDIClient client() const { return m_client; } // 0 = no link is open
-    [[nodiscard]] MIDIEndpoint inputEndPointRef() const { return m_inputEndPointRef; } // 0 = none
+    // 0 = no source is connected.
+    [[nodiscard]] MIDIEndpoint inputEndPointRef() const { return m_inputEndPointRef; }
     [[nodiscard]] bool imageOnline() const { return m_imageOnline; }
 
-    // For the callbacks below.
+    // The two callbacks below use these functions.
     void receiveMessage(const MIDIMessage& message) const { m_receiveMessage(message); }
     [[nodiscard]] MainLoop& mainLoop() const { return m_mainLoop; }
 
@@ -80,11 +81,13 @@ private:
 
     MIDIClient m_client = 0;
     MIDIPort m_inputPort = 0; // 0 = the service refused it
-    MIDIPort m_outputPort = 0; // likewise
+    MIDIPort m_outputPort = 0; // 0 = the service refused it
     MIDIEndpoint m_inputEndPointRef = 0;
-    MIDIEndpoint m_destPointRef = 0; // kept when the link is taken down
-    std::array<std::int32_t, 256> m_idArray {}; // [0]: unique ID of the connected source
-    std::optional<Clock::TimePoint> m_activeDate; // last heartbeat
+    MIDIEndpoint m_destPointRef = 0; // stays set when the link is taken down
+    // Element 0 is the unique ID of the connected source.
+    std::array<std::int32_t, 256> m_idArray {};
+    // The time of the last heartbeat or of the first check.
+    std::optional<Clock::TimePoint> m_activeDate;
     bool m_imageOnline = false;
 };
 

@@ -9,7 +9,7 @@
 
 namespace kestrel {
 
-// One received MIDI packet, whole, whatever number of MIDI messages it carries.
+// One whole MIDI packet. It may carry several MIDI messages.
 class MIDIMessage {
 public:
     MIDIMessage() = default;
@@ -18,13 +18,13 @@ public:
     MIDIMessage(const MIDIMessage&) = delete;
     MIDIMessage& operator=(const MIDIMessage&) = delete;
 
-    // Copies the first `length` bytes of the packet's data, all of them if it has fewer.
+    // Copies the first `length` bytes of the packet's data, or all of them if it has fewer.
     void readPacket(const MIDIPacket& packet, std::uint32_t length);
 
     [[nodiscard]] std::span<const std::uint8_t> readData() const;
     void setReadData(std::span<const std::uint8_t> data);
 
-    // Bytes of the packet that was read; 0 in a message whose data was only set.
+    // The number of bytes that readPacket() copied. It is 0 in a message whose data was only set.
     [[nodiscard]] std::uint32_t length() const { return m_length; }
     void setLength(std::uint32_t length) { m_length = length; }
 
@@ -32,7 +32,7 @@ public:
     void setSourceID(std::int32_t sourceID) { m_sourceID = sourceID; }
 
 private:
-    // Room for what the console sends; only longer packets need memory of their own.
+    // The packets of the console fit into this many bytes. Only longer packets go to the heap.
     static constexpr std::size_t InlineSize = 128;
 
     std::size_t m_size = 0;

@@ -10,7 +10,7 @@ namespace kestrel {
 namespace {
 using namespace ConsoleProtocol;
 
-// With more than this the port controller follows its zone in the same packet.
+// A packet with more bytes than this carries the port controller after the zone controller.
 constexpr std::size_t ZoneAlone = 4;
 } // namespace
 

@@ -4,10 +4,10 @@ namespace kestrel {
 
 class MIDIMessage;
 
-// Sends each packet from the console to the one place that it is for. Main thread only.
+// Classifies each packet from the console and passes it to its destination. Main thread only.
 class MessageDispatcher {
 public:
-    // The four places.
+    // One function for each kind of packet.
     class Destinations {
     public:
         virtual void answerHeartbeat() = 0;
@@ -25,7 +25,7 @@ public:
     {
     }
 
-    // Classifies by the first message in the packet; what matches nothing is dropped.
+    // The first MIDI message in the packet decides its kind. A packet of no known kind is dropped.
     void receiveMessage(const MIDIMessage& message);
 
     [[nodiscard]] bool userAssignCmnd() const { return m_userAssignCmnd; }
@@ -35,7 +35,7 @@ private:
     void receiveController(const MIDIMessage& message);
 
     Destinations& m_destinations;
-    // A zone came in a packet of its own; its port is in a packet to come.
+    // True when a packet has selected the zone and a later packet is to bring the port.
     bool m_userAssignCmnd = false;
     bool m_switchLEDCmnd = false;
 };

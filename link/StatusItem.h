@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// Names of resources.
+// The resource names of the two images.
 namespace StatusImage {
 inline constexpr std::string_view Online = "kestrel_online_16x16";
 inline constexpr std::string_view Offline = "kestrel_offline_16x16";
