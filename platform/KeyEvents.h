@@ -4,8 +4,9 @@
 
 namespace kestrel {
 
-// Posts keyboard events into the user's session. Main thread only; never waits. Posting takes in no
-// news of the session, so that all events of one stroke rest on one look at the front application.
+// Posts keyboard events into the user's session. Main thread only; never waits. Posting does not
+// look again for changes of the session, so all events of one stroke depend on one look at the
+// front application.
 class KeyEvents {
 public:
     enum class Direction { Down, Up };
@@ -14,16 +15,17 @@ public:
 
     virtual ~KeyEvents() = default;
 
-    // Session tap. `flags` replace whatever modifiers the event would carry.
+    // Posts at the session tap. `flags` replace the modifiers that the event would carry otherwise.
     [[nodiscard]] virtual Result post(
         KeyCode keyCode, Direction direction, ModifierFlags flags, AutoRepeat autoRepeat)
         = 0;
 
-    // HID tap, from a source with the combined-session state; the event's flags are left alone.
+    // Posts at the HID tap, from an event source with the combined session state. The event's flags
+    // are left as they are.
     [[nodiscard]] virtual Result postBare(KeyCode keyCode, Direction direction) = 0;
 
-    // Lets every key go that is still down because of what was posted here; nothing where the
-    // system holds no posted key down.
+    // Releases every key that is still down because of an event posted here. Does nothing on a
+    // system that holds no posted key down.
     virtual void releaseAll() = 0;
 };
 

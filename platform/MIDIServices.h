@@ -9,7 +9,7 @@
 
 namespace kestrel {
 
-// References into the MIDI services; 0 names nothing.
+// References to objects of the MIDI services. 0 refers to no object.
 using MIDIClient = std::uint32_t;
 using MIDIPort = std::uint32_t;
 using MIDIEndpoint = std::uint32_t;
@@ -19,9 +19,9 @@ struct MIDIPacket {
     std::span<const std::uint8_t> data;
 };
 
-// The packets of one delivery, in order; valid only inside the read callback that it is given to.
-// The bytes of a packet stay in place until the callback asks for the next one or lets the main
-// loop turn.
+// The packets of one delivery, in order. The list is valid only inside the read callback that gets
+// it. The bytes of a packet stay in place until the callback asks for the next packet or runs the
+// main loop.
 class MIDIPacketList {
 public:
     virtual std::optional<MIDIPacket> next() = 0;
@@ -46,7 +46,7 @@ struct MIDINotification {
 
 struct MIDISource {
     MIDIEndpoint endpoint = 0;
-    std::optional<std::int32_t> uniqueID; // missing when the property cannot be read
+    std::optional<std::int32_t> uniqueID; // no value when the property cannot be read
 };
 
 struct MIDIEntity {
@@ -55,23 +55,23 @@ struct MIDIEntity {
 };
 
 struct MIDIDevice {
-    std::optional<std::string> model; // missing when the property cannot be read
+    std::optional<std::string> model; // no value when the property cannot be read
     std::vector<MIDIEntity> entities;
 };
 
 // The operating system's MIDI services. Every operation is called on the main thread and returns
-// within a bounded time, also when the service has stopped answering.
+// within a bounded time, even when the service has stopped answering.
 class MIDIServices {
 public:
-    // Both are called on the main thread, by the main loop and never inside an operation of the
-    // services. The packets of a source come in order of arrival. Packets that have arrived before
-    // a notification are delivered before anything that its callback performs on the main loop.
+    // The main loop calls both on the main thread, never inside an operation of the services. The
+    // packets of a source come in order of arrival. Packets that arrived before a notification are
+    // delivered before any task that the notification's callback gives to MainLoop::perform().
     using NotifyProc = void (*)(const MIDINotification& notification, void* refCon);
     using ReadProc = void (*)(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon);
 
     virtual ~MIDIServices() = default;
 
-    // Missing when the service refuses, as are the ports below.
+    // No value when the service refuses. The same holds for the ports below.
     [[nodiscard]] virtual std::optional<MIDIClient> createClient(
         std::string_view name, NotifyProc notify, void* refCon)
         = 0;
@@ -83,19 +83,20 @@ public:
     [[nodiscard]] virtual std::optional<MIDIPort> createOutputPort(
         MIDIClient client, std::string_view name)
         = 0;
-    // The port's read callback is not called again, not even with packets that have arrived.
+    // After this the port's read callback is not called again, not even with packets that have
+    // already arrived.
     virtual void disposePort(MIDIPort port) = 0;
 
-    // The devices as they are now, in the services' own order.
+    // The present devices, in the services' own order.
     [[nodiscard]] virtual std::vector<MIDIDevice> devices() = 0;
 
-    // `srcConnRefCon` comes back with each packet list from this source. False when the source
-    // cannot be connected.
+    // The read callback gets `srcConnRefCon` with each packet list from this source. False when the
+    // source cannot be connected.
     [[nodiscard]] virtual bool connectSource(
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
         = 0;
 
-    // False when the packet is known not to leave.
+    // False when it is certain that the packet is not sent.
     [[nodiscard]] virtual bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
         = 0;

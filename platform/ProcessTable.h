@@ -4,13 +4,13 @@
 
 namespace kestrel {
 
-// The processes that the kernel knows.
+// Asks the kernel which processes run.
 class ProcessTable {
 public:
     virtual ~ProcessTable() = default;
 
-    // True when a process has exactly this command name, the short name that the kernel keeps;
-    // false also when the kernel refuses to say.
+    // True when a process has exactly this command name, the short name that the kernel keeps. Also
+    // false when the kernel does not give its list of processes.
     [[nodiscard]] virtual bool isRunning(std::string_view commandName) = 0;
 };
 
