@@ -15,7 +15,7 @@ bool Changes::waitUntil(const std::function<bool()>& holds, std::chrono::millise
     std::unique_lock lock(m_mutex);
     for (;;) {
         const std::uint64_t seen = m_count;
-        lock.unlock(); // asking may take long
+        lock.unlock(); // holds() may take long
         if (holds())
             return true;
         lock.lock();

@@ -8,13 +8,14 @@
 
 namespace kestrel {
 
-// Lets one thread wait for something that can only come true when another says that there was a
-// change.
+// Lets one thread wait for a condition. Other threads call happened() after each change that may
+// make the condition true.
 class Changes {
 public:
     void happened();
 
-    // False when `holds`, which is asked first and after each change, never said so in time.
+    // Calls `holds` at once and after each change. True as soon as `holds` returns true, false when
+    // it has not done so within `timeout`.
     [[nodiscard]] bool waitUntil(
         const std::function<bool()>& holds, std::chrono::milliseconds timeout);
 

@@ -36,7 +36,7 @@ struct ControlThread::State {
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<std::shared_ptr<Task>> tasks;
-    int overdue = 0; // abandoned tasks that have not ended
+    int overdue = 0; // number of abandoned tasks that have not ended
     bool quitting = false;
     bool ended = false;
 };
@@ -74,7 +74,8 @@ ControlThread::ControlThread(std::chrono::milliseconds patience, Job caughtUp)
     : m_patience(patience)
     , m_state(std::make_shared<State>(std::move(caughtUp)))
 {
-    // Signals are for the main thread; this mask also passes to the threads of the library.
+    // The main thread handles the signals, so this thread blocks them. The threads that JACK starts
+    // from here inherit the mask.
     sigset_t all;
     sigset_t before;
     sigfillset(&all);

@@ -7,27 +7,28 @@
 
 namespace kestrel {
 
-// Runs the calls that a silent server may hold up for ever, one after the other, on a thread of
-// its own, so that the caller need never wait longer than its patience.
+// Runs calls to a server that may never answer, one after the other, on a thread of its own. The
+// caller never waits longer than the patience.
 class ControlThread {
 public:
     using Job = std::function<void()>;
 
-    // `caughtUp` is called on the control thread when the last call that nobody waited for any
-    // longer has ended.
+    // `caughtUp` runs on the control thread when the last call that took longer than the patience
+    // has ended.
     ControlThread(std::chrono::milliseconds patience, Job caughtUp);
-    // Waits for what is queued, at most as long as the patience; what still hangs then ends on its
-    // own, so jobs must own all that they use.
+    // Waits for the queued jobs, at most as long as the patience. A job that still hangs then ends
+    // later by itself, so a job must own everything that it uses.
     ~ControlThread();
     ControlThread(const ControlThread&) = delete;
     ControlThread& operator=(const ControlThread&) = delete;
 
-    // True when `work` has run. False when patience ran out: then `undo` runs after `work`
-    // whenever that ends, and until then every further call is false at once and does not run.
+    // True when `work` has run within the patience. Otherwise `undo` runs once `work` has ended,
+    // and until then every further call() returns false at once and runs nothing.
     [[nodiscard]] bool call(Job work, Job undo = {});
-    // Runs `work` in any case; waits for it as call() does.
+    // Queues `work` in any case. Waits for it like call(), but not while an earlier call is
+    // overdue.
     void settle(Job work);
-    // Never waits.
+    // Queues `work` and returns at once.
     void post(Job work);
 
     [[nodiscard]] bool isBehind() const;

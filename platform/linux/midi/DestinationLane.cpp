@@ -40,7 +40,8 @@ void DestinationLane::transmit(std::uint32_t frames)
     const State state = m_state.load(std::memory_order_acquire);
     if (state == State::Unconnected)
         m_ring.release(m_ring.end());
-    // A new connection counts from the next cycle on: this one may have begun before it.
+    // Packets go to a new connection from the next cycle on, because this cycle may have begun
+    // before the connection was made.
     else if (state == State::Connected && m_open)
         writeInto(buffer);
     m_open = state == State::Connected;
@@ -58,7 +59,8 @@ void DestinationLane::writeInto(void* buffer)
             = fits ? jack_midi_event_reserve(buffer, 0, data.size()) : nullptr;
         if (event)
             std::copy(data.begin(), data.end(), event);
-        // The rest goes with the next cycle. What does not even fit into an empty buffer is lost.
+        // The remaining packets go with the next cycle. A packet that does not even fit into an
+        // empty buffer is dropped.
         else if (!isEmpty)
             return;
         isEmpty = false;

@@ -13,31 +13,32 @@ struct _jack_port;
 
 namespace kestrel {
 
-// The way of the packets from the main thread to one destination. What is sent before the
-// connection stands waits in it.
+// Carries packets from the main thread to one destination. Packets that are sent before the
+// connection stands wait here.
 class DestinationLane {
 public:
     static constexpr std::size_t RingBytes = std::size_t(1) << 18;
-    static constexpr std::size_t MaxPacketBytes = 32720; // the largest event JACK carries
+    static constexpr std::size_t MaxPacketBytes = 32720; // the largest MIDI event that JACK carries
 
-    // `destinationName`: the full name of the other client's port.
+    // `destinationName` is the full name of the other client's port.
     DestinationLane(MIDIEndpoint destination, std::string destinationName);
 
     // Main thread. False when the packet is too large or the lane is full.
     [[nodiscard]] bool push(std::span<const std::uint8_t> data);
-    // Main thread. True when the caller has to have the connection made.
+    // Main thread. True when the lane is unconnected: the caller must then have the connection
+    // made, and the lane counts as connecting.
     [[nodiscard]] bool wantsConnecting();
 
-    // Control thread.
+    // These functions are called on the control thread; transmit() reads the port as well.
     void bind(_jack_port* port) { m_port.store(port); }
     [[nodiscard]] _jack_port* port() const { return m_port.load(); }
-    void connected(); // unless the destination has gone meanwhile
+    void connected(); // has no effect if the destination has gone meanwhile
 
-    // Any thread: the destination cannot be reached, or is gone and its connection with it. What
-    // waits is dropped; the next packet asks for a connection again.
+    // Any thread. Tells the lane that the destination cannot be reached or has gone. The waiting
+    // packets are dropped, and the next packet asks for a connection again.
     void disconnected() { m_state.store(State::Unconnected); }
 
-    // Process callback.
+    // Called by the process callback. Moves the waiting packets to the port.
     void transmit(std::uint32_t frames);
 
     [[nodiscard]] MIDIEndpoint destination() const { return m_destination; }
@@ -52,7 +53,7 @@ private:
     const std::string m_destinationName;
     std::atomic<_jack_port*> m_port { nullptr };
     std::atomic<State> m_state { State::Unconnected };
-    bool m_open = false; // process callback only
+    bool m_open = false; // used by the process callback only
     PacketRing m_ring { RingBytes };
 };
 

@@ -12,11 +12,11 @@ namespace kestrel {
 class EndpointNames {
 public:
     [[nodiscard]] MIDIEndpoint endpointNamed(const std::string& portName);
-    // Null for a reference that was never given out.
+    // Returns null for a reference that was never given out.
     [[nodiscard]] const std::string* nameOf(MIDIEndpoint endpoint) const;
 
 private:
-    std::vector<std::string> m_names; // of the references 1, 2, …
+    std::vector<std::string> m_names; // reference k has the name at index k - 1
     std::unordered_map<std::string, MIDIEndpoint> m_endpoints;
 };
 

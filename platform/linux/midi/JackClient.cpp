@@ -13,7 +13,8 @@
 namespace kestrel {
 
 namespace {
-// A connection that has been made takes effect with a later cycle, as long as there are cycles.
+// How long to wait for a new connection. JACK makes it effective in a later cycle, as long as
+// cycles run.
 constexpr auto ConnectionTimeout = std::chrono::seconds(1);
 
 PortDirection directionOf(const jack_port_t* port)
@@ -22,8 +23,8 @@ PortDirection directionOf(const jack_port_t* port)
                                                            : PortDirection::Input;
 }
 
-// Names the threads that JACK starts during its life. A thread begins with the name of the thread
-// that starts it, and JACK offers no other way to tell its threads apart.
+// Gives `name` to the threads that JACK starts while this object exists. A new thread inherits the
+// name of the thread that starts it, and JACK offers no other way to tell its threads apart.
 class NewThreadsAreNamed {
 public:
     explicit NewThreadsAreNamed(const char* name)
@@ -36,7 +37,7 @@ public:
     NewThreadsAreNamed& operator=(const NewThreadsAreNamed&) = delete;
 
 private:
-    std::array<char, 16> m_before {}; // the longest that Linux keeps
+    std::array<char, 16> m_before {}; // the size of the longest name that Linux keeps
 };
 
 jack_client_t* openClient(const std::string& name)
@@ -94,7 +95,7 @@ void JackClient::close()
 void JackClient::abandon()
 {
     m_alive.store(false);
-    m_graph.happened(); // nobody need wait for a connection any longer
+    m_graph.happened(); // ends a wait for a connection
 }
 
 void JackClient::setCallbacks()
@@ -173,7 +174,8 @@ std::vector<PortListing> JackClient::foreignPorts()
     return ports;
 }
 
-// The callback says only which port went: what that was must be known before.
+// Records the names and directions of the ports. When a port is unregistered, JACK passes only the
+// port, so its name and direction must be known before.
 void JackClient::learnForeignPorts()
 {
     const std::lock_guard lock(m_foreignMutex);
@@ -183,8 +185,8 @@ void JackClient::learnForeignPorts()
     }
 }
 
-// Also called for a port that has been listed for a while, when its client becomes active: only
-// now can it be connected.
+// JACK also calls this for a port that has been listed for a while, when the port's client becomes
+// active: the port can be connected only from then on.
 void JackClient::portRegistered(std::uint32_t identifier)
 {
     const jack_port_t* const port = jack_port_by_id(m_handle, identifier);
@@ -255,7 +257,8 @@ jack_port_t* JackClient::takePort(const std::string& name, PortDirection directi
     return registerPort(name, direction);
 }
 
-// True once packets pass: a connection that was only asked for loses what is written to it.
+// Returns true once packets pass. JACK drops packets that are written before the connection is
+// effective.
 bool JackClient::connectEffectively(jack_port_t* port, const std::string& otherName)
 {
     const char* const ours = jack_port_name(port);

@@ -18,7 +18,7 @@
 namespace kestrel {
 
 // One client of the JACK server with its ports. Every call that may wait for the server is made on
-// the control thread; the process callback waits for nobody.
+// the control thread. The process callback never waits.
 class JackClient {
 public:
     enum News : unsigned {
@@ -31,7 +31,8 @@ public:
 
     explicit JackClient(std::shared_ptr<Wakeup> wakeup);
 
-    // Control thread. False when there is no server, or it refuses.
+    // The functions from here on run on the control thread. False when there is no server or the
+    // server refuses.
     [[nodiscard]] bool open(const std::string& name);
     void close();
     [[nodiscard]] bool reservePort(const std::string& name, PortDirection direction);
@@ -39,19 +40,20 @@ public:
         const std::string& sourceName, const std::string& portName);
     void connectDestination(
         const std::shared_ptr<DestinationLane>& lane, const std::string& portName);
-    // Ends what arrives at, or leaves from, the port behind the lane. The port itself stays until
-    // the client is closed.
+    // Removes all connections of a lane's port. The port itself stays until the client is closed.
     void disconnect(_jack_port* port);
     [[nodiscard]] std::vector<PortListing> foreignPorts();
 
-    // Any thread. The News that have come since the last call.
+    // The functions from here on may run on any thread. Returns the News bits set since the last
+    // call.
     [[nodiscard]] unsigned takeNews() { return m_news.exchange(0); }
     [[nodiscard]] bool isAlive() const { return m_alive.load(); }
-    // From then on the work that is still queued for this client is not worth doing.
+    // Declares the client dead: jobs that are still queued for it do nothing any more, except
+    // close().
     void abandon();
 
 private:
-    static constexpr std::size_t MaxLanes = 16; // in each direction
+    static constexpr std::size_t MaxLanes = 16; // the most lanes in each direction
 
     template <typename Lane> struct Lanes {
         bool add(const std::shared_ptr<Lane>& lane);
@@ -85,11 +87,12 @@ private:
     std::atomic<unsigned> m_news { 0 };
     Lanes<SourceLane> m_sources;
     Lanes<DestinationLane> m_destinations;
-    std::map<std::string, int> m_registered; // how often each name was asked for; control thread
+    std::map<std::string, int> m_registered; // how often each name was requested; control thread
     std::multimap<std::string, _jack_port*> m_reserved; // control thread
-    std::mutex m_foreignMutex; // control thread and JACK's notification thread
+    // Guards m_foreign, which the control thread and JACK's notification thread use.
+    std::mutex m_foreignMutex;
     std::map<const _jack_port*, ForeignPort> m_foreign;
-    Changes m_graph; // the connections, or whether the client is alive
+    Changes m_graph; // told when connections change or the client dies
 };
 
 } // namespace kestrel

@@ -22,7 +22,7 @@ std::shared_ptr<Port> findPort(const std::vector<std::shared_ptr<Port>>& ports, 
 struct JackMIDIServices::InputPort {
     const MIDIPort reference;
     const std::string name;
-    ReadProc read; // null once disposed of
+    ReadProc read; // null once the port is disposed of
     void* const refCon;
     std::vector<std::shared_ptr<SourceLane>> lanes;
 
@@ -45,7 +45,7 @@ JackMIDIServices::JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds
     , m_control(patience, [wakeup = m_wakeup] { wakeup->raise(); })
     , m_watch(mainLoop.watch(m_wakeup->descriptor(), [this] { deliver(); }))
 {
-    // The library tells standard error about every server that is not there.
+    // JACK would write to standard error each time that it finds no server.
     jack_set_error_function([](const char*) {});
     jack_set_info_function([](const char*) {});
 }
@@ -56,7 +56,7 @@ JackMIDIServices::~JackMIDIServices()
     disposeClient(m_clientRef);
 }
 
-// False when the answer is no, and when it does not come in time.
+// Asks the server on the control thread. False when the answer is no or does not come in time.
 bool JackMIDIServices::ask(std::function<bool()> question, ControlThread::Job undo)
 {
     const auto answer = std::make_shared<bool>(false);
@@ -204,7 +204,8 @@ void JackMIDIServices::deliver()
 {
     m_wakeup->lower();
     const auto client = m_client;
-    // Taken first, so that no packet that came before them is delivered after them.
+    // The news is taken before the packets, so that no packet that came before the news is
+    // delivered after it.
     const unsigned news = client ? client->takeNews() : 0;
     deliverPackets();
     if (client && client == m_client)
@@ -213,7 +214,7 @@ void JackMIDIServices::deliver()
 
 void JackMIDIServices::deliverPackets()
 {
-    const auto inputs = m_inputs; // a callback may dispose of any of them
+    const auto inputs = m_inputs; // a copy, because a read callback may dispose of any port
     for (const auto& port : inputs) {
         const auto lanes = port->lanes;
         for (const auto& lane : lanes) {
@@ -227,11 +228,11 @@ void JackMIDIServices::deliverNews(const std::shared_ptr<JackClient>& client, un
 {
     if ((news & JackClient::ServerGone) != 0) {
         m_control.post([client] { client->close(); });
-        news = JackClient::SourceRemoved; // the end of the server removes everything at once
+        news = JackClient::SourceRemoved; // one is enough: the server's end removes everything
     }
     if (m_answerMissed && !m_control.isBehind()) {
         m_answerMissed = false;
-        news |= JackClient::SourceAdded; // what could not be had can be had now
+        news |= JackClient::SourceAdded; // the server answers again, so the receiver can retry
     }
     const auto tell = [&](unsigned bit, std::int32_t message, std::int32_t type) {
         if ((news & bit) != 0 && m_client == client && m_notify)

@@ -21,15 +21,15 @@ class JackClient;
 class SourceLane;
 class Wakeup;
 
-// The MIDI services over JACK: a device is a client with MIDI ports, its k-th entity its k-th
-// output port (a source) and its k-th input port (a destination). One client can be open at a
-// time. The process callback puts packets and news aside and raises a descriptor, which the main
-// loop watches; both callbacks come from there. The server is the one that JACK_DEFAULT_SERVER
-// names, and is never started from here.
+// The MIDI services over JACK. A JACK client with MIDI ports is a device; its k-th output port (a
+// source) and its k-th input port (a destination) form its k-th entity. Only one client can be open
+// at a time. JACK's callbacks store packets and news and raise a descriptor. The main loop watches
+// the descriptor and then calls the read and notify callbacks. JACK_DEFAULT_SERVER names the
+// server; this class never starts one.
 class JackMIDIServices final : public MIDIServices {
 public:
     // How long one operation waits for a server that does not answer. Opening or closing a client
-    // takes two of the server's periods: 350 ms with the longest in use, 8,192 frames.
+    // takes two periods of the server: 350 ms with 8,192 frames, the longest period in use.
     static constexpr std::chrono::milliseconds Patience { 500 };
 
     // `mainLoop` outlives the services.
@@ -68,7 +68,7 @@ private:
     std::uint32_t m_lastRef = 0;
     NotifyProc m_notify = nullptr;
     void* m_notifyRefCon = nullptr;
-    bool m_answerMissed = false; // since the client was created
+    bool m_answerMissed = false; // whether an operation has timed out since the client was created
     std::vector<std::shared_ptr<InputPort>> m_inputs;
     std::vector<std::shared_ptr<OutputPort>> m_outputs;
     EndpointNames m_endpoints;

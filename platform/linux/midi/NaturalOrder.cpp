@@ -12,7 +12,8 @@ bool isDigit(char character)
     return character >= '0' && character <= '9';
 }
 
-// Cuts the number, of any length, off the front of `text`; without its leading zeros.
+// Cuts the number off the front of `text` and returns it without its leading zeros. It may have any
+// length.
 std::string_view takeNumber(std::string_view& text)
 {
     const auto length = static_cast<std::size_t>(

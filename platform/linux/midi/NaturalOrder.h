@@ -4,7 +4,8 @@
 
 namespace kestrel {
 
-// True when `left` comes before `right` for a reader who counts: midi_2 before midi_10.
+// True when `left` comes before `right` in natural order, which compares digits as numbers: midi_2
+// comes before midi_10.
 [[nodiscard]] bool comesNaturallyBefore(std::string_view left, std::string_view right);
 
 } // namespace kestrel

@@ -5,8 +5,8 @@
 namespace kestrel {
 
 namespace {
-// Stands before the bytes of each packet. All records begin at multiples of its size, so that one
-// always fits between the last record and the end of the buffer.
+// A record is a header followed by the bytes of one packet. All records begin at multiples of the
+// header's size, so that a header always fits between the last record and the end of the buffer.
 struct Header {
     std::uint64_t timeStamp;
     std::uint32_t size;
@@ -23,7 +23,7 @@ constexpr std::size_t recordSize(std::size_t size)
 
 PacketRing::PacketRing(std::size_t capacity)
     : m_capacity(capacity)
-    , m_bytes(std::make_unique<std::byte[]>(capacity)) // zeroed: its pages are there from the start
+    , m_bytes(std::make_unique<std::byte[]>(capacity)) // zeroed: maps all pages now
 {
 }
 

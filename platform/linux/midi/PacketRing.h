@@ -15,19 +15,20 @@ namespace kestrel {
 // locks or allocates.
 class PacketRing {
 public:
-    using Position = std::uint64_t; // bytes ever written, so that a later one is always greater
+    // The number of bytes ever written, so that a later position is always greater.
+    using Position = std::uint64_t;
 
-    // `capacity` in bytes, a power of two; a packet takes its size plus at most 31 bytes of it,
-    // and must fit in one piece.
+    // `capacity` is in bytes and a power of two. A packet takes its size plus at most 31 bytes, and
+    // is stored in one piece.
     explicit PacketRing(std::size_t capacity);
 
-    // Writer. False when there is no room: then the packet is counted as lost.
+    // Writing thread. When there is no room, returns false and counts the packet as lost.
     bool write(std::uint64_t timeStamp, std::span<const std::uint8_t> data);
 
-    // Reader. What lies between begin() and end() stays in place until it is released.
+    // Reading thread. The packets between begin() and end() stay in place until they are released.
     [[nodiscard]] Position begin() const { return m_read.load(std::memory_order_relaxed); }
     [[nodiscard]] Position end() const { return m_written.load(std::memory_order_acquire); }
-    // The packet at `at`, which moves behind it; missing at `end`.
+    // Returns the packet at `at` and moves `at` behind it. No value when `at` equals `end`.
     [[nodiscard]] std::optional<MIDIPacket> read(Position& at, Position end) const;
     void release(Position upTo) { m_read.store(upTo, std::memory_order_release); }
 

@@ -9,7 +9,7 @@
 
 namespace kestrel {
 
-// The outputs of other clients are our sources, their inputs our destinations.
+// The output ports of other clients are our sources; their input ports are our destinations.
 enum class PortDirection { Output, Input };
 
 struct PortListing {
@@ -27,14 +27,14 @@ struct PortOwner {
     std::vector<PortPair> pairs;
 };
 
-// The clients in the order of their first ports; the k-th pair of a client holds its k-th output
-// and its k-th input in natural order of the names.
+// Lists the clients in the order of their first ports. The k-th pair of a client holds its k-th
+// output and its k-th input in natural order of the names.
 [[nodiscard]] std::vector<PortOwner> pairPorts(std::span<const PortListing> ports);
 
-// The part of a full port name that names the client.
+// The client's name, which is the part of a full port name before the colon.
 [[nodiscard]] std::string_view clientOf(std::string_view portName);
 
-// The same number for the same name on every run and every machine.
+// A number for a port name. It is the same on every run and every machine.
 [[nodiscard]] std::int32_t stableIdentifier(std::string_view portName);
 
 } // namespace kestrel

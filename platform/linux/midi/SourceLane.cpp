@@ -8,8 +8,9 @@
 namespace kestrel {
 
 namespace {
-// What has arrived when it is made. The position is the lane's own: when the main loop turns inside
-// the read callback, the delivery there begins with what is left of this one.
+// The packets that have arrived by the time this object is made. It uses the lane's own read
+// position: when the read callback runs the main loop, a nested delivery begins with the packets
+// that this one has not delivered yet.
 class ArrivedPackets final : public MIDIPacketList {
 public:
     ArrivedPackets(PacketRing& ring, PacketRing::Position& at, const bool& isClosed)
@@ -57,7 +58,7 @@ bool SourceLane::receive(_jack_client* client, std::uint32_t frames)
         jack_midi_event_t event;
         if (jack_midi_event_get(&event, buffer, i) != 0)
             continue;
-        // Microseconds of JACK's clock.
+        // The time stamp is in microseconds of JACK's clock.
         m_ring.write(
             jack_frames_to_time(client, cycleStart + event.time), { event.buffer, event.size });
     }

@@ -26,7 +26,7 @@ void Wakeup::raise()
     if (m_raised.exchange(true, std::memory_order_acq_rel))
         return;
     const std::uint64_t one = 1;
-    // Fails only at a count that would take 2^64 calls without a reader.
+    // write() fails only at a count that would take 2^64 calls without a read.
     [[maybe_unused]] const auto size = ::write(m_descriptor, &one, sizeof one);
 }
 

@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// A descriptor that is readable from the moment somebody raises it until its reader lowers it.
+// A descriptor that is readable from a call of raise() until the reader calls lower().
 class Wakeup {
 public:
     Wakeup(); // throws std::system_error
@@ -12,10 +12,11 @@ public:
     Wakeup(const Wakeup&) = delete;
     Wakeup& operator=(const Wakeup&) = delete;
 
-    // From any thread, the audio thread too: never waits, and costs a system call only when it is
-    // not raised already.
+    // May be called on any thread, also on the audio thread. Never waits. Makes a system call only
+    // when the descriptor is not raised already.
     void raise();
-    // Before looking at what it was raised for: what comes later raises it again.
+    // The reader calls this before it looks for news, so that later news raises the descriptor
+    // again.
     void lower();
 
     [[nodiscard]] int descriptor() const { return m_descriptor; }
