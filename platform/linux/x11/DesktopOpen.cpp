@@ -24,7 +24,7 @@ std::string findOpener()
     return {};
 }
 
-// After a fork only what is safe in a signal handler may be called.
+// After fork(), only functions that are safe in a signal handler may be called.
 [[noreturn]] void become(const char* program, const char* argument)
 {
     sigset_t none;
@@ -38,12 +38,13 @@ std::string findOpener()
 
 bool open(std::string_view path)
 {
-    // A name that looks like an option is none.
+    // Keeps a file name that begins with "-" from being taken for an option.
     const std::string file = std::string(path.starts_with("-") ? "./" : "") + std::string(path);
     const std::string opener = findOpener();
     if (opener.empty() || ::access(file.c_str(), F_OK) != 0)
         return false;
-    // The process between is collected here; its child is an orphan that the system collects.
+    // Forks twice, so that no zombie stays: this process waits for the first child, and the system
+    // adopts and reaps the second one.
     const pid_t between = ::fork();
     if (between == 0) {
         ::setsid();

@@ -4,8 +4,8 @@
 
 namespace kestrel::DesktopOpen {
 
-// Hands a file to the desktop and does not wait for it. False when the file does not exist or the
-// desktop's opener is not installed.
+// Opens a file with xdg-open and does not wait for it. False when the file does not exist or
+// xdg-open is not installed.
 [[nodiscard]] bool open(std::string_view path);
 
 } // namespace kestrel::DesktopOpen

@@ -9,10 +9,10 @@
 namespace kestrel::EvdevKeyMap {
 
 namespace {
-// Code 0x0A is the key that ISO boards have and ANSI boards lack, 0x32 the one left of "1" on an
-// ANSI board. An Apple ISO board reports the two the other way round; its own driver swaps them
-// back, and PC boards never do, so they are not swapped here. The keypad's Clear sits on Num Lock,
-// Help on Insert.
+// Code 0x0A is the key that only ISO keyboards have; 0x32 is the key left of "1" on an ANSI
+// keyboard. An Apple ISO keyboard reports the two the other way round, but its Linux driver swaps
+// them back, and PC keyboards report them correctly. So this table does not swap them. The keypad's
+// Clear is in the place of Num Lock, and Help in the place of Insert.
 constexpr std::array Table {
     Pair { 0x00, KEY_A },
     Pair { 0x01, KEY_S },

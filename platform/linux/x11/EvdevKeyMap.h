@@ -5,7 +5,8 @@
 #include <optional>
 #include <span>
 
-// Which key of a Linux keyboard sits where a macOS virtual key code says, whatever the layout.
+// Maps macOS virtual key codes to the keys of a Linux keyboard in the same positions. The keyboard
+// layout plays no part.
 namespace kestrel::EvdevKeyMap {
 
 struct Pair {
@@ -13,7 +14,7 @@ struct Pair {
     int evdev = 0; // a KEY_ code of the kernel; the X keycode is 8 higher
 };
 
-// One to one; missing for what has no counterpart.
+// The mapping is one to one. No value for a key that has no counterpart.
 [[nodiscard]] std::optional<int> evdevCode(KeyCode keyCode);
 [[nodiscard]] std::optional<KeyCode> keyCode(int evdev);
 

@@ -6,11 +6,11 @@
 namespace kestrel {
 
 namespace {
-// Far more than any window is deep; a tree that changes while it is climbed must end somewhere.
+// Far deeper than any real window. The limit ends the climb when the window tree changes meanwhile.
 constexpr int MaxWindowDepth = 32;
 constexpr std::uint32_t MaxClassWords = 256;
 
-// The second of the two strings of a WM_CLASS property.
+// Returns the second of the two strings of a WM_CLASS property.
 std::string_view classPart(std::string_view property)
 {
     const auto end = property.find('\0');
@@ -20,8 +20,8 @@ std::string_view classPart(std::string_view property)
     return rest.substr(0, rest.find('\0'));
 }
 
-// The property is Latin-1 by convention and UTF-8 in practice: what is not UTF-8 cannot match
-// anything that is looked for, so it is passed on as it is.
+// WM_CLASS is Latin-1 by convention and UTF-8 in practice. The bytes are passed on unchecked,
+// because text that is not UTF-8 matches no name that we look for.
 std::string_view text(const xcb_get_property_reply_t& reply)
 {
     return { static_cast<const char*>(xcb_get_property_value(&reply)),
@@ -77,7 +77,7 @@ void FrontApplication::eventArrived(const xcb_generic_event_t& event)
     }
     case XCB_FOCUS_IN:
     case XCB_FOCUS_OUT: {
-        // A grab takes keys away for a moment, the front stays.
+        // A keyboard grab moves the focus for a moment; the front application stays the same.
         const auto mode = as<xcb_focus_in_event_t>(event).mode;
         if (mode != XCB_NOTIFY_MODE_GRAB && mode != XCB_NOTIFY_MODE_UNGRAB)
             update();
@@ -144,7 +144,8 @@ std::optional<std::string> FrontApplication::classOf(xcb_window_t window)
     return name.empty() ? std::nullopt : std::optional<std::string>(name);
 }
 
-// The focus may be on a child of the window that carries the class.
+// Climbs from the focused window towards the root, because the focus may be on a child of the
+// window that carries the class.
 std::optional<std::string> FrontApplication::classOfFocus()
 {
     xcb_window_t window = focusWindow();

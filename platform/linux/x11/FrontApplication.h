@@ -8,18 +8,19 @@
 
 namespace kestrel {
 
-// Which application is frontmost: the class of the window in _NET_ACTIVE_WINDOW, else of the one
-// that has the input focus. Kept current from the server's notifications, so that asking it asks
-// the server nothing. Main thread only.
+// Knows which application is in front: the class of the window that _NET_ACTIVE_WINDOW names, or
+// else of the window that has the input focus. Events from the X server keep it current, so name()
+// asks the server nothing. Main thread only.
 class FrontApplication final : private X11Connection::Listener {
 public:
     explicit FrontApplication(X11Connection& connection);
     ~FrontApplication();
 
-    // UTF-8; missing when unknown.
+    // UTF-8. No value when the front application is unknown.
     [[nodiscard]] const std::optional<std::string>& name() const { return m_name; }
 
-    // Runs when the front application has become another one, or unknown.
+    // `changed` runs when another application has come to the front, or when the front application
+    // has become unknown.
     void setChanged(std::function<void()> changed) { m_changed = std::move(changed); }
 
 private:
@@ -40,7 +41,7 @@ private:
     std::optional<std::string> m_name;
     xcb_atom_t m_activeWindowAtom = XCB_ATOM_NONE;
     xcb_window_t m_root = XCB_WINDOW_NONE;
-    xcb_window_t m_followed = XCB_WINDOW_NONE; // whose own changes are listened to
+    xcb_window_t m_followed = XCB_WINDOW_NONE; // the window whose events we select
 };
 
 } // namespace kestrel

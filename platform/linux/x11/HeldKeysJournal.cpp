@@ -37,7 +37,8 @@ std::string directory()
     return state;
 }
 
-// `host:0.1` and `host:0` are one display; no two displays share a name.
+// Makes a part of a file name from a display's name without its screen number: `host:0.1` and
+// `host:0` are one display. Two different displays never get the same name.
 std::string mangled(std::string_view display)
 {
     const auto colon = display.rfind(':');
@@ -57,7 +58,8 @@ std::string mangled(std::string_view display)
     return name;
 }
 
-// A plain file of this user's that nobody else has locked; -1 otherwise.
+// Opens and locks the journal. Returns -1 unless it is a plain file of this user that no other
+// process has locked.
 int openOwn(const std::string& path)
 {
     const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
@@ -92,7 +94,8 @@ HeldKeysJournal::HeldKeysJournal(const std::string& path)
     struct stat status { };
     if (m_descriptor < 0 || ::fstat(m_descriptor, &status) != 0)
         return;
-    // Blocks are claimed now: a store into a hole on a full disk would be a fatal signal.
+    // Allocates the file's blocks now: on a full disk, a store into a hole of the mapped file would
+    // raise a fatal signal.
     const bool foreign = status.st_size != static_cast<off_t>(FileSize);
     if ((foreign && ::ftruncate(m_descriptor, 0) != 0)
         || ::posix_fallocate(m_descriptor, 0, FileSize) != 0)

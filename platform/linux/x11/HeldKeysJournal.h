@@ -8,13 +8,15 @@
 
 namespace kestrel {
 
-// The keys that this program holds down on one display, in a file that outlives it, so that the
-// next start can let go of what a killed run left down. Writing is a few plain stores into mapped
-// memory. A journal that cannot be had, or that another running instance has, keeps nothing.
+// Records in a file which keys this program holds down on one display. When a run is killed, the
+// file stays, and the next start releases the keys that the killed run left down. Writing is a few
+// plain stores into mapped memory. A journal that cannot be opened, or that another running
+// instance has locked, records nothing.
 class HeldKeysJournal {
 public:
-    // In $XDG_RUNTIME_DIR, else $XDG_STATE_HOME, else ~/.local/state; empty when there is none.
-    // `display` is the display as the X library names it; its screen number plays no part.
+    // The path of the journal in $XDG_RUNTIME_DIR, else in $XDG_STATE_HOME, else in ~/.local/state.
+    // Empty when there is none of them. `display` is a display's name as in $DISPLAY; its screen
+    // number plays no part.
     [[nodiscard]] static std::string pathFor(std::string_view display);
 
     HeldKeysJournal() = default;
@@ -24,12 +26,13 @@ public:
     HeldKeysJournal& operator=(HeldKeysJournal&& other) noexcept;
 
     [[nodiscard]] bool isOpen() const { return m_content != nullptr; }
-    // What is written there; nothing from a file that is not a journal.
+    // The keys in the journal. None when the file was not a journal before.
     [[nodiscard]] XKeySet keys() const;
     void enter(XKeyCode key);
     void strike(XKeyCode key);
 
-    static constexpr std::size_t FileSize = 40; // eight bytes of mark, then one bit a keycode
+    // Eight bytes that mark a journal, then one bit per keycode.
+    static constexpr std::size_t FileSize = 40;
 
 private:
     struct Content;

@@ -5,8 +5,8 @@ namespace kestrel {
 namespace {
 using Direction = KeyEvents::Direction;
 
-// The server's clock ticks in milliseconds; one full tick keeps a press from being taken for the
-// repeat of the one before.
+// The X server's clock ticks in milliseconds. A full tick between the release and the press keeps
+// clients from taking the press for a repeat of the previous one.
 constexpr std::uint32_t FreshPressDelayMs = 2;
 
 template <typename Visit> void forEachKey(const XKeySet& keys, Visit visit)

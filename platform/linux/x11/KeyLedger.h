@@ -10,53 +10,55 @@
 namespace kestrel {
 
 using XKeyCode = std::uint8_t;
-using XKeySet = std::bitset<256>; // by X keycode
+using XKeySet = std::bitset<256>; // indexed by X keycode
 
 // One key event for the XTEST keyboard.
 struct KeyStep {
     XKeyCode key = 0;
     KeyEvents::Direction direction = KeyEvents::Direction::Up;
-    std::uint32_t delayMs = 0; // after the step before
+    std::uint32_t delayMs = 0; // pause after the previous step
 
     friend bool operator==(const KeyStep&, const KeyStep&) = default;
 };
 
 using KeyPlan = std::vector<KeyStep>;
 
-// What our XTEST keyboard holds down, and which steps bring it where a request wants it. Each
-// operation takes its steps for posted. A plan is valid until the next one is made.
+// Knows which keys our XTEST keyboard holds down, and plans the key events that each request needs.
+// Each operation assumes that its plan is posted. A plan is valid until the next operation.
 //
-// The X server keeps one "down" per key for all keyboards together: a key-up posted by us lets go
-// of the user's key as well, a key-down of a key that the user holds is seen by nobody. So the
-// ledger is told which modifier keys the user holds, takes those that a press does not name away
-// for the moment of the press, and gives them back behind it. A key given back is held by our
-// keyboard in the user's stead ("stand-in"): it ends when the user lets go of the real one.
+// The X server keeps one "down" state per key for all keyboards together. A key-up that we post
+// releases the user's key as well, and clients do not see a key-down of a key that the user already
+// holds. So the ledger is told which modifier keys the user holds. It releases those that a press
+// does not name for the moment of the press, and presses them again right after it. Our keyboard
+// then holds such a key in the user's stead (a "stand-in") until the user lets go of the real key.
 class KeyLedger {
 public:
-    // Makes the modifiers, and only those, logically down and gives `key` a fresh press. Whoever
-    // holds the key loses it first. A press of a key that we hold already is a repeat for the
-    // receiver (up and down at one server time) with AutoRepeat::Yes, and a press of its own,
-    // later than the up, with AutoRepeat::No.
+    // Makes exactly these modifiers logically down and presses `key`. If we or the user hold `key`,
+    // it is released first. For a key that we hold already, AutoRepeat::Yes makes the press a
+    // repeat for the receiver (up and down at one server time), and AutoRepeat::No makes it a new
+    // press (down later than up).
     const KeyPlan& press(
         XKeyCode key, std::span<const XKeyCode> modifiers, KeyEvents::AutoRepeat autoRepeat);
 
-    // Leaves the modifiers as they are.
+    // Presses `key` and leaves the modifiers as they are.
     const KeyPlan& pressBare(XKeyCode key);
 
-    // Nothing for a key that we do not hold, nor for one that the user holds too.
+    // Releases `key`. The plan is empty for a key that we do not hold, and for a modifier that the
+    // user holds too.
     const KeyPlan& release(XKeyCode key);
 
-    // Everything except what the user holds too.
+    // Releases all keys that we hold, except modifiers that the user holds too.
     const KeyPlan& releaseAll();
 
-    // The modifier keys that are down on the user's own keyboards now.
+    // Tells the ledger which modifier keys are down on the user's own keyboards now. The plan
+    // releases the stand-ins of keys that the user has let go of.
     const KeyPlan& setUserModifiers(const XKeySet& keys);
 
-    // The keys of all kinds that the user or another program holds down, or may hold. Until the
-    // first call, that is every key.
+    // Tells the ledger which keys of all kinds the user or another program holds down, or may hold.
+    // Until the first call, the ledger assumes that any key may be down.
     void setForeignKeys(const XKeySet& keys) { m_foreignKeys = keys; }
 
-    // We hold nothing any more, because what held it is gone. The user may.
+    // Forgets the keys that we held, because they are no longer held. The user's keys stay known.
     void forget();
 
     [[nodiscard]] const XKeySet& held() const { return m_held; }
@@ -69,9 +71,9 @@ private:
     void up(XKeyCode key);
 
     KeyPlan m_plan;
-    XKeySet m_held; // by our keyboard, stand-ins among them
+    XKeySet m_held; // keys that our keyboard holds, including stand-ins
     XKeySet m_standIns;
-    XKeySet m_modifiers; // pressed because a press named them
+    XKeySet m_modifiers; // modifiers that we hold because a press named them
     XKeySet m_userModifiers;
     XKeySet m_foreignKeys = XKeySet().set();
 };

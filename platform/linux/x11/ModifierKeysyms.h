@@ -6,8 +6,8 @@
 
 namespace kestrel {
 
-// Keys that are modifiers as long as they are held. Those that lock (Caps Lock, Num Lock) are none
-// of them: to press and release one is to change the user's state.
+// The keys that act as modifiers only while they are held. Locking keys (Caps Lock, Num Lock) are
+// left out, because pressing and releasing one changes the user's lock state.
 [[nodiscard]] XKeySet momentaryModifierKeys(
     const xcb_get_keyboard_mapping_reply_t& mapping, xcb_keycode_t firstKey);
 

@@ -9,8 +9,8 @@
 
 namespace kestrel {
 
-// The seams that talk to the X server, over one connection of their own. They work, and say that
-// nothing is there, when there is no server; they find it when it comes.
+// The interfaces of platform/ that talk to the X server. They share one connection. Without a
+// server they work and report that nothing is there; they connect when a server comes.
 struct X11Adapters {
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<KeyEvents> keyEvents;

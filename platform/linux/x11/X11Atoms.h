@@ -7,10 +7,11 @@
 
 namespace kestrel::X11Atoms {
 
-// Waits for the server; None when it does not answer.
+// Waits for the server. Returns XCB_ATOM_NONE when the server does not answer.
 [[nodiscard]] xcb_atom_t intern(X11Connection& connection, std::string_view name);
 
-// The 32-bit items of a property, at most `limit`; nothing when it is missing or of another kind.
+// Returns the 32-bit items of a property, at most `limit`. Empty when the property is missing or
+// has items of another size.
 [[nodiscard]] std::vector<std::uint32_t> words(
     X11Connection& connection, xcb_window_t window, xcb_atom_t property, std::uint32_t limit);
 

@@ -17,7 +17,7 @@ namespace kestrel {
 namespace {
 using Clock = std::chrono::steady_clock;
 constexpr auto ReconnectInterval = std::chrono::seconds(1);
-constexpr auto Patience = std::chrono::milliseconds(500); // with a server that does not answer
+constexpr auto Patience = std::chrono::milliseconds(500); // longest wait for an answer
 
 const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
 {
@@ -27,11 +27,11 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
     return screens.rem > 0 ? screens.data : nullptr;
 }
 
-// What the system keeps for a server that has not read it yet. Writing blocks from about 50 KiB on,
-// and what is left below that must do for the question that ends a stall.
+// The most bytes that may wait in the kernel for the server to read. Writing blocks from about 50
+// KiB on, and the difference must suffice for the request that ends a stall.
 constexpr int MaxBacklogBytes = 40 * 1024;
-// Less than this cannot become a backlog, even though the system counts its own bookkeeping of each
-// write as well, about 20 times what a key event takes.
+// Fewer bytes than this cannot become a backlog, even though the kernel also counts its own
+// bookkeeping of each write, about 20 times the size of a key event.
 constexpr std::uint64_t HarmlessBytes = 2 * 1024;
 
 int unreadBytes(int descriptor)
@@ -40,7 +40,8 @@ int unreadBytes(int descriptor)
     return ::ioctl(descriptor, SIOCOUTQ, &bytes) == 0 ? bytes : 0;
 }
 
-// Writing to a server that is gone is an error to be handled, not a reason to die.
+// Ignores SIGPIPE, so that writing to a server that has gone returns an error and does not end the
+// process.
 void surviveBrokenPipes()
 {
     struct sigaction action { };
@@ -120,8 +121,8 @@ bool X11Connection::open()
     return isUsable();
 }
 
-// The library waits without end for what it does not know of an extension, so it is told before
-// anybody asks.
+// Fetches what libxcb must know about our extensions. libxcb would otherwise ask the server at
+// their first use and wait for the answer without a limit.
 void X11Connection::learnExtensions()
 {
     for (xcb_extension_t* const extension : { &xcb_test_id, &xcb_xkb_id, &xcb_input_id })
@@ -137,7 +138,8 @@ void X11Connection::tellOpened()
 
 void X11Connection::close()
 {
-    // What is watched may be the very caller, so it goes once the loop is back in its own hands.
+    // The watch's callback may be the caller of close(), so the main loop destroys the watch and
+    // the connection later, when that callback has returned.
     struct Remains {
         std::unique_ptr<MainLoop::Watch> watch;
         xcb_connection_t* xcb;
@@ -182,8 +184,9 @@ void X11Connection::flush()
     if (isUsable())
         xcb_flush(m_xcb);
     if (!isOpen() || m_dispatching)
-        return; // what is dispatching goes on with what has been read
-    // Writing may read as well; the descriptor would never tell of the events found by it.
+        return; // the takeIn() that is running hands out what has been read
+    // xcb_flush() may also read events. The descriptor does not become readable for those, so they
+    // are queued here.
     while (auto* event = xcb_poll_for_queued_event(m_xcb))
         m_arrived.push_back({ event, &std::free });
     if (!m_arrived.empty())
@@ -254,7 +257,8 @@ void* X11Connection::waitForReply(unsigned sequence)
     return reply;
 }
 
-// True when there is nothing to wait for any more. Events that come first are kept for later.
+// True when the reply has arrived or can no longer arrive. Events that arrive before it are kept
+// for later.
 bool X11Connection::takeReply(unsigned sequence, void*& reply)
 {
     xcb_generic_error_t* error = nullptr;
@@ -267,7 +271,7 @@ bool X11Connection::takeReply(unsigned sequence, void*& reply)
     return answered;
 }
 
-// A burst is waited for, a server that stands still is not.
+// Waits while the server works through a burst of requests. False when the server stands still.
 bool X11Connection::catchesUp()
 {
     const std::uint64_t written = xcb_total_written(m_xcb);

@@ -20,15 +20,16 @@ namespace kestrel {
 
 template <typename T> using XReply = std::unique_ptr<T, decltype(&std::free)>;
 
-// Our own connection to the X server, apart from the toolkit's. It may be absent or break at any
-// time: then it is closed, and whoever asks next tries to open it again. Main thread only.
+// Our own connection to the X server, separate from Qt's. It may be absent or break at any time. A
+// broken connection is closed, and the next ensureOpen() tries to open it again. Main thread only.
 class X11Connection {
 public:
-    // Listeners are told in the order in which they were added, of events of all kinds.
+    // Listeners are called in the order in which they were added. Each of them gets events of all
+    // kinds.
     class Listener {
     public:
-        // Also when a server that had stopped answering has gone on: what was asked of it
-        // meanwhile is unknown.
+        // Also called when a server that had stopped answering goes on: what it did with the
+        // requests of that time is unknown.
         virtual void connectionOpened() = 0;
         virtual void connectionLost() = 0;
         virtual void eventArrived(const xcb_generic_event_t& event) = 0;
@@ -45,30 +46,31 @@ public:
     void add(Listener& listener);
     void remove(Listener& listener);
 
-    // True when there is a connection and the server keeps up with it. Tries to make one, but not
-    // more often than once a second, and waits for that half a second at the most.
+    // True when there is a connection and the server keeps up with our requests. Without a
+    // connection, tries to make one, at most once a second, and waits for it half a second at most.
     bool ensureOpen();
-    // The same, of the connection that there is: tries to make none, and hands out no event.
+    // Like ensureOpen(), but makes no connection and hands out no events.
     [[nodiscard]] bool keepsUp();
-    // Hands the events that have arrived to the listeners; reads, but does not wait.
+    // Reads the events that have arrived and hands them to the listeners. Does not wait.
     void takeIn();
-    // Writes what has been asked for. Hands out no event: what the writing has read comes later,
-    // from the main loop.
+    // Writes the queued requests. Hands out no events: the main loop later delivers those that were
+    // read during the writing.
     void flush();
 
-    // Property, structure and focus events of somebody's window, as long as anybody wants them.
+    // Selects property, structure and focus events of a window. Calls are counted: the events end
+    // when stopListeningTo() has been called as often as listenTo().
     void listenTo(xcb_window_t window);
     void stopListeningTo(xcb_window_t window);
 
-    // Only while open.
+    // xcb() and screen() are valid only while the connection is open.
     [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb; }
     [[nodiscard]] const xcb_screen_t& screen() const { return *m_screen; }
     [[nodiscard]] bool isOpen() const { return m_xcb != nullptr; }
     [[nodiscard]] bool isUsable() const { return isOpen() && !m_stallProbe; }
     [[nodiscard]] const std::string& displayName() const { return m_displayName; }
 
-    // Waits for the reply, half a second at the most; null for an error, a timeout or a lost
-    // connection. Every wait of ours for the server goes through here.
+    // Waits for the reply, half a second at most. Null after an error, a timeout or a lost
+    // connection. Every wait for a reply goes through this function.
     template <typename T> [[nodiscard]] XReply<T> reply(unsigned sequence)
     {
         return { static_cast<T*>(waitForReply(sequence)), &std::free };
@@ -97,13 +99,13 @@ private:
     const xcb_screen_t* m_screen = nullptr;
     std::string m_displayName;
     std::unique_ptr<MainLoop::Watch> m_watch;
-    std::map<xcb_window_t, int> m_listenedTo; // how many want it
-    std::deque<Event> m_arrived; // while a reply was waited for, or something written
+    std::map<xcb_window_t, int> m_listenedTo; // how often listenTo() was called
+    std::deque<Event> m_arrived; // events read while waiting for a reply or writing
     std::chrono::steady_clock::time_point m_lastAttempt;
     std::uint64_t m_roundTrips = 0;
     std::uint64_t m_readByServer = 0; // bytes that the server is known to have read
-    // The server stands still until this request is answered. Nothing is asked of it meanwhile:
-    // writing to it would block as soon as its backlog is full.
+    // Set while the server stands still: the number of the request whose reply ends the stall.
+    // Meanwhile no requests are sent, because writing would block as soon as the backlog is full.
     std::optional<unsigned> m_stallProbe;
     bool m_dispatching = false;
     std::shared_ptr<const bool> m_alive = std::make_shared<bool>(true);

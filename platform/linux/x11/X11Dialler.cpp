@@ -27,7 +27,8 @@ std::optional<X11Dialler::Line> X11Dialler::dial(std::chrono::milliseconds patie
         const char* const display = std::getenv("DISPLAY");
         std::promise<Line> promise;
         m_attempt = promise.get_future();
-        // Whoever gives up waiting for it leaves it to end, and to hang up, by itself.
+        // If the caller stops waiting, the detached thread ends by itself, and the destruction of
+        // its unused result closes the connection.
         std::thread([promise = std::move(promise),
                         name = std::string(display ? display : "")]() mutable {
             promise.set_value(connectTo(std::move(name)));

@@ -10,22 +10,24 @@
 
 namespace kestrel {
 
-// Makes connections to the X server. Connecting waits for the server as long as that accepts and
-// says nothing, so it happens on a thread of its own, and the caller waits no longer than it wants.
+// Makes connections to the X server. xcb_connect() waits without a limit for a server that accepts
+// the connection and says nothing, so it runs on a thread of its own, and the caller's wait is
+// limited.
 class X11Dialler {
 public:
     struct Disconnect {
         void operator()(xcb_connection_t* xcb) const { xcb_disconnect(xcb); }
     };
-    // Never without a connection, which may be one that has failed.
+    // `xcb` is never null, but the connection may have failed.
     struct Line {
         std::unique_ptr<xcb_connection_t, Disconnect> xcb;
         int screenNumber = 0;
-        std::string displayName; // as the environment gave it; empty when it gave none
+        std::string displayName; // value of DISPLAY; empty when it is not set
     };
 
-    // The display of the environment. Missing when the server has not answered within `patience`:
-    // then the attempt goes on, and the next call takes up what has become of it, without waiting.
+    // Connects to the display that DISPLAY names. No value when the server has not answered within
+    // `patience`. The attempt then goes on, and the next call takes its result, if there is one,
+    // without waiting.
     [[nodiscard]] std::optional<Line> dial(std::chrono::milliseconds patience);
 
 private:

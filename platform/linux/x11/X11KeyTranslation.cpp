@@ -12,9 +12,10 @@ namespace kestrel {
 
 namespace {
 
-constexpr std::uint32_t EvdevOffset = 8; // X keycodes start that much higher
+constexpr std::uint32_t EvdevOffset = 8; // an X keycode is the evdev code plus this
 
-// State bits of X; those of Alt and Super are where every common keyboard description puts them.
+// Modifier bits in the state of an X key event. Every common keyboard description has Alt on Mod1
+// and Super on Mod4.
 struct StateBit {
     std::uint32_t state;
     ModifierFlags flag;
@@ -25,11 +26,11 @@ constexpr std::array StateBits {
     StateBit { 1u << 6, Modifier::Command }, // Mod4
 };
 
-// Every keyboard event of macOS carries this bit. A record with a plain A would otherwise be as
-// empty as an unused one: no flags and key code 0.
+// Every keyboard event of macOS carries this bit. Without it, a stored plain A (no flags, key code
+// 0) would look like an unused record.
 constexpr ModifierFlags NonCoalesced = 0x100;
 
-// Both Command keys to FN: they change the modifiers and nothing else.
+// The codes from 54 (right Command) to 63 (FN) are keys that only change the modifiers.
 constexpr bool isModifierKey(KeyCode keyCode)
 {
     return keyCode >= 54 && keyCode <= 63;
@@ -41,7 +42,8 @@ bool isControlCharacter(char c)
     return byte < 0x20 || byte == 0x7F;
 }
 
-// The keysym of a key honours Shift, but not Control, Alt and Super, which the text may.
+// Prefers the keysym to the event's text: Shift changes the keysym, but Control, Alt and Super,
+// which may change the text, do not.
 std::string characters(const NativeKeyEvent& event)
 {
     std::array<char, 8> utf8 {};

@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// Key events of X11 as the toolkit passes them on: X keycode, keysym and state. Alt stands for
+// Translates X11 key events as Qt passes them on: X keycode, keysym and state. Alt stands for
 // Option, Super for Command.
 class X11KeyTranslation final : public KeyTranslation {
 public:

@@ -10,7 +10,7 @@ namespace kestrel {
 
 namespace {
 constexpr std::string_view XTestSuffix = "XTEST keyboard";
-// From 2.1 on the keys are told of while another program grabs the keyboard too.
+// From XInput 2.1 on, the server reports keys also while another program grabs the keyboard.
 constexpr std::uint16_t InputMajorVersion = 2;
 constexpr std::uint16_t InputMinorVersion = 1;
 
@@ -111,7 +111,7 @@ void X11Keyboards::findDevices()
     tellModifiers();
 }
 
-// The keyboard that goes with the pointer that our requests stand for.
+// The master keyboard that XInput pairs with the pointer of our client.
 std::optional<X11Keyboards::DeviceId> X11Keyboards::coreKeyboard()
 {
     if (m_inputOpcode == 0)
@@ -134,10 +134,10 @@ void X11Keyboards::keepFromRepeating()
         XTestRepeat::switchOff(m_connection, static_cast<std::uint8_t>(*m_xtest));
 }
 
-// The letting go of a key that nobody holds, on a keyboard of the user's.
+// Posts, on one of the user's keyboards, the release of a key that is not down.
 void X11Keyboards::turnToUserKeyboard()
 {
-    // Asking for what the server does not have ends the connection.
+    // libxcb closes the connection on a request of an extension that the server does not have.
     const auto* xtest = xcb_get_extension_data(m_connection.xcb(), &xcb_test_id);
     if (m_userKeyboards.empty() || !xtest || !xtest->present)
         return;
@@ -213,7 +213,8 @@ void X11Keyboards::eventArrived(const xcb_generic_event_t& event)
 {
     const auto type = event.response_type & 0x7f;
     if (type == XCB_MAPPING_NOTIFY) {
-        // Comes with every change from one keyboard to another, so it is only remembered.
+        // This event comes with every change from one keyboard to another, so the mapping is only
+        // fetched again when it is needed.
         m_modifierKeys.reset();
     } else if (type == XCB_GE_GENERIC) {
         const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);

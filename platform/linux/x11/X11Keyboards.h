@@ -12,32 +12,33 @@
 
 namespace kestrel {
 
-// The keyboards that feed the user's keyboard focus: the server's XTEST keyboard, through which we
-// post, and the user's own. Keeps XTEST's from repeating keys by itself for as long as we are
-// connected, and knows which modifier keys the user holds on the others. Main thread only.
+// The keyboards that feed the user's keyboard focus: the X server's XTEST keyboard, through which
+// we post, and the user's own keyboards. Switches off the auto-repeat of the XTEST keyboard for as
+// long as we are connected, and knows which modifier keys the user holds on the others. Main thread
+// only.
 class X11Keyboards final : private X11Connection::Listener {
 public:
-    // `userModifiersChanged` runs when the user has pressed or let go of a modifier key.
+    // `userModifiersChanged` runs when the user has pressed or released a modifier key.
     X11Keyboards(
         X11Connection& connection, std::function<void(const XKeySet&)> userModifiersChanged);
-    ~X11Keyboards(); // the repeat setting comes back with the end of the connection
+    ~X11Keyboards(); // the server restores the repeat setting when the connection ends
 
-    // Every key that is down, or may be, on the user's keyboards; asks the server nothing.
+    // Every key that is down, or may be down, on the user's keyboards. Does not ask the server.
     [[nodiscard]] XKeySet keysOfUser() const;
 
-    // Keys that are down on the XTEST keyboard, whoever pressed them; waits for the server. Missing
-    // when it cannot say.
+    // The keys that are down on the XTEST keyboard, including those that other programs pressed.
+    // Waits for the server. No value when the server cannot tell.
     [[nodiscard]] std::optional<XKeySet> keysDownOnXTest();
 
-    // Makes the server look at a keyboard of the user's again: until then what it does with held
-    // keys follows the keyboard that was used last. Nobody sees an event of it.
+    // Makes one of the user's keyboards the server's current keyboard again. The server treats held
+    // keys by the settings of the keyboard that was used last. No client sees an event of this.
     void turnToUserKeyboard();
 
 private:
     using DeviceId = xcb_input_device_id_t;
     struct Keyboard {
-        XKeySet down; // or may be
-        XKeySet modifiers; // those among them that are modifier keys
+        XKeySet down; // keys that are down or may be down
+        XKeySet modifiers; // the modifier keys that are down
     };
 
     void connectionOpened() override;
@@ -64,7 +65,8 @@ private:
     std::optional<DeviceId> m_xtest;
     std::map<DeviceId, Keyboard> m_userKeyboards;
     bool m_knowsUserKeyboards = false;
-    std::optional<XKeySet> m_modifierKeys; // missing until asked for since the layout changed
+    // No value until it is needed after a change of the layout.
+    std::optional<XKeySet> m_modifierKeys;
 };
 
 } // namespace kestrel

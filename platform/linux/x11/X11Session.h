@@ -5,7 +5,7 @@
 
 namespace kestrel {
 
-// What the adapters share, so that one reading of the connection serves all of them.
+// The objects that all X11 adapters share, so that events are read once for all of them.
 struct X11Session {
     explicit X11Session(MainLoop& mainLoop)
         : connection(mainLoop)

@@ -12,12 +12,12 @@ using Words = std::vector<std::uint32_t>;
 
 constexpr std::uint32_t MaxWords = 64;
 
-// Size hints: flags first, the two aspects as four words from the eleventh.
+// Layout of WM_NORMAL_HINTS: word 0 holds the flags, the four words from 11 on the two aspects.
 constexpr std::size_t SizeHintsWords = 18;
 constexpr std::uint32_t AspectFlag = 1u << 7;
 constexpr std::size_t AspectIndex = 11;
 
-// Window hints: flags first, then the input word.
+// Layout of WM_HINTS: word 0 holds the flags, word 1 the input hint.
 constexpr std::size_t WindowHintsWords = 9;
 constexpr std::uint32_t InputFlag = 1;
 
@@ -100,7 +100,7 @@ void X11WindowTraits::connectionOpened()
         atom("_NET_WM_WINDOW_TYPE_UTILITY") };
 }
 
-// The toolkit's windows go down with the server.
+// Qt's windows are gone together with the server.
 void X11WindowTraits::connectionLost()
 {
     m_traits.clear();
@@ -149,8 +149,8 @@ void X11WindowTraits::applyAspect(xcb_window_t window, const Traits& traits)
         replace(window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, hints);
 }
 
-// An unmapped window says by its properties how it is to appear; of a mapped one the window
-// manager owns the state and has to be asked.
+// The properties of an unmapped window say how it is to appear. The window manager owns the state
+// of a mapped window and must be asked to change it.
 void X11WindowTraits::applyFloating(xcb_window_t window)
 {
     Words types = X11Atoms::words(m_connection, window, m_atoms.netWmWindowType, MaxWords);

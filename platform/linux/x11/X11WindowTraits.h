@@ -9,8 +9,8 @@
 
 namespace kestrel {
 
-// Window properties that window managers read. The toolkit writes the same properties when it
-// shows or resizes a window, so a trait is remembered and put back whenever it has been lost.
+// Sets window properties that window managers read. Qt writes the same properties when it shows or
+// resizes a window, so this class remembers each trait and restores it whenever it has been lost.
 class X11WindowTraits final : public WindowTraits, private X11Connection::Listener {
 public:
     explicit X11WindowTraits(std::shared_ptr<X11Session> session);

@@ -9,7 +9,8 @@ namespace kestrel {
 
 namespace {
 constexpr std::uint32_t MaxClients = 4096;
-constexpr std::uint32_t FromPager = 2; // who asks; obeyed without regard to user time
+// The source of a request: window managers obey a pager regardless of user time.
+constexpr std::uint32_t FromPager = 2;
 } // namespace
 
 X11Workspace::X11Workspace(std::shared_ptr<X11Session> session)
@@ -39,7 +40,7 @@ void X11Workspace::activateApplication()
     m_session->connection.flush();
 }
 
-// In the order in which they were mapped.
+// Our windows, in the order in which they were mapped.
 std::vector<xcb_window_t> X11Workspace::ownWindows()
 {
     X11Connection& connection = m_session->connection;

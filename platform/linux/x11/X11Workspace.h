@@ -8,8 +8,8 @@
 
 namespace kestrel {
 
-// The workspace as window managers and desktops offer it. Of the running applications it knows
-// the front one.
+// The workspace on X11, through the window manager and xdg-open. It knows only one running
+// application, the one in front.
 class X11Workspace final : public Workspace {
 public:
     explicit X11Workspace(std::shared_ptr<X11Session> session);
@@ -17,12 +17,13 @@ public:
     void visitRunningApplications(const Visitor& visit) override;
     bool openFile(std::string_view path) override;
 
-    bool hideApplication() override { return false; } // X11 knows windows only
+    bool hideApplication() override { return false; } // X11 cannot hide an application
     bool isApplicationHidden() const override { return false; }
-    // Through the window manager; nothing happens when there is none, or no window of ours.
+    // Asks the window manager. Nothing happens without a window manager or without a window of
+    // ours.
     void activateApplication() override;
 
-    void setReopened(std::function<void()>) override { } // every start is a process of its own
+    void setReopened(std::function<void()>) override { } // each start is a new process
 
 private:
     [[nodiscard]] std::vector<xcb_window_t> ownWindows();

@@ -11,7 +11,7 @@
 namespace kestrel {
 
 namespace {
-constexpr int EvdevOffset = 8; // X keycodes begin where those of old terminals ended
+constexpr int EvdevOffset = 8; // an X keycode is the evdev code plus this
 constexpr int MaxXKeyCode = 255;
 
 struct NamedModifier {
@@ -56,8 +56,8 @@ XTestKeyEvents::~XTestKeyEvents()
     }
     if (m_connection.isUsable()) {
         m_keyboards.turnToUserKeyboard();
-        // A server may drop what it has not read of a client that hangs up. What it does not answer
-        // for stays in the journal, for the next start.
+        // The server may drop unread requests of a client that disconnects, so we wait for its
+        // answer. Without an answer, the keys stay in the journal for the next start.
         if (synchronise())
             strikeReleased();
     }
@@ -113,8 +113,8 @@ void XTestKeyEvents::connectionOpened()
     m_foreign = m_keyboards.keysDownOnXTest().value_or(XKeySet()) & ~m_ledger.held();
 }
 
-// The server may still hold what was pressed through the connection that is gone; of the user's
-// keyboard the next one tells anew.
+// The server may still hold keys that were pressed through the lost connection. The next connection
+// tells anew which keys the user holds.
 void XTestKeyEvents::connectionLost()
 {
     m_leftDown |= m_ledger.held() | m_released;
@@ -123,7 +123,8 @@ void XTestKeyEvents::connectionLost()
     m_canPost = false;
 }
 
-// Whatever the server says, it has done what it was asked for before.
+// The server handles our requests in order: an event with the number of our last release or a later
+// one shows that the release is done.
 void XTestKeyEvents::eventArrived(const xcb_generic_event_t& event)
 {
     if (m_released.any() && static_cast<std::int32_t>(event.full_sequence - m_lastRelease) >= 0)
@@ -135,12 +136,12 @@ void XTestKeyEvents::openJournal()
     const std::string path = HeldKeysJournal::pathFor(m_connection.displayName());
     if (m_journal.isOpen() && path == m_journalPath)
         return;
-    m_journal = {}; // its lock would keep the next one out
+    m_journal = {}; // releases the lock, which would keep the new journal from opening
     m_journal = HeldKeysJournal(path);
     m_journalPath = path;
 }
 
-// Left by a run that was killed, or by ourselves on a connection that broke.
+// Releases the keys that a killed run, or we ourselves on a broken connection, left down.
 void XTestKeyEvents::letGoOfWhatWasLeftDown()
 {
     const XKeySet left = m_journal.keys() | m_leftDown | m_ledger.held();
@@ -174,8 +175,8 @@ bool XTestKeyEvents::isReady()
     return m_connection.keepsUp() && m_canPost;
 }
 
-// The journal knows of a key before the server does, and forgets it once the server has said
-// anything after its release.
+// A key enters the journal before the server gets its press. It is struck out once the server has
+// sent anything after its release.
 KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
 {
     if (!m_canPost)

@@ -10,14 +10,14 @@
 
 namespace kestrel {
 
-// Keyboard events on X11, through XTEST. Lets go of everything that it holds when the front
-// application changes, when the connection comes back, when it is destroyed, and, by a journal,
-// when the next one starts after a kill.
+// Posts keyboard events on X11 through XTEST. Releases all keys that it holds when the front
+// application changes, when the connection comes back and when this object is destroyed. After a
+// kill, the next start finds the held keys in a journal and releases them.
 //
 // An X key event carries the modifiers that are down in the server at its time, so a key-down
 // presses the modifiers that its flags name and a key-up presses none. Modifiers that the user
-// holds and the flags do not name are taken away for the moment of the key-down and given back
-// right behind it, all in one batch. Locks (Caps Lock, Num Lock) are left as they are, and so are
+// holds and the flags do not name are released for the moment of the key-down and pressed again
+// right after it, all in one batch. Locks (Caps Lock, Num Lock) are left as they are, and so are
 // modifiers that another program holds through XTEST.
 class XTestKeyEvents final : public KeyEvents, private X11Connection::Listener {
 public:
@@ -40,18 +40,19 @@ private:
     void strikeReleased();
     [[nodiscard]] bool isReady();
     Result send(const KeyPlan& plan);
-    // Waits until the server has done all that was asked of it; false when it did not answer.
+    // Waits until the server has handled all our requests. False when the server does not answer.
     bool synchronise();
 
     std::shared_ptr<X11Session> m_session;
     X11Connection& m_connection;
     KeyLedger m_ledger;
-    XKeySet m_leftDown; // on connections that broke
+    XKeySet m_leftDown; // keys left down on connections that broke
     HeldKeysJournal m_journal;
     // Keys that other programs held on the XTEST keyboard when the connection was opened.
     XKeySet m_foreign;
-    XKeySet m_released; // and not yet struck from the journal: the server may not know of it
-    unsigned m_lastRelease = 0; // the number of its request
+    // Released keys that are still in the journal, because the server may not know of the release.
+    XKeySet m_released;
+    unsigned m_lastRelease = 0; // sequence number of the last release's request
     std::string m_journalPath;
     bool m_canPost = false;
     X11Keyboards m_keyboards;

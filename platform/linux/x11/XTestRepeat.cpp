@@ -44,12 +44,13 @@ void setRepeatKeysOff(X11Connection& connection, std::uint8_t device)
         0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NoKeys);
 }
 
-// The server keeps the setting twice, and a key repeats only when both say so: as an XKB control
-// and as the feedback setting of the device. Switching the first off switches off the second, but
-// the reset at our end brings back the first alone. So the second is switched on again at once.
+// The server keeps the repeat setting twice, as an XKB control and as the feedback setting of the
+// device, and a key repeats only when both are on. Switching the control off also switches the
+// feedback setting off, but the server's reset at the end of our connection restores only the
+// control. So the feedback setting is switched on again at once.
 //
-// The library's own function for this request takes it for one that is too long, and closes the
-// connection.
+// The request is built by hand, because libxcb's own function takes it for one that is too long and
+// closes the connection.
 void setFeedbackRepeatOn(X11Connection& connection, std::uint8_t device)
 {
     struct {
@@ -63,7 +64,7 @@ void setFeedbackRepeatOn(X11Connection& connection, std::uint8_t device)
     request.keyboard.len = sizeof request.keyboard;
     request.keyboard.auto_repeat_mode = XCB_AUTO_REPEAT_MODE_ON;
 
-    // Two entries in front of the first are the library's own.
+    // xcb_send_request() uses the two entries before the first one itself.
     iovec parts[3] {};
     parts[2] = { &request, sizeof request };
     static constexpr xcb_protocol_request_t Form { 1, &xcb_input_id,

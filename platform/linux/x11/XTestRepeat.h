@@ -4,13 +4,13 @@
 
 #include <cstdint>
 
-// Whether the XTEST keyboard repeats the keys that are held on it.
+// Controls whether the XTEST keyboard repeats the keys that are held on it.
 namespace kestrel::XTestRepeat {
 
-// Switches it off, for this one keyboard and for as long as this connection lasts: the server
-// itself switches it on again when the connection ends, however it ends. Nothing happens when it
-// is off already, or when the server promises no such thing. From then on a controls notification
-// tells when somebody has switched it on again.
+// Switches the repeat off for this keyboard and for as long as this connection lasts. The server
+// switches it on again when the connection ends for any reason. Does nothing when the repeat is off
+// already, or when the server does not promise to switch it on again. From then on a controls
+// notification arrives when another program has switched the repeat on.
 void switchOff(X11Connection& connection, std::uint8_t xtestDevice);
 
 } // namespace kestrel::XTestRepeat

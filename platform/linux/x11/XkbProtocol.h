@@ -1,6 +1,6 @@
 #pragma once
 
-// The protocol header names a struct member with a word that C++ keeps for itself.
+// xcb/xkb.h has a struct member named `explicit`, which is a keyword in C++.
 #define explicit explicit_member
 #include <xcb/xkb.h>
 #undef explicit
