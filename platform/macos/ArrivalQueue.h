@@ -6,8 +6,8 @@
 
 namespace kestrel {
 
-// Hands objects from any thread to one consumer, in order, without a lock. An object costs one
-// allocation, made by its producer.
+// Hands objects from any thread to one consumer, in order, without a lock. Each object takes one
+// allocation, which its producer makes.
 template <typename T> class ArrivalQueue {
 public:
     class Arrival {
@@ -22,7 +22,7 @@ public:
 
     private:
         friend class ArrivalQueue;
-        Arrival* m_next = nullptr; // older while it waits, younger once it is in order
+        Arrival* m_next = nullptr; // the older arrival before takeArrived(), then the younger
     };
 
     ArrivalQueue() = default;
@@ -33,7 +33,7 @@ public:
     ArrivalQueue(const ArrivalQueue&) = delete;
     ArrivalQueue& operator=(const ArrivalQueue&) = delete;
 
-    // From any thread. True when the queue was empty, that is, when the consumer must be woken.
+    // May be called on any thread. True when the queue was empty: the consumer must then be woken.
     [[nodiscard]] bool push(std::unique_ptr<Arrival> arrival)
     {
         Arrival* const newest = arrival.release();
@@ -42,11 +42,12 @@ public:
             newest->m_next = older;
         } while (!m_newest.compare_exchange_weak(
             older, newest, std::memory_order_release, std::memory_order_relaxed));
-        return older == nullptr; // the arrival is the consumer's by now
+        return older == nullptr; // the consumer may own the arrival by now
     }
 
-    // Consumer only. Gives everything that has arrived by now to `consume`, oldest first. `consume`
-    // may drain the queue itself: then what is left for this call comes first there.
+    // The consumer's thread only. Passes everything that has arrived so far to `consume`, oldest
+    // first. `consume` may call drain() itself: the inner call begins with what the outer call has
+    // not passed on.
     template <typename Consumer> void drain(Consumer&& consume)
     {
         takeArrived();
@@ -70,7 +71,7 @@ private:
     }
 
     std::atomic<Arrival*> m_newest { nullptr };
-    Arrival* m_oldest = nullptr; // in order; the consumer's
+    Arrival* m_oldest = nullptr; // oldest first; only the consumer uses it
 };
 
 } // namespace kestrel

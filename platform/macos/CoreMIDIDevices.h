@@ -4,8 +4,9 @@
 
 namespace kestrel::CoreMIDIDevices {
 
-// Every device of the MIDI setup, driver by driver, also those that are offline. An object that
-// vanishes while it is read keeps its place with nothing in it, so that the others keep theirs.
+// Lists every device of the MIDI setup, driver by driver, including those that are offline. An
+// object that vanishes while it is read stays in the list as an empty one, so that the others keep
+// their places.
 [[nodiscard]] std::vector<MIDIDevice> snapshot();
 
 } // namespace kestrel::CoreMIDIDevices

@@ -6,7 +6,7 @@
 namespace kestrel {
 
 namespace {
-// Packets are not aligned for their members on x86-64.
+// Copies a member out of a packet, because packets are not aligned for their members on x86-64.
 template <typename T> T read(const ::MIDIPacket* packet, std::size_t offset)
 {
     T value;

@@ -6,8 +6,8 @@
 
 namespace kestrel {
 
-// Walks a CoreMIDI packet list. The gap between packets differs by processor, so that only the
-// system's own next-packet function knows where one begins.
+// Walks a CoreMIDI packet list. The gap between packets differs by processor, so only
+// MIDIPacketNext() knows where the next packet begins.
 class CoreMIDIPackets final : public MIDIPacketList {
 public:
     explicit CoreMIDIPackets(const ::MIDIPacketList& packets);

@@ -18,15 +18,16 @@ static_assert(std::int32_t { MIDINotification::Source } == kMIDIObjectType_Sourc
 static_assert(std::int32_t { MIDINotification::Destination } == kMIDIObjectType_Destination);
 
 namespace {
-// Bytes before the data of the first packet, and in all, of a packet list.
+// Sizes of a packet list in bytes: the part before the data of the first packet, the usual size,
+// and the largest size.
 constexpr std::size_t ListOverhead
     = offsetof(::MIDIPacketList, packet) + offsetof(::MIDIPacket, data);
 constexpr std::size_t UsualListSize = 1024;
 constexpr std::size_t LargestListSize = 65536;
 
-// The MIDI server may quit together with the last client of a process, and that process then gets
-// no new one. A link that is rebuilt disposes of its client, so one more is kept until the system
-// takes it back at the end of the process.
+// The MIDI server may quit when a process disposes of its last client, and the process then gets no
+// new client. A link that is rebuilt disposes of its client, so one more client is kept until the
+// process ends.
 void keepAClient()
 {
     static MIDIClientRef kept = 0;
@@ -69,7 +70,7 @@ std::optional<MIDIClient> CoreMIDIServices::createClient(
             notification.childType
                 = reinterpret_cast<const MIDIObjectAddRemoveNotification*>(message)->childType;
         }
-        // A copy, as the callback may dispose of its own client.
+        // Copies the target, because the callback may dispose of its own client.
         const NotifyTarget target = *static_cast<const NotifyTarget*>(context);
         target.notify(notification, target.refCon);
     };
@@ -95,7 +96,7 @@ void CoreMIDIServices::disposeClient(MIDIClient client)
         shut(port.second);
         return true;
     });
-    // Notifications come on this thread, so none is on its way to the target.
+    // CoreMIDI sends notifications on this thread, so none is on its way to the target.
     m_clients.erase(client);
     if (m_clients.empty())
         m_latencyCritical.reset();
@@ -172,7 +173,8 @@ bool CoreMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const
         alignas(::MIDIPacketList) std::array<std::byte, UsualListSize> memory;
         return sendList(outputPort, destination, packet, memory);
     }
-    std::vector<std::byte> memory((size + 3) / 4 * 4); // packets end at four bytes on arm64
+    // Packets end at multiples of four bytes on arm64.
+    std::vector<std::byte> memory((size + 3) / 4 * 4);
     return sendList(outputPort, destination, packet, memory);
 }
 

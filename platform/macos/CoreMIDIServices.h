@@ -11,8 +11,8 @@
 
 namespace kestrel {
 
-// MIDI through CoreMIDI, one call an operation. Packets arrive on a thread of CoreMIDI's and cross
-// to the main thread here; notifications come on it by themselves.
+// The MIDI services over CoreMIDI. Packets arrive on a thread of CoreMIDI, and this class passes
+// them on to the main thread. CoreMIDI sends notifications on the main thread.
 class CoreMIDIServices final : public MIDIServices {
 public:
     // `mainLoop` outlives the services.
@@ -33,7 +33,7 @@ public:
     bool send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
 
 private:
-    // What CoreMIDI keeps a pointer to as long as the client lives.
+    // CoreMIDI keeps a pointer to this object as long as the client lives.
     struct NotifyTarget {
         NotifyProc notify;
         void* refCon;
@@ -49,8 +49,9 @@ private:
     MainLoop& m_mainLoop;
     std::map<MIDIClient, std::unique_ptr<NotifyTarget>> m_clients;
     std::map<MIDIPort, InputPort> m_inputPorts;
-    Activity m_punctual { Activity::Kind::PunctualTimers }; // so is who waits for the first client
-    std::optional<Activity> m_latencyCritical; // while there is a client
+    // Timers must be punctual before the first client exists as well.
+    Activity m_punctual { Activity::Kind::PunctualTimers };
+    std::optional<Activity> m_latencyCritical; // set while there is a client
 };
 
 } // namespace kestrel

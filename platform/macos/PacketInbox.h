@@ -11,17 +11,18 @@ namespace kestrel {
 
 class MainLoop;
 
-// Takes the packets of one input port from CoreMIDI's receive thread to the port's read callback on
-// the main thread: one later call a packet, in order of arrival. A burst costs one wake-up.
+// Carries the packets of one input port from CoreMIDI's receive thread to the port's read callback
+// on the main thread. The callback gets one packet a call, in order of arrival. A burst of packets
+// wakes the main loop once.
 class PacketInbox final : public std::enable_shared_from_this<PacketInbox> {
 public:
     // `mainLoop` outlives the inbox.
     PacketInbox(MainLoop& mainLoop, MIDIServices::ReadProc read, void* readProcRefCon);
 
-    // Receive thread, as long as somebody owns the inbox; never waits.
+    // Receive thread. Never waits. A shared_ptr must own the inbox during the call.
     void put(MIDIPacketList& packets, void* srcConnRefCon);
 
-    // Main thread: the read callback is not called again.
+    // Main thread. After this the read callback is not called again.
     void close() { m_read = nullptr; }
 
 private:

@@ -4,7 +4,8 @@
 #include <span>
 #include <string_view>
 
-// The process table as sysctl gives it: records of a fixed size, in bytes.
+// The process table as sysctl() returns it: records of a fixed size. Sizes and offsets are in
+// bytes.
 namespace kestrel::ProcessRecords {
 
 inline constexpr std::size_t RecordSize = 648;
@@ -12,7 +13,7 @@ inline constexpr std::size_t NameOffset = 243;
 inline constexpr std::size_t MaxNameLength = 16;
 
 // True when a whole record carries exactly this command name. A partial record at the end is
-// never looked at.
+// ignored.
 [[nodiscard]] bool contains(std::span<const std::byte> table, std::string_view commandName);
 
 } // namespace kestrel::ProcessRecords

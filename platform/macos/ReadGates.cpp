@@ -9,8 +9,8 @@
 namespace kestrel::ReadGates {
 
 namespace {
-// Hands the waiting thread's priority on to the thread that holds it, so that the receive thread is
-// never held up for longer than a few instructions of the main thread take.
+// os_unfair_lock lends the priority of a waiting thread to the thread that holds the lock. So the
+// receive thread waits only for the few instructions that the main thread runs with the lock held.
 class GateLock {
 public:
     void lock() { os_unfair_lock_lock(&m_lock); }
@@ -21,13 +21,14 @@ private:
 };
 
 struct Gate {
-    GateLock lock; // held while a delivery is inside
+    GateLock lock; // held during a delivery
     std::uintptr_t openings = 0;
     Receive receive = nullptr; // null while shut
     void* refCon = nullptr;
 };
 
-// Never destroyed: the receive thread may still be running when the process ends.
+// The gates are never destroyed, because the receive thread may still be running when the process
+// ends.
 constexpr std::size_t Count = 64;
 constinit std::array<Gate, Count> gates;
 

@@ -5,24 +5,25 @@
 #include <cstdint>
 #include <optional>
 
-// Stand between CoreMIDI's receive thread and the inboxes of input ports. CoreMIDI does not say
-// that a delivery under way is over once a port is disposed of, nor that none comes by later. A
-// gate therefore outlives its port, and lets nothing through once it is shut.
+// Gates stand between CoreMIDI's receive thread and the inboxes of input ports. CoreMIDI does not
+// promise that a delivery has ended when its port is disposed of, nor that no delivery comes later.
+// So a gate outlives its port, and a shut gate lets nothing through.
 namespace kestrel::ReadGates {
 
-// Names one opening of one gate, never another. It fits into the pointer that CoreMIDI keeps.
+// Identifies one opening of one gate. A later opening of the same gate has another ticket. A ticket
+// fits into the context pointer that CoreMIDI keeps.
 using Ticket = std::uintptr_t;
 
-// What a gate lets through to: on the receive thread; must not wait.
+// Receives the packets that a gate lets through. Runs on the receive thread and must not wait.
 using Receive = void (*)(MIDIPacketList& packets, void* refCon, void* srcConnRefCon);
 
-// Missing when as many gates are open as there are. Main thread.
+// Main thread. No value when all gates are open already.
 [[nodiscard]] std::optional<Ticket> open(Receive receive, void* refCon);
 
-// When it has returned, nothing is inside and nothing gets through any more. Main thread.
+// Main thread. When it returns, no delivery is under way, and no later delivery gets through.
 void shut(Ticket ticket);
 
-// Passes the packets on, unless the gate was shut. Receive thread.
+// Receive thread. Passes the packets on, unless the gate is shut.
 void deliver(Ticket ticket, MIDIPacketList& packets, void* srcConnRefCon);
 
 } // namespace kestrel::ReadGates

@@ -22,7 +22,7 @@ std::optional<std::vector<std::byte>> readTable()
     std::size_t size = 0;
     if (sysctl(name, std::size(name), nullptr, &size, nullptr, 0) != 0)
         return std::nullopt;
-    // The kernel's estimate leaves room for processes that start in between.
+    // The size that the kernel returns leaves room for processes that start between the two calls.
     std::vector<std::byte> table(size);
     if (sysctl(name, std::size(name), table.data(), &size, nullptr, 0) != 0)
         return std::nullopt;

@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-// The process table as sysctl copies it out.
+// Reads the process table with sysctl().
 class SysctlProcessTable final : public ProcessTable {
 public:
     bool isRunning(std::string_view commandName) override;
