@@ -75,7 +75,8 @@ void Console::beat()
     if (!m_nextBeat || now < *m_nextBeat)
         return;
     send(heartbeat());
-    // In step with the first one; after a long sleep the beats that were missed are not made up.
+    // The next beat stays in step with the first one. Beats that were missed during a long sleep
+    // are not sent later.
     while (*m_nextBeat <= now)
         *m_nextBeat += BeatPeriod;
 }
@@ -159,7 +160,7 @@ void Console::obey(const Wait& command)
 
 void Console::obey(const ExpectAnswer& command)
 {
-    reportArrivals(); // what has come before does not count
+    reportArrivals(); // answers that came before do not count
     m_answerUntil = Clock::now() + command.within;
 }
 

@@ -13,8 +13,8 @@ namespace kestrel::console {
 
 enum ExitCode : int { Done = 0, ExpectationFailed = 1, BadCommand = 2, ServerGone = 3 };
 
-// Beats, follows its script and reports what arrives, until the script, a signal or the end of the
-// server ends it.
+// Sends heartbeats, carries out its script and prints what arrives, until the script, a signal or
+// the end of the JACK server ends it.
 class Console {
 public:
     // `stopDescriptor` becomes readable when the program is to end.
@@ -49,7 +49,7 @@ private:
     const int m_stopDescriptor;
     int m_lineNumber = 0;
     std::string m_line;
-    std::deque<Command> m_scene; // what is left of it; the script goes on after it
+    std::deque<Command> m_scene; // the rest of the scene; the script goes on after it
     std::optional<Clock::time_point> m_nextBeat;
     std::optional<Clock::time_point> m_waitUntil;
     std::optional<Clock::time_point> m_answerUntil;

@@ -10,7 +10,7 @@ namespace kestrel::console {
 namespace {
 constexpr std::string_view Blanks = " \t\r";
 constexpr int MaxMilliseconds = 3600 * 1000;
-constexpr std::size_t MaxPacketBytes = 32720; // the largest event JACK carries
+constexpr std::size_t MaxPacketBytes = 32720; // the largest MIDI event that JACK carries
 
 std::string_view trimmed(std::string_view text)
 {
@@ -18,7 +18,7 @@ std::string_view trimmed(std::string_view text)
     return text.substr(0, text.find_last_not_of(Blanks) + 1);
 }
 
-// Cuts the next word off the front of `text`; empty at its end.
+// Cuts the next word off the front of `text` and returns it. Empty when there is no further word.
 std::string_view takeWord(std::string_view& text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
@@ -45,7 +45,7 @@ std::optional<int> parseNumber(std::string_view text, int base = 10)
     return number;
 }
 
-// Decimal, or hexadecimal after 0x.
+// Reads a decimal number, or a hexadecimal one after 0x. No value outside `least` to `most`.
 std::optional<int> numberBetween(std::string_view text, int least, int most)
 {
     const bool isHex = text.starts_with("0x");
@@ -73,7 +73,7 @@ Command parseButton(std::string_view arguments, Motion motion)
     return Send { userButton(*button, motion) };
 }
 
-// The text begins one blank after the zone and keeps its own blanks.
+// The text begins one blank after the zone number and keeps its own blanks.
 Command parseDisplay(std::string_view arguments)
 {
     const auto zone = numberBetween(takeWord(arguments), 0, LastZone);

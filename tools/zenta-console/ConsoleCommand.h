@@ -29,7 +29,7 @@ struct ExpectAnswer {
     std::chrono::milliseconds within {};
     bool operator==(const ExpectAnswer&) const = default;
 };
-struct Show { // the editing scene
+struct Show { // plays the editing scene
     bool operator==(const Show&) const = default;
 };
 struct Quit {
@@ -45,7 +45,7 @@ using Command
 
 [[nodiscard]] Command parseCommand(std::string_view line);
 
-// What parseCommand() takes, one command a line, for people.
+// A help text with the commands that parseCommand() takes, one a line.
 [[nodiscard]] std::string_view commandSummary();
 
 } // namespace kestrel::console

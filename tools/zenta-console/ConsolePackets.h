@@ -12,7 +12,8 @@ namespace kestrel::console {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// As a script names them: keys and knobs as they are engraved, zones and lamps by their bytes.
+// The numbers in a script: buttons and knobs have the numbers engraved on the console, zones and
+// lamps those in the packets.
 inline constexpr int FirstButton = 1;
 inline constexpr int LastButton = ConsoleProtocol::Keys;
 inline constexpr int LastZone = ConsoleProtocol::Zones - 1;
@@ -26,15 +27,16 @@ enum class Lamp { Off, On };
 [[nodiscard]] Bytes heartbeat();
 [[nodiscard]] Bytes heartbeatAnswer();
 
-// The console sends the selection and the value as two packets.
+// Two packets, as the console sends them: first the zone selection, then the value.
 [[nodiscard]] std::vector<Bytes> userButton(int button, Motion motion);
 [[nodiscard]] std::vector<Bytes> lampMessage(int lamp, Lamp state);
 
-// `text` is filled up with spaces; at most ConsoleProtocol::ZoneCharacters characters of 7 bits.
+// `text` has at most ConsoleProtocol::ZoneCharacters characters of 7 bits. A shorter text is filled
+// up with spaces.
 [[nodiscard]] Bytes displayText(int zone, std::string_view text);
 [[nodiscard]] Bytes knobPosition(int knob, std::uint8_t value);
 
-// "90 00 7F"
+// Writes bytes in the form "90 00 7F".
 [[nodiscard]] std::string hexText(std::span<const std::uint8_t> bytes);
 
 } // namespace kestrel::console

@@ -24,7 +24,7 @@ jack_client_t* openClient(const std::string& name)
     jack_client_t* const client = jack_client_open(name.c_str(), JackNoStartServer, nullptr);
     if (!client)
         throw std::runtime_error("no JACK server answers");
-    // Asking for the exact name would fail without telling why.
+    // With JackUseExactName, JACK would fail without telling why.
     if (name != jack_get_client_name(client)) {
         jack_client_close(client);
         throw std::runtime_error("another JACK client is already called \"" + name + "\"");
@@ -128,7 +128,7 @@ bool ConsolePorts::receive(std::uint32_t frames)
     return arrived;
 }
 
-// True when packets that have left have now also been read by whoever is connected.
+// True when the connected clients have read more packets than at the last call.
 bool ConsolePorts::transmit(std::uint32_t frames)
 {
     std::rotate(m_written.begin(), m_written.end() - 1, m_written.end());
@@ -142,7 +142,7 @@ bool ConsolePorts::transmit(std::uint32_t frames)
     while (const auto packet = m_toSend.read(at, end)) {
         if (packet->data.size() > jack_midi_max_event_size(traffic)
             || jack_midi_event_write(traffic, 0, packet->data.data(), packet->data.size()) != 0)
-            break; // goes with the next cycle
+            break; // the packet goes with the next cycle
         m_toSend.release(at);
         ++m_written[0];
     }

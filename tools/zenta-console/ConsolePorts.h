@@ -16,14 +16,14 @@ struct _jack_port;
 
 namespace kestrel::console {
 
-// The console's MIDI ports: a JACK client with output and input pairs, of which one carries the
-// traffic.
+// The console's MIDI ports: a JACK client with pairs of an output and an input port. One pair
+// carries the traffic.
 class ConsolePorts {
 public:
-    static constexpr int TrafficPair = 5; // or the last one when there are fewer
+    static constexpr int TrafficPair = 5; // the last pair when there are fewer
 
     struct Arrival {
-        int pair = 0; // 1, 2, …
+        int pair = 0; // counted from 1
         std::uint64_t monotonicUs = 0;
         Bytes packet;
     };
@@ -34,14 +34,15 @@ public:
     ConsolePorts(const ConsolePorts&) = delete;
     ConsolePorts& operator=(const ConsolePorts&) = delete;
 
-    // Readable when something has arrived, all is sent, or the server has gone.
+    // descriptor() is readable when packets have arrived, packets have been sent, or the server has
+    // gone.
     [[nodiscard]] int descriptor() const { return m_wakeup.descriptor(); }
     void lower() { m_wakeup.lower(); }
 
-    // False when more waits to be sent than fits.
+    // False when the queue of packets to send is full.
     [[nodiscard]] bool send(const Bytes& packet);
     [[nodiscard]] std::vector<Arrival> takeArrivals();
-    // Everything has been on its way for a whole cycle.
+    // True when the connected clients have had a whole cycle to read every packet.
     [[nodiscard]] bool isAllSent() const { return m_left.load() == m_pushed; }
     [[nodiscard]] bool isServerGone() const { return m_isServerGone.load(); }
     [[nodiscard]] int trafficPair() const;
@@ -63,7 +64,8 @@ private:
     std::vector<std::unique_ptr<Input>> m_inputs;
     PacketRing m_toSend { std::size_t(1) << 20 };
     std::uint64_t m_pushed = 0;
-    std::array<std::uint64_t, 3> m_written {}; // by the end of this cycle and of those before
+    // Packets written by the end of this cycle and of each of the two cycles before.
+    std::array<std::uint64_t, 3> m_written {};
     std::atomic<std::uint64_t> m_left { 0 };
     std::atomic<bool> m_isServerGone { false };
 };

@@ -10,10 +10,11 @@ namespace kestrel::console {
 namespace {
 using std::chrono::milliseconds;
 
-constexpr milliseconds TurnStep { 45 }; // a knob turned without haste
-constexpr milliseconds Look { 350 }; // what a person takes before the next move
+constexpr milliseconds TurnStep { 45 }; // time between the steps of a knob that is turned slowly
+constexpr milliseconds Look { 350 }; // pause of a person before the next move
 
-// How a knob's ring shows a value; the lower lamp says that it is the value at rest.
+// ConsoleProtocol::Ring says how a knob's ring shows a value. The lower lamp is lit when the value
+// is at rest.
 using namespace ConsoleProtocol::Ring;
 constexpr int MiddleLamp = 6;
 
@@ -27,7 +28,7 @@ struct Parameter {
     std::string text;
     int ring;
 };
-using Page = std::array<Parameter, 4>; // one a knob
+using Page = std::array<Parameter, 4>; // one parameter for each knob
 
 class Scene {
 public:
@@ -41,7 +42,7 @@ public:
         pause(Look);
     }
 
-    // The value stands in the lower row, right above its knob.
+    // Shows the value in the lower row of the display, right above its knob.
     void turn(int knob, const std::string& text, int ring)
     {
         constexpr int LowerRow = 4;
@@ -81,7 +82,7 @@ int gainRing(double decibels)
         | (MiddleLamp + static_cast<int>(std::lround(decibels * LampsEachSide / MostDecibels)));
 }
 
-// Up or down by half decibels.
+// Turns a gain knob up or down in steps of half a decibel.
 void turnGain(Scene& scene, int knob, double from, double to)
 {
     const int steps = static_cast<int>(std::lround(std::abs(to - from) * 2));
@@ -99,7 +100,7 @@ void editFirstPage(Scene& scene)
     scene.show({ { { "LF Gain", gainText(0), gainRing(0) }, { "LF Freq", "100 Hz", OneLamp | 4 },
         { "LF Q", "1.0", BothWays | 3 }, { "Output", "0.0 dB", FromFirst | 8 } } });
     turnGain(scene, 1, 0, 4.5);
-    scene.light(Compare, Lamp::On); // no longer what was stored
+    scene.light(Compare, Lamp::On); // the setting differs from the stored one
     for (const int hertz : { 98, 95, 92, 90, 87, 85, 82, 80 }) {
         scene.turn(2, formatted("%.0f Hz", hertz), OneLamp | (hertz > 88 ? 4 : 3));
         scene.pause(TurnStep);

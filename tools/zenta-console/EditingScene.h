@@ -6,9 +6,9 @@
 
 namespace kestrel::console {
 
-// What the console sends, and when, while somebody edits an equaliser for a few seconds: a gain and
-// a frequency are turned, the page is turned, a switch and the bypass are pressed. It ends with the
-// second page on the display.
+// The console's commands and pauses while a user edits an equaliser for a few seconds: the user
+// turns a gain and a frequency, turns the page, and presses a switch and the bypass. At the end the
+// display shows the second page.
 [[nodiscard]] std::vector<Command> editingScene();
 
 } // namespace kestrel::console

@@ -5,7 +5,7 @@
 
 namespace kestrel::console {
 
-// Lines from a descriptor, as far as they have come.
+// Splits the input of a descriptor into lines.
 class LineReader {
 public:
     explicit LineReader(int descriptor)
@@ -13,9 +13,10 @@ public:
     {
     }
 
-    // Waits when the descriptor is not readable.
+    // Reads the available input. Waits when the descriptor is not readable.
     void readMore();
-    // The next line, without its end; at the end of input also one that is not ended.
+    // The next line without its line feed. No value until a whole line has come. At the end of the
+    // input, the last line needs no line feed.
     [[nodiscard]] std::optional<std::string> next();
 
     [[nodiscard]] int descriptor() const { return m_descriptor; }

@@ -13,7 +13,8 @@
 namespace {
 using namespace kestrel::console;
 
-// SIGINT and SIGTERM, in every thread, become readable on one descriptor.
+// Blocks SIGINT and SIGTERM in all threads. Returns a descriptor that becomes readable when one of
+// them arrives.
 int takeStopSignals()
 {
     sigset_t stop;
