@@ -14,7 +14,7 @@ void OwnProcesses::add(pid_t process) const
 {
     const std::string name = std::to_string(process);
     const auto link = m_folder.path() / name;
-    std::filesystem::remove(link); // of an earlier process with the same number
+    std::filesystem::remove(link); // left by an earlier process with the same number
     std::filesystem::create_directory_symlink("/proc/" + name, link);
 }
 

@@ -30,7 +30,8 @@ ChildProcess::Environment Studio::environment() const
         result.merge(m_display->environment());
     if (m_jack)
         result.merge(m_jack->environment());
-    // One pixel a unit, as on the displays that the stage makes: pictures are compared.
+    // Tests compare pictures, so Qt must draw one pixel per unit, as it does on the private
+    // displays.
     result.insert_or_assign("QT_ENABLE_HIGHDPI_SCALING", std::string("0"));
     return result;
 }

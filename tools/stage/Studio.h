@@ -14,28 +14,29 @@
 
 namespace kestrel::stage {
 
-// A whole studio on one machine: servers, throw-away settings, a process table of its own, and the
-// programs in them: the utility, the console simulator and the workstation stand-in.
+// A whole studio on one machine: the X server, the JACK server, throw-away settings, a process
+// table of its own, and the programs that use them: the utility, the console simulator and the
+// workstation stand-in.
 class Studio {
 public:
     struct Options {
         bool tray = true;
         bool useSessionDisplay = false; // the DISPLAY of the environment instead of a private one
-        bool useSessionJack = false; // the JACK server of the environment
+        bool useSessionJack = false; // the JACK server of the environment instead
     };
 
     // `programs` is the folder of the built programs.
     explicit Studio(std::filesystem::path programs);
     Studio(std::filesystem::path programs, const Options& options);
 
-    // Stores shortcuts as kestrel-assign takes them, e.g. { "6", "⌘S" }. Throws
-    // std::runtime_error with its message when it refuses.
+    // Runs kestrel-assign with these arguments, e.g. { "6", "⌘S" }, to store a shortcut. Throws
+    // std::runtime_error when kestrel-assign refuses them.
     void assign(const std::vector<std::string>& arguments) const;
 
     [[nodiscard]] std::unique_ptr<ChildProcess> start(
         const std::string& program, const std::vector<std::string>& arguments = {}) const;
 
-    // Writes what the screen, or only one window, shows as a PNG; false when that failed.
+    // Writes a picture of the screen, or of one window, as a PNG. False when that fails.
     [[nodiscard]] bool photograph(const std::filesystem::path& picture) const;
     [[nodiscard]] bool photograph(
         const std::filesystem::path& picture, const ShownWindow& window) const;
@@ -44,7 +45,7 @@ public:
     [[nodiscard]] std::string displayName() const;
     [[nodiscard]] std::filesystem::path configFolder() const { return m_settings.configFolder(); }
     [[nodiscard]] const std::filesystem::path& home() const { return m_settings.home(); }
-    // Only for a studio with servers of its own.
+    // Only valid in a studio with servers of its own.
     [[nodiscard]] PrivateXServer& display() { return *m_display; }
     [[nodiscard]] PrivateJackServer& jack() { return *m_jack; }
 

@@ -1,4 +1,5 @@
-// Preloaded into the programs of a studio: a program that lists /proc gets the table of the studio.
+// This library is preloaded into the programs of a studio. A program that opens /proc gets the
+// studio's process table (OwnProcesses) instead.
 
 #include <dirent.h>
 #include <dlfcn.h>
