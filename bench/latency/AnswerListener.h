@@ -9,8 +9,9 @@
 
 namespace kestrel::bench {
 
-// A JACK client after the candidate in the graph: it sees an answer in the very cycle in which it
-// is given, where the console, which comes before, sees it one cycle later.
+// A JACK client that runs after the candidate in the graph. It sees an answer in the same cycle in
+// which the candidate gives it. The console runs before the candidate and sees the answer one cycle
+// later.
 class AnswerListener {
 public:
     // Throws std::runtime_error when the server does not take the client or the connection.

@@ -14,7 +14,7 @@ AwakeCores::AwakeCores()
     sigset_t all;
     sigset_t before;
     ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &before); // signals are for the main thread
+    ::pthread_sigmask(SIG_SETMASK, &all, &before); // the main thread handles signals
     for (std::size_t core = 0; core < CPU_SETSIZE; ++core) {
         if (!CPU_ISSET(core, &allowed))
             continue;

@@ -6,9 +6,9 @@
 
 namespace kestrel::bench {
 
-// Keeps every core from sleeping while it lives: one thread a core counts at SCHED_IDLE, the class
-// below any nice value. Whatever is measured preempts it at once, but never waits for a core to
-// wake up, which on a virtual machine takes longer than the thing measured and varies more.
+// Keeps every core awake while this object exists: one thread per core spins at SCHED_IDLE, the
+// class below any nice value. A measured program preempts that thread at once and never waits for a
+// core to wake up, which on a virtual machine takes longer than the measured time and varies more.
 class AwakeCores {
 public:
     AwakeCores();

@@ -7,8 +7,8 @@
 
 namespace kestrel::bench {
 
-// What the twelve buttons type, button 1 first: the name of the key, and the X key code of its
-// position. The reference programs carry the same table.
+// The key that a button types: its name, and the X keycode of its position. The table below begins
+// with button 1. The reference programs contain the same table.
 struct Button {
     char key;
     std::uint8_t keyCode;
@@ -20,9 +20,10 @@ inline constexpr std::array<Button, 12> Buttons { { { 'A', 38 }, { 'B', 56 }, { 
 
 enum class Direction : std::uint8_t { Release = 0x00, Press = 0x40 };
 
-// One change of one button, as the console codes it and as the key that follows shows it.
+// One press or release of one button. It describes the console's packet as well as the key event
+// that follows.
 struct Stroke {
-    std::size_t button = 0; // from 0
+    std::size_t button = 0; // counted from 0
     Direction direction = Direction::Press;
 
     [[nodiscard]] std::uint8_t code() const
@@ -32,10 +33,11 @@ struct Stroke {
     friend bool operator==(const Stroke&, const Stroke&) = default;
 };
 
-// Whether the two controllers of a stroke travel apart or in one packet, in running status.
+// Whether the console sends the two controllers of a stroke in two packets, or in one packet with
+// running status.
 enum class PressForm { TwoPackets, OnePacket };
 
-// The stroke number n of the steady stream: press and release of one button after the other.
+// Stroke number n of the steady stream, which presses and releases one button after the other.
 constexpr Stroke strokeOfStream(std::size_t n)
 {
     return { n / 2 % Buttons.size(), n % 2 == 0 ? Direction::Press : Direction::Release };

@@ -16,7 +16,7 @@ using std::chrono::milliseconds;
 
 constexpr std::int64_t Second = 1'000'000'000; // ns
 constexpr std::int64_t AnswerTimeout
-    = 20 * Second; // the link is opened at the second 5-second tick
+    = 20 * Second; // the utility opens the link at its second 5-second tick
 
 std::vector<CandidateKind> allKinds(const Options& options)
 {

@@ -13,26 +13,28 @@ namespace kestrel::bench {
 struct CandidateKind {
     std::string name;
     std::vector<std::string> command;
-    bool connectsItself = false; // as the utility does, once it sees the workstation run
-    bool showsPanel = false; // opened from the icon in the tray before anything is measured
+    bool connectsItself = false; // the utility does so once it sees the workstation run
+    // The panel is opened from the icon in the tray before the measurement.
+    bool showsPanel = false;
 };
 
-// The name of the row that all others are divided by.
+// The name of the row whose figures divide those of all other rows.
 inline constexpr const char* FloorName = "floor --watch-front";
 
-// Those that the options name. One whose program does not exist is left out, with a line on
-// standard output; throws std::runtime_error when a name is unknown or none is left.
+// The candidates that the options name. A candidate whose program does not exist is left out, with
+// a line on standard output. Throws std::runtime_error when a name is unknown or no candidate is
+// left.
 [[nodiscard]] std::vector<CandidateKind> candidateKinds(const Options& options);
 
-// Gives the utility's buttons their keys, in the stage's throw-away settings; throws
+// Assigns keys to the utility's buttons in the stage's throw-away settings. Throws
 // std::runtime_error when that fails.
 void assignKeys(const Stage& stage, const Options& options);
 
-// A candidate at work: started, connected, answering heartbeats and posting keys. It ends with its
-// owner, so that only one is ever in the JACK graph.
+// A running candidate: started, connected, answering heartbeats and posting keys. Its program ends
+// with this object, so that only one candidate is ever in the JACK graph.
 class Candidate {
 public:
-    // Throws std::runtime_error saying what the candidate does not do.
+    // Throws std::runtime_error with a text about what the candidate fails to do.
     Candidate(Stage& stage, const CandidateKind& kind);
     ~Candidate();
     Candidate(const Candidate&) = delete;

@@ -6,7 +6,7 @@
 
 namespace kestrel::bench {
 
-// The one clock of every time that is taken: CLOCK_MONOTONIC.
+// All times of the bench are taken from CLOCK_MONOTONIC.
 inline std::int64_t monotonicNanoseconds()
 {
     timespec now {};

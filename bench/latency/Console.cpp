@@ -95,7 +95,8 @@ void Console::connectReference(const std::string& clientName)
 {
     const std::string input = clientName + ":in";
     const std::string answer = clientName + ":answer";
-    // Pressing first: JACK delays by a cycle whichever connection closes the loop.
+    // The presses are connected first: JACK delays the connection that closes the loop by one
+    // cycle, and that must be the one of the answers.
     const bool connected = jack_connect(m_client.get(), "ZENTA:midi_5", input.c_str()) == 0
         && jack_connect(m_client.get(), answer.c_str(), "ZENTA:midi_5_in") == 0;
     if (!connected)
@@ -166,7 +167,7 @@ void Console::writeStream(void* output, jack_nframes_t frames)
     for (; m_streamDue >= FramesPerSecond && sent < length; m_streamDue -= FramesPerSecond) {
         m_streamTimes[sent] = monotonicNanoseconds();
         if (!writeTwoPackets(output, strokeOfStream(sent).code()))
-            return; // the buffer is full: this stroke is due again next cycle
+            return; // the buffer is full, so this stroke is due again in the next cycle
         m_streamSent = ++sent;
     }
 }

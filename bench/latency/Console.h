@@ -12,8 +12,9 @@
 
 namespace kestrel::bench {
 
-// The console on JACK: the client ZENTA with five pairs of ports, the fifth carrying the traffic.
-// What it sends is written, and its time taken, in the process callback. One caller's thread.
+// The console on JACK: the client ZENTA with five pairs of ports, of which the fifth carries the
+// traffic. The process callback writes the packets and takes their times. Only one thread calls
+// these functions.
 class Console {
 public:
     static constexpr std::size_t MostStreamStrokes = 1'000'000;
@@ -21,18 +22,21 @@ public:
     // Throws std::runtime_error when the server does not take the client.
     explicit Console(const std::string& serverName);
 
-    // Each of the two returns when the packets are in the port buffer, with the time at which they
-    // got there; throws std::runtime_error when no cycle comes within two seconds.
+    // send() and sendHeartbeat() return when the packets are in the port buffer. The result is the
+    // time at which they got there (monotonic, ns). They throw std::runtime_error when no cycle
+    // comes within two seconds.
     std::int64_t send(const Stroke& stroke, PressForm form);
     std::int64_t sendHeartbeat();
 
-    // Display packets written before anything else of their cycle, until set to 0.
+    // Sends so many display packets a second, before all other packets of their cycle. 0 ends it.
     void setFlood(int packetsPerSecond) { m_floodPerSecond = packetsPerSecond; }
 
-    // As the console does while it is on; heartbeats come after anything else of their cycle.
+    // Sends a heartbeat each second, as a console that is switched on does. It comes after all
+    // other packets of its cycle.
     void setHeartbeatEachSecond(bool on) { m_heartbeatEachSecond = on; }
 
-    // The steady stream: `strokes` strokes, evenly spaced, whatever becomes of them.
+    // Starts the steady stream: `strokes` strokes, evenly spaced. The stream does not wait for the
+    // key events.
     void startStream(std::size_t strokes, int strokesPerSecond);
     void stopStream() { m_streamLength = 0; }
     [[nodiscard]] std::size_t streamSent() const { return m_streamSent; }
@@ -43,9 +47,9 @@ public:
     [[nodiscard]] std::size_t cycles() const { return m_cycles; }
     [[nodiscard]] std::size_t overruns() const { return m_overruns; }
 
-    // Both ways with a reference program's ports.
+    // Connects a reference program's ports in both directions.
     void connectReference(const std::string& clientName);
-    // The port that answers come from; empty when none is connected.
+    // The name of the port that answers come from. Empty when none is connected.
     [[nodiscard]] std::string answeringPort() const;
 
 private:
@@ -67,19 +71,19 @@ private:
     std::array<jack_port_t*, 5> m_outputs {};
     std::array<jack_port_t*, 5> m_inputs {};
 
-    std::atomic<std::uint32_t> m_order { 0 }; // kind and, in the low byte, button code
+    std::atomic<std::uint32_t> m_order { 0 }; // an Order and, in the low byte, a button code
     std::atomic<std::int64_t> m_orderTime { 0 };
     std::atomic<int> m_floodPerSecond { 0 };
-    std::int64_t m_floodDue = 0; // packets times frames per second
+    std::int64_t m_floodDue = 0; // in packets times frames per second
     std::uint32_t m_floodCount = 0;
 
     std::atomic<bool> m_heartbeatEachSecond { false };
-    std::int64_t m_heartbeatDue = 0; // frames since the last one
+    std::int64_t m_heartbeatDue = 0; // frames since the last heartbeat
 
     std::atomic<std::size_t> m_streamLength { 0 };
     std::atomic<std::size_t> m_streamSent { 0 };
     std::atomic<int> m_streamPerSecond { 0 };
-    std::int64_t m_streamDue = 0; // strokes times frames per second
+    std::int64_t m_streamDue = 0; // in strokes times frames per second
     std::vector<std::int64_t> m_streamTimes;
 
     std::atomic<std::size_t> m_answers { 0 };
@@ -87,7 +91,8 @@ private:
     std::atomic<std::size_t> m_cycles { 0 };
     std::atomic<std::size_t> m_overruns { 0 };
 
-    // Last, so that the process callback ends before what it uses.
+    // The last member, so that the process callback ends before the members that it uses are
+    // destroyed.
     std::unique_ptr<jack_client_t, decltype(&jack_client_close)> m_client;
 };
 

@@ -11,7 +11,7 @@
 namespace kestrel::bench {
 
 namespace {
-// The number after `label` at the start of a line of a /proc file; 0 when there is none.
+// Returns the number after `label` at the start of a line of a /proc file, or 0 when there is none.
 double numberIn(const std::filesystem::path& file, const std::string& label)
 {
     std::ifstream stream(file);
@@ -22,10 +22,10 @@ double numberIn(const std::filesystem::path& file, const std::string& label)
     return 0;
 }
 
-// What all threads of a process have done since it started.
+// The work of all threads of a process since it started.
 struct Work {
-    double wakeUps = 0; // how often any of them has gone to sleep, and so been woken
-    double milliseconds = 0; // on a core
+    double wakeUps = 0; // how often a thread has gone to sleep and been woken
+    double milliseconds = 0; // time on a core
 };
 
 Work workOf(pid_t pid)
@@ -34,7 +34,8 @@ Work workOf(pid_t pid)
     const auto tasks = std::filesystem::path("/proc") / std::to_string(pid) / "task";
     for (const auto& task : std::filesystem::directory_iterator(tasks)) {
         work.wakeUps += numberIn(task.path() / "status", "voluntary_ctxt_switches:");
-        work.milliseconds += numberIn(task.path() / "schedstat", "") / 1e6; // ns, then others
+        // The first number is in ns.
+        work.milliseconds += numberIn(task.path() / "schedstat", "") / 1e6;
     }
     return work;
 }
@@ -85,7 +86,7 @@ Row row(const std::string& name, const Outcome& outcome)
 
 Table idleRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
 {
-    constexpr int Rounds = 5; // so that what else the machine does falls on all alike
+    constexpr int Rounds = 5; // spreads the machine's other work over all candidates
     std::vector<Outcome> outcomes(kinds.size());
     for (int round = 0; round < Rounds; ++round) {
         for (std::size_t i = 0; i < kinds.size(); ++i)

@@ -4,12 +4,12 @@
 
 namespace kestrel::bench {
 
-// Lets the user end a run so that everything that was started is stopped in order.
+// Thrown when the user ends a run, so that the destructors stop everything that was started.
 class Interruption : public std::runtime_error {
 public:
     Interruption();
 
-    // From now on SIGINT and SIGTERM are noted and thrown by the next check.
+    // From now on SIGINT and SIGTERM make the next check() throw.
     static void listen();
     static void check();
 };

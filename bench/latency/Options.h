@@ -8,14 +8,14 @@
 
 namespace kestrel::bench {
 
-// What the command line asks for.
+// The options of the command line.
 struct Options {
     std::filesystem::path programs; // the folder of the reference programs
     std::filesystem::path kestrel;
-    std::filesystem::path baseline; // another build of it; empty: none
+    std::filesystem::path baseline; // another build of the utility; empty = none
     std::filesystem::path assign;
-    std::filesystem::path json; // empty: none is written
-    std::vector<std::string> candidates; // empty: all
+    std::filesystem::path json; // empty = no file is written
+    std::vector<std::string> candidates; // empty = the default ones
     unsigned seed = 1;
     std::size_t rounds = 5;
     std::size_t pressesPerRound = 200;

@@ -20,9 +20,9 @@ struct Outcome {
     Distribution press;
     Distribution release;
     std::size_t presses = 0;
-    std::size_t lost = 0; // presses and releases
-    std::size_t outOfOrder = 0; // key events that were not the one awaited
-    std::size_t overruns = 0; // of JACK
+    std::size_t lost = 0; // lost presses and releases
+    std::size_t outOfOrder = 0; // key events other than the awaited one
+    std::size_t overruns = 0; // overruns of JACK
 };
 
 using Random = std::mt19937;
@@ -99,8 +99,8 @@ std::string flooded(const CandidateKind& kind, const Options& options)
 {
     return kind.name + ", " + std::to_string(options.floodPerSecond) + " display packets/s";
 }
-// What the flood does to a candidate: its median divided by that of its quiet row, which comes
-// right before.
+// Adds to each flooded row its median divided by that of the quiet row right before it. The ratio
+// shows what the flood does to a candidate.
 void addQuietRatios(Table& table)
 {
     std::optional<double> quiet;
@@ -130,7 +130,7 @@ Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Opti
         for (const std::size_t i : order) {
             std::optional<ReplyCounter> counter;
             if (round + 1 == options.rounds)
-                counter.emplace(stage.display()); // sees clients that come after it
+                counter.emplace(stage.display()); // counts only clients that connect later
             const Candidate candidate(stage, kinds[i]);
             measureRound(stage, options, random, quiet[i]);
             if (options.floodPerSecond > 0) {

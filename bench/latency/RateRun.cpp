@@ -12,14 +12,14 @@ namespace kestrel::bench {
 
 namespace {
 constexpr std::int64_t Second = 1'000'000'000; // ns
-constexpr std::int64_t Patience = 2 * Second; // for the last keys, once the stream has ended
+constexpr std::int64_t Patience = 2 * Second; // longest wait for the last keys after the stream
 
 struct Outcome {
     StrokeMatcher matcher;
     Distribution press;
     std::size_t sent = 0;
-    std::size_t overruns = 0; // of JACK
-    int stuck = 0; // keys down at the end
+    std::size_t overruns = 0; // overruns of JACK
+    int stuck = 0; // keys that are down at the end
 };
 
 void note(const WorkstationWindow::KeyEvent& key, const Console& console, Outcome& outcome)

@@ -31,8 +31,9 @@ ReplyCounter::ReplyCounter(const std::string& display)
     range.ext_replies.major = { 128, 255 };
     range.ext_replies.minor = { 0, 65535 };
     xcb_record_create_context(m_control.get(), m_context, 0, 1, 1, &clients, &range);
-    std::free(xcb_get_input_focus_reply(
-        m_control.get(), xcb_get_input_focus(m_control.get()), nullptr)); // it is there now
+    // The answer shows that the server has made the context.
+    std::free(
+        xcb_get_input_focus_reply(m_control.get(), xcb_get_input_focus(m_control.get()), nullptr));
 }
 
 void ReplyCounter::start()

@@ -10,9 +10,9 @@
 
 namespace kestrel::bench {
 
-// Counts the replies that the X server gives to every client that connects after this was made:
-// each is a round trip that somebody may have waited for. Counting slows the server down, so it
-// counts only between start and stop.
+// Counts the replies of the X server to every client that connects after this object was made. Each
+// reply is a round trip that the client may have waited for. Counting slows the server down, so it
+// runs only between start() and stop().
 class ReplyCounter {
 public:
     // Throws std::runtime_error when the server does not record.
@@ -26,7 +26,9 @@ private:
 
     [[nodiscard]] static std::size_t repliesIn(std::span<const std::uint8_t> data);
 
-    Connection m_control; // the server answers nothing on a connection while it records for it
+    // Separate from m_data, because the server answers nothing on a connection while it records for
+    // it.
+    Connection m_control;
     Connection m_data;
     xcb_record_context_t m_context = 0;
     xcb_record_enable_context_cookie_t m_recording {};

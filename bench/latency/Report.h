@@ -8,7 +8,7 @@
 
 namespace kestrel::bench {
 
-// One figure of one candidate; the unit is part of the name. Missing: not known.
+// One figure of one candidate. The unit is part of the name. No value when the figure is not known.
 struct Figure {
     std::string name;
     std::optional<double> value;
@@ -25,11 +25,12 @@ struct Table {
     std::vector<Row> rows;
 };
 
-// The row of that name; null when the table has none.
+// The row of that candidate. Null when the table has none.
 [[nodiscard]] const Row* rowOf(const Table& table, const std::string& candidate);
 [[nodiscard]] std::optional<double> figureOf(const Row& row, const std::string& name);
 
-// Adds to every row, for each of the names, its figure divided by that of the row of reference.
+// For each of `names`, adds to every row its figure divided by the same figure of the reference
+// row.
 void addRatios(Table& table, const std::string& reference, const std::vector<std::string>& names);
 
 void print(std::ostream& stream, const Table& table);

@@ -9,22 +9,23 @@
 
 namespace kestrel::bench {
 
-// What can be measured, each as one table with a row a candidate. Candidates take turns, a round
-// each, in an order shuffled anew for every round; what a candidate gave is pooled over its rounds.
+// Each function measures one thing and returns a table with a row per candidate. The candidates
+// take turns, and the results of a candidate are pooled over its rounds. All runs except idleRun()
+// shuffle the order of the candidates.
 
-// One press at a time, from the packet being written to the key event being received.
+// Measures one press at a time, from writing the packet to receiving the key event.
 [[nodiscard]] Table pressRun(
     Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options);
 
-// A steady stream of presses, whatever becomes of them.
+// Sends a steady stream of presses without waiting for their key events, and counts losses.
 [[nodiscard]] Table rateRun(
     Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options);
 
-// From the heartbeat being written to its answer being read.
+// Measures the time from writing a heartbeat to reading its answer.
 [[nodiscard]] Table heartbeatRun(
     Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options);
 
-// What a candidate costs while nothing is pressed.
+// Measures the wake-ups, processor time and memory of a candidate while nothing is pressed.
 [[nodiscard]] Table idleRun(
     Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options);
 

@@ -33,7 +33,7 @@ void Stage::showPanel()
 
 bool Stage::panelShowsText() const
 {
-    constexpr stage::Area Display { 288, 9, 401, 44 }; // within the panel
+    constexpr stage::Area Display { 288, 9, 401, 44 }; // in pixels, relative to the panel
     constexpr int FewestDots = 500;
     const auto panel = panelArea();
     if (!panel)

@@ -13,24 +13,25 @@
 
 namespace kestrel::bench {
 
-// Everything around the candidates: the servers, the console, the workstation's window. The process
-// itself is named "Pro Tools" from here on.
+// Everything around the candidates: the X server, the JACK server, the console and the
+// workstation's window. The constructor names this process "Pro Tools", so that the utility takes
+// it for the workstation.
 class Stage {
 public:
-    // Throws std::runtime_error naming the part that did not come up.
+    // Throws std::runtime_error that names the part that did not start.
     Stage();
 
-    // Has the utility that runs show its panel, as a person would. Throws std::runtime_error when
-    // it does not appear.
+    // Opens the panel of the running utility from its icon in the tray, as a person would. Throws
+    // std::runtime_error when the panel does not appear.
     void showPanel();
-    // Whether the panel's display has been painted with characters.
+    // True when the panel's display shows characters.
     [[nodiscard]] bool panelShowsText() const;
 
     [[nodiscard]] Console& console() { return m_console; }
     [[nodiscard]] WorkstationWindow& window() { return m_window; }
     [[nodiscard]] const std::string& jackServer() const { return m_jack.name(); }
     [[nodiscard]] const std::string& display() const { return m_x.display(); }
-    // What a candidate is started with: the servers, and settings that are thrown away.
+    // The environment for a candidate. It names the servers and the throw-away settings.
     [[nodiscard]] stage::ChildProcess::Environment environment() const;
 
 private:

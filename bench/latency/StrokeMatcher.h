@@ -7,13 +7,14 @@
 
 namespace kestrel::bench {
 
-// Tells which stroke of the steady stream each received one is, and from that what was lost or came
-// out of order. A received stroke is taken for the nearest one that it can be, either skipped
-// before or still to come; strokes a whole turn of the buttons apart look the same.
+// Finds out which stroke of the steady stream each received stroke is, and so which strokes were
+// lost or came out of order. A received stroke counts as the nearest matching one, which was
+// skipped before or is still to come. Strokes that are a whole turn of the buttons apart look the
+// same.
 class StrokeMatcher {
 public:
-    // The number of the sent stroke, counted from 0; missing when no such stroke is awaited.
-    // `sent` is how many strokes of the stream have been sent by now.
+    // Returns the number of the sent stroke, counted from 0. No value when no such stroke is
+    // awaited. `sent` is the number of strokes of the stream sent so far.
     std::optional<std::size_t> receive(const Stroke& stroke, std::size_t sent);
 
     [[nodiscard]] std::size_t received() const { return m_received; }

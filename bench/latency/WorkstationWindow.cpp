@@ -44,7 +44,7 @@ WorkstationWindow::WorkstationWindow(const std::string& display)
 
 void WorkstationWindow::name()
 {
-    constexpr char Class[] = "Pro Tools\0Pro Tools"; // instance and class, each with its zero
+    constexpr char Class[] = "Pro Tools\0Pro Tools"; // instance and class, each ends with a zero
     xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_CLASS,
         XCB_ATOM_STRING, 8, sizeof Class, Class);
     constexpr std::string_view Title = "Pro Tools";

@@ -10,8 +10,8 @@
 
 namespace kestrel::bench {
 
-// The workstation as the keyboard sees it: a real window of class "Pro Tools", in front and
-// focused, that notes when each key event reaches its client.
+// Stands in for the workstation: a real window of class "Pro Tools", in front and focused. It notes
+// when each key event reaches its client.
 class WorkstationWindow {
 public:
     struct KeyEvent {
@@ -22,7 +22,8 @@ public:
     // Throws std::runtime_error when the window does not get the focus within ten seconds.
     explicit WorkstationWindow(const std::string& display);
 
-    // The next key event of one of the buttons; missing when none has come by the deadline.
+    // The next key event of any button. No value when none has come by the deadline (monotonic,
+    // ns).
     [[nodiscard]] std::optional<KeyEvent> nextKey(std::int64_t deadline);
     [[nodiscard]] int keysDown();
     void letGoOfAllKeys();

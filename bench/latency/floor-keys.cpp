@@ -1,11 +1,11 @@
-// The least that a program can do between the console and the keyboard, which every other program
-// is compared with: one process callback, one semaphore, one thread, one fake key, one flush. It
-// knows twelve buttons with fixed keys and answers heartbeats from its thread.
+// The reference program that every other program is compared with. It does the least that a program
+// can do between the console and the keyboard: one process callback, one semaphore, one thread, one
+// fake key, one flush. It knows twelve buttons with fixed keys, and its thread answers heartbeats.
 //
-//   --watch-front   post only while the window in front is of the class "Pro Tools", which is kept
-//                   current from property notifications on the connection that posts
-//   --ask-front     the same, asking the X server at each event
-//   --delay-us N    burn N µs before each key, to prove that the bench shows them
+//   --watch-front   post only while a window of class "Pro Tools" is in front; the
+//                   connection that posts keeps this current from property notifications
+//   --ask-front     post under the same condition, but ask the X server before each key
+//   --delay-us N    spin for N µs before each key, to prove that the bench measures the delay
 
 #include <jack/jack.h>
 #include <jack/midiport.h>
@@ -29,9 +29,9 @@ namespace {
 
 enum class Front { Ignored, Watched, Asked };
 
-// X key codes of the positions A to L, button 1 first.
+// X keycodes of the keys A to L. The first one belongs to button 1.
 constexpr std::array<uint8_t, 12> Keys { 38, 56, 54, 40, 26, 41, 42, 43, 31, 44, 45, 46 };
-constexpr uint8_t Heartbeat = 0xFF; // among the button codes
+constexpr uint8_t Heartbeat = 0xFF; // stands for a heartbeat among the button codes
 
 template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
@@ -39,8 +39,8 @@ struct Link {
     jack_port_t* input = nullptr;
     jack_port_t* answer = nullptr;
     bool armed = false; // the first packet of a press or release has come
-    // Codes from the process callback to the thread. The semaphore counts them and orders the
-    // memory; a place is used again 4,096 codes later.
+    // A ring of codes from the process callback to the thread. The semaphore counts them and orders
+    // the memory accesses. A place is used again 4,096 codes later.
     std::array<uint8_t, 4096> codes {};
     std::size_t written = 0; // process callback only
     sem_t filled {};
@@ -117,7 +117,8 @@ public:
             xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
             m_workstationInFront = askFront();
         }
-        // The first request of an extension asks the server for it.
+        // libxcb asks the server about an extension at its first use, so this is done before the
+        // first key.
         static_cast<void>(xcb_get_extension_data(m_connection, &xcb_test_id));
     }
 
@@ -166,7 +167,7 @@ private:
             return false;
         const std::string_view text(static_cast<char*>(xcb_get_property_value(names.get())),
             static_cast<std::size_t>(xcb_get_property_value_length(names.get())));
-        const auto classAt = text.find('\0') + 1; // instance, zero, class, zero
+        const auto classAt = text.find('\0') + 1; // the text is: instance, zero, class, zero
         return text.substr(classAt, text.find('\0', classAt) - classAt) == "Pro Tools";
     }
 

@@ -1,6 +1,6 @@
-// Measures how long it takes from a console's MIDI packet to the workstation's key event, for the
-// utility and for the reference programs that it is compared with. It is console and workstation in
-// one process, so that one clock takes both times, on servers of its own.
+// Measures the time from a console's MIDI packet to the workstation's key event, for the utility
+// and for the reference programs that it is compared with. One process plays both console and
+// workstation, so that one clock takes both times. It runs its own X and JACK servers.
 
 #include "bench/latency/Candidate.h"
 #include "bench/latency/Interruption.h"

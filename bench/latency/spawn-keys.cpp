@@ -1,5 +1,5 @@
-// What a user would script: the same JACK input as floor-keys, and one xdotool started per event,
-// waited for so that the order holds.
+// The reference program that a user would script. It has the same JACK input as floor-keys and
+// starts one xdotool per event. It waits for each xdotool, so that the order holds.
 
 #include <jack/jack.h>
 #include <jack/midiport.h>
@@ -21,14 +21,14 @@ namespace {
 
 constexpr std::array<const char*, 12> Keys { "a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k",
     "l" };
-constexpr uint8_t Heartbeat = 0xFF; // in the ring, beside the button codes
+constexpr uint8_t Heartbeat = 0xFF; // stands for a heartbeat among the button codes
 constexpr std::size_t RingSize = 8192;
 
 struct Link {
     jack_port_t* input = nullptr;
     jack_port_t* answer = nullptr;
     bool armed = false; // the first packet of a press or release has come
-    // Codes from the process callback to the thread; `filled` counts them.
+    // Carries codes from the process callback to the thread. `filled` counts them.
     jack_ringbuffer_t* ring = jack_ringbuffer_create(RingSize);
     sem_t filled {};
     std::atomic<int> answersDue { 0 };
