@@ -19,7 +19,8 @@ bool everyPixelIsOpaque(const QImage& argb32)
     return true;
 }
 
-// Every picture is a PNG: said beforehand, no plug-in for another format is loaded to ask it.
+// Reads PNG, the format of every picture. Naming it keeps Qt from loading the plug-ins of other
+// formats.
 class PngReader : public QImageReader {
 public:
     explicit PngReader(const QString& path)
@@ -29,7 +30,7 @@ public:
     }
 };
 
-// The two formats that are painted without conversion: opaque, or premultiplied.
+// Converts to RGB32 (opaque) or ARGB32_Premultiplied, which QPainter draws without conversion.
 QImage readyToPaint(QImage image)
 {
     image.setDevicePixelRatio(1);
@@ -42,7 +43,7 @@ QImage readyToPaint(QImage image)
 }
 } // namespace
 
-// Paths are empty once what they name is unpacked, and from the start where pixels were given.
+// A path becomes empty when its file is unpacked. Both are empty if the pixels were given directly.
 struct InterfaceImage::Pixels {
     QString singlePath;
     QString doubledPath;

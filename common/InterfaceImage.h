@@ -8,17 +8,17 @@
 
 namespace kestrel {
 
-// A picture of the interface in both pixel densities. Sizes and source rectangles are in units,
-// that is pixels of the single-density picture, whichever density gets painted. Main thread only.
+// A picture of the interface in both pixel densities. Sizes and source rectangles are in units: one
+// unit is one pixel of the single-density picture. Main thread only.
 class InterfaceImage {
 public:
-    InterfaceImage() = default; // no picture: null, of size 0 × 0
+    InterfaceImage() = default; // a null picture of size 0 × 0
     explicit InterfaceImage(QImage single, QImage doubled = {});
 
-    // From the application's resources; folder parts are allowed, the extension is left out.
-    // Null when there is no such picture or it cannot be read. Its pixels stay packed until they
-    // are asked for: unpacking all of them takes longer than the rest of the start, and 20 MiB.
-    // A picture whose pixels turn out to be unreadable then is null from then on.
+    // Finds a picture in the application's resources. The name may contain folders and has no
+    // extension. The result is null if the picture does not exist or cannot be read. The pixels are
+    // unpacked on first use, because unpacking all pictures takes 20 MiB and longer than the rest
+    // of the start. A picture whose pixels turn out to be unreadable becomes null at that time.
     [[nodiscard]] static InterfaceImage named(const QString& name);
 
     [[nodiscard]] bool isNull() const;
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] double height() const { return size().height(); }
 
     [[nodiscard]] const QImage& single() const;
-    // Twice as many pixels each way; null when there is none.
+    // The picture with twice as many pixels in each direction. Null if it does not exist.
     [[nodiscard]] const QImage& doubled() const;
 
 private:

@@ -8,8 +8,8 @@ class QScreen;
 
 namespace kestrel {
 
-// Tells when screens have come or gone or have another size. Changes that come together are told
-// once, when the event loop runs again and Qt knows all of them.
+// Calls a function when screens are added or removed or their available area changes. Changes that
+// come together cause one call, from the event loop, when Qt knows all of them.
 class ScreenChanges : public QObject {
 public:
     explicit ScreenChanges(std::function<void()> changed);

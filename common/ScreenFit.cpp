@@ -25,7 +25,7 @@ QRect nearestScreen(const QRect& frame, const QList<QRect>& screens)
         [&](const QRect& a, const QRect& b) { return distance(a) < distance(b); });
 }
 
-// One that is larger than the screen has its upper left corner in that of the screen.
+// A frame that is larger than the screen goes to the upper left corner of the screen.
 QRect movedOnto(const QRect& screen, QRect frame)
 {
     const int right = std::max(screen.left(), screen.right() + 1 - frame.width());

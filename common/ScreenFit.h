@@ -5,18 +5,19 @@
 
 #include <functional>
 
-// Where a window may be, so that all of it is in view whatever has become of the screens.
+// Finds places for windows that keep them in view after the screens have changed.
 namespace kestrel {
 
-// What of each screen windows may use.
+// The area of each screen that windows may use.
 [[nodiscard]] QList<QRect> availableScreenAreas();
 
-// The frame itself when all of it is on the screens, be it on several; else moved onto the nearest
-// one. It keeps its size: the upper left corner of a frame that is too large is in view.
+// Returns the frame unchanged if all of it is on the screens, even on several. Otherwise moves it
+// onto the nearest screen. The size stays, and the upper left corner is in view if the frame is too
+// large.
 [[nodiscard]] QRect movedOntoScreens(const QRect& frame, const QList<QRect>& screens);
 
-// The same for a frame that may shrink when it is larger than the nearest screen. `shrunk` gives
-// the size that it takes in less room than it has now.
+// Does the same for a frame that may shrink when it is larger than the nearest screen. `shrunk`
+// returns the size of the frame for the given room.
 [[nodiscard]] QRect fittedOntoScreens(const QRect& frame, const QList<QRect>& screens,
     const std::function<QSize(QSize room)>& shrunk);
 

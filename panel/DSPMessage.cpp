@@ -7,7 +7,7 @@ namespace kestrel {
 namespace {
 using namespace ConsoleProtocol;
 
-// One controller number decides for the whole message; the last value wins.
+// The first controller number selects the knob for the whole message. The last value wins.
 void storeKnob(std::span<const std::uint8_t> data, PanelKnobs& knobs, DSPChange& change)
 {
     const std::size_t knob = data[1] & KnobMask;
@@ -17,7 +17,7 @@ void storeKnob(std::span<const std::uint8_t> data, PanelKnobs& knobs, DSPChange&
     }
 }
 
-// The values follow the lamp controller, which itself may follow a zone select of two bytes.
+// The values follow the lamp controller. A zone select of two bytes may precede that controller.
 void storeSwitches(std::span<const std::uint8_t> data, PanelSwitches& switches, DSPChange& change)
 {
     for (std::size_t i = data[1] == LampZoneSelect ? 4 : 2; i < data.size(); i += 2) {

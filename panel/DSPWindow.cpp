@@ -10,7 +10,7 @@ DSPWindow::DSPWindow()
     setAttribute(Qt::WA_DeleteOnClose, false);
     setAttribute(Qt::WA_QuitOnClose, false);
     setFocusPolicy(Qt::NoFocus);
-    // What shows beside a panel that cannot fill its window in proportion.
+    // Paints the area beside a panel that cannot fill its window in proportion.
     QPalette black = palette();
     black.setColor(QPalette::Window, Qt::black);
     setPalette(black);

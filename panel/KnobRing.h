@@ -4,7 +4,8 @@
 
 namespace kestrel {
 
-// What one value byte of a knob says of the eleven lamps around it and of the single lamp below.
+// Decodes the value byte of a knob: the state of the eleven lamps around the knob and of the single
+// lamp below it.
 class KnobRing {
 public:
     // Which lamps are lit at position p.
@@ -34,7 +35,7 @@ public:
         return static_cast<Mode>((m_value & ModeBits) >> ModeShift);
     }
 
-    // From 1 to lastPosition(); 0 when no lamp of the ring is lit.
+    // The position is 1 to lastPosition(), or 0 when no lamp of the ring is lit.
     [[nodiscard]] constexpr int position() const
     {
         return hasPicture() ? m_value & PositionBits : 0;

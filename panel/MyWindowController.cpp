@@ -83,7 +83,7 @@ QSizeF MyWindowController::windowWillResize(const DSPWindow& sender, QSizeF fram
     return { frameSize.width(), panelHeight(frameSize.width()) + decoration };
 }
 
-// Borders at the sides do not count into the proportion: the frame to correct is one without any.
+// The proportion is that of the content, so this passes a frame width without side borders.
 QSize MyWindowController::contentInProportion(QSize content) const
 {
     const QSize frame(content.width(), m_window->frameGeometry().height());
@@ -112,9 +112,9 @@ void MyWindowController::showWindow()
     m_window->show();
 }
 
-// The platform's part is said before the window is shown for the first time, and again after each
-// showing, when Qt has written properties of its own. What came while the window was
-// minimised is painted when it is not any more.
+// Sets the window traits before the first showing, and again after each showing, because Qt writes
+// window properties of its own then. A minimised window is not painted, so it is painted when it is
+// restored.
 bool MyWindowController::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::WinIdChange)

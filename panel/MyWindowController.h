@@ -16,30 +16,30 @@ namespace kestrel {
 
 class WindowTraits;
 
-// Owns the plug-in panel's window for the whole run and passes it what the console sends.
+// Owns the window of the plug-in panel for the whole run and passes the console's messages to it.
 class MyWindowController : public QObject, public ConsoleDisplay, public WindowVisibility {
     Q_OBJECT
 
 public:
-    // Without a window, and doing nothing, when there is no interface file of that name. The
-    // platform's part and the defaults outlive the controller.
+    // The controller has no window and does nothing when no interface file has that name. The
+    // window traits and the defaults outlive the controller.
     MyWindowController(const QString& windowNibName, WindowTraits& windowTraits,
         DefaultsStore& defaults, PlugInPanelView::ImageLoader imageNamed = &InterfaceImage::named);
     ~MyWindowController() override;
 
     void awakeFromNib();
 
-    // These store what arrived in any case and repaint only a visible window.
+    // These two always store the message, but repaint only a visible window.
     void redrawLCDdisplay(const MIDIMessage& message) override;
     void redrawDSParea(const MIDIMessage& message) override;
     void setNeedDisplay();
     void initMessage(); // empties the display; knobs and lamps stay
 
-    // The frame size to take in place of the proposed one, so that the content is in proportion.
+    // Returns the frame size that keeps the proposed width and gives the content its proportion.
     [[nodiscard]] QSizeF windowWillResize(const DSPWindow& sender, QSizeF frameSize) const;
 
     [[nodiscard]] bool isVisible() const override;
-    // In front of others, leaving the active window and the focus as they are.
+    // Brings the window to the front. The active window and the keyboard focus stay as they are.
     void showWindow() override;
 
     [[nodiscard]] DSPWindow* window() const { return m_window.get(); }
@@ -56,8 +56,8 @@ private:
     PlugInPanelView::ImageLoader m_imageNamed;
     std::unique_ptr<DSPWindow> m_window;
     QWidget* m_contentView = nullptr; // the window's child
-    PlugInPanelView* m_plugInPanelView = nullptr; // the window's child, once awake
-    QTimer m_onceShown; // runs out when Qt has mapped the window
+    PlugInPanelView* m_plugInPanelView = nullptr; // null before awakeFromNib(); the window's child
+    QTimer m_onceShown; // 0 ms: fires once Qt has mapped the window
     std::unique_ptr<PanelProportion> m_proportion;
     std::unique_ptr<PanelPlacement> m_placement;
 };

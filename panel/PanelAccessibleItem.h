@@ -8,10 +8,10 @@
 
 namespace kestrel {
 
-// One row, knob or lamp of the panel for assistive technology; read only.
+// One row, knob or lamp of the panel, read-only, for assistive technology.
 class PanelAccessibleItem : public QAccessibleInterface, public QAccessibleValueInterface {
 public:
-    // `index` is the item's place among the panel's children: rows, then knobs, then lamps.
+    // `index` counts the panel's children: first the rows, then the knobs, then the lamps.
     PanelAccessibleItem(PlugInPanelView* view, int index);
 
     [[nodiscard]] bool isValid() const override { return !m_view.isNull(); }
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] QAccessible::State state() const override;
     void* interface_cast(QAccessible::InterfaceType type) override;
 
-    // Of a knob: the position on its ring, 0 when no lamp of the ring is lit.
+    // The position of a knob's ring, or 0 when no lamp of the ring is lit. 0 for rows and lamps.
     [[nodiscard]] QVariant currentValue() const override;
     void setCurrentValue(const QVariant&) override { }
     [[nodiscard]] QVariant minimumValue() const override { return 0; }
@@ -42,9 +42,9 @@ public:
 private:
     [[nodiscard]] bool isRow() const;
     [[nodiscard]] bool isKnob() const;
-    [[nodiscard]] std::size_t number() const; // among its kind
-    [[nodiscard]] KnobRing ring() const; // of a knob
-    [[nodiscard]] bool isLit() const; // of a lamp
+    [[nodiscard]] std::size_t number() const; // the index among the items of its kind
+    [[nodiscard]] KnobRing ring() const; // only for knobs
+    [[nodiscard]] bool isLit() const; // only for lamps
 
     QPointer<PlugInPanelView> m_view;
     int m_index;

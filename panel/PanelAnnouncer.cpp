@@ -56,7 +56,7 @@ void PanelAnnouncer::announceKnobs()
     }
 }
 
-// Mode and lower lamp are in the description, which the position is in too.
+// The description tells the mode, the lower lamp and the position; the value is the position alone.
 void PanelAnnouncer::announceKnob(std::size_t knob, KnobRing before, KnobRing now)
 {
     const int child = PlugInPanelAccessible::FirstKnob + static_cast<int>(knob);

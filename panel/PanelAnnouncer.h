@@ -11,21 +11,21 @@
 
 namespace kestrel {
 
-// Tells assistive technology what has changed on the panel, a few times a second at the most: what
-// changed to and fro in between is not told.
+// Tells assistive technology what has changed on the panel, at most a few times a second. A value
+// that changes and changes back between two announcements is not announced.
 class PanelAnnouncer : public QObject {
     Q_OBJECT
 
 public:
     static constexpr std::chrono::milliseconds Pause { 300 };
 
-    // Who is told, and whether anybody listens.
+    // The receiver of the events. `isActive` is false while no assistive technology listens.
     struct Listener {
         std::function<bool()> isActive = &QAccessible::isActive;
         std::function<void(QAccessibleEvent*)> tell = &QAccessible::updateAccessibility;
     };
 
-    explicit PanelAnnouncer(PlugInPanelView& view); // which owns it
+    explicit PanelAnnouncer(PlugInPanelView& view); // the view owns the announcer
     PanelAnnouncer(PlugInPanelView& view, Listener listener);
 
 private:
@@ -38,7 +38,7 @@ private:
     PlugInPanelView& m_view;
     Listener m_listener;
     QTimer m_pause;
-    // What was told last.
+    // The values that were announced last.
     std::array<QString, 2> m_rows;
     PanelKnobs m_knobs {};
     std::array<bool, PanelLayout::Switches> m_lit {};

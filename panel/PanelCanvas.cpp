@@ -20,7 +20,7 @@ bool isPaintable(const QRectF& rect)
         && rect.height() < FarthestPixel;
 }
 
-// The part of `destination` that belongs to the part of `source` that is there.
+// Returns the part of `destination` that shows `there`, the part of `source` that the picture has.
 QRectF correspondingPart(const QRectF& destination, const QRectF& source, const QRectF& there)
 {
     const double x = destination.width() / source.width();
@@ -67,7 +67,7 @@ QRectF PanelCanvas::fromBottomLeft(const QRectF& rect, const QRectF& content)
 QRect PanelCanvas::covered(const QRectF& destination, const QRectF& content)
 {
     const QRectF place = fromBottomLeft(destination, content);
-    // One more on each side for what rounding to whole device pixels may move.
+    // Rounding to whole device pixels may move each edge by up to one pixel.
     return isPaintable(place) ? place.toAlignedRect().adjusted(-1, -1, 1, 1) : QRect();
 }
 
@@ -97,7 +97,7 @@ void PanelCanvas::draw(const InterfaceImage& image, const QRectF& source, const 
     if (!device.intersects(m_dirty))
         return;
     const auto sprite = m_sprites.sprite(image, there.toAlignedRect(), device.size());
-    // Over an opaque ground an opaque picture painted source-in is a plain copy, and much faster.
+    // On an opaque ground, SourceIn copies an opaque picture. Source does the same much faster.
     const bool copies
         = operation == QPainter::CompositionMode_SourceIn && !sprite.image.hasAlphaChannel();
     m_painter.setCompositionMode(copies ? QPainter::CompositionMode_Source : operation);

@@ -7,28 +7,30 @@
 
 namespace kestrel {
 
-// Where the panel is painted. All rectangles that come in have their origin at the bottom left and
-// y upwards; this class alone turns them into the painter's, which start at the top. Pieces are
-// painted onto whole device pixels, so that all cells of a row look alike at every size.
+// Paints the pieces of the panel. Callers give rectangles with the origin at the bottom left and y
+// upwards; only this class converts them to QPainter's coordinates, whose y runs downwards. Each
+// piece covers whole device pixels, so that all cells of a row look alike at every size.
 class PanelCanvas {
 public:
-    // `content` is the panel within the painter's coordinates, `dirty` what has to be painted of
-    // it. The painter is given back as it was when the canvas goes.
+    // `content` is the panel in the painter's coordinates, `dirty` the part that has to be painted.
+    // The destructor restores the painter's state.
     PanelCanvas(QPainter& painter, const QRect& content, const QRect& dirty, SpriteCache& sprites);
     ~PanelCanvas();
     PanelCanvas(const PanelCanvas&) = delete;
     PanelCanvas& operator=(const PanelCanvas&) = delete;
 
-    // `rect` with its origin at the bottom left of a `content`, in coordinates from the top left.
+    // Converts `rect`, measured from the bottom left of `content`, to coordinates measured from the
+    // top left.
     [[nodiscard]] static QRectF fromBottomLeft(const QRectF& rect, const QRectF& content);
 
-    // Every pixel of the painter that a piece drawn there may touch; empty for one without a place.
+    // The pixels of the painter that a piece drawn at `destination` may touch. Empty when
+    // `destination` cannot be painted.
     [[nodiscard]] static QRect covered(const QRectF& destination, const QRectF& content);
 
     void fill(const QColor& colour);
 
-    // `source` in units of the picture. What lies outside of the picture paints nothing, and so do
-    // a null picture and a destination that has no finite place.
+    // `source` is in units of the picture; the part outside the picture paints nothing. A null
+    // picture or a destination that is not finite paints nothing either.
     void draw(const InterfaceImage& image, const QRectF& source, const QRectF& destination,
         QPainter::CompositionMode operation);
 

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// Where everything is on the panel, in units of its design space: 782 × 220, origin at the bottom
-// left, y upwards.
+// The places of all items on the panel, in units of its design space: 782 × 220, origin at the
+// bottom left, y upwards.
 namespace kestrel::PanelLayout {
 
 inline constexpr double Width = 782;
@@ -34,7 +34,7 @@ struct Switch {
     double left;
 };
 
-// By lamp number, which does not run from left to right.
+// The index is the lamp number. Lamp numbers do not run from left to right.
 inline constexpr std::array<Switch, Switches> SwitchTable { {
     { Lamp::Red, 697 },
     { Lamp::Red, 18 },

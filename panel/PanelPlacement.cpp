@@ -18,7 +18,7 @@ namespace kestrel {
 
 namespace {
 constexpr std::chrono::milliseconds RestTime { 500 };
-constexpr QSize LikelyDecoration(8, 40); // of a window that has none yet
+constexpr QSize LikelyDecoration(8, 40); // assumed until the window has its decoration
 constexpr int FarthestPixel = 32767; // no window system places anything beyond it
 
 std::span<const std::uint8_t> bytes(const QByteArray& text)
@@ -85,12 +85,12 @@ void PanelPlacement::keepPlace()
     QWindow* const native = m_window.windowHandle();
     if (!native)
         return;
-    // A place that was never asked for does not count as one, even if the user dragged it there.
+    // Qt asks for a place only after a program has set one, even if the user dragged the window.
     if (!hasGivenSize() || !m_wanted.isKnown()) {
         native->setGeometry(native->geometry());
         return;
     }
-    // The window manager has forgotten where the window goes when it is not maximised any more.
+    // The window manager has forgotten the place of the window before it was maximised.
     const QRect inView = placeInView();
     native->resize(inView.size());
     native->setFramePosition(inView.topLeft());
@@ -98,7 +98,7 @@ void PanelPlacement::keepPlace()
 
 void PanelPlacement::bringOntoScreen()
 {
-    if (m_rest.isActive()) { // the user moved it just now
+    if (m_rest.isActive()) { // the user has just moved the window
         m_rest.stop();
         remember();
     }
@@ -108,7 +108,7 @@ void PanelPlacement::bringOntoScreen()
 void PanelPlacement::followScreens()
 {
     m_screens.emplace([this] {
-        m_rest.stop(); // that move was the window manager's, or the place is gone
+        m_rest.stop(); // the window manager made that move, or the place is gone
         m_isToBeRepeated = true;
         adjust();
         m_settling.start();
@@ -133,7 +133,7 @@ QRect PanelPlacement::placeInView() const
     return { fitted.topLeft(), fitted.size() - decoration };
 }
 
-// The window manager keeps the place of such a window for later.
+// True while the window is maximised or full-screen. The window manager keeps its normal place.
 bool PanelPlacement::hasGivenSize() const
 {
     return m_window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
@@ -145,7 +145,7 @@ void PanelPlacement::adjust()
     if (m_isOwed)
         return;
     const QRect inView = placeInView();
-    // Where a window goes that was never shown is left to the window manager if it can be.
+    // The window manager chooses the place of a window that was never shown, unless it must shrink.
     const bool isUnplaced = !m_window.testAttribute(Qt::WA_Moved) && !m_window.isVisible();
     if (inView == place() || (isUnplaced && inView.size() == m_window.size()))
         return;
@@ -162,7 +162,7 @@ void PanelPlacement::settled()
     if (!hasGivenSize() && std::exchange(m_isToBeRepeated, false) && placeInView() != place())
         adjust();
     else if (m_wanted.isKnown() && !hasGivenSize())
-        m_wanted.give(place()); // if it is another one, the window manager insists on it
+        m_wanted.give(place()); // the window manager may insist on another place
 }
 
 bool PanelPlacement::eventFilter(QObject* watched, QEvent* event)
@@ -188,13 +188,14 @@ bool PanelPlacement::eventFilter(QObject* watched, QEvent* event)
 void PanelPlacement::followWindowState()
 {
     if (hasGivenSize()) {
-        // The user moved it just before, and its size in the new state is yet to come.
+        // The user moved the window just before, and it does not have the size of the new state
+        // yet.
         if (m_rest.isActive() && isInProportion(m_window.size()))
             store();
         m_rest.stop();
     } else if (std::exchange(m_isOwed, false)) {
         m_isToBeRepeated = true;
-        m_settling.start(); // the size in the new state is yet to come
+        m_settling.start(); // the window does not have its new size yet
     }
 }
 

@@ -15,32 +15,33 @@ namespace kestrel {
 
 class DefaultsStore;
 
-// Remembers between runs where the user left the panel and how large, and keeps it wholly in view:
-// while the screens have no room for it there it is moved, and shrunk if need be.
+// Remembers the place and size that the user gave the panel, also between runs, and keeps the whole
+// panel in view: it moves the panel, and shrinks it if necessary, while the screens have no room at
+// that place.
 class PanelPlacement : public QObject {
     Q_OBJECT
 
 public:
-    // Kept as text: left and top of the frame, width and height of the content.
+    // The value is text: left and top of the frame, width and height of the content.
     static constexpr std::string_view Key = "NSWindow Frame Plug-in_Panel";
 
-    PanelPlacement(QWidget& window, DefaultsStore& defaults); // both outlive this
+    PanelPlacement(QWidget& window, DefaultsStore& defaults); // both outlive this object
     ~PanelPlacement() override;
 
-    // Leaves the window where it is when nothing fit to be used was remembered.
+    // Leaves the window where it is when the defaults hold no usable place.
     void restore();
-    // Has the next showing happen where the window was last, and not where a window manager
-    // would put it.
+    // Makes Qt ask for the last place at the next showing, so that the window manager does not
+    // choose another one.
     void keepPlace();
-    // To where the user left it, as far as the screens have room for it there.
+    // Moves the window to the place that the user gave it, as far as the screens have room there.
     void bringOntoScreen();
-    void followScreens(); // does so from now on whenever they change
+    void followScreens(); // from now on adjusts the window when the screens change
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] QRect place() const; // that the window has now
-    [[nodiscard]] QRect placeInView() const; // that it shall have
+    [[nodiscard]] QRect place() const; // the present place of the window
+    [[nodiscard]] QRect placeInView() const; // the place that it shall have
     [[nodiscard]] bool hasGivenSize() const;
     void followWindowState();
     void adjust();
@@ -53,10 +54,10 @@ private:
     DefaultsStore& m_defaults;
     WantedPlace m_wanted;
     std::optional<ScreenChanges> m_screens;
-    QTimer m_rest; // runs after a move by the user until the window has come to rest
-    QTimer m_settling; // runs after a change of the screens, when the window manager moves windows
-    bool m_isToBeRepeated = false; // adjusting it, if the window manager has undone that
-    bool m_isOwed = false; // an adjustment that the window was maximised for
+    QTimer m_rest; // runs after a move by the user until the window rests
+    QTimer m_settling; // runs while the window manager may still move the window
+    bool m_isToBeRepeated = false; // adjust again if the window manager undoes it
+    bool m_isOwed = false; // adjust when the window is no longer maximised
     bool m_isUnsaved = false;
 };
 

@@ -11,11 +11,11 @@
 namespace kestrel {
 
 namespace {
-// A window gets its size and is said to be maximised, or no longer to be, by two messages in either
-// order. Both have come by then.
+// The window system sends a new size and a new state (maximised or not) in two messages, in either
+// order. Both have arrived after this time.
 constexpr std::chrono::milliseconds SettleTime { 250 };
-constexpr int MostTimesAsked = 2; // the second time is for a size given while the user drags
-// In these a window has the size that its screen gives it.
+constexpr int MostTimesAsked = 2; // the second one is for a size set while the user drags
+// The states in which the window manager, not the program, sets the size.
 constexpr Qt::WindowStates GivenSize
     = Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized;
 } // namespace
@@ -48,7 +48,7 @@ bool PanelProportion::mayResize() const
     return m_window.isVisible() && !(m_window.windowState() & GivenSize);
 }
 
-// A window manager that gives the same size again insists on it, and is not asked for ever.
+// A window manager that sets the same size again insists on it. The requests stop then.
 void PanelProportion::settled()
 {
     if (!mayResize())

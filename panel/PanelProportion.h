@@ -10,17 +10,17 @@ class QWidget;
 
 namespace kestrel {
 
-// Keeps the view of a window in proportion, whatever becomes of the window: the window itself is
-// corrected as far as the window manager lets it, and into a window of another shape (maximised,
-// tiled) the view is fitted, with black beside it.
+// Keeps the view of a window in proportion. It corrects the size of the window if the window
+// manager allows it. In a window of another shape (maximised, tiled) it fits the view in, with
+// black beside it.
 class PanelProportion : public QObject {
     Q_OBJECT
 
 public:
-    // The content size to ask for in place of the one at hand.
+    // Returns the content size to request in place of `content`.
     using Better = std::function<QSize(QSize content)>;
 
-    PanelProportion(QWidget& window, QWidget& view, Better better); // both outlive this
+    PanelProportion(QWidget& window, QWidget& view, Better better); // both outlive this object
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -31,9 +31,9 @@ private:
     QWidget& m_window;
     QWidget& m_view;
     Better m_better;
-    QTimer m_settle; // runs until a new size has stayed for a while
-    QSize m_refused; // the size that the window had when a better one was asked for last
-    int m_timesAsked = 0; // for a better size than that
+    QTimer m_settle; // runs until a new size has stayed for 250 ms
+    QSize m_refused; // the size of the window at the last request for a better one
+    int m_timesAsked = 0; // the number of requests at that size
 };
 
 } // namespace kestrel

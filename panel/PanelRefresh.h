@@ -9,13 +9,13 @@ class QWidget;
 
 namespace kestrel {
 
-// Collects what is stale of a view and has it repainted at most once per display refresh.
+// Collects the stale parts of a view and repaints them at most once per display refresh.
 class PanelRefresh {
 public:
     explicit PanelRefresh(QWidget& view); // the view outlives this
 
     void request(const QRegion& stale);
-    void painted(); // by the view, each time it painted
+    void painted(); // the view calls this after each painting
 
 private:
     void repaint();

@@ -3,15 +3,15 @@
 #include <QRect>
 #include <QSize>
 
-// The one shape that the panel has: 782 : 220, like its background.
+// The panel always has the proportion of its background picture, 782 : 220.
 namespace kestrel {
 
 [[nodiscard]] double panelHeight(double width);
 
-// Less than a pixel away from it: window managers round as they like.
+// Allows for less than one pixel of difference, because window managers round sizes differently.
 [[nodiscard]] bool isInProportion(QSize content);
 
-// The largest panel that fits into the content, centred; the content itself when in proportion.
+// The largest panel that fits into the content, centred. The whole content if it is in proportion.
 [[nodiscard]] QRect fittedPanel(QSize content);
 
 } // namespace kestrel

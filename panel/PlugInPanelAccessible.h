@@ -19,7 +19,7 @@ public:
     explicit PlugInPanelAccessible(PlugInPanelView* view);
     ~PlugInPanelAccessible() override;
 
-    // Makes the panel known to Qt; once is enough, more does no harm.
+    // Registers the factory of this class with Qt. Further calls do no harm.
     static void install();
 
     [[nodiscard]] int childCount() const override;
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override;
 
 private:
-    std::array<QAccessible::Id, Children> m_children; // Qt owns them by these
+    std::array<QAccessible::Id, Children> m_children; // Qt owns the children by ID
 };
 
 } // namespace kestrel

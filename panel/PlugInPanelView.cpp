@@ -14,9 +14,9 @@
 namespace kestrel {
 
 namespace {
-constexpr double LastCode = 127; // its cell or frame is the lowest of a picture
+constexpr double LastCode = 127; // the lowest cell or frame of a picture shows it
 
-// What shows where no picture covers the panel.
+// The colour of the panel where no picture covers it.
 constexpr QColor Ground(16, 17, 18);
 } // namespace
 
@@ -41,14 +41,14 @@ PlugInPanelView::PlugInPanelView(const QRect& frame, const ImageLoader& imageNam
     new PanelAnnouncer(*this);
 }
 
-// A hook: nothing has to be prepared for text that is cut from a picture.
+// Does nothing: the characters come from a picture and need no text attributes.
 void PlugInPanelView::prepareAttributes() { }
 
 void PlugInPanelView::setupMessageArry()
 {
     if (m_myZonesArray)
         return;
-    m_myZonesArray.emplace(); // every code 0, and a cell of the atlas is drawn for that too
+    m_myZonesArray.emplace(); // every code is 0, which has a cell in the atlas too
     m_isAllStale = true;
 }
 
@@ -101,7 +101,7 @@ void PlugInPanelView::setNeedsDisplay()
     refresh({});
 }
 
-// A message that stored something which is not drawn still repaints: the whole panel then.
+// Repaints the whole panel if `stale` is empty: a message may store only values that are not drawn.
 void PlugInPanelView::refresh(const QRegion& stale)
 {
     const bool isAllStale = std::exchange(m_isAllStale, false) || stale.isEmpty();
@@ -119,7 +119,7 @@ void PlugInPanelView::paintEvent(QPaintEvent* event)
 void PlugInPanelView::drawRect(QPainter& painter, const QRect& dirtyRect)
 {
     PanelCanvas canvas(painter, rect(), dirtyRect, m_sprites);
-    // Source-in needs an opaque ground to come out in; an opaque picture brings its own.
+    // SourceIn paints only onto opaque pixels. An opaque picture replaces them all.
     if (!m_imageBack.isOpaque())
         canvas.fill(Ground);
     canvas.draw(m_imageBack, QRectF(0, 0, PanelLayout::Width, PanelLayout::Height), rect(),
@@ -143,7 +143,7 @@ void PlugInPanelView::drawCharacter(PanelCanvas& canvas, const QRectF& rect, std
 {
     using PanelLayout::CellHeight;
     const double atlasWidth = m_imageAscii.width();
-    const auto code = static_cast<std::int8_t>(chara); // negative ones lie above the atlas
+    const auto code = static_cast<std::int8_t>(chara); // negative codes lie above the atlas
     const auto [width, height] = drawRatio(true);
     canvas.draw(m_imageAscii, { 0, (LastCode - code) * CellHeight, atlasWidth, CellHeight },
         { rect.x() * width, rect.y() * height, atlasWidth * width, CellHeight * height },
@@ -178,7 +178,7 @@ void PlugInPanelView::drawKnob(PanelCanvas& canvas)
     }
 }
 
-// The view is all of the window's content.
+// The view fills the window's content, so its rectangle gives the ratio.
 PlugInPanelView::Ratio PlugInPanelView::drawRatio(bool viewDisplay) const
 {
     Ratio ratio;

@@ -15,8 +15,8 @@ namespace kestrel {
 
 class PanelCanvas;
 
-// Mirrors the console's plug-in section: keeps the state that its display, knob and lamp messages
-// leave it in, and draws the panel accordingly. Main thread only.
+// Mirrors the plug-in section of the console: stores the values of its display, knob and lamp
+// messages and draws the panel from them. Main thread only.
 class PlugInPanelView : public QWidget {
     Q_OBJECT
 
@@ -30,14 +30,14 @@ public:
     void setupMessageArry();
     void initMessageArry();
 
-    // The console's messages as they arrived; what is malformed in them changes nothing. A repaint
-    // is asked for only when the window is visible.
+    // Store a message of the console. Malformed parts of it change nothing. They request a repaint
+    // only if the window is visible.
     void updateZone(std::span<const std::uint8_t> data, bool windowVisible);
     void updateDSParea(std::span<const std::uint8_t> data, bool windowVisible);
 
     void setNeedsDisplay();
 
-    // What each covers at the present size, in the view's own coordinates.
+    // The area of each item at the present size, in the view's coordinates.
     [[nodiscard]] QRect zoneRect(std::size_t zone) const;
     [[nodiscard]] QRect rowRect(std::size_t row) const;
     [[nodiscard]] QRect knobRect(std::size_t knob) const;
@@ -45,7 +45,7 @@ public:
 
     void drawRect(QPainter& painter, const QRect& dirtyRect);
     void drawString(PanelCanvas& canvas, const QRect& dirtyRect);
-    // The cell goes where the origin of `rect` is and is as large as the atlas has it.
+    // Draws the cell at the origin of `rect`, as wide as the character atlas and one cell high.
     void drawCharacter(PanelCanvas& canvas, const QRectF& rect, std::uint8_t chara);
     void drawSwitch(PanelCanvas& canvas);
     void drawKnob(PanelCanvas& canvas);
@@ -82,7 +82,7 @@ private:
     std::optional<PanelZones> m_myZonesArray;
     std::optional<PanelKnobs> m_myKnobArray;
     std::optional<PanelSwitches> m_mySwitchArray;
-    bool m_isAllStale = false; // the store was made or emptied without a repaint
+    bool m_isAllStale = false; // the zones were made or emptied without a repaint
     InterfaceImage m_imageBack;
     InterfaceImage m_imageAscii;
     InterfaceImage m_imageKnob;

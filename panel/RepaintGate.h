@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-// Lets at most one repaint through per display refresh: the first at once, what comes too early
-// later, all of it together.
+// Limits repaints to one per display refresh. The first one may happen at once; requests that come
+// too early wait and are painted together.
 class RepaintGate {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
@@ -13,7 +13,7 @@ public:
 
     static constexpr std::chrono::microseconds Refresh { 16'667 };
 
-    // How long a repaint asked for now has to wait.
+    // The time that a repaint requested at `now` has to wait.
     [[nodiscard]] Delay delay(TimePoint now) const
     {
         if (now >= m_nextPaint)

@@ -16,7 +16,7 @@ SpriteCache::Sprite SpriteCache::sprite(
 {
     if (pixels == source.size())
         return { image.single(), source };
-    const bool finer = !image.doubled().isNull(); // scaled down, too, it looks better
+    const bool finer = !image.doubled().isNull(); // also the better one to scale down
     const QImage& picture = finer ? image.doubled() : image.single();
     const QRect part = finer ? QRect(source.topLeft() * 2, source.size() * 2) : source;
     if (pixels == part.size())
@@ -26,7 +26,7 @@ SpriteCache::Sprite SpriteCache::sprite(
     const auto found = m_scaled.constFind(key);
     if (found != m_scaled.cend())
         return { *found, found->rect() };
-    // Cut first: scaled as a whole, cells would bleed into their neighbours.
+    // Cuts before scaling: in a picture scaled as a whole, cells would bleed into their neighbours.
     const QImage scaled
         = picture.copy(part).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     if (m_scaledBytes + scaled.sizeInBytes() > MaximumBytes) {

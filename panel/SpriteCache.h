@@ -7,9 +7,9 @@
 
 namespace kestrel {
 
-// Cuts pieces out of pictures in the size in which they are painted. At the sizes of the two
-// pixel densities a piece is a part of the picture itself; at any other it is scaled once, with
-// care, and kept until the panel gets another size.
+// Cuts pieces out of pictures, in the size in which they are painted. At the size of either pixel
+// density a piece is a part of the picture itself. At any other size the cache scales the piece
+// once, smoothly, and keeps it until the size of the panel changes.
 class SpriteCache {
 public:
     struct Sprite {
@@ -17,14 +17,15 @@ public:
         QRect source; // the part of `image` to be painted, in its pixels
     };
 
-    // What the whole panel measures in device pixels; every piece kept is given up when that is
-    // new.
+    // Sets the size of the whole panel in device pixels. A new size empties the cache.
     void setPanelSize(QSizeF pixels);
 
-    // `source` lies within the picture: units, origin top left. `pixels` is what it shall measure.
+    // `source` lies within the picture, in units, origin at the top left. `pixels` is the size of
+    // the result.
     [[nodiscard]] Sprite sprite(const InterfaceImage& image, const QRect& source, QSize pixels);
 
-    // What the scaled pieces may take; beyond it all of them are given up and made anew.
+    // The limit for all scaled pieces together. A piece that would exceed it empties the cache
+    // first.
     static constexpr qsizetype MaximumBytes = 32 << 20;
     [[nodiscard]] qsizetype scaledBytes() const { return m_scaledBytes; }
 

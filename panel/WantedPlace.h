@@ -4,9 +4,9 @@
 
 namespace kestrel {
 
-// Tells apart where the user put a window, and how large, and where it is for as long as the
-// screens have no room for it there. A place is the corner of the frame and the size of the
-// content.
+// Keeps two places of a window: the one that the user wants, and the one that the window has while
+// the screens have no room for the wanted one. A place is the upper left corner of the frame and
+// the size of the content.
 class WantedPlace {
 public:
     [[nodiscard]] bool isKnown() const { return m_wanted.isValid(); }
@@ -14,11 +14,11 @@ public:
 
     void want(const QRect& place) { m_wanted = m_given = place; }
 
-    // The window is there for want of room, or because the window manager put it there.
+    // Notes where the program or the window manager put the window.
     void give(const QRect& place) { m_given = place; }
 
-    // The window has come to rest there. What differs from the place it was given is what the user
-    // changed.
+    // Notes where the window has come to rest. The differences from the given place are the changes
+    // by the user.
     void foundAt(const QRect& place)
     {
         if (place.topLeft() != m_given.topLeft() || !isKnown())
