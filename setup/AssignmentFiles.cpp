@@ -13,7 +13,7 @@ namespace {
 
 constexpr FileCodes Codes { .type = 0x55534153, .creator = 0x4B5A4C51 }; // 'USAS', 'KZLQ'
 
-// Nothing for what is no ordinary file, or larger than any archive may be.
+// No value if the path names no regular file or the file is larger than any archive may be.
 std::optional<QByteArray> content(const QString& path)
 {
     const QFileInfo info(path);

@@ -10,7 +10,7 @@ namespace kestrel {
 
 class FileAttributes;
 
-// Assignment files: a whole assignment set each.
+// Reads and writes assignment files. Each file holds one whole assignment set.
 class AssignmentFiles {
 public:
     inline static const QString Extension = QStringLiteral("ZKCF");
@@ -20,11 +20,11 @@ public:
     {
     }
 
-    // Null for everything that is not an assignment file or cannot be read.
+    // Returns null if the file cannot be read or is no assignment file.
     [[nodiscard]] std::shared_ptr<UserAssignFile> read(const QString& path) const;
 
-    // A fresh file with type and creator code, if the file system keeps such. False, with an old
-    // file untouched, when it could not be written.
+    // Writes a new file, with type and creator code if the file system stores them. Returns false
+    // if writing failed; an old file at the path is then unchanged.
     [[nodiscard]] bool write(const QString& path, const UserAssignFile& set);
 
 private:

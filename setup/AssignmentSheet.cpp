@@ -28,9 +28,9 @@ QString AssignmentSheet::chosenPath() const
     return result() == Accepted && !urls.isEmpty() ? urls.front().toLocalFile() : QString();
 }
 
-// Qt takes all that follows a point for an extension, and opens every file whose name is typed. Its
-// question about replacing a file has to be about the name with the right extension. Native panels
-// see to all of this themselves.
+// Appends the extension or refuses the name before QFileDialog acts on it. QFileDialog takes any
+// text after a point for an extension, opens any file whose name is typed, and asks about replacing
+// a file before an extension could be added. Native dialogs do all of this correctly.
 void AssignmentSheet::accept()
 {
     auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));

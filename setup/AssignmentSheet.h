@@ -4,15 +4,15 @@
 
 namespace kestrel {
 
-// The panel, a sheet on the setup window, in which an assignment file is chosen.
+// The file dialog, a sheet on the setup window, in which the user chooses an assignment file.
 class AssignmentSheet : public QFileDialog {
 public:
     enum class Purpose { Open, Save };
 
-    // Goes by itself once it is closed.
+    // The sheet deletes itself once it is closed.
     AssignmentSheet(Purpose purpose, QWidget& window);
 
-    // Empty unless it was closed with a file that has a path.
+    // Empty unless the user has accepted a file with a local path.
     [[nodiscard]] QString chosenPath() const;
 
 protected:

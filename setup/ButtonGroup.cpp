@@ -23,7 +23,7 @@ void ButtonGroup::removeButtonController(UserAssignableButtonController* control
 void ButtonGroup::setCurrentButtonId(std::int32_t id)
 {
     using State = UserAssignableButton::State;
-    m_currentButtonId = id; // first: a button that turns on finds itself selected
+    m_currentButtonId = id; // set first: the button that turns on must find itself selected
     for (const UserAssignableButtonController* controller : m_buttonControllers) {
         if (UserAssignableButton* button = controller->view())
             button->setState(button->tag() == id ? State::On : State::Off);

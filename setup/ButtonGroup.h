@@ -7,14 +7,14 @@ namespace kestrel {
 
 class UserAssignableButtonController;
 
-// Which one of the user-assignable buttons is selected. Main thread only.
+// Knows which of the user-assignable buttons is selected. Main thread only.
 class ButtonGroup {
 public:
     using ButtonControllers = std::vector<UserAssignableButtonController*>; // in order of creation
 
     [[nodiscard]] static ButtonGroup& sharedInstance();
 
-    // They remove themselves.
+    // The controllers add and remove themselves; the group does not own them.
     void addButtonController(UserAssignableButtonController* controller);
     void removeButtonController(UserAssignableButtonController* controller);
 

@@ -8,7 +8,7 @@ namespace kestrel {
 
 namespace {
 
-constexpr int Margin = 8; // left free beside a control that is brought into view
+constexpr int Margin = 8; // free space beside a control that is brought into view
 constexpr int WheelStep = 20;
 
 void show(QScrollBar& bar, int first, int length)

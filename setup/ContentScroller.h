@@ -16,9 +16,9 @@ class ContentScroller {
 public:
     ContentScroller(QWidget& window, const QSize& content);
 
-    // Gives the window the size of its content, or as much of it as the room allows.
+    // Gives the window the size of its content, limited to the room.
     void fitInto(const QSize& room);
-    // Where in the content the window's upper left corner is.
+    // The place in the content that is at the window's upper left corner.
     [[nodiscard]] QPoint offset() const { return m_offset; }
     void wheelMoved(QWheelEvent& event);
 
@@ -31,7 +31,8 @@ private:
     QWidget& m_window;
     QSize m_content;
     QPoint m_offset;
-    // Null until the room was too small for the first time. The window owns them.
+    // The scroll bars are null until the room is too small for the first time. The window owns
+    // them.
     QScrollBar* m_horizontal = nullptr;
     QScrollBar* m_vertical = nullptr;
     QObject m_context; // ends the connections with this object, which the window outlives

@@ -14,13 +14,12 @@ namespace {
 
 constexpr double Margin = 2;
 
-// Paper on the key, in the ring of a control that has the focus.
+// A paper-coloured box on the button, with the focus ring of the other controls.
 const QString Look = QStringLiteral(
     "QPlainTextEdit { border: 2px solid #5ED6CE; border-radius: 6px; background: #F6F3EC;"
     " color: black; selection-background-color: #5ED6CE; selection-color: black; }");
 
-// Where Command takes the cursor of a text, beside the editing shortcuts; Backspace deletes up to
-// there.
+// The cursor movement for a key that is pressed with Command. Backspace deletes up to that place.
 std::optional<QTextCursor::MoveOperation> moveWithCommand(int key)
 {
     switch (key) {
@@ -71,7 +70,7 @@ RenameBox::RenameBox(
     selectAll();
 }
 
-// The document keeps line ends in a way of its own.
+// QTextDocument stores line ends as paragraph separators.
 QString RenameBox::stringValue() const
 {
     if (!document()->isModified())
@@ -95,7 +94,8 @@ void RenameBox::keyPressEvent(QKeyEvent* event)
         QPlainTextEdit::keyPressEvent(event);
 }
 
-// A key that `moveWithCommand` knows. Not every toolkit takes it for one that edits.
+// `key` is one that `moveWithCommand` knows. Qt does not treat it as an editing key on every
+// platform.
 void RenameBox::moveOrDelete(int key, bool isSelecting)
 {
     QTextCursor cursor = textCursor();

@@ -12,14 +12,14 @@ namespace kestrel {
 // The small text box over a button in which the user types its name.
 class RenameBox : public QPlainTextEdit {
 public:
-    // What a key means to a text that is being edited.
+    // The meaning of a key while text is edited.
     enum class Command {
         InsertNewline,
         CancelOperation,
-        Noop, // a combination that nothing else handles
+        Noop, // a Command combination that the box does not handle itself
         Other
     };
-    // True when the command was carried out and the text shall not see the key.
+    // Returns true when it has carried out the command. The text does not get the key then.
     using Delegate = std::function<bool(Command)>;
 
     RenameBox(const QRect& frame, const QString& text, const InterfaceServices& services,
@@ -27,10 +27,10 @@ public:
 
     void setDelegate(Delegate delegate) { m_delegate = std::move(delegate); }
 
-    // As typed; the text that the box was opened with, to the letter, if nothing was.
+    // The typed text. If the user has typed nothing, exactly the text that the box was opened with.
     [[nodiscard]] QString stringValue() const;
 
-    // The key that is being handled.
+    // The key that the delegate is being asked about. No value at other times.
     [[nodiscard]] const std::optional<KeyPress>& currentEvent() const { return m_currentEvent; }
 
 protected:

@@ -15,10 +15,11 @@ namespace kestrel {
 
 namespace {
 
-constexpr int TitleBarHeight = 28; // more or less, before a window was shown
+constexpr int TitleBarHeight = 28; // an estimate, used before a window was shown
 constexpr int FarthestCoordinate = 100'000;
 
-// From and to an origin at the lower left of the primary screen; the operation is its own inverse.
+// Converts between an origin at the upper left of the primary screen and one at its lower left. The
+// conversion is its own inverse.
 QRect flipped(const QRect& rect)
 {
     const int height = QGuiApplication::primaryScreen()->geometry().height();
@@ -42,7 +43,8 @@ SavedWindowFrame::SavedWindowFrame(std::string_view autosaveName, DefaultsStore&
 {
 }
 
-// A window that was never shown has no title bar yet, and was put where it is by the last frame.
+// Ignores a window that was never shown: its title bar is unknown, and its place came from the
+// saved frame.
 void SavedWindowFrame::save(const QWidget& window)
 {
     if (!window.windowHandle())
@@ -66,7 +68,7 @@ void SavedWindowFrame::restore(
         window.move(movedOntoScreens(flipped(*saved), screens).topLeft());
         return;
     }
-    // Where the frame of a window that was never shown ends is not known yet.
+    // The frame of a window that was never shown is not known yet, so this assumes a title bar.
     const QRect frame = flipped(content).adjusted(0, -TitleBarHeight, 0, 0);
     const QRect placed = movedOntoScreens(frame, screens).adjusted(0, TitleBarHeight, 0, 0);
     window.setGeometry(placed);

@@ -8,7 +8,7 @@ class ApplicationVisibility;
 class DefaultsStore;
 class FileAttributes;
 
-// What the setup window takes from outside. All outlive the window.
+// The services that the setup window uses. All of them outlive the window.
 struct SetupServices {
     InterfaceServices interface;
     DefaultsStore& defaults;

@@ -9,15 +9,15 @@
 
 namespace kestrel {
 
-// Frames and pictures of the setup window, filled once, before the first window is made. Frames
-// are in units with their origin at the lower left, that of the window on the screen and those of
-// the controls in its content.
+// The frames and pictures of the setup window, filled once, before the first window is made. Frames
+// are in units with the origin at the lower left: of the screen for the frame of the window, of its
+// content for the frames of the controls.
 struct SetupTables {
     using Images = std::array<InterfaceImage, 3>;
 
     QRect UserAssignableWindowFrame { 600, 350, 620, 453 };
-    QRect UserAssignableButtonFrame { 36, 272, 78, 78 }; // the first of the grid
-    QRect ShortcutFieldFrame { 430, 315, 171, 34 }; // the topmost
+    QRect UserAssignableButtonFrame { 36, 272, 78, 78 }; // of the first button in the grid
+    QRect ShortcutFieldFrame { 430, 315, 171, 34 }; // of the topmost field
     QSize ClearButtonSize { 56, 31 };
     std::array<QRect, 2> LoadSaveButtonFrame { QRect(3, 419, 56, 31), QRect(61, 419, 56, 31) };
     std::array<QRect, 3> AssignOkCancelButtonFrame { QRect(540, 119, 56, 31),
@@ -28,7 +28,8 @@ struct SetupTables {
     InterfaceImage ClearButtonOnPressImage;
     InterfaceImage ClearButtonDisableImage;
     InterfaceImage ClearButtonOffImage;
-    // Of Load and Save the Off pictures are those at rest, of the other three the pressed ones.
+    // For Load and Save, the Off pictures show the button at rest. For the other three buttons,
+    // they show it pressed.
     std::array<InterfaceImage, 2> LoadSaveButtonOffImage;
     std::array<InterfaceImage, 2> LoadSaveButtonImage;
     Images AssignOkCancelButtonImage;
@@ -45,7 +46,7 @@ struct SetupTables {
     [[nodiscard]] QRect buttonFrame(int index) const;
     [[nodiscard]] QRect fieldFrame(int index) const;
     [[nodiscard]] QRect clearButtonFrame(int index) const;
-    // The same frame as the toolkit has it, with its origin at the upper left.
+    // Converts a frame to the coordinates of Qt, with the origin at the upper left.
     [[nodiscard]] QRect inContent(const QRect& frame) const;
 };
 

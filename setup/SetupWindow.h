@@ -8,18 +8,17 @@
 
 namespace kestrel {
 
-// The bare "User Assignable Setup" window: its frame, and the background on which the controls
-// stand.
+// The "User Assignable Setup" window without its controls: the frame and the background.
 class SetupWindow : public QWidget {
 public:
     SetupWindow();
 
-    // A click on the background.
+    // Sets the function that is called when the user clicks the background.
     void setMouseDown(std::function<void()> mouseDown) { m_mouseDown = std::move(mouseDown); }
-    // About to be hidden or closed.
+    // Sets the function that is called just before the window is hidden or closed.
     void setHiding(std::function<void()> hiding) { m_hiding = std::move(hiding); }
 
-    // Never larger than the room. What is not seen then can be scrolled to.
+    // Limits the window to the room. The user can scroll to the rest of the content.
     void fitInto(const QSize& room) { m_scroller.fitInto(room); }
 
     void setVisible(bool visible) override;

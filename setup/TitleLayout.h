@@ -5,8 +5,8 @@
 
 #include <vector>
 
-// Where the lines of text on a user-assignable button stand, and how a name is broken into them.
-// Lengths are in units; `measure` tells how wide a text is drawn.
+// Places the lines of text on a user-assignable button and breaks a name into lines. Lengths are in
+// units. `measure` returns the drawn width of a text.
 namespace kestrel::TitleLayout {
 
 inline constexpr int MostLines = 4;
@@ -23,15 +23,15 @@ inline constexpr int MostLines = 4;
     return (lineCount < 2 ? 2 : 1) * lineHeight(lineCount, height);
 }
 
-// How many lines a name of that width asks for; the usable width is at least 1.
+// The number of lines that a name of that width needs. The usable width is at least 1.
 [[nodiscard]] inline int lineCount(double nameWidth, double usableWidth)
 {
     const bool hasRest = static_cast<int>(nameWidth) % static_cast<int>(usableWidth) != 0;
     return static_cast<int>(nameWidth / usableWidth) + (hasRest ? 1 : 0);
 }
 
-// The first lines of the name, at most `mostLines`. Characters are what the user takes for one,
-// and a line holds at least one, however wide.
+// Returns the first lines of the name, at most `mostLines`. Lines break between grapheme clusters.
+// Each line holds at least one, even if that one is too wide.
 template <typename Measure>
 [[nodiscard]] std::vector<QStringView> brokenName(
     QStringView name, double usableWidth, int mostLines, Measure measure)

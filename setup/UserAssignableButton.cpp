@@ -11,7 +11,7 @@
 namespace kestrel {
 
 namespace {
-// The part of event modifier flags that does not depend on the device.
+// Masks the bits of the modifier flags that do not depend on the device.
 constexpr ModifierFlags DeviceIndependent = 0xFFFF0000;
 } // namespace
 
@@ -23,8 +23,8 @@ UserAssignableButton::UserAssignableButton(
 {
     setGeometry(frame);
     setCheckable(true);
-    setAutoExclusive(
-        true); // Qt refuses to turn the selected button off, and tells of radio buttons
+    // Qt then refuses to turn the selected button off and reports the buttons as radio buttons.
+    setAutoExclusive(true);
     setFocusPolicy(Qt::TabFocus);
     setTag(0);
 }
@@ -64,7 +64,8 @@ void UserAssignableButton::setTag(int tag)
     setAccessibleName(QStringLiteral("User-assignable button %1").arg(tag + 1));
 }
 
-// The entry changes without a word to the button, so this is also when its description is made.
+// Updates the accessible description as well, because the button is not told of changes in its
+// entry.
 void UserAssignableButton::setNeedsDisplay()
 {
     QStringList shown;
@@ -132,7 +133,7 @@ void UserAssignableButton::openEditBox()
     m_editBox->setFocus(Qt::OtherFocusReason);
 }
 
-// May be called from the box's own event.
+// The box may be handling an event when this is called, so it is deleted later.
 void UserAssignableButton::closeEditBox()
 {
     if (!m_editBox)
@@ -206,7 +207,8 @@ void UserAssignableButton::nextCheckState()
     setChecked(true);
 }
 
-// Not that of QAbstractButton, which would take all other radio buttons out of the tab order.
+// Skips QAbstractButton::focusInEvent(), which would take all other radio buttons out of the tab
+// order.
 void UserAssignableButton::focusInEvent(QFocusEvent* event)
 {
     QWidget::focusInEvent(event);

@@ -12,13 +12,13 @@ namespace kestrel {
 
 class UserAssignableButtonController;
 
-// One of the setup window's square buttons: shows its name, or its shortcuts, or its number; is
-// selected by a click and renamed after a double click.
+// One of the square buttons of the setup window. It shows its name, else its shortcuts, else its
+// number. A click selects it, and a double click opens a box to rename it.
 class UserAssignableButton : public QAbstractButton {
 public:
     enum class State { Off, On };
 
-    // How text is drawn: in one line, cut at its end with an ellipsis.
+    // The look of the text. Each text is drawn in one line and cut at its end with an ellipsis.
     struct TextAttributes {
         QFont font;
         QColor foreground;
@@ -37,8 +37,8 @@ public:
     [[nodiscard]] const ButtonEntry& shortcutArray() const { return m_shortcutArray; }
     void setShortcutArray(const ButtonEntry& entry); // shared, not copied
     [[nodiscard]] QString uniqueName() const { return m_uniqueName; }
-    void setUniqueName(const QString& name); // empty for none
-    // Hears of every name that the button is given.
+    void setUniqueName(const QString& name); // an empty name means none
+    // Sets the function that is called with each name that the button gets.
     void setRenamed(std::function<void(const QString&)> renamed);
     [[nodiscard]] RenameBox* editBox() const { return m_editBox; } // null when closed
     [[nodiscard]] int tag() const { return m_tag; }
@@ -52,9 +52,9 @@ public:
     [[nodiscard]] State state() const { return isChecked() ? State::On : State::Off; }
     void closeEditBox();
 
-    // The rename box's question; true when the command was handled.
+    // The rename box asks the button to carry out a command. True when the button has handled it.
     bool controlTextViewDoCommandBySelector(RenameBox::Command command);
-    // Performs the rename box's editing shortcut that its current event is.
+    // Performs the editing shortcut (cut, copy, paste and so on) of the rename box's current event.
     void sendEvent();
 
     void drawRect();
@@ -76,7 +76,7 @@ private:
 
     InterfaceServices m_services;
     TextAttributes m_attributes;
-    UserAssignableButtonController* m_delegate = nullptr; // owns this
+    UserAssignableButtonController* m_delegate = nullptr; // owns this button
     ButtonEntry m_shortcutArray;
     QString m_uniqueName;
     std::function<void(const QString&)> m_renamed;

@@ -11,7 +11,8 @@ UserAssignableButtonController::UserAssignableButtonController(
 {
     m_view->setDelegate(this);
     ButtonGroup::sharedInstance().addButtonController(this);
-    // Keyboard, assistive technology and program turn the button on and nothing more.
+    // The keyboard, assistive technology and the program only turn the button on, so select it
+    // here.
     QObject::connect(m_view, &QAbstractButton::toggled, m_view,
         [this, &center = services.notificationCenter](bool isOn) {
             if (isOn)

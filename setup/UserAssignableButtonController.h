@@ -6,8 +6,8 @@
 
 namespace kestrel {
 
-// One user-assignable button of the window, known to the button group as long as it lives. However
-// the button is turned on, the group makes it the selected one.
+// Controls one user-assignable button of the window. The button group knows the controller as long
+// as it exists. A button that is turned on by any means becomes the selected one of the group.
 class UserAssignableButtonController {
 public:
     UserAssignableButtonController(
@@ -16,10 +16,10 @@ public:
     UserAssignableButtonController(const UserAssignableButtonController&) = delete;
     UserAssignableButtonController& operator=(const UserAssignableButtonController&) = delete;
 
-    // Null once the window that it was in is gone.
+    // Null once the window of the button has been deleted.
     [[nodiscard]] UserAssignableButton* view() const { return m_view; }
 
-    // Of the group: the 0-based index of the selected button.
+    // The 0-based index of the selected button of the group.
     [[nodiscard]] std::int32_t currentButtonId() const;
     void setCurrentButtonId(std::int32_t id);
 
@@ -28,7 +28,7 @@ public:
 private:
     void select(NotificationCenter& notificationCenter);
 
-    QPointer<UserAssignableButton> m_view; // owned, by the window as well
+    QPointer<UserAssignableButton> m_view; // the controller deletes it unless the window has
 };
 
 } // namespace kestrel

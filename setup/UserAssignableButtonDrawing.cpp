@@ -1,4 +1,4 @@
-// The button's face: artwork and text.
+// Draws the face of the button: its picture and its text.
 
 #include "common/KestrelUtilities.h"
 #include "setup/TitleLayout.h"
@@ -13,10 +13,10 @@ namespace kestrel {
 namespace {
 
 constexpr double NameMargins = 12;
-constexpr double LeftMargin = 5; // of a name with more than one line
+constexpr double LeftMargin = 5; // for names of more than one line
 constexpr double CornerRadius = 7;
 
-// Four lines hold far fewer; the rest would be measured for nothing.
+// Four lines hold far fewer UTF-16 units. Measuring more would cost time for nothing.
 constexpr qsizetype MostUnits = 256;
 
 struct Images {
@@ -100,7 +100,7 @@ void UserAssignableButton::drawName(QPainter& painter)
     m_attributes.alignment = Qt::AlignHCenter;
 }
 
-// Left means left for texts that run the other way, too.
+// Qt::AlignAbsolute keeps right-to-left texts left-aligned as well.
 void UserAssignableButton::drawLine(QPainter& painter, QPointF topLeft, QStringView text) const
 {
     painter.setFont(m_attributes.font);

@@ -1,4 +1,5 @@
-// The twelve buttons of the setup window: which is selected, and their rename boxes.
+// The part of the setup window that handles the twelve buttons: the selected one and the rename
+// boxes.
 
 #include "setup/UserAssinableWindowController.h"
 

@@ -1,4 +1,4 @@
-// How the setup window is shown and closed.
+// The part of the setup window that shows and closes it.
 
 #include "common/ApplicationVisibility.h"
 #include "common/ScreenFit.h"
@@ -20,7 +20,7 @@ void UserAssinableWindowController::showWindow()
     m_window->show();
 }
 
-// Where it was left last, and no larger than the screen that is there now.
+// Puts the window at its last place, no larger than its present screen.
 void UserAssinableWindowController::placeWindow()
 {
     m_savedFrame.restore(
@@ -47,7 +47,8 @@ void UserAssinableWindowController::closeDialog()
 
 void UserAssinableWindowController::windowClosing(const Notification& notification)
 {
-    // The panel may have closed while the sheet was up, and taken the marker with it.
+    // Another window, such as the plug-in panel, may have closed while the sheet was open and reset
+    // m_visibleFileDialog.
     const bool isSheet = qobject_cast<const QFileDialog*>(notification.object) != nullptr;
     if (!m_visibleFileDialog && !isSheet) {
         m_savedFrame.save(*m_window);

@@ -1,4 +1,4 @@
-// How the setup window is built.
+// The part of the setup window that builds it.
 
 #include "setup/SetupTables.h"
 #include "setup/UserAssinableWindowController.h"

@@ -1,4 +1,5 @@
-// The set in the setup window: how it is taken, assigned, written and thrown away.
+// The part of the setup window that takes a set, assigns shortcuts to it, writes it and discards
+// it.
 
 #include "setup/UserAssinableWindowController.h"
 

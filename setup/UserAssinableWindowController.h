@@ -15,8 +15,8 @@ class ImageButton;
 class InterfaceImage;
 class WindowVisibility;
 
-// The "User Assignable Setup" window: edits a working copy of the assignment set, which OK writes
-// into the live set and every other way of closing the window throws away.
+// The "User Assignable Setup" window. It edits a working copy of the assignment set. OK writes the
+// copy into the live set; every other way of closing the window discards it.
 class UserAssinableWindowController {
 public:
     explicit UserAssinableWindowController(const SetupServices& services);
@@ -26,13 +26,13 @@ public:
 
     void setMyWindowController(WindowVisibility* panel); // the plug-in panel; not owned
     void initShortcut(std::shared_ptr<UserAssignFile> live); // shared with the application
-    void setupUI(const UserAssignFile& set); // show this set
-    void setupShortcut(const UserAssignFile& set); // take it as working copy
-    // Write the working copy and the names into it, and show them again.
+    void setupUI(const UserAssignFile& set); // takes the set and shows it in the fields
+    void setupShortcut(const UserAssignFile& set); // takes the set as the working copy
+    // Writes the working copy and the names into the set, and shows them again.
     void changeShortcut(UserAssignFile& set);
 
     [[nodiscard]] bool isVisible() const { return m_window->isVisible(); }
-    void showWindow(); // where it was left last
+    void showWindow(); // at its last place
     void makeKeyAndOrderFront();
     [[nodiscard]] SetupWindow* window() const { return m_window.get(); }
 
@@ -41,15 +41,15 @@ public:
     void cancel();
     void load();
     void save();
-    // False, with nothing changed, for anything but an assignment file.
+    // Returns false and changes nothing if the file is no assignment file.
     bool loadFile(const QString& path, bool bSetupUI);
     void updateAssignButton();
-    void mouseDown(); // on the background
+    void mouseDown(); // the user has clicked the background
     void windowClosing(const Notification& notification);
     void userAssign(const Notification& notification); // another button was selected
     void hideUserAssignEditBoxNotify(const Notification& notification);
 
-    // The record at that offset; a source too short for it is padded, the destination then stays.
+    // Copies the record at the offset. See copyShortcutRecord() for sources that are too short.
     static void copyShortcutData(
         std::size_t offset, const ButtonEntry& srcArry, const ButtonEntry& dstArray);
     void refreshShortcutText();
@@ -62,7 +62,7 @@ public:
     void hideUserAssignEditBox();
     [[nodiscard]] MyShortcutField* getMyShortcutField(int index) const; // null beyond the fields
 
-    // The entries of the working copy; null until a set was taken.
+    // The entries of the working copy. Null before the first set was taken.
     [[nodiscard]] const auto& myShortcutArray() const { return m_workingSet.myShortcutArray(); }
     [[nodiscard]] const auto& userAssignableButtons() const { return m_userAssignableButtons; }
     [[nodiscard]] const ShortcutFields& shortcutFields() const { return m_shortcutFields; }
@@ -83,14 +83,14 @@ private:
 
     [[nodiscard]] UserAssignableButton* button(int index) const;
     [[nodiscard]] UserAssignableButton* currentButton() const;
-    [[nodiscard]] ButtonEntry currentEntry() const; // null when missing
+    [[nodiscard]] ButtonEntry currentEntry() const; // null if the working copy has none
     void showWorkingSet(); // on the buttons
     void showInvalidFileAlert();
 
     SetupServices m_services;
     AssignmentFiles m_files;
     SavedWindowFrame m_savedFrame;
-    std::unique_ptr<SetupWindow> m_window; // owns the controls, so it goes after them
+    std::unique_ptr<SetupWindow> m_window; // owns the controls; the controllers go before it
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;
     WorkingSet m_workingSet;
     WindowVisibility* m_myWindowController = nullptr;

@@ -1,4 +1,4 @@
-// What the four fields show, and when Assign can be pressed.
+// The part of the setup window that fills the four fields and enables Assign.
 
 #include "setup/SetupTables.h"
 #include "setup/UserAssinableWindowController.h"
@@ -54,7 +54,7 @@ void UserAssinableWindowController::enabledAssignButton()
     hiddenShortcutText();
 }
 
-// The first field, every filled one, the one after a filled one, and the gaps before a filled one.
+// Shows the first field and all fields up to the one after the last filled field. Hides the rest.
 void UserAssinableWindowController::hiddenShortcutText()
 {
     const auto isFilled

@@ -1,4 +1,4 @@
-// Load and Save of the setup window.
+// The part of the setup window that loads and saves assignment files.
 
 #include "setup/AssignmentSheet.h"
 #include "setup/UserAssinableWindowController.h"
@@ -13,7 +13,7 @@ void UserAssinableWindowController::load()
     hideUserAssignEditBox();
     auto* panel = new AssignmentSheet(AssignmentSheet::Purpose::Open, *m_window);
     QObject::connect(panel, &QDialog::finished, m_window.get(), [this, panel] {
-        // A native panel closes without a notification.
+        // A native dialog posts no close notification, which would reset the flag.
         setVisibleFileDialog(false);
         const QString path = panel->chosenPath();
         if (!path.isEmpty() && !loadFile(path, true))
@@ -36,7 +36,7 @@ void UserAssinableWindowController::save()
         set.initShortcutArray();
         m_workingSet.write(set);
         if (m_files.write(path, set))
-            refreshShortcutText(); // a save that came to nothing leaves what is typed
+            refreshShortcutText(); // after a failed save the fields keep the typed shortcuts
     });
     panel->open();
 }

@@ -24,8 +24,8 @@ WindowCloseObserver::WindowCloseObserver(NotificationCenter& notificationCenter)
     qApp->installEventFilter(this);
 }
 
-// A window that has agreed to close is hidden before the closing call returns; one that has not is
-// forgotten when the event loop is reached again.
+// Qt hides a window that agrees to close before QWidget::close() returns. The queued call forgets a
+// window that refuses.
 bool WindowCloseObserver::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::Close && event->type() != QEvent::Hide)

@@ -8,8 +8,8 @@ namespace kestrel {
 
 class NotificationCenter;
 
-// Tells the notification centre of every window of the program that closes, with the window as
-// object. Popups are no windows in this sense, and alerts are not closed but taken away.
+// Posts a notification for every window of the program that closes, with the window as object.
+// Popups and alerts (QMessageBox) cause none.
 class WindowCloseObserver : public QObject {
 public:
     explicit WindowCloseObserver(NotificationCenter& notificationCenter);
@@ -18,7 +18,7 @@ public:
 
 private:
     NotificationCenter& m_notificationCenter;
-    QPointer<QWidget> m_closing; // asked to, and not refused so far
+    QPointer<QWidget> m_closing; // has been asked to close and has not refused so far
 };
 
 } // namespace kestrel
