@@ -11,7 +11,7 @@ ClearButton::ClearButton(const QRect& frame, const InterfaceServices& services, 
     : ImageButton(frame, parent)
     , m_notificationCenter(services.notificationCenter)
 {
-    // Comes at the end of mouse tracking, and only for a release over an enabled button.
+    // Qt emits clicked() when the mouse is released, and only over an enabled button.
     connect(this, &QAbstractButton::clicked, this, &ClearButton::clearField);
 }
 
@@ -45,7 +45,7 @@ void ClearButton::clearField()
         m_myShortcutfield->makeFirstResponder();
 }
 
-// The toolkit keeps mouse presses from a disabled button; this one takes notice of them.
+// QWidget::event() drops mouse presses on a disabled button. This button needs them.
 bool ClearButton::event(QEvent* event)
 {
     const bool isPress

@@ -9,7 +9,7 @@ namespace kestrel {
 
 class MyShortcutField;
 
-// Empties the shortcut field that it stands beside.
+// Empties the shortcut field beside it.
 class ClearButton : public ImageButton {
 public:
     ClearButton(const QRect& frame, const InterfaceServices& services, QWidget* parent = nullptr);
@@ -26,7 +26,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    // Released over the button, or pressed from the keyboard.
+    // Called when the mouse is released over the button, or the button is pressed from the
+    // keyboard.
     void clearField();
 
     NotificationCenter& m_notificationCenter;

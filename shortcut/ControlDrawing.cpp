@@ -7,7 +7,7 @@
 namespace kestrel {
 
 namespace {
-constexpr QColor FocusColor(94, 214, 206); // that of the console's display
+constexpr QColor FocusColor(94, 214, 206); // the colour of the console's display
 constexpr double FocusWidth = 2;
 } // namespace
 

@@ -5,15 +5,15 @@
 
 class QPainter;
 
-// What the controls of the setup window draw alike.
+// The drawing functions that the controls of the setup window share.
 namespace kestrel {
 
 class InterfaceImage;
 
-// At the picture's own size, in the density of the device.
+// Draws the picture at its own size, in the pixel density of the device.
 void drawImage(QPainter& painter, const InterfaceImage& image, QPointF origin, double opacity = 1);
 
-// Marks the control of that outline as the one with the keyboard focus.
+// Draws the ring that marks the control with the keyboard focus. `outline` is that of the control.
 void drawFocusRing(QPainter& painter, const QRectF& outline, double radius);
 
 } // namespace kestrel

@@ -7,10 +7,10 @@ namespace kestrel {
 
 class ShortcutFieldController;
 
-// Every shortcut field controller of the program in order of creation. Main thread only.
+// Lists all shortcut field controllers of the program in order of creation. Main thread only.
 class FieldGroup {
 public:
-    using FieldControllers = std::vector<ShortcutFieldController*>; // they remove themselves
+    using FieldControllers = std::vector<ShortcutFieldController*>; // not owned
 
     [[nodiscard]] static FieldGroup& sharedInstance();
 

@@ -6,7 +6,7 @@
 
 namespace kestrel {
 
-// A button that is its picture, and another picture while it is pressed.
+// A button that consists of a picture. It shows the alternate picture while it is pressed.
 class ImageButton : public QAbstractButton {
 public:
     explicit ImageButton(const QRect& frame, QWidget* parent = nullptr);

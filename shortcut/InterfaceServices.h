@@ -5,7 +5,7 @@ namespace kestrel {
 class KeyTranslation;
 class NotificationCenter;
 
-// What every control of the setup window takes from outside. Both outlive the controls.
+// The services that the controls of the setup window use. Both outlive the controls.
 struct InterfaceServices {
     NotificationCenter& notificationCenter;
     KeyTranslation& keyTranslation;

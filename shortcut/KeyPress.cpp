@@ -7,8 +7,8 @@
 namespace kestrel {
 
 namespace {
-// A modifier alone makes no key press. Its native code does not always tell: where macOS says only
-// that the modifiers have changed it can be 0, which is the A key's.
+// A modifier alone makes no key press. Its native code is not reliable: for a change of modifiers
+// on macOS, Qt may report the code 0, which is that of the A key.
 bool isModifier(int key)
 {
     switch (key) {
@@ -24,7 +24,7 @@ bool isModifier(int key)
 }
 } // namespace
 
-// Only native numbers: the toolkit's own modifiers have Control and Command swapped on macOS.
+// Uses only native values: Qt's modifiers have Control and Command swapped on macOS.
 std::optional<KeyPress> KeyPress::from(const QKeyEvent& event, KeyTranslation& translation)
 {
     if (isModifier(event.key()))

@@ -12,14 +12,14 @@ namespace kestrel {
 
 class KeyTranslation;
 
-// A key-down event, whatever window system it came from.
+// A key-down event in the terms of macOS, on every platform.
 struct KeyPress {
     KeyCode keyCode = 0;
     ModifierFlags flags = 0; // all bits of the event
-    QString charactersIgnoringModifiers; // Shift is honoured
+    QString charactersIgnoringModifiers; // Shift still applies
     bool isARepeat = false;
 
-    // Missing for keys that make no key event of their own.
+    // No value for modifier keys and for keys without a key code.
     [[nodiscard]] static std::optional<KeyPress> from(
         const QKeyEvent& event, KeyTranslation& translation);
 };

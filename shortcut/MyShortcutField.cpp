@@ -14,7 +14,8 @@ namespace {
 
 constexpr qsizetype LongestLine = 13; // UTF-16 units
 
-// Whether the entry has a whole record there; `place` is its first element then.
+// True if the entry has a whole record at the offset. `place` is then the index of its first
+// element.
 bool hasRecord(const ButtonEntry& entry, std::int64_t offset, std::size_t& place)
 {
     if (!entry || offset < 0 || entry->size() < ShortcutRecordSize)
@@ -33,7 +34,7 @@ void MyShortcutField::setUserAssignParam(std::int64_t offset, const ButtonEntry&
         return;
     }
     m_myIndex = offset;
-    m_bNotAvailable = false; // it now shows what the entry holds
+    m_bNotAvailable = false; // the field now shows the record of the entry
     if (!m_myUserArray)
         m_myUserArray = std::make_shared<ArchiveArray>(emptyShortcutRecord());
     for (std::size_t i = 0; i < ShortcutRecordSize; ++i)
@@ -149,7 +150,8 @@ void MyShortcutField::capture(const KeyPress& event)
         m_myUserArray->replace(ShortcutRecord::Modifiers, static_cast<std::int32_t>(event.flags));
         m_myUserArray->replace(ShortcutRecord::KeyCode, event.keyCode);
         m_myUserArray->replace(ShortcutRecord::Text, name);
-        // A key that is held down keeps what its first press said.
+        // The repeat flag changes only with the key code: a held key keeps the flag of its first
+        // press.
         if (heldKeyCode != element(ShortcutRecord::KeyCode))
             m_myUserArray->replace(ShortcutRecord::Repeat, event.isARepeat);
     }

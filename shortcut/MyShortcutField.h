@@ -14,15 +14,16 @@ namespace kestrel {
 
 class ClearButton;
 
-// The capture box of one shortcut: it never edits text but turns each key that is pressed in it
-// into a shortcut record of its own, which the window copies from and to button entries.
+// The capture box of one shortcut. It does not edit text: it stores each key that is pressed in it
+// in its own shortcut record. The window copies records between the field and button entries.
 class MyShortcutField : public QWidget {
 public:
     MyShortcutField(
         const QRect& frame, const InterfaceServices& services, QWidget* parent = nullptr);
     ~MyShortcutField() override;
 
-    // `offset` is the place of the record in the entry; an entry too short for it is left alone.
+    // `offset` is the place of the record in the entry. An entry that is too short is left
+    // unchanged.
     void setUserAssignParam(std::int64_t offset, const ButtonEntry& userArray);
     void replaceUserAssignParam(std::int64_t offset, const ButtonEntry& userArray);
     // True when modifiers or key code differ; names and repeat flags are not compared.
@@ -40,7 +41,7 @@ public:
         std::uint64_t keyFlags, std::uint64_t keyCode, const QString& inputStr) const;
     void drawShortcutKey(std::uint64_t keyFlags, std::uint64_t keyCode, const QString& inputStr);
 
-    // Shows the text as it is, an ampersand included.
+    // Shows the text literally: an ampersand marks no mnemonic.
     void setTitleWithMnemonic(const QString& text);
     [[nodiscard]] QString stringValue() const { return m_stringValue; }
 
@@ -53,8 +54,8 @@ public:
     void mouseDown();
     void rightMouseDown() { } // no context menu
 
-    // Moves the window's keyboard focus here, or from any field to the window itself; also while
-    // the window is not active.
+    // Move the window's keyboard focus to this field, or from any field to the window itself. They
+    // work in an inactive window too.
     void makeFirstResponder();
     static void makeWindowFirstResponder(QWidget& window);
     [[nodiscard]] bool isFirstResponder() const;
@@ -65,9 +66,9 @@ public:
     [[nodiscard]] ClearButton* myClearButton() const;
     void setMyClearButton(ClearButton* button); // null for none; not owned
     [[nodiscard]] const ShortcutFields* shortcutFields() const { return m_shortcutFields; }
-    void setShortcutFields(const ShortcutFields* fields); // shared by all of them; not owned
+    void setShortcutFields(const ShortcutFields* fields); // all fields of the window; not owned
     [[nodiscard]] std::int64_t myIndex() const { return m_myIndex; }
-    // Null until the first entry was shown: nothing is captured before.
+    // Null until the field has shown its first entry. It captures no key before.
     [[nodiscard]] const ButtonEntry& myUserArray() const { return m_myUserArray; }
     void setAction(std::function<void()> action) { m_action = std::move(action); }
     [[nodiscard]] int tag() const { return m_tag; }

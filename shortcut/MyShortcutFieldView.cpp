@@ -1,4 +1,4 @@
-// The field as a control: focus, events and drawing.
+// The part of the field that handles focus and events and draws.
 
 #include "common/NotificationCenter.h"
 #include "shortcut/ClearButton.h"
@@ -21,9 +21,9 @@ constexpr double Inset = 5;
 constexpr double TightestSpacing = 85; // percent
 constexpr double CornerRadius = 3;
 constexpr qsizetype MostLines = 2;
-constexpr qsizetype MostUnits = 256; // of a line, far beyond what a field is wide
+constexpr qsizetype MostUnits = 256; // per line; a field shows far fewer
 
-// Closes up a text that is a little too wide, as far as it stays legible.
+// Reduces the letter spacing of a text that is too wide, down to the legible limit.
 QFont tightened(const QFont& font, const QString& text, double width)
 {
     const double needed = QFontMetricsF(font).horizontalAdvance(text);
@@ -114,7 +114,7 @@ void MyShortcutField::mouseDown()
     makeFirstResponder();
 }
 
-// An inactive window moves its focus without telling the controls, so they are told here.
+// Qt sends no focus events in an inactive window, so this function tells the controls itself.
 void MyShortcutField::makeFirstResponder()
 {
     if (isFirstResponder() || !acceptsFirstResponder())
@@ -152,7 +152,7 @@ void MyShortcutField::focusInEvent(QFocusEvent*)
     update();
 }
 
-// The first responder stays what it is while another window is in front.
+// A field stays first responder while another window is active.
 void MyShortcutField::focusOutEvent(QFocusEvent* event)
 {
     if (!isAboutTheWindow(*event))
@@ -160,8 +160,7 @@ void MyShortcutField::focusOutEvent(QFocusEvent* event)
     update();
 }
 
-// Here and not in the key handlers, which would lose Tab and everything that is a shortcut of a
-// menu before they are called.
+// Handles keys here because keyPressEvent() gets neither Tab nor the shortcuts of menus.
 bool MyShortcutField::event(QEvent* event)
 {
     switch (event->type()) {

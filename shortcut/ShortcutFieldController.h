@@ -4,7 +4,8 @@
 
 namespace kestrel {
 
-// One shortcut field of the window, known to the field group as long as it lives.
+// Controls one shortcut field of the window. The field group knows the controller as long as it
+// exists.
 class ShortcutFieldController {
 public:
     ShortcutFieldController(
@@ -13,14 +14,14 @@ public:
     ShortcutFieldController(const ShortcutFieldController&) = delete;
     ShortcutFieldController& operator=(const ShortcutFieldController&) = delete;
 
-    // Null once the window that it was in is gone.
+    // Null once the window of the field has been deleted.
     [[nodiscard]] MyShortcutField* view() const { return m_view; }
 
     [[nodiscard]] static std::int32_t currentFieldId();
     static void setCurrentFieldId(std::int32_t fieldId);
 
 private:
-    QPointer<MyShortcutField> m_view; // owned, by the window as well
+    QPointer<MyShortcutField> m_view; // the controller deletes it unless the window has
 };
 
 } // namespace kestrel

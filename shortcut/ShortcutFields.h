@@ -7,7 +7,7 @@ namespace kestrel {
 
 class ShortcutFieldController;
 
-// The four fields of a window from top to bottom; a place may be empty.
+// The four fields of a window from top to bottom. An element may be null.
 using ShortcutFields = std::vector<std::unique_ptr<ShortcutFieldController>>;
 
 } // namespace kestrel

@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-// The pictures of shortcut fields and their clear buttons, loaded once for the whole run. Neither
-// control draws them on its own: a window gives its clear buttons the pictures they show.
+// The pictures of shortcut fields and their clear buttons, loaded once for the whole run. The
+// controls do not draw them by themselves: a window sets the pictures of its clear buttons.
 struct ShortcutImages {
     InterfaceImage FiledEnableImage;
     InterfaceImage FieldDisableImage;
