@@ -7,16 +7,16 @@
 #include <cstdint>
 #include <optional>
 
-// What keys are called in shortcut texts.
+// The names of keys in shortcut texts.
 namespace kestrel::KeyNames {
 
-// The name of a key that has one of its own; empty for all others.
+// The name of a key whose name does not depend on the keyboard layout. Empty for all other keys.
 [[nodiscard]] QString fixedName(KeyCode keyCode);
 
-// The key of that name; missing when no key has it. Capital and small letters count alike.
+// The key with that name. No value when no key has it. Case does not matter.
 [[nodiscard]] std::optional<KeyCode> keyOfFixedName(const QString& name);
 
-// The key's own name, else what it types in upper case, else empty.
+// The fixed name of the key, else its characters in upper case, else empty.
 [[nodiscard]] QString keyName(KeyCode keyCode, const QString& charactersIgnoringModifiers);
 
 // F1 to F20.

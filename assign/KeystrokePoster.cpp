@@ -12,14 +12,14 @@ namespace kestrel {
 
 namespace {
 constexpr unsigned int PressedBit = 0x40;
-constexpr unsigned int LastButtonCode = 12; // one past the last key, as the console counts
+constexpr unsigned int LastButtonCode = 12; // one past the code of the last key
 
 struct ModifierRelease {
     ModifierFlags flag;
     KeyCode keyCode;
 };
 
-// In the order of their release.
+// The modifier keys in the order in which they are released.
 constexpr std::array<ModifierRelease, 4> ModifierReleases { {
     { Modifier::Control, ModifierKey::Control },
     { Modifier::Shift, ModifierKey::Shift },
@@ -85,7 +85,7 @@ void KeystrokePoster::myEventPost(std::size_t offset, const ArchiveArray& srcArr
     releaseModifiers(flags);
 }
 
-// After a key-down as well as after a key-up, so that the posted events leave none of them held.
+// Posts a key-up for each modifier after every key-down and key-up, so that no modifier stays held.
 void KeystrokePoster::releaseModifiers(ModifierFlags flags)
 {
     for (const auto& [flag, keyCode] : ModifierReleases) {
@@ -99,7 +99,7 @@ void KeystrokePoster::postKeyEvent(KeyCode keyCode, bool keyDown)
     heed(m_keyEvents.postBare(keyCode, direction(keyDown)));
 }
 
-// An unknown key or a session that is gone leaves nothing to do: the next key tries again.
+// Other failures (unknown key, lost session) need no action: the next key tries again.
 void KeystrokePoster::heed(KeyEvents::Result result)
 {
     if (result == KeyEvents::Result::NotPermitted)

@@ -11,17 +11,17 @@ class Permissions;
 class StoredAssignments;
 class Workspace;
 
-// Posts the shortcuts of a console key into the user's session, while the workstation is the
+// Posts the shortcuts of a console key into the user's session, but only while Pro Tools is the
 // frontmost application. Main thread only.
 class KeystrokePoster {
 public:
-    // Everything outlives the poster. The permission is requested for every event that the system
-    // keeps back.
+    // All arguments outlive the poster. It requests the permission after each event that the system
+    // does not permit.
     KeystrokePoster(const StoredAssignments& assignments, Workspace& workspace,
         KeyEvents& keyEvents, Permissions& permissions);
 
-    // `buttonCode` as the console sends it: 0 to 11 for the release of key 1 to 12, 64 to 75 for
-    // the press. Other codes post nothing.
+    // `buttonCode` is the value from the console: 0 to 11 for the release of keys 1 to 12, 64 to 75
+    // for their press. Other codes post nothing.
     void eventKeyPost(unsigned int buttonCode);
 
     // Posts the shortcut record at `offset` (0, 4, 8 or 12) of a button entry; an unused record

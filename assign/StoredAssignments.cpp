@@ -27,7 +27,7 @@ void StoredAssignments::setupShortcutKey()
         set.initShortcutTitleArray();
 }
 
-// False when there is nothing under the key, or nothing that can be taken.
+// Returns false if the key has no value or `take` does not accept it.
 bool StoredAssignments::restore(std::string_view key, const std::function<bool(Archive)>& take)
 {
     const auto archive = m_defaults.data(key);
@@ -57,7 +57,7 @@ bool StoredAssignments::writeUserDefault()
     return m_defaults.synchronise();
 }
 
-// What cannot be synchronised now goes to the disk together with the next write.
+// If this synchronisation fails, the next write stores the copy as well.
 void StoredAssignments::keepAside(std::string_view key, Archive damaged)
 {
     m_defaults.setData(std::string(key) + ".damaged", damaged);

@@ -10,21 +10,22 @@
 
 namespace kestrel {
 
-// The live assignment set and its place in the user defaults. Main thread only.
+// Owns the live assignment set and stores it in the user defaults. Main thread only.
 class StoredAssignments {
 public:
     static constexpr std::string_view ShortcutsKey = "PT_UserAssign";
     static constexpr std::string_view TitlesKey = "PT_UserAssignTitle";
 
-    explicit StoredAssignments(DefaultsStore& defaults); // which outlives it
+    explicit StoredAssignments(DefaultsStore& defaults); // outlives this object
 
-    // Makes a new live set from the defaults. What is missing there starts empty, and so does
-    // what is damaged or no table, after it has been kept aside under its key and ".damaged". An
-    // archive of nothing is taken for the shortcuts, which are then missing.
+    // Makes a new live set from the defaults. A table that is missing there starts empty. So does a
+    // table that is damaged or no dictionary; its bytes are first copied to its key with ".damaged"
+    // appended. An archive of nil is accepted for the shortcuts: the set then has no shortcut
+    // table.
     void setupShortcutKey();
 
-    // False, with the defaults as they were, when they could not be written. A set without a
-    // shortcut table writes nothing and is no failure.
+    // Returns false if the defaults could not be written; the file is then unchanged. A set without
+    // a shortcut table writes nothing and returns true.
     [[nodiscard]] bool writeUserDefault();
 
     // The live set; null before setupShortcutKey().

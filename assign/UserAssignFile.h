@@ -11,9 +11,9 @@
 
 namespace kestrel {
 
-// The assignment set: up to four shortcuts and a title for each user-assignable button. Both
-// tables are dictionaries keyed by button number, whatever their names say; each is missing until
-// it is filled. Tables and entries are handed out as they are, not as copies.
+// The assignment set: up to four shortcuts and a title for each user-assignable button. Both tables
+// are dictionaries with button numbers as keys, although their names say "array". Each table is
+// missing until it is filled. Getters return the tables and entries themselves, not copies.
 class UserAssignFile {
 public:
     using Bytes = std::vector<std::uint8_t>;
@@ -24,11 +24,11 @@ public:
     explicit UserAssignFile(const ArchiveObject& coder); // initWithCoder:
     void encodeWithCoder(ArchiveObject& coder) const;
 
-    void initShortcutArray(); // the titles too
+    void initShortcutArray(); // resets the titles too
     void initShortcutTitleArray();
 
-    // Take the root object of a keyed archive as the table, whatever it is. Throw ArchiveError,
-    // with the table as it was, for bytes that are no archive.
+    // Use the root object of a keyed archive as the table, whatever its type. They throw
+    // ArchiveError if the bytes are no archive, and leave the table unchanged.
     void setData(std::span<const std::uint8_t> archive);
     void setTitleData(std::span<const std::uint8_t> archive);
     [[nodiscard]] Bytes getData() const;
@@ -40,20 +40,20 @@ public:
     [[nodiscard]] std::optional<QString> getShortcutTitle(const ArchiveValue& key) const;
     void setShortcutTitle(const QString& title, const ArchiveValue& forKey);
 
-    // Null while the table is missing or is no dictionary.
+    // Null if the table is missing or no dictionary.
     [[nodiscard]] std::shared_ptr<ArchiveDictionary> getShortcutArray() const;
     [[nodiscard]] std::shared_ptr<ArchiveDictionary> getShortcutTitleArray() const;
     [[nodiscard]] std::vector<ArchiveValue> allKeys() const;
     [[nodiscard]] std::size_t count() const;
 
-    // A set without a type counts as one.
+    // True if the type is that of an assignment set, or missing.
     [[nodiscard]] bool isUserAssignFile() const;
     [[nodiscard]] const ArchiveValue& myType() const { return m_myType; }
     [[nodiscard]] std::int64_t myVersion() const { return m_myVersion; }
 
     // The content of an assignment file that holds this set.
     [[nodiscard]] Bytes fileImage() const;
-    // Throws ArchiveError; null for an archive of anything but a UserAssignFile.
+    // Throws ArchiveError if the bytes are no archive. Null if the archive holds no UserAssignFile.
     [[nodiscard]] static std::shared_ptr<UserAssignFile> fromFileImage(
         std::span<const std::uint8_t> image);
 
