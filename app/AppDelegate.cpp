@@ -49,7 +49,7 @@ void AppDelegate::applicationDidFinishLaunching()
 {
     createPanelController();
     createSetupController();
-    // A file that was opened before may have made the setup window without a panel.
+    // A file opened before the launch may have made the setup window, which then lacks the panel.
     m_userAssignableWindowController->setMyWindowController(m_myWindowController.get());
     setupStatusItem();
     m_activeSenceTimer.start();
@@ -92,8 +92,8 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
     m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, m_keyPermission);
-    // Also while nobody looks: not every menu takes in new items once it is about to open. The tick
-    // of one that is there is brought up to date then.
+    // Refreshes the notices with the timer as well, because not every menu shows items that are
+    // added just before it opens. LoginItemChoice needs no timer: it only changes a check mark.
     connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] { m_noticeItems->refresh(); });
     m_loginItemChoice = std::make_unique<LoginItemChoice>(
         *m_platform.loginItem, *m_mainMenu->launchAtLogin, *m_mainMenu->statusMenu);
@@ -138,7 +138,7 @@ void AppDelegate::newDocument()
 
 void AppDelegate::kestrel()
 {
-    // Where the driver is not installed there is nothing to open, and nothing to be said.
+    // If the driver is not installed, there is nothing to open and no error to report.
     static_cast<void>(m_platform.workspace->openFile(ConsolePreferences));
 }
 
@@ -154,8 +154,8 @@ void AppDelegate::userAssign()
 
 void AppDelegate::about()
 {
-    // Not every tray keeps its menu from being used below a modal window. A sheet is modal to its
-    // own window only.
+    // Some trays allow their menu while a modal window is open. A sheet is modal only to its own
+    // window, so it does not count.
     QWidget* const open = QApplication::activeModalWidget();
     if (open && open->windowModality() != Qt::WindowModal) {
         open->activateWindow();
@@ -164,7 +164,7 @@ void AppDelegate::about()
     QMessageBox alert(QMessageBox::Warning, QStringLiteral("ZENTA Kestrel"),
         QStringLiteral("ZENTA Kestrel"), QMessageBox::Ok);
     alert.setInformativeText(aboutInstalled());
-    m_visibility->activate(); // the status item's menu has not, and the alert would lie behind
+    m_visibility->activate(); // else the alert would open behind other windows
     alert.exec();
 
     const bool panelWasVisible = m_myWindowController->isVisible();
@@ -188,7 +188,7 @@ void AppDelegate::applicationOpenFiles(const QStringList& filenames)
     if (!m_userAssignableWindowController->loadFile(filenames.first(), false))
         return;
     m_userAssignableWindowController->changeShortcut(*m_assignments.myUserAssignFile());
-    // The release of a console key that is down now is going to name the keys of the new set.
+    // A console key that is down now would post key-ups of the new set when it is released.
     m_platform.keyEvents->releaseAll();
 }
 

@@ -28,24 +28,25 @@ class UserAssinableWindowController;
 class WindowCloseObserver;
 struct Platform;
 
-// Owns everything for the whole run, ties it together, and answers the menu. Main thread only.
+// Owns the parts of the program for the whole run, connects them, and handles the menu. Main thread
+// only.
 class AppDelegate final : public QObject, private MessageDispatcher::Destinations {
     Q_OBJECT
 
 public:
-    // All of it outlives the delegate.
+    // All arguments outlive the delegate.
     AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock);
     ~AppDelegate() override;
 
     void applicationDidFinishLaunching();
-    // Orderly end: the supervision stops, the link is taken down, the live set is stored. Only the
-    // first call does anything.
+    // Ends in an orderly way: stops the supervision, closes the link and stores the live set. Only
+    // the first call has an effect.
     void applicationWillTerminate();
     void storeAssignments();
-    // Files opened from the file manager: the first becomes the live set at once.
+    // Opens files from the file manager: the first one becomes the live set at once.
     void applicationOpenFiles(const QStringList& filenames);
 
-    // Runs from launch to termination.
+    // The timer runs from launch to termination.
     [[nodiscard]] QTimer& activeSenceTimer() { return m_activeSenceTimer; }
     // Null until the application has launched.
     [[nodiscard]] MyWindowController* myWindowController() const
@@ -63,7 +64,7 @@ public:
 
 public slots:
     void newDocument();
-    void openDocument() { } // files are opened in the setup window
+    void openDocument() { } // the setup window opens and saves files
     void saveDocument() { }
     void userAssign();
     void kestrel();

@@ -29,7 +29,7 @@ CommandLine::CommandLine(const QStringList& arguments)
 {
     const QCommandLineOption help(QStringLiteral("help"));
     const QCommandLineOption versionOption(QStringLiteral("version"));
-    // By which an X11 session manager starts a program again. QApplication reads the value.
+    // An X11 session manager restarts programs with this option. QApplication reads its value.
     const QCommandLineOption session(QStringLiteral("session"), QString(), QStringLiteral("id"));
     QCommandLineParser parser;
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);

@@ -7,19 +7,19 @@
 
 namespace kestrel {
 
-// What the program was started with. Needs no QCoreApplication, and so no display.
+// Parses the arguments of the program. It needs no QCoreApplication, and so no display.
 class CommandLine {
 public:
-    // A text that is all the program has to say before it ends.
+    // A text that the program prints before it ends.
     struct Answer {
         QString text; // ends with a line feed
-        bool isError; // of usage
+        bool isError; // the usage was wrong
     };
 
     // `arguments` begin with the name of the program.
     explicit CommandLine(const QStringList& arguments);
 
-    // To --help, --version and wrong options; missing when the program is to start.
+    // The answer to --help, --version or a wrong option. No value when the program is to start.
     [[nodiscard]] const std::optional<Answer>& answer() const { return m_answer; }
     [[nodiscard]] const QStringList& files() const { return m_files; } // absolute paths
 

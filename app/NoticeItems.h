@@ -27,7 +27,7 @@ private:
 
     QMenu& m_menu;
     Notices& m_notices;
-    std::vector<std::string> m_texts; // of the notices that the items show
+    std::vector<std::string> m_texts; // the notices that the items show
     std::vector<QAction*> m_items; // owned by the menu
     bool m_isOpen = false;
 };

@@ -24,8 +24,8 @@ constexpr std::chrono::milliseconds HandOverTimeout { 5000 };
 constexpr std::chrono::milliseconds ClosingTimeout { 3000 };
 constexpr int ExitCodeOfWrongUsage = 2;
 
-// What has to be put in order when the toolkit ends the program by exit(), as it does when its
-// connection to the display is gone.
+// The objects that need an orderly end when Qt calls exit(), which it does when it loses its
+// connection to the display.
 struct Running {
     kestrel::AppDelegate* delegate = nullptr;
     kestrel::Platform* platform = nullptr;
@@ -36,7 +36,7 @@ void terminateRunning()
     if (!running.delegate)
         return;
     running.delegate->applicationWillTerminate();
-    running.platform->keyEvents.reset(); // lets every key go that it holds
+    running.platform->keyEvents.reset(); // releases every key that it holds
 }
 
 kestrel::CommandLine commandLineOf(int count, char* arguments[])
@@ -47,15 +47,16 @@ kestrel::CommandLine commandLineOf(int count, char* arguments[])
     return kestrel::CommandLine(decoded);
 }
 
-// Files behind "--" may be named like options of Qt, so QApplication does not get to see them.
+// Counts the arguments before "--". QApplication gets only these, because a file after "--" may
+// have the name of a Qt option.
 int countForQt(int count, char* arguments[])
 {
     const auto isEnd = [](const char* argument) { return argument == std::string_view("--"); };
     return static_cast<int>(std::find_if(arguments, arguments + count, isEnd) - arguments);
 }
 
-// Qt waits without end for a display that stands still, also when it closes its windows. What has
-// to be stored is stored by then.
+// Ends the process after ClosingTimeout. Qt waits without limit for an X server that has stopped,
+// even when it closes its windows. The assignments are stored before this is called.
 void endAtTheLatest(int exitCode)
 {
     std::thread([exitCode] {
@@ -83,7 +84,7 @@ int run(kestrel::SingleInstance& instance, const QStringList& files)
             else
                 delegate.applicationOpenFiles(paths);
         });
-    // The session may end without a word more after this.
+    // The session may end the program after this signal without another message.
     QObject::connect(
         qGuiApp, &QGuiApplication::commitDataRequest, &delegate,
         [&delegate](QSessionManager&) { delegate.storeAssignments(); }, Qt::DirectConnection);
