@@ -11,14 +11,14 @@ namespace kestrel::artwork {
 
 namespace {
 
-// From this edge on there is room for shadows, lamps and letters.
+// Icons of at least this edge, in pixels, have room for shadows, lamps and letters.
 constexpr int detailedFrom = 48;
 
 constexpr QColor bird(126, 232, 214);
 constexpr QColor lampCore(255, 232, 184);
 constexpr QColor lampEdge(255, 160, 52);
 
-// A console key with the bird in it; `e` is the edge of the key's square.
+// Draws a console key with the bird in it.
 void drawConsoleKey(Canvas& canvas, const QRectF& square, bool detailed)
 {
     QPainter& painter = canvas.painter();

@@ -4,7 +4,7 @@
 
 namespace kestrel::artwork {
 
-// The program's icon and the icon of its documents; `size` is the edge in pixels.
+// Draw the icon of the program and the icon of its documents. `size` is the edge in pixels.
 [[nodiscard]] QImage drawApplicationIcon(int size);
 [[nodiscard]] QImage drawDocumentIcon(int size);
 

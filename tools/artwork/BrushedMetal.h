@@ -9,7 +9,7 @@ namespace kestrel::artwork {
 
 class Canvas;
 
-// The sheet that every face is made of: brushed along x, lit softly from above its middle.
+// The metal sheet of every face: brushed along x, with soft light from above its middle.
 struct BrushedMetal {
     QColor top;
     QColor bottom;
@@ -17,13 +17,13 @@ struct BrushedMetal {
     std::uint32_t seed = 1;
 };
 
-// Covers the whole canvas; must be the first thing drawn.
+// Covers the whole canvas. Call it before anything else is drawn.
 void lay(Canvas& canvas, const BrushedMetal& metal);
 
-// The sheet's edge: a hairline of light above, of shade below.
+// Draws the edge of the sheet: a light hairline at the top, a dark one at the bottom.
 void bevelEdge(Canvas& canvas);
 
-// A countersunk screw; `turn` is the direction of its slot in degrees.
+// Draws a countersunk screw. `turn` is the direction of its slot in degrees.
 void driveScrew(Canvas& canvas, QPointF centre, double radius, double turn);
 
 } // namespace kestrel::artwork

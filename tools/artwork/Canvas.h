@@ -5,7 +5,7 @@
 
 namespace kestrel::artwork {
 
-// A picture being drawn: coordinates are units (y downwards), pixels are `scale` to the unit.
+// A picture while it is drawn. Coordinates are in units, y downwards; a unit is `scale` pixels.
 class Canvas {
 public:
     enum class Backing { Opaque, Transparent };
@@ -16,10 +16,11 @@ public:
     [[nodiscard]] int scale() const { return m_scale; }
     [[nodiscard]] QSize units() const { return m_units; }
 
-    // Direct access to the pixels; only while nothing has been painted yet.
+    // Gives direct access to the pixels. Use it only before anything is painted.
     [[nodiscard]] QImage& pixels() { return m_image; }
 
-    // The finished picture in the form in which a PNG file stores it; the canvas is spent.
+    // Returns the finished picture in the pixel format of a PNG file. Do not use the canvas
+    // afterwards.
     [[nodiscard]] QImage take();
 
 private:

@@ -4,7 +4,8 @@
 
 namespace kestrel::artwork {
 
-// The display's 128 characters, one below the other, code 0 on top: 8 × 13 units each.
+// Draws the 128 characters of the display, one below the other, code 0 at the top, 8 × 13 units
+// each.
 [[nodiscard]] QImage drawCharacterAtlas(int scale);
 
 } // namespace kestrel::artwork

@@ -9,7 +9,7 @@ namespace {
 constexpr int firstDrawn = 0x10;
 constexpr int perBlock = 8;
 
-// Eight characters side by side, one blank column between them.
+// Eight characters side by side, with one blank column between neighbours.
 using Block = std::array<const char*, dotRows>;
 
 // clang-format off

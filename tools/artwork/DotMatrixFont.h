@@ -2,12 +2,12 @@
 
 namespace kestrel::artwork {
 
-// The display's characters: 5 columns of 9 dots, the two lowest rows for descenders.
+// The characters of the display: 5 columns of 9 dots. The two lowest rows are for descenders.
 inline constexpr int dotColumns = 5;
 inline constexpr int dotRows = 9;
 inline constexpr int characterCount = 128;
 
-// Whether a dot of a character is lit; row 0 is the upper one.
+// True if the dot of the character is lit. Row 0 is the top row.
 [[nodiscard]] bool isDotLit(int code, int row, int column);
 
 } // namespace kestrel::artwork

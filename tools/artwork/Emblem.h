@@ -4,8 +4,8 @@
 
 namespace kestrel::artwork {
 
-// The family mark: a hovering kestrel, wings spread, seen from the front. It is centred on `centre`
-// and as wide as `span`.
+// The emblem of the product: a hovering kestrel with spread wings, seen from the front. It is
+// centred on `centre` and as wide as `span`.
 [[nodiscard]] QPainterPath kestrelMark(QPointF centre, double span);
 
 } // namespace kestrel::artwork

@@ -12,7 +12,7 @@ class Canvas;
 
 inline constexpr QColor engravedGrey(188, 192, 194);
 
-// Letters and lines cut into the sheet and filled with paint.
+// Letters and lines that are cut into the sheet and filled with paint.
 struct Lettering {
     enum class Anchor { Left, Centre };
 
@@ -23,18 +23,18 @@ struct Lettering {
     Anchor anchor = Anchor::Centre;
 };
 
-// `top` is the middle (or left end) of the upper edge of the capitals' centre lines. It is moved to
-// the middle of a pixel, so that small letters stay crisp.
+// `top` is the middle (or left end) of the upper edge of the capitals' centre lines. The function
+// moves it to the middle of a pixel, so that small letters stay crisp.
 void engrave(Canvas& canvas, const QString& text, QPointF top, const Lettering& lettering = {});
 
 // Width of the text as engraved, in units.
 [[nodiscard]] double engravedWidth(const QString& text, const Lettering& lettering);
 
-// Hairlines, one unit wide with a lit lower edge.
+// Draw hairlines, one unit wide, with a lit lower edge.
 void engraveHorizontal(Canvas& canvas, double x, double y, double width);
 void engraveVertical(Canvas& canvas, double x, double y, double height);
 
-// A filled shape cut into the sheet.
+// Draws a filled shape that is cut into the sheet.
 void engraveShape(Canvas& canvas, const QPainterPath& shape, const QColor& paint);
 
 } // namespace kestrel::artwork

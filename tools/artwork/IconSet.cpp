@@ -16,7 +16,8 @@ struct PngEntry {
     int edge;
 };
 
-// The PNG files by themselves, plain ones first. 64 pixels are 32 points at high resolution.
+// The entries that hold PNG files, those for plain screens first. 64 pixels are 32 points at high
+// resolution.
 constexpr PngEntry PngEntries[] = {
     { "ic07", 128 },
     { "ic08", 256 },
@@ -28,7 +29,8 @@ constexpr PngEntry PngEntries[] = {
     { "ic10", 1024 },
 };
 
-// Plain 16 and 32 points: as PNG they are not shown for applications. Pixels and mask apart.
+// The entries for 16 and 32 points on plain screens. macOS does not show PNG files of these sizes
+// for applications, so they hold pixels and mask separately.
 struct PixelEntry {
     const char* type;
     const char* maskType;
@@ -61,8 +63,8 @@ QByteArray channelOf(const QImage& image, Channel channel)
     return bytes;
 }
 
-// In the container's run-length coding, as literal runs alone: the system has been seen to drop a
-// repetition at the end, and at these sizes there is nothing to be saved.
+// Encodes bytes in the run-length coding of the container, with literal runs only: macOS has been
+// seen to drop a repeat run at the end, and at these sizes repeat runs save nothing.
 QByteArray literalRuns(const QByteArray& bytes)
 {
     constexpr qsizetype longestRun = 128;

@@ -22,7 +22,7 @@ void drawKeyCap(Canvas& canvas, const KeyCap& key)
         shadeInside(canvas, cap, QPointF(0, 2), 3.0, QColor(0, 0, 0, 170));
         return;
     }
-    // A lit upper edge and a dark lower one, each cut out of the cap's own outline.
+    // A light upper edge and a dark lower one, both clipped to the outline of the cap.
     painter.fillPath(cap.subtracted(cap.translated(0, 1.0)), key.shine);
     painter.fillPath(cap.subtracted(cap.translated(0, -1.2)), QColor(0, 0, 0, 70));
 }

@@ -7,9 +7,9 @@ namespace kestrel::artwork {
 
 class Canvas;
 
-// A console key: a dark bezel with a slightly rounded cap in it.
+// A console key: a dark bezel around a slightly rounded cap.
 struct KeyCap {
-    QRectF rect; // outside of the bezel
+    QRectF rect; // the outer edge of the bezel
     double radius = 5.0;
     double rim = 1.6;
     QColor top = Qt::black;

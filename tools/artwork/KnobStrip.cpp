@@ -29,7 +29,7 @@ constexpr QColor unlitLamp(78, 58, 38);
 constexpr QColor lowerCore(255, 178, 144);
 constexpr QColor lowerEdge(255, 86, 48);
 
-// Clockwise from twelve o'clock.
+// `degrees` runs clockwise from twelve o'clock.
 QPointF onCircle(double degrees, double radius)
 {
     const double angle = degrees * std::numbers::pi / 180.0;
@@ -49,7 +49,7 @@ bool isLowerLampLit(int value)
     return (value & 0x40) != 0;
 }
 
-// Spread values go from nothing to everything in six steps, the others in eleven.
+// Values of the both-sides mode cover the range in six steps, the others in eleven.
 double pointerDegrees(int value)
 {
     const int last = modeOf(value) == 3 ? middleLamp : ringLamps;
@@ -127,7 +127,7 @@ void drawCap(Canvas& canvas)
     rim.setColorAt(1.0, QColor(30, 31, 33));
     painter.fillPath(disc(centre, capRadius), rim);
 
-    // Turned metal: two opposite fans of light.
+    // Turned metal reflects two opposite fans of light.
     QConicalGradient turned(centre, 90.0);
     for (const double at : { 0.0, 0.5, 1.0 })
         turned.setColorAt(at, QColor(84, 87, 91));

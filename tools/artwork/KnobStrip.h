@@ -4,10 +4,10 @@
 
 namespace kestrel::artwork {
 
-// One 67 × 67 frame for each of the 128 ring values, value 0 on top.
+// Draws one frame of 67 × 67 units for each of the 128 ring values, value 0 at the top.
 [[nodiscard]] QImage drawKnobStrip(int scale);
 
-// Which of the ring's lamps 1 … 11 a value lights.
+// True if the value lights the lamp of the ring. Lamps are 1 to 11.
 [[nodiscard]] bool isRingLampLit(int value, int lamp);
 
 } // namespace kestrel::artwork

@@ -18,7 +18,8 @@ Channels split(QRgb pixel)
     return { qRed(pixel), qGreen(pixel), qBlue(pixel), qAlpha(pixel) };
 }
 
-// One box blur over `count` pixels that lie `stride` apart; outside counts as transparent.
+// Applies one box blur to `count` pixels that lie `stride` apart. Pixels beyond the ends count as
+// transparent.
 void blurLine(QRgb* first, int count, int stride, int radius, std::vector<QRgb>& copy)
 {
     copy.resize(static_cast<std::size_t>(count));
@@ -43,7 +44,7 @@ void blurLine(QRgb* first, int count, int stride, int radius, std::vector<QRgb>&
     }
 }
 
-// A transparent sheet that covers `units` of the canvas, rounded outwards to whole units.
+// A transparent picture that covers `units` of the canvas, rounded outwards to whole units.
 struct Layer {
     QRect units;
     QImage image;

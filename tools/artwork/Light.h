@@ -8,23 +8,23 @@ namespace kestrel::artwork {
 
 class Canvas;
 
-// Soft light and shade. Radii and offsets are in units.
+// Draws soft light and shade. Radii and offsets are in units.
 
 [[nodiscard]] QPainterPath roundedRect(const QRectF& rect, double radius);
 [[nodiscard]] QPainterPath disc(QPointF centre, double radius);
 
-// The shape, blurred: a shadow when dark and moved, a glow when bright.
+// Draws the blurred shape. A dark colour with an offset makes a shadow, a bright one makes a glow.
 void castSoft(
     Canvas& canvas, const QPainterPath& shape, QPointF offset, double radius, QColor colour);
 
-// Shade along the inside of the shape's edge, moved by `offset`.
+// Draws shade along the inner edge of the shape, moved by `offset`.
 void shadeInside(
     Canvas& canvas, const QPainterPath& shape, QPointF offset, double radius, QColor colour);
 
-// A hollow in the sheet: dark floor, shaded from above, its lower lip catching light.
+// Draws a hollow in the sheet: a dark floor, shaded from above, with light on its lower edge.
 void recess(Canvas& canvas, const QPainterPath& shape, QColor floor, double depth);
 
-// The same picture with every pixel spread over `radius` pixels; premultiplied formats only.
+// Returns the picture with every pixel spread over `radius` pixels. Needs a premultiplied format.
 [[nodiscard]] QImage blurred(const QImage& image, int radius);
 
 } // namespace kestrel::artwork

@@ -4,7 +4,7 @@
 
 namespace kestrel::artwork {
 
-// Repeatable noise: the same place always gives the same value, on every machine.
+// Computes repeatable noise: the same place always gives the same value, on every machine.
 [[nodiscard]] constexpr std::uint32_t scramble(std::uint32_t value)
 {
     value ^= value >> 16;
@@ -15,7 +15,7 @@ namespace kestrel::artwork {
     return value;
 }
 
-// -1 … 1.
+// -1 to 1.
 [[nodiscard]] constexpr double noiseAt(int x, int y, std::uint32_t seed)
 {
     const auto mixed = scramble(scramble(static_cast<std::uint32_t>(x) + seed)
@@ -23,7 +23,7 @@ namespace kestrel::artwork {
     return static_cast<double>(mixed & 0xFFFFU) / 32767.5 - 1.0;
 }
 
-// -1 … 1, changing smoothly over `cell` pixels along a line.
+// -1 to 1. The value changes smoothly over `cell` pixels along a line.
 [[nodiscard]] constexpr double streakAt(int x, int line, int cell, std::uint32_t seed)
 {
     const int shift = static_cast<int>(scramble(static_cast<std::uint32_t>(line) ^ seed) & 0x3FFU);

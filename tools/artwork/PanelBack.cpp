@@ -15,7 +15,7 @@ namespace {
 constexpr int width = 782;
 constexpr int height = 220;
 
-// The middle of a knob or lamp frame is this far right of its left edge.
+// The distance from the left edge of a knob or lamp frame to its middle.
 constexpr double halfFrame = 33.5;
 constexpr std::array<double, 4> channelLefts { 309, 406, 503, 600 };
 constexpr double keyTop = height - 66.0;
@@ -49,7 +49,7 @@ void drawKeyWell(Canvas& canvas, double left)
     recess(canvas, roundedRect(key.adjusted(-2, -2, 2, 2), 6.5), QColor(12, 12, 13), 1.2);
 }
 
-// A thin line with a title in its gap.
+// Draws a thin line with a title in a gap.
 void drawTitledRule(Canvas& canvas, double x, double y, double length, const QString& title)
 {
     const Lettering small { .stroke = 1.0, .tracking = 3.0, .paint = QColor(150, 154, 156) };

@@ -4,7 +4,7 @@
 
 namespace kestrel::artwork {
 
-// The plug-in panel's face, 782 × 220 units.
+// Draws the face of the plug-in panel, 782 × 220 units.
 [[nodiscard]] QImage drawPanelBack(int scale);
 
 } // namespace kestrel::artwork

@@ -15,7 +15,7 @@ namespace {
 
 using Pictures = std::vector<Picture>;
 
-// The picture at its natural size and at twice the resolution.
+// Adds the picture at its natural size and at twice the resolution.
 void add(Pictures& pictures, const char* name, const std::function<QImage(int)>& draw)
 {
     const QString stem = QStringLiteral("images/") + QLatin1String(name);

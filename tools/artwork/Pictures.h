@@ -14,7 +14,7 @@ struct Picture {
     std::function<QImage()> draw;
 };
 
-// All of the product's pictures.
+// All pictures of the product.
 [[nodiscard]] std::vector<Picture> allPictures();
 
 } // namespace kestrel::artwork

@@ -13,7 +13,7 @@ namespace {
 constexpr int width = 620;
 constexpr int height = 453;
 
-// The window places its elements from the lower left corner.
+// Converts a rectangle with the origin at the lower left, as in SetupTables, to the canvas.
 QRectF placed(double x, double y, double w, double h)
 {
     return { x, height - y - h, w, h };
@@ -65,7 +65,7 @@ void drawShortcutColumn(Canvas& canvas)
     }
 }
 
-// The signs in which shortcuts are written, beside the keys that they stand for.
+// Draws the signs of the modifiers beside the keys that they stand for.
 void drawModifierLegend(Canvas& canvas)
 {
     const Lettering sign { .paint = QColor(150, 154, 156) };

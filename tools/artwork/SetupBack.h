@@ -4,7 +4,7 @@
 
 namespace kestrel::artwork {
 
-// The setup window's face, 620 × 453 units.
+// Draws the face of the setup window, 620 × 453 units.
 [[nodiscard]] QImage drawSetupBack(int scale);
 
 } // namespace kestrel::artwork

@@ -9,13 +9,14 @@ enum class KeyLight { On, Off };
 enum class ButtonFace { Resting, Pressed, Disabled, Unlit };
 enum class FieldState { Enabled, Disabled };
 
-// A user-assignable key, 78 × 78 units. Both faces are light enough for black text.
+// Draws a user-assignable key, 78 × 78 units. Its face is light enough for black text in both
+// states.
 [[nodiscard]] QImage drawUserAssignableKey(KeyLight light, int scale);
 
-// A push button that carries its word, 56 × 31 units.
+// Draws a push button with its word, 56 × 31 units.
 [[nodiscard]] QImage drawPushButton(const QString& word, ButtonFace face, int scale);
 
-// The box that a shortcut is shown in, 171 × 34 units.
+// Draws the box of a shortcut field, 171 × 34 units.
 [[nodiscard]] QImage drawTextBox(FieldState state, int scale);
 
 } // namespace kestrel::artwork

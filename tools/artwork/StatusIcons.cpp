@@ -11,7 +11,7 @@ constexpr QColor outline(16, 24, 26);
 constexpr QColor onlineFill(112, 226, 208);
 constexpr QColor offlineFill(206, 208, 208);
 
-// At rest: seen from the side, wings folded, sitting on its perch.
+// The kestrel on its perch, seen from the side, with folded wings.
 QPainterPath perchedBird()
 {
     QPainterPath bird;

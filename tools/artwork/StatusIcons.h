@@ -6,7 +6,7 @@ namespace kestrel::artwork {
 
 enum class Link { Offline, Online };
 
-// The status item's picture, 16 × 16 units.
+// Draws the picture of the status item, 16 × 16 units.
 [[nodiscard]] QImage drawStatusIcon(Link link, int scale);
 
 } // namespace kestrel::artwork

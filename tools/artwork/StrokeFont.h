@@ -5,16 +5,16 @@
 
 namespace kestrel::artwork {
 
-// Engraver's letters: round-ended strokes on a grid whose capitals are 6 high and mostly 4 wide.
-// Drawn from our own tables, so that a text looks the same on every machine.
+// Letters of round-ended strokes. Capitals are 6 grid steps high and mostly 4 wide. The shapes come
+// from tables in the source, so that a text looks the same on every machine.
 
 inline constexpr double capitalHeight = 6.0;
 
-// The centre lines of the text, starting at x = 0, capitals between y = 0 and y = 6. Characters
-// without a drawing are left out.
+// Returns the centre lines of the text. It starts at x = 0, and capitals lie between y = 0 and y =
+// 6. Characters without a drawing are left out.
 [[nodiscard]] QPainterPath strokesOf(const QString& text, double tracking);
 
-// From the first centre line to the last one.
+// The distance from the first centre line to the last one.
 [[nodiscard]] double widthOf(const QString& text, double tracking);
 
 } // namespace kestrel::artwork

@@ -11,7 +11,8 @@
 
 namespace {
 
-// Highest compression and nothing but the pixels: the same picture gives the same bytes.
+// Writes the pixels without metadata, at the highest compression, so that the same picture gives
+// the same bytes.
 bool write(const kestrel::artwork::Picture& picture, const QDir& directory)
 {
     const QString path = directory.filePath(picture.path);

@@ -13,8 +13,8 @@ struct TypingKey {
     QStringView name;
 };
 
-// The keys that are called what they type. A shortcut field learns those names from the keyboard
-// layout, which a command line does not have.
+// The keys whose name is the character that they type. A shortcut field gets these names from the
+// keyboard layout, which a command line does not have.
 constexpr TypingKey AnsiKeys[] = { { 0, u"A" }, { 1, u"S" }, { 2, u"D" }, { 3, u"F" }, { 4, u"H" },
     { 5, u"G" }, { 6, u"Z" }, { 7, u"X" }, { 8, u"C" }, { 9, u"V" }, { 11, u"B" }, { 12, u"Q" },
     { 13, u"W" }, { 14, u"E" }, { 15, u"R" }, { 16, u"Y" }, { 17, u"T" }, { 18, u"1" },

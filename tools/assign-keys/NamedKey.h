@@ -8,13 +8,13 @@
 
 namespace kestrel {
 
-// A key as it is named on a command line.
+// A key that is given by its name on a command line.
 struct NamedKey {
     KeyCode code = 0;
-    QString name; // as the shortcut fields show it
+    QString name; // the name in a shortcut field
 
-    // Capital and small letters count alike. Letters, digits and punctuation are those of an ANSI
-    // keyboard. Missing when no key has that name.
+    // Case does not matter. Letters, digits and punctuation are those of an ANSI keyboard. No value
+    // when no key has that name.
     [[nodiscard]] static std::optional<NamedKey> find(const QString& name);
 };
 

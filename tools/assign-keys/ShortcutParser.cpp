@@ -26,7 +26,7 @@ constexpr ModifierName Words[] = {
     { u"Cmd+", Modifier::Command },
 };
 
-// Takes the first modifier off the text; 0 when it starts with none.
+// Removes the modifier at the start of the text and returns it. Returns 0 if there is none.
 ModifierFlags takeModifier(QString& text)
 {
     for (const ModifierName& glyph : Glyphs) {

@@ -20,7 +20,7 @@ struct Request {
     int button = 0; // 0 = none
     std::vector<std::string> shortcuts;
     std::optional<std::string> title;
-    std::optional<std::string> file; // written instead of the stored set
+    std::optional<std::string> file; // the program writes this file instead of the stored set
     bool isShowing = false;
 };
 
@@ -33,7 +33,7 @@ void setRecord(ArchiveArray& entry, std::size_t record, const TypedShortcut& sho
     entry.replace(start + ShortcutRecord::Repeat, false);
 }
 
-// An empty text empties its record, and so does leaving it out.
+// An empty or omitted text empties its record.
 std::optional<std::vector<TypedShortcut>> parsed(const std::vector<std::string>& texts)
 {
     std::vector<TypedShortcut> shortcuts;
