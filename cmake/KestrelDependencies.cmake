@@ -1,4 +1,4 @@
-# What is used and not written here. Nothing is downloaded.
+# Finds the libraries of others that Kestrel uses. Nothing is downloaded.
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
 find_package(PkgConfig REQUIRED)

@@ -1,5 +1,5 @@
-# Every target of the tree is made here, so that all share one set of flags, and each includes only
-# headers of its own folder and of the libraries that it links.
+# These functions make every target of the tree. All targets share one set of flags, and each one
+# can include only headers of its own folder and of the libraries that it links.
 
 add_library(kestrel_flags INTERFACE)
 target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wconversion)
@@ -11,14 +11,15 @@ if(KESTREL_SANITIZE)
     kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all
                             -fno-omit-frame-pointer)
   target_link_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE})
-  # With the checks built in, the optimizer of this compiler sees paths that are none.
+  # GCC gives these warnings for paths that cannot happen when the sanitizers are built in.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(kestrel_flags INTERFACE -Wno-maybe-uninitialized -Wno-stringop-overflow)
   endif()
 endif()
 
-# Lets a target, and with PUBLIC all that link it, include the headers of one folder of the tree as
-# "folder/Header.h". The build has an include root for each folder, with links to its headers alone.
+# Lets a target include the headers of one folder of the tree as "folder/Header.h". With PUBLIC, the
+# targets that link it can include them too. The build has an include root for each folder, which
+# contains links to the headers of that folder only.
 function(kestrel_reach target visibility folder)
   string(REPLACE "/" "-" root ${folder})
   set(root ${CMAKE_BINARY_DIR}/reach/${root})
@@ -32,8 +33,8 @@ function(kestrel_reach target visibility folder)
   target_include_directories(${target} ${visibility} ${root})
 endfunction()
 
-# A library of the folder that calls this. What others need of it, and what it needs itself, is said
-# with target_link_libraries.
+# Adds a library for the folder that calls this function. The caller declares its dependencies with
+# target_link_libraries.
 function(kestrel_library name)
   add_library(${name} STATIC ${ARGN})
   target_link_libraries(${name} PUBLIC kestrel_flags)
@@ -41,7 +42,7 @@ function(kestrel_library name)
   kestrel_reach(${name} PUBLIC ${folder})
 endfunction()
 
-# The same without sources: headers alone.
+# Adds a library of headers without sources.
 function(kestrel_headers name)
   add_library(${name} INTERFACE)
   target_link_libraries(${name} INTERFACE kestrel_flags)
@@ -56,10 +57,10 @@ function(kestrel_program name)
   kestrel_reach(${name} PRIVATE ${folder})
 endfunction()
 
-# Everything that the tests labelled "unit" need, and nothing else.
+# This target builds everything that the tests with the label "unit" need, and nothing else.
 add_custom_target(unit-tests)
 
-# A GoogleTest program; every test in it becomes a test of ctest.
+# Adds a GoogleTest program. Every test in it becomes a test of ctest.
 #   kestrel_test(name SOURCES … LIBRARIES … [LABEL label])
 function(kestrel_test name)
   cmake_parse_arguments(T "" "LABEL" "SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
