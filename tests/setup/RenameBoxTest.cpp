@@ -272,7 +272,7 @@ TEST(RenameBox, command_with_an_arrow_or_backspace_moves_selects_and_deletes)
 {
     OpenBox bench;
     const auto pressWith = [&](ModifierFlags flags, Qt::Key key) {
-        press(bench.box(), { .keyCode = 123, .flags = flags, .toolkitKey = key });
+        press(bench.box(), { .keyCode = 123, .flags = flags, .qtKey = key });
         return bench.box().textCursor();
     };
     EXPECT_EQ(pressWith(Command, Qt::Key_Left).position(), 0);
@@ -292,7 +292,7 @@ TEST(RenameBox, command_with_an_arrow_or_backspace_moves_selects_and_deletes)
 
 TEST(RenameBox, enter_on_the_keypad_and_shift_return_store_the_name_as_well)
 {
-    const Key enter { .keyCode = 76, .characters = "\003", .toolkitKey = Qt::Key_Enter };
+    const Key enter { .keyCode = 76, .characters = "\003", .qtKey = Qt::Key_Enter };
     for (const Key& key : { enter, with(Shift, Keys::Return) }) {
         OpenBox bench;
         bench.type("other");

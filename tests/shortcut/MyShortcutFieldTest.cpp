@@ -36,12 +36,12 @@ TEST(MyShortcutField, return_tab_escape_and_delete_are_captured_like_any_other_k
     bench.field(0).makeFirstResponder();
     for (const auto& [key, name] :
         { std::pair { Keys::Return, "RETURN" }, { Keys::Tab, "TAB" }, { Keys::Escape, "ESC" },
-            { Key { .keyCode = 51, .toolkitKey = Qt::Key_Backspace }, "DELETE" } }) {
+            { Key { .keyCode = 51, .qtKey = Qt::Key_Backspace }, "DELETE" } }) {
         press(bench.field(0), key);
         EXPECT_EQ(bench.field(0).stringValue(), QString(name));
     }
     Key backTab = with(Shift, Keys::Tab);
-    backTab.toolkitKey = Qt::Key_Backtab;
+    backTab.qtKey = Qt::Key_Backtab;
     press(bench.field(0), backTab);
     EXPECT_EQ(bench.field(0).stringValue(), u"\u21EA+TAB");
     EXPECT_TRUE(bench.field(0).hasFocus());

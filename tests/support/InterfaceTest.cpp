@@ -23,8 +23,8 @@ Qt::KeyboardModifiers toolkitModifiers(ModifierFlags flags)
 bool press(QWidget& widget, const Key& key)
 {
     const auto event = [&](QEvent::Type type) {
-        return QKeyEvent(type, key.toolkitKey, toolkitModifiers(key.flags), 1, key.keyCode,
-            key.flags, key.characters, key.isARepeat);
+        return QKeyEvent(type, key.qtKey, toolkitModifiers(key.flags), 1, key.keyCode, key.flags,
+            key.characters, key.isARepeat);
     };
     QKeyEvent question = event(QEvent::ShortcutOverride);
     question.ignore();

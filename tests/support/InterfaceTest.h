@@ -15,17 +15,17 @@ struct Key {
     ModifierFlags flags = 0;
     QString characters = {};
     bool isARepeat = false;
-    int toolkitKey = Qt::Key_unknown; // for controls that edit text
+    int qtKey = Qt::Key_unknown; // for controls that edit text
 };
 
 namespace Keys {
-inline const Key A { .keyCode = 0, .characters = "a", .toolkitKey = Qt::Key_A };
-inline const Key F3 { .keyCode = 99, .toolkitKey = Qt::Key_F3 };
-inline const Key F5 { .keyCode = 96, .toolkitKey = Qt::Key_F5 };
-inline const Key Tab { .keyCode = 48, .characters = "\t", .toolkitKey = Qt::Key_Tab };
-inline const Key Return { .keyCode = 36, .characters = "\r", .toolkitKey = Qt::Key_Return };
-inline const Key Escape { .keyCode = 53, .characters = "\033", .toolkitKey = Qt::Key_Escape };
-inline const Key PageDown { .keyCode = 121, .toolkitKey = Qt::Key_PageDown };
+inline const Key A { .keyCode = 0, .characters = "a", .qtKey = Qt::Key_A };
+inline const Key F3 { .keyCode = 99, .qtKey = Qt::Key_F3 };
+inline const Key F5 { .keyCode = 96, .qtKey = Qt::Key_F5 };
+inline const Key Tab { .keyCode = 48, .characters = "\t", .qtKey = Qt::Key_Tab };
+inline const Key Return { .keyCode = 36, .characters = "\r", .qtKey = Qt::Key_Return };
+inline const Key Escape { .keyCode = 53, .characters = "\033", .qtKey = Qt::Key_Escape };
+inline const Key PageDown { .keyCode = 121, .qtKey = Qt::Key_PageDown };
 inline const Key Unnamed { .keyCode = 200 }; // neither a name nor characters
 } // namespace Keys
 
