@@ -26,7 +26,7 @@ protected:
             { [this] { return active; }, [this](QAccessibleEvent* event) { listen(event); } });
     }
 
-    // Keeps in words what assistive technology is told.
+    // Records each event for assistive technology as a text.
     void listen(QAccessibleEvent* event)
     {
         const std::string child = std::to_string(event->child());

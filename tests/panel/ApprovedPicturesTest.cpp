@@ -8,11 +8,11 @@
 namespace kestrel::test {
 
 namespace {
-// Of the sheet of knob frames.
+// The number of columns in the picture of all knob frames.
 constexpr int Columns = 11;
 constexpr int Rows = 8;
 
-// A panel with the product's own pictures, and what of it goes into an approved picture.
+// A panel with the pictures of the product. Its drawing is compared with approved pictures.
 class ApprovedPictures : public testing::TestWithParam<int>, protected MirroringPanel {
 protected:
     ApprovedPictures()
@@ -28,7 +28,7 @@ protected:
         return panel().copy(QRect(units.topLeft() * scale(), units.size() * scale()));
     }
 
-    // From `first` on, one code a cell, through the eight zones.
+    // Shows the codes from `first` on in the eight zones, one code in each cell.
     void displayCodes(int first)
     {
         for (std::uint8_t zone = 0; zone < 8; ++zone) {

@@ -77,7 +77,7 @@ TEST_F(DisplayMessages, the_end_byte_in_place_of_the_first_zone_ends_the_message
 TEST_F(DisplayMessages, nothing_after_the_end_byte_is_read)
 {
     Bytes bytes = PanelMessages::display({ { 0, "before    " } });
-    // Ten bytes to be skipped, were the end byte taken for a zone, and then a record.
+    // If the end byte were taken for a zone, the ten bytes would be skipped and the record stored.
     bytes.insert(bytes.end(), 10, 'x');
     bytes.insert(bytes.end(), { 0x01, 'a', 'f', 't', 'e', 'r', ' ', ' ', ' ', ' ', ' ', 0xF7 });
     send(bytes);

@@ -23,7 +23,7 @@ const std::array<LampPlace, 8> LampPlaces { { { "btn_red", 697 }, { "btn_red", 1
     { "btn_orange", 309 }, { "btn_orange", 406 }, { "btn_orange", 503 }, { "btn_orange", 600 },
     { "btn_green", 212 }, { "btn_green", 115 } } };
 
-// A rectangle of the panel, given from the bottom left, in a picture that starts at the top.
+// Converts a rectangle measured from the bottom left of the panel to pixels from the top left.
 QRect inPicture(double left, double bottom, double width, double height, double panelHeight = 220)
 {
     return QRectF(left, panelHeight - bottom - height, width, height).toRect();
@@ -40,7 +40,7 @@ bool isAll(const QImage& image, const QRect& area, QRgb colour)
     return true;
 }
 
-// The pixels of the plain background within the area.
+// True if the area shows only the background picture.
 bool isBackground(const QImage& image, const QRect& area)
 {
     for (int y = area.top(); y <= area.bottom(); ++y) {
@@ -52,7 +52,7 @@ bool isBackground(const QImage& image, const QRect& area)
     return true;
 }
 
-// A panel on the pictures of the others, but for one.
+// Makes a panel with the usual pictures, except for one.
 PlugInPanelView withPicture(const QString& replaced, const QImage& picture)
 {
     return PlugInPanelView(QRect(0, 0, 782, 220), [&](const QString& name) {
@@ -219,7 +219,7 @@ TEST_F(Drawing, a_background_with_holes_shows_the_dark_ground_and_nothing_of_the
         image.fill(QColor(200, 100, 0, 128));
         return name == "back" ? InterfaceImage(image) : InterfaceImage();
     });
-    // Source-in over an opaque ground: half of the colour, nothing of what was there.
+    // SourceIn over an opaque ground gives half of the colour and nothing of the ground.
     const QRgb half = qRgb(100, 50, 0);
     const QImage onScreen = painted(holed);
     for (const auto x : { 0, 400, 781 }) {
@@ -278,7 +278,7 @@ TEST_F(Drawing, without_a_background_nothing_else_has_a_place_either)
 
 TEST_F(Drawing, a_short_atlas_draws_the_cells_that_it_has)
 {
-    // 10 cells: the lowest is still code 127, as the column is counted from its bottom.
+    // An atlas of 10 cells: the lowest cell is still code 127, because cells count from the bottom.
     PlugInPanelView shortened
         = withPicture("text", Pictures::named("text").single().copy(0, 118 * 13, 8, 10 * 13));
     shortened.updateZone(PanelMessages::display({ { 0, "\x75\x76\x7F\x00\x20     "sv } }), false);
@@ -299,7 +299,7 @@ TEST_F(Drawing, a_cell_is_as_wide_as_the_atlas)
 
     PlugInPanelView wide = withPicture("text", Pictures::named("text").single().scaled(12, 1664));
     wide.updateZone(PanelMessages::display({ { 0, "         a" } }), false);
-    const QImage wideText = painted(wide); // of which only the last cell is all to be seen
+    const QImage wideText = painted(wide); // each cell covers part of the previous one
     EXPECT_TRUE(isAll(wideText, QRect(379, 17, 12, 13), Pictures::cell('a')));
     EXPECT_TRUE(isBackground(wideText, QRect(391, 17, 4, 13)));
 }
@@ -335,7 +335,7 @@ TEST_F(Drawing, on_a_display_of_double_density_the_finer_pictures_are_painted_pi
 
 TEST_F(Drawing, text_scales_on_each_axis_but_knobs_and_lamps_stay_square)
 {
-    view.resize(782, 440); // twice as high only
+    view.resize(782, 440); // only the height doubles
     display(4, "aaaaaaaaaa");
     knob(0, 0x01);
     const QImage image = painted(view);
@@ -452,7 +452,7 @@ TEST_F(Drawing, lamps_are_drawn_over_the_text_and_knobs_over_both)
     view.resize(3 * 782, 220); // so wide that they overlap
     display(0, "aaaaaaaaaa");
     knob(0, 0x01);
-    const QPoint inText(3 * (298 + 9 * 5) + 12, 220 - 190 - 6); // of the sixth cell
+    const QPoint inText(3 * (298 + 9 * 5) + 12, 220 - 190 - 6); // in the sixth cell
     EXPECT_EQ(painted(view).pixel(inText), Pictures::frame(1, Pictures::Doubled));
     knob(0, 127);
     EXPECT_EQ(painted(view).pixel(inText), Pictures::lamp("btn_orange", false, Pictures::Doubled));
@@ -478,7 +478,7 @@ TEST_F(Drawing, the_red_lamp_says_how_large_all_lamps_are)
     EXPECT_TRUE(isAll(image, inPicture(212, 38, 40, 40), Pictures::lamp("btn_green", true)));
     EXPECT_TRUE(isBackground(image, inPicture(212, 78, 67, 27)));
     EXPECT_TRUE(isBackground(image, inPicture(252, 38, 27, 67)));
-    // The unlit one is cut where the red picture has it: the lower 27 rows are of the lit one.
+    // The frame of the red picture sets the cut: the lower 27 rows show the lit lamp.
     EXPECT_TRUE(isAll(image, inPicture(115, 38 + 27, 40, 13), Pictures::lamp("btn_green", false)));
     EXPECT_TRUE(isAll(image, inPicture(115, 38, 40, 27), Pictures::lamp("btn_green", true)));
 }

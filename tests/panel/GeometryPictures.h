@@ -5,8 +5,8 @@
 #include <QColor>
 #include <QString>
 
-// Pictures in which every cell, frame and lamp has a colour of its own, for tests of where what
-// part of which picture is painted. The double-density ones differ in their blue.
+// Pictures in which every cell, frame and lamp has its own colour. Tests see from the colours which
+// part of which picture is painted where. The blue differs in the double-density pictures.
 namespace kestrel::test::GeometryPictures {
 
 inline constexpr int Single = 0;
@@ -17,7 +17,7 @@ inline constexpr int Doubled = 1;
 [[nodiscard]] QRgb frame(int value, int density = Single);
 [[nodiscard]] QRgb lamp(const QString& image, bool lit, int density = Single);
 
-// In place of the application's resources.
+// Replaces InterfaceImage::named().
 [[nodiscard]] InterfaceImage named(const QString& name);
 
 } // namespace kestrel::test::GeometryPictures

@@ -5,7 +5,7 @@
 
 namespace kestrel::test {
 
-// A panel, and the console that sends it messages: the part that fixtures of the view share.
+// A panel and the console that sends messages to it. Fixtures of the view share this part.
 class MirroringPanel {
 protected:
     enum class Window { Hidden, Visible };

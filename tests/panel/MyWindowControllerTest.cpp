@@ -22,7 +22,7 @@ using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 
-// Lets everything happen that is already under way.
+// Processes all pending events.
 void settle()
 {
     for (int i = 0; i < 5; ++i)
@@ -36,11 +36,11 @@ protected:
         controller.showWindow();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(controller.window()));
         settle();
-        // A repaint that is asked for after this is not held back.
+        // After this time the repaint gate lets a new repaint through at once.
         const auto open = RepaintGate::TimePoint::clock::now() + RepaintGate::Refresh;
         ASSERT_TRUE(QTest::qWaitFor([&] { return RepaintGate::TimePoint::clock::now() > open; }));
     }
-    // As the application shows a panel that was hidden: nothing of it is stale any more.
+    // Shows a hidden panel as the application does. Afterwards no part of the panel is stale.
     void showAllPainted()
     {
         show();
@@ -249,7 +249,7 @@ TEST_F(WindowController, a_hidden_panel_is_not_painted_and_shows_the_latest_stat
     show();
     controller.window()->hide();
     settle();
-    int changes = 0; // that assistive technology would hear of
+    int changes = 0; // announced to assistive technology
     QObject::connect(&view(), &PlugInPanelView::contentChanged, [&] { ++changes; });
     PaintCounter paints(view());
     for (int i = 0; i < 100; ++i) {
@@ -347,7 +347,7 @@ TEST_F(WindowController, all_that_waited_for_the_next_refresh_gets_painted)
 {
     show();
     display(0, "first     ");
-    settle(); // painted, so that what follows has to wait
+    settle(); // painted: the next repaint has to wait
     display(0, "last      ");
     sendDSP(PanelMessages::knob(3, 0x15));
     EXPECT_TRUE(QTest::qWaitFor([&] {
@@ -401,7 +401,7 @@ TEST_F(WindowController, the_first_display_message_on_a_visible_panel_paints_eve
 {
     show();
     PaintCounter paints(view());
-    display(2, "0123456789"); // makes the store, and with it text in the other zones
+    display(2, "0123456789"); // creates the zones, so the other zones show text too
     EXPECT_TRUE(QTest::qWaitFor([&] { return paints.count == 1; }));
     EXPECT_EQ(paints.painted, QRegion(view().rect()));
 }
@@ -420,7 +420,7 @@ TEST_F(WindowController, a_store_that_a_malformed_message_made_is_painted_with_t
 
 TEST_F(WindowController, each_zone_knob_and_lamp_of_a_visible_panel_is_repainted_where_it_is)
 {
-    display(0, "          "); // so that there is a store
+    display(0, "          "); // creates the zones
     showAllPainted();
     const auto isRepainted = [&](const QRect& place, const Bytes& bytes) {
         PaintCounter paints(view());

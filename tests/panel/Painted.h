@@ -5,7 +5,7 @@
 #include <QImage>
 #include <QPainter>
 
-// What a view paints, as a picture of its own.
+// Paints a view into a picture.
 namespace kestrel::test {
 
 inline QImage painted(PlugInPanelView& view, double devicePixelRatio = 1,

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-// What the console sends, byte for byte.
+// The messages of the console, byte for byte.
 namespace kestrel::test::PanelMessages {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -34,7 +34,8 @@ inline Bytes lamp(std::uint8_t number, bool lit)
     return { 0xB0, 0x0C, 0x1C, 0x2C, static_cast<std::uint8_t>(lit ? number + 0x40 : number) };
 }
 
-// What clears the panel when the console falls silent: spaces everywhere, lamps and knobs at rest.
+// The messages that clear the panel when the console falls silent: spaces in all zones, lamps and
+// knobs at rest.
 inline std::vector<Bytes> silence()
 {
     std::vector<Bytes> messages;

@@ -91,7 +91,7 @@ TEST_F(Placement, a_window_on_a_screen_that_goes_or_shrinks_is_brought_back)
         [&] { emit qGuiApp->screenRemoved(screenThere); },
         [&] { emit screenThere->availableGeometryChanged(screen); },
         [&] {
-            // As if it were one that came just now.
+            // Makes the screen look like one that was added just now.
             QObject::disconnect(screenThere, nullptr, &placement, nullptr);
             emit qGuiApp->screenAdded(screenThere);
             emit screenThere->availableGeometryChanged(screen);
@@ -201,10 +201,10 @@ TEST_F(Placement, a_maximised_size_is_not_remembered)
     ASSERT_TRUE(QTest::qWaitFor([&] { return defaults.current.contains(key); }));
     window.showMaximized();
     ASSERT_TRUE(QTest::qWaitFor([&] { return window.height() > 300; }));
-    // On X11 the size comes after the state.
+    // On X11 the new size arrives after the new state.
     QResizeEvent resized(window.size(), QSize(782, 220));
     QApplication::sendEvent(&window, &resized);
-    // Longer than a window takes to come to rest.
+    // This is longer than the time after which a window counts as at rest.
     EXPECT_FALSE(QTest::qWaitFor([&] { return onDisk() != "nothing"; }, 800));
     window.hide();
     EXPECT_EQ(onDisk(), "48 49 782 220");

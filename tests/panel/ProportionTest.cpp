@@ -20,7 +20,7 @@ TEST(PanelShape, less_than_a_pixel_is_in_proportion)
     EXPECT_TRUE(isInProportion({ 782, 220 }));
     EXPECT_FALSE(isInProportion({ 782, 221 }));
     EXPECT_FALSE(isInProportion({ 782, 219 }));
-    EXPECT_TRUE(isInProportion({ 1000, 281 })); // 281.33
+    EXPECT_TRUE(isInProportion({ 1000, 281 })); // 281.33 is exact
     EXPECT_TRUE(isInProportion({ 1000, 282 }));
     EXPECT_FALSE(isInProportion({ 1000, 280 }));
     EXPECT_FALSE(isInProportion({ 1000, 283 }));
@@ -42,7 +42,7 @@ TEST(PanelShape, too_wide_a_content_has_the_panel_in_its_middle)
 }
 
 namespace {
-// A window whose size is kept by somebody else when `insisted` is set.
+// A window whose window manager insists on the size `insisted` if it is set.
 class Window : public QWidget {
 public:
     void resizeEvent(QResizeEvent*) override
@@ -103,7 +103,7 @@ TEST_F(Proportion, a_window_that_may_not_be_that_size_is_asked_for_it_twice_and_
     window.insisted = QSize(900, 600);
     window.resize(900, 600);
     ASSERT_TRUE(QTest::qWaitFor([&] { return asked == 2; }));
-    // Whatever else were asked for would come from the timers that are started by now.
+    // Further requests could come only from timers that run now; they end within this time.
     EXPECT_FALSE(QTest::qWaitFor([&] { return asked > 2; }, 600));
     EXPECT_EQ(window.size(), QSize(900, 600));
     EXPECT_EQ(view.geometry(), fittedPanel({ 900, 600 }));
@@ -137,7 +137,8 @@ TEST_F(Proportion, a_size_that_was_insisted_on_is_corrected_again_after_one_in_p
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == QSize(900, 253); }));
 }
 
-// The two messages of a window manager that maximises or restores, in either order.
+// A window manager sends a size and a state when it maximises or restores a window, in either
+// order.
 TEST_F(Proportion, a_size_that_comes_shortly_before_another_state_is_left_alone)
 {
     window.resize(900, 600);

@@ -13,7 +13,7 @@ constexpr QRgb Even = qRgb(255, 0, 0);
 constexpr QRgb Odd = qRgb(0, 0, 255);
 
 struct Scale {
-    int width; // of the panel, in units of the painter
+    int width; // the width of the panel in units of the painter
     double density;
 
     friend void PrintTo(const Scale& scale, std::ostream* out)
@@ -22,7 +22,7 @@ struct Scale {
     }
 };
 
-// Neighbours in the atlas, in the strip and of a lamp are as unlike as they can be.
+// Neighbouring cells, knob frames and lamp frames differ as much as possible.
 InterfaceImage striped(const QString& name)
 {
     if (name == "back")
@@ -39,7 +39,7 @@ InterfaceImage striped(const QString& name)
     return InterfaceImage(image);
 }
 
-// A panel at a scale that is no integer.
+// A panel at a scale that is not an integer.
 class ScaledDrawing : public testing::TestWithParam<Scale>, protected MirroringPanel {
 protected:
     ScaledDrawing()
@@ -51,7 +51,7 @@ protected:
     [[nodiscard]] double horizontal() const { return view.width() / 782.0; }
     [[nodiscard]] double vertical() const { return view.height() / 220.0; }
 
-    // Where a piece goes, given in units from the bottom left, on the nearest device pixels.
+    // Converts the place of a piece, in units from the bottom left, to the nearest device pixels.
     [[nodiscard]] QRect onDevice(double left, double bottom, double width, double height) const
     {
         const double top = view.height() - bottom * vertical() - height;
@@ -83,7 +83,7 @@ bool isAll(const QImage& image, const QRect& area, QRgb colour)
     return true;
 }
 
-// The piece covers these pixels, nothing but it, and on the four sides named no pixel more.
+// Expects the piece to cover all pixels of the area and no pixel beyond the given sides.
 void expectPiece(const QImage& image, const QRect& area, QRgb colour, Qt::Edges sides)
 {
     EXPECT_TRUE(isAll(image, area, colour));

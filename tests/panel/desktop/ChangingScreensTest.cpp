@@ -25,7 +25,7 @@ protected:
         display.resize(width, height);
         screen = { 0, 0, width, height };
     }
-    // Longer than the panel waits until it takes where it is for where it was put.
+    // Waits longer than the time after which the panel takes its place as chosen by the user.
     void outlastRest()
     {
         static_cast<void>(panel->linesUntilQuiet(stage::milliseconds(1300)));

@@ -146,7 +146,7 @@ void Desk::drag(int fromX, int fromY, int toX, int toY)
     settle();
 }
 
-// It answers what it is asked in the order in which everything else came.
+// The window manager handles requests and events in order, so its answer comes after the rest.
 void Desk::settle()
 {
     xcb_delete_property(workstation.xcb(), m_probe, workstation.atom("_NET_FRAME_EXTENTS"));

@@ -26,7 +26,7 @@ protected:
         friend bool operator==(const Content&, const Content&) = default;
     };
     struct Place {
-        int x, y, width, height; // of the content, on the screen
+        int x, y, width, height; // place of the content on the screen
 
         friend bool operator==(const Place&, const Place&) = default;
         friend void PrintTo(const Place& place, std::ostream* out)
@@ -38,26 +38,26 @@ protected:
     explicit Desk(const stage::PrivateXServer::Options& options = {});
 
     void startPanel(const std::vector<std::string>& arguments = {});
-    void showPanel(); // and waits until the window manager has done with it
-    [[nodiscard]] Content content(); // as the panel has it now
+    void showPanel(); // waits until the window manager has placed the panel
+    [[nodiscard]] Content content(); // the present content of the panel
     [[nodiscard]] std::optional<Content> waitForContent(
         const std::function<bool(const Content&)>& wanted);
     [[nodiscard]] Place panelPlace();
-    [[nodiscard]] Place framePlace(); // with what the window manager puts around it
-    // Ends the panel; what it remembers of its frame.
+    [[nodiscard]] Place framePlace(); // includes the decoration of the window manager
+    // Ends the panel and returns the frame that it has stored.
     [[nodiscard]] std::string quitPanel();
 
     void pointer(std::initializer_list<std::string> xdotool);
     void drag(int fromX, int fromY, int toX, int toY);
-    // Returns when the window manager has done all that it was told or saw before.
+    // Returns when the window manager has handled all earlier requests and events.
     void settle();
-    void closePanel(); // as a click on its close button does
+    void closePanel(); // like a click on its close button
     [[nodiscard]] Place waitForPlace(const std::function<bool(const Place&)>& wanted);
-    // Keys and focus are the workstation's: what it gets when A is pressed now.
+    // Presses A and returns the keys that the workstation receives: none without the focus.
     [[nodiscard]] std::string keysThatReachTheWorkstation();
     [[nodiscard]] bool workstationIsActive();
 
-    // Throws when it has not come about within ten seconds.
+    // Throws if the condition does not hold within ten seconds.
     static void waitUntil(const char* what, const std::function<bool()>& holds);
 
     stage::PrivateXServer server;

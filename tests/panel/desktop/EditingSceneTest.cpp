@@ -24,7 +24,7 @@ std::vector<Bytes> packetsOf(const std::vector<console::Command>& commands)
     return packets;
 }
 
-// A panel that mirrors what the console sends.
+// A panel that receives the messages of the console.
 class EditedPanel : public testing::TestWithParam<int> {
 protected:
     void mirror(const std::vector<Bytes>& packets)

@@ -5,7 +5,7 @@
 namespace kestrel::test {
 
 namespace {
-// A panel whose title is double-clicked, which maximises and restores it.
+// A double click on the title of this panel maximises or restores it.
 class MaximisedPanel : public Desk, public testing::WithParamInterface<const char*> {
 protected:
     MaximisedPanel()
@@ -43,7 +43,7 @@ protected:
                    states.begin(), states.end(), workstation.atom("_NET_WM_STATE_MAXIMIZED_VERT"))
             == states.end();
     }
-    // Longer than the panel waits before the last correction that it would ask for.
+    // Waits until the panel can request no further correction of its size.
     void outlastCorrections()
     {
         static_cast<void>(panel->linesUntilQuiet(stage::milliseconds(700)));

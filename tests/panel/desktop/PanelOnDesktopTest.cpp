@@ -21,7 +21,7 @@ protected:
         return content.panelX == 0 && content.panelY == 0 && content.panelWidth == content.width
             && content.panelHeight == content.height;
     }
-    // Presses into the middle of the panel, and makes sure that it got that.
+    // Clicks the middle of the panel and checks that the panel received the click.
     void press(const std::string& button)
     {
         const Place place = panelPlace();
@@ -37,7 +37,7 @@ protected:
     }
 };
 
-// Both with what the platform says of the window and with the toolkit's own means alone.
+// Runs with the window traits of the platform, and with Qt's window flags alone.
 class PanelFocus : public PanelOnDesktop, public testing::WithParamInterface<const char*> {
 protected:
     PanelFocus()
@@ -193,7 +193,7 @@ TEST_F(PanelOnDesktop, maximised_it_is_fitted_into_its_window_and_fights_nobody)
     EXPECT_EQ(fitted->panelWidth, fitted->width);
     EXPECT_TRUE(inProportion(fitted->panelWidth, fitted->panelHeight));
     EXPECT_NEAR(fitted->panelY, (fitted->height - fitted->panelHeight) / 2.0, 1);
-    // Longer than it waits before the last correction that it would ask for.
+    // The panel can request no further correction after this time.
     const auto further = panel->linesUntilQuiet(stage::milliseconds(600));
     EXPECT_THAT(further,
         testing::Each(testing::StartsWith(

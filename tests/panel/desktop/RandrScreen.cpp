@@ -22,7 +22,7 @@ std::uint32_t millimetres(std::uint32_t pixels)
     return pixels * 254 / 960; // at 96 pixels an inch
 }
 
-// Of the only display that the server has.
+// The only display of the server.
 struct Display {
     xcb_randr_crtc_t controller;
     xcb_randr_output_t output;
@@ -42,7 +42,7 @@ Display firstDisplay(xcb_connection_t* connection, xcb_window_t root)
 xcb_randr_mode_t makeMode(
     xcb_connection_t* connection, xcb_window_t root, std::uint16_t width, std::uint16_t height)
 {
-    static int made = 0; // the server wants each name once
+    static int made = 0; // mode names must be unique
     const std::string name = "test " + std::to_string(++made);
     xcb_randr_mode_info_t mode {};
     mode.width = width;
@@ -58,7 +58,7 @@ xcb_randr_mode_t makeMode(
         ->mode;
 }
 
-// No mode switches the display off.
+// XCB_NONE as mode switches the display off.
 void show(xcb_connection_t* connection, const Display& display, xcb_randr_mode_t mode)
 {
     const bool isOn = mode != XCB_NONE;
@@ -82,7 +82,7 @@ void RandrScreen::resize(std::uint16_t width, std::uint16_t height)
     const xcb_randr_mode_t mode = makeMode(m_connection, m_root, width, height);
     const Display display = firstDisplay(m_connection, m_root);
     xcb_randr_add_output_mode(m_connection, display.output, mode);
-    xcb_grab_server(m_connection); // nobody sees the moment without a display
+    xcb_grab_server(m_connection); // hides the moment without a display from other clients
     show(m_connection, display, XCB_NONE);
     xcb_randr_set_screen_size(
         m_connection, m_root, width, height, millimetres(width), millimetres(height));

@@ -6,12 +6,14 @@
 
 namespace kestrel::test {
 
-// The one display of a private X server, changed as a display is that goes or gets another mode.
+// Changes the only display of a private X server, as if it were unplugged or got another mode.
 class RandrScreen {
 public:
-    RandrScreen(xcb_connection_t* connection, xcb_window_t root); // which outlives this
+    // The connection outlives this object.
+    RandrScreen(xcb_connection_t* connection, xcb_window_t root);
 
-    // No larger than the server was started with. Throws std::runtime_error when it is refused.
+    // The size is at most the one at the start of the server. Throws std::runtime_error if the
+    // server refuses.
     void resize(std::uint16_t width, std::uint16_t height);
 
 private:

@@ -1,8 +1,8 @@
-// The panel alone, on a real desktop, for tests that drive it from outside. It reads commands from
-// standard input and says on standard output what becomes of it, a line each:
+// Shows the panel alone on a real desktop, for tests that control it from outside. It reads
+// commands from standard input and reports events on standard output, one per line:
 //   show | hide | size W H | repeat (says the content again) | quit
 //   shown ID | hidden | content W H panel X Y W H | pressed | frame X Y W H
-// With --plain the platform adds nothing to the window; --frame is where it was left.
+// With --plain no window traits are set. --frame gives the stored frame.
 
 #include "app/QtMainLoop.h"
 #include "panel/MyWindowController.h"
