@@ -69,7 +69,7 @@ TEST(AssignmentFiles, an_existing_file_is_replaced_by_a_fresh_one)
     struct stat before { };
     struct stat after { };
     ASSERT_EQ(stat(path.toUtf8().constData(), &before), 0);
-    QFile held(path); // keeps the old file's number from being used again
+    QFile held(path); // keeps the inode of the old file in use
     ASSERT_TRUE(held.open(QIODevice::ReadOnly));
     ASSERT_TRUE(bench.files.write(path, bench.set));
     ASSERT_EQ(stat(path.toUtf8().constData(), &after), 0);

@@ -25,7 +25,7 @@ struct DialogBench : SetupBench {
     [[nodiscard]] QFileDialog* sheet() const
     {
         const auto sheets = controller.window()->findChildren<QFileDialog*>();
-        return sheets.isEmpty() ? nullptr : sheets.back(); // closed ones go later
+        return sheets.isEmpty() ? nullptr : sheets.back(); // closed sheets are deleted later
     }
     // Names the file in the sheet and presses its default button.
     void choose(const QString& path) const
@@ -52,7 +52,7 @@ struct DialogBench : SetupBench {
     QTemporaryDir folder;
 };
 
-// Does something with the next alert once it is up.
+// Calls `handle` with the next alert once it is open.
 void whenAlerted(const std::function<void(QMessageBox&)>& handle)
 {
     QTimer::singleShot(0, qApp, [handle] {

@@ -16,7 +16,7 @@ ButtonEntry entryOf(ArchiveArray values)
     return std::make_shared<ArchiveArray>(std::move(values));
 }
 
-// Shows the set as a loaded one, selects every button, assigns, saves and reads it again.
+// Shows the set as if it were loaded, selects every button, assigns, saves, and reads the file.
 std::shared_ptr<UserAssignFile> shownAndSaved(SetupBench& bench, const UserAssignFile& set)
 {
     bench.open();

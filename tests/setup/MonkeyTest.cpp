@@ -10,7 +10,7 @@ namespace {
 
 constexpr int Events = 100'000;
 
-// Presses, types and clicks anything, always the same way.
+// Presses, types and clicks at random. The sequence is the same in each run.
 class Monkey {
 public:
     explicit Monkey(SetupBench& bench)
@@ -94,7 +94,7 @@ private:
     }
 
     SetupBench& m_bench;
-    std::mt19937 m_random { 20'230 }; // as good as any
+    std::mt19937 m_random { 20'230 }; // an arbitrary seed
 };
 
 int selectedButtons(const SetupBench& bench)

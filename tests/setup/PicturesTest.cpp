@@ -10,7 +10,7 @@ namespace {
 // Rendering of text may differ by this much of 255 between versions of the font library.
 constexpr int Tolerance = 8;
 
-// In the given density, by default that of an ordinary screen.
+// Draws the window in the given pixel density.
 QImage picture(SetupBench& bench, int density = 1)
 {
     QWidget& window = *bench.controller.window();

@@ -17,7 +17,7 @@ struct SelectionBench : SetupBench {
         open();
         activate(*controller.window());
     }
-    // "4": the indexes of all buttons that are lit.
+    // Returns the indexes of all buttons that are lit, such as "4".
     [[nodiscard]] std::string lit() const
     {
         std::string indexes;

@@ -10,7 +10,7 @@
 
 namespace kestrel::test {
 
-// A set of whatever stands for its two tables, as a file may hold it.
+// Makes a set with any two values as its tables, as a file may contain them.
 [[nodiscard]] inline std::shared_ptr<UserAssignFile> setOf(
     const ArchiveValue& shortcuts, const ArchiveValue& titles)
 {
@@ -20,8 +20,8 @@ namespace kestrel::test {
     return std::make_shared<UserAssignFile>(coder);
 }
 
-// The setup window on a live set of twelve empty entries and titles, with everything that it calls
-// outside noted in one list.
+// The setup window on a live set of twelve empty entries and titles. One list records all calls to
+// its services.
 struct SetupBench {
     explicit SetupBench(FakeDefaultsStore* saved = nullptr)
         : defaults(saved ? *saved : ownDefaults)
@@ -31,12 +31,12 @@ struct SetupBench {
         controller.initShortcut(live);
     }
 
-    // For further windows.
+    // The services, for further windows.
     [[nodiscard]] SetupServices services()
     {
         return { { center, translation }, defaults, attributes, visibility };
     }
-    // What the menu does.
+    // Opens the window as the menu does.
     void open()
     {
         const bool wasVisible = controller.isVisible() && !controller.window()->isMinimized();
@@ -70,7 +70,8 @@ struct SetupBench {
     {
         return controller.myShortcutArray()->value(number).array()->at(4 * record + 2).text();
     }
-    // "0", "01" …: the fields that are shown; their clear buttons must go with them.
+    // Returns the indexes of the visible fields, such as "01". Expects their clear buttons to be
+    // visible too.
     [[nodiscard]] std::string shownFields() const
     {
         std::string shown;

@@ -21,7 +21,7 @@ template <typename Control> std::vector<Control*> controls(const SetupBench& ben
     return found;
 }
 
-// Frames with their origin at the upper left of a content 453 high.
+// Converts a frame to an origin at the upper left of the content, which is 453 high.
 QRect frame(int x, int y, int width, int height)
 {
     return { x, 453 - y - height, width, height };

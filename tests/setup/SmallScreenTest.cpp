@@ -9,7 +9,7 @@ namespace {
 
 const QSize Content(620, 453);
 
-// The window where a screen leaves it this much room, with all four fields shown.
+// The window on a screen with this much room. All four fields are shown.
 struct SmallScreenBench : SetupBench {
     explicit SmallScreenBench(const QSize& room)
     {
@@ -78,7 +78,7 @@ TEST(SmallScreen, every_control_that_gets_the_focus_is_wholly_in_view)
         for (QWidget* control : bench.controls()) {
             if (!control->isEnabled())
                 continue;
-            bench.window().setFocus(); // so that each one gets it anew
+            bench.window().setFocus(); // so that each control gains the focus
             control->setFocus(Qt::TabFocusReason);
             EXPECT_TRUE(bench.view().contains(control->geometry()))
                 << room.width() << ": " << control->accessibleName().toStdString();

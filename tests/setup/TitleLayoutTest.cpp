@@ -10,7 +10,7 @@ namespace {
 constexpr double Height = 78;
 constexpr double Usable = 66;
 
-// Every UTF-16 unit ten wide.
+// Measures every UTF-16 unit as ten wide.
 double tens(QStringView text)
 {
     return 10.0 * static_cast<double>(text.size());

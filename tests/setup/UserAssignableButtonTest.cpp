@@ -79,7 +79,7 @@ TEST(UserAssignableButton, its_description_tells_name_and_shortcuts)
     EXPECT_EQ(bench.button(0).accessibleDescription(), u"Save, \u2318+S, F5");
 }
 
-// A name whose width is between the two.
+// Returns a name whose width is between `least` and `most`.
 QString nameOfWidth(double least, double most)
 {
     const QFontMetricsF metrics(UserAssignableButton::createFontAttribute().font);
