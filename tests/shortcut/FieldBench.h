@@ -32,7 +32,7 @@ struct FieldBench {
     {
         return *clearButtons[static_cast<std::size_t>(i)];
     }
-    // The field's own record.
+    // The record of the field.
     [[nodiscard]] ArchiveArray record(int i) const { return *field(i).myUserArray(); }
 
     NotificationCenter center;
@@ -43,7 +43,7 @@ struct FieldBench {
     std::array<ClearButton*, 4> clearButtons {};
     ButtonEntry entry = std::make_shared<ArchiveArray>(ArchiveArray {
         0, 0, QString(), 0, 0, 0, QString(), 0, 0, 0, QString(), 0, 0, 0, QString(), 0 });
-    std::vector<int> actions; // which field sent each
+    std::vector<int> actions; // the fields that sent actions, in order
 };
 
 } // namespace kestrel::test

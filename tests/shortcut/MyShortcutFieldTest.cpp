@@ -169,7 +169,7 @@ TEST(MyShortcutField, a_key_that_was_pressed_elsewhere_is_stored_as_a_repeat)
     EXPECT_FALSE(bench.record(0)[3].toBool());
 }
 
-// The repeat flag goes with the key code, and an empty field has that of the A key already.
+// The repeat flag changes only with the key code. An empty field has the key code of A already.
 TEST(MyShortcutField, a_repeated_a_key_leaves_the_repeat_flag_of_an_empty_field)
 {
     FieldBench bench;
@@ -197,7 +197,7 @@ TEST(MyShortcutField, a_key_without_a_key_code_does_nothing_and_goes_no_further)
     EXPECT_EQ(bench.actions, std::vector<int>());
 }
 
-// Some versions of the toolkit and of macOS give a modifier the native code 0, that of the A key.
+// Some versions of Qt and macOS give a modifier the native code 0, which is that of the A key.
 TEST(MyShortcutField, a_modifier_alone_captures_nothing_whatever_its_native_code)
 {
     FieldBench bench;

@@ -74,7 +74,7 @@ TEST(ShortcutText, however_long_there_is_only_one_break)
 
 TEST(ShortcutText, the_break_counts_utf_16_units)
 {
-    const QString thirteen = QString(11, 'x') + u"\U00010428"_qs; // the last one takes two
+    const QString thirteen = QString(11, 'x') + u"\U00010428"_qs; // the last one has two units
     EXPECT_EQ(shown(0, thirteen), thirteen);
     EXPECT_EQ(shown(0, thirteen + 'y'), thirteen + "\ny");
 }
