@@ -32,7 +32,7 @@ public:
     }
 };
 
-// The utility, not launched yet, on a platform in memory.
+// The application delegate on a platform in memory. The application has not launched yet.
 class AppDelegateBench {
 public:
     AppDelegateBench()
@@ -68,7 +68,7 @@ public:
         return *delegate->userAssignableWindowController();
     }
 
-    // A packet from the console, which is plugged in with the first one.
+    // Delivers a packet from the console. The first call connects the console.
     void receive(const Bytes& packet)
     {
         if (midiServices.deviceList.empty()) {
@@ -96,7 +96,7 @@ public:
         throw std::logic_error("there is no menu");
     }
 
-    // Opens the about box and closes it; its informative text.
+    // Opens the about box, closes it and returns its informative text.
     QString lookAtAboutBox()
     {
         QString text;
@@ -151,7 +151,7 @@ public:
     std::unique_ptr<AppDelegate> delegate;
 };
 
-// The first zone of the display, full of one letter.
+// A message that fills the first zone of the display with the letter A.
 inline const Bytes ZoneOfA { 0xF0, 0, 0, 0x66, 5, 0, 0x12, 0, 'A', 'A', 'A', 'A', 'A', 'A', 'A',
     'A', 'A', 'A', 0xF7 };
 

@@ -15,7 +15,7 @@ using testing::IsEmpty;
 
 using Bench = LaunchedBench;
 
-// Calls back just before the window is on the screen.
+// Calls a function just before the window appears on the screen.
 class WhenShown final : public QObject {
 public:
     WhenShown(QObject& window, std::function<void()> look)
@@ -52,7 +52,7 @@ TEST(ApplicationWindows,
     Bench bench;
     bench.workspace.hidesByItself = true;
     bench.delegate->newDocument();
-    bench.lookAtAboutBox(); // hides the application; the panel cannot be hidden with it
+    bench.lookAtAboutBox(); // hides the application, but not the panel
     bench.workspace.calls.clear();
     bench.delegate->newDocument();
     EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));

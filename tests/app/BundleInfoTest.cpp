@@ -79,7 +79,7 @@ TEST(BundleInfo, a_list_that_cannot_be_read_gives_none)
         "</plist>")));
 }
 
-// A file system with the console driver in its place.
+// A folder that stands for the root of a file system with the installed console driver.
 class System {
 public:
     static constexpr const char* Driver = "Library/Audio/MIDI Drivers/HolvikZentaMIDI.plugin";

@@ -14,7 +14,7 @@ protected:
     {
         QCoreApplication::postEvent(receiver, new QFileOpenEvent(path));
     }
-    // What the first turn gathers, the second one delivers.
+    // The first turn of the loop gathers the files. The second one delivers them.
     static void turn()
     {
         QCoreApplication::processEvents();

@@ -54,7 +54,7 @@ TEST(KeyPermission, the_question_comes_once_however_often_keys_are_kept_back)
     bench.permission.requestKeyEvents();
     EXPECT_EQ(bench.system.requests, 1);
     bench.system.granted = true;
-    bench.system.granted = false; // taken back
+    bench.system.granted = false; // the user has withdrawn it
     bench.permission.requestKeyEvents();
     EXPECT_EQ(bench.system.requests, 1);
     EXPECT_EQ(bench.system.settingsShown, 0);

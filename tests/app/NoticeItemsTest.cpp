@@ -16,12 +16,12 @@ namespace {
 
 using testing::ElementsAre;
 
-// A menu of one item, as the desktop is about to show it.
+// A menu with one item that the desktop is about to show.
 class NoticeMenu {
 public:
     NoticeMenu() { menu.addAction(QStringLiteral("Quit")); }
 
-    // Each item as its text, in brackets where it cannot be chosen; "-" for a separator.
+    // Returns the text of each item, in brackets if it is disabled, and "-" for a separator.
     [[nodiscard]] std::vector<std::string> look()
     {
         emit menu.aboutToShow();
@@ -104,7 +104,7 @@ TEST(NoticeItems, an_ampersand_is_shown_as_one)
     EXPECT_THAT(bench.look(), ElementsAre("[keys && panel]", "-", "Quit"));
 }
 
-// The share of red, green and blue in what the eye takes for bright.
+// Weights red, green and blue by their share in perceived brightness.
 double luminance(const QColor& color)
 {
     const auto linear = [](double part) {
@@ -128,7 +128,7 @@ TEST(NoticeItems, a_notice_that_cannot_be_chosen_can_be_read_in_light_and_in_dar
         QPalette palette;
         palette.setColor(QPalette::Text, text);
         palette.setColor(QPalette::Base, back);
-        palette.setColor(QPalette::Disabled, QPalette::Text, back); // as faint as can be
+        palette.setColor(QPalette::Disabled, QPalette::Text, back); // invisible
         bench.menu.setPalette(palette);
         const NoticeItems items(bench.menu, bench.notices);
         EXPECT_GT(

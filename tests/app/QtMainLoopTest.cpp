@@ -45,7 +45,7 @@ private:
     std::array<int, 2> m_ends {};
 };
 
-// Turns Qt's loop until `done` or, when that never comes, fails after ten seconds.
+// Runs Qt's event loop until `done` is true. Fails after ten seconds.
 void turnUntil(const std::function<bool()>& done)
 {
     QTimer guard;

@@ -18,7 +18,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// A folder of its own, with one program that has claimed it.
+// A temporary folder and a program that has claimed it.
 class InstanceFolder {
 public:
     InstanceFolder()
@@ -28,7 +28,7 @@ public:
             [this](const QStringList& paths) { starts.append(paths); });
     }
 
-    // Hands over from another thread, as another process would, while this loop turns.
+    // Hands the paths over from another thread, like another process, while this event loop runs.
     bool handOver(const QStringList& paths) const
     {
         auto done = std::async(std::launch::async,

@@ -11,7 +11,7 @@ namespace {
 struct TrayMenu {
     TrayMenu() { menu.addAction(QStringLiteral("An item")); }
 
-    // What was announced has come to its end.
+    // Processes all events that are pending.
     static void settle() { QCoreApplication::processEvents(); }
 
     QMenu menu;
@@ -31,7 +31,7 @@ TEST(TrayMenuOpener, opens_none_beside_the_one_that_the_tray_opens)
 {
     TrayMenu bench;
     bench.opener.activated(QSystemTrayIcon::Trigger);
-    emit bench.menu.aboutToShow(); // on the tray's own menu
+    emit bench.menu.aboutToShow(); // the tray shows the menu itself
     TrayMenu::settle();
     EXPECT_FALSE(bench.menu.isVisible());
 }
