@@ -28,7 +28,7 @@ Record chord(ModifierFlags flags, KeyCode keyCode, const char* name)
 
 const Record unused { 0, 0, QString() };
 
-// A live set of empty entries and a workstation in front.
+// A poster with a live set of empty entries. The workstation is the frontmost application.
 class PosterBench {
 public:
     PosterBench()
@@ -37,7 +37,7 @@ public:
         workspace.applications = { { "Finder", false }, { "Pro Tools", true }, { "Mail", false } };
     }
 
-    // Puts the records into key `number` (1 to 12), from the first on.
+    // Stores the records in the entry of key `number` (1 to 12), starting with the first record.
     void assign(int number, const std::vector<Record>& records)
     {
         ArchiveArray& entry = *assignments.myUserAssignFile()->getSwitchShortcut(number);

@@ -7,7 +7,7 @@
 
 namespace kestrel::test {
 
-// Defaults in memory, with what was on "disk" after each synchronisation.
+// Defaults in memory. They record the content of the "disk" after each synchronisation.
 class RecordedDefaults : public DefaultsStore {
 public:
     using Content = std::map<std::string, Bytes, std::less<>>;

@@ -14,7 +14,7 @@ namespace {
 
 const std::string EmptyEntry = "[i0,i0,'',i0,i0,i0,'',i0,i0,i0,'',i0,i0,i0,'',i0,]";
 
-// A set that is archived with the given members.
+// Decodes a set from an archived object with the given members.
 std::shared_ptr<UserAssignFile> decoded(std::initializer_list<ArchiveObject::Member> members)
 {
     auto coder = std::make_shared<ArchiveObject>(QStringList { "UserAssignFile", "NSObject" });

@@ -19,7 +19,7 @@ ButtonEntry filledEntry()
         QString("D"), true });
 }
 
-// A set of these two tables, of which either may be missing.
+// Makes a set of the two tables. Either one may be null.
 UserAssignFile setOf(const ArchiveValue& shortcuts, const ArchiveValue& titles)
 {
     ArchiveObject coder({ "UserAssignFile", "NSObject" });
