@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A connection with one console on MIDI services in memory, and a running workstation.
+// A connection on MIDI services in memory, with one console and a running workstation.
 class LinkBench {
 public:
     LinkBench()

@@ -10,10 +10,10 @@
 namespace kestrel::test {
 namespace {
 
-// A dispatcher whose destinations write down what reaches them.
+// A dispatcher with destinations that record each call.
 class RecordedDestinations final : public MessageDispatcher::Destinations {
 public:
-    // One packet, given in hexadecimal; what it led to since the last packet, "" for nothing.
+    // Sends one packet, given in hexadecimal. Returns the calls since the last packet, "" for none.
     std::string send(const std::string& packet)
     {
         m_calls.clear();
