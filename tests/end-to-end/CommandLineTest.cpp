@@ -18,7 +18,7 @@ struct Said {
     std::optional<int> exitCode;
 };
 
-// What the program prints, on one of its outputs, where there is neither display nor JACK server.
+// Runs the program without a display and a JACK server. Returns its output on one of its streams.
 Said saidWithout(const std::string& otherOutput, const std::string& arguments)
 {
     const stage::ThrowAwaySettings settings;

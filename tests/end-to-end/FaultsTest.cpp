@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-// The shortcut of key 1 still goes the whole way.
+// Expects the shortcut of key 1 to reach the workstation.
 void expectKeyPasses(RunningStudio& studio)
 {
     EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
@@ -127,7 +127,7 @@ TEST_F(Faults, without_the_workstation_the_link_stays_closed)
     EXPECT_TRUE(studio.isAnswered());
 }
 
-// What keeps the other tests apart from whatever runs on the same machine.
+// This isolation protects the other tests from programs on the same machine.
 TEST_F(Faults, a_workstation_outside_of_the_studio_is_not_seen)
 {
     const stage::TemporaryFolder folder;
@@ -194,7 +194,7 @@ TEST_F(Faults, a_display_that_stands_still_is_not_waited_for_without_end)
     studio.studio.display().resume();
 }
 
-// The ports that the program has on the MIDI server.
+// Returns the ports of the program on the MIDI server.
 std::vector<std::string> kestrelPorts(const std::string& server)
 {
     const std::unique_ptr<jack_client_t, decltype(&jack_client_close)> probe(

@@ -17,7 +17,7 @@ using testing::IsEmpty;
 
 const std::string Alert = "Kestrel Console";
 
-// Somebody at the setup window of a program that is online.
+// A user at the setup window of a program that is online.
 class PersonSession : public testing::Test {
 protected:
     void start()
@@ -32,7 +32,7 @@ protected:
         studio.startConsole();
     }
 
-    // As the menu does it; the exit code.
+    // Quits as the menu does and returns the exit code.
     [[nodiscard]] std::optional<int> quit()
     {
         setup.person.chooseFromTray('q');
@@ -42,7 +42,7 @@ protected:
     [[nodiscard]] RunningStudio::Keys pressed(int key)
     {
         studio.waitUntilInFront("Pro Tools");
-        // A key that closed a menu comes up here.
+        // The key-up of a key that closed a menu arrives here.
         static_cast<void>(studio.arrivingKeys(*studio.workstation));
         return studio.keysAfter("press " + std::to_string(key));
     }
@@ -55,7 +55,7 @@ protected:
     {
         return (studio.studio.home() / name).string();
     }
-    // Null when there is no such file, or it is no assignment set.
+    // Null if the file does not exist or holds no assignment set.
     [[nodiscard]] std::shared_ptr<UserAssignFile> read(const std::string& name) const
     {
         std::ifstream file(path(name), std::ios::binary);
@@ -66,7 +66,7 @@ protected:
             return nullptr;
         }
     }
-    // A file is written just after its sheet is gone.
+    // The program writes the file just after the sheet has closed, so this waits for it.
     [[nodiscard]] std::shared_ptr<UserAssignFile> saved(const std::string& name) const
     {
         auto set = read(name);

@@ -14,7 +14,7 @@
 namespace kestrel::test {
 
 namespace {
-// What a crash has left behind is a socket too, but nobody listens on it.
+// A socket file that a crash has left behind exists too, but no process listens on it.
 bool isListening(const std::string& path)
 {
     sockaddr_un address {};

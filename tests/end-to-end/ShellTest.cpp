@@ -36,7 +36,7 @@ protected:
         studio = std::make_unique<RunningStudio>(stage::Studio::Options { .tray = tray });
     }
 
-    // The exit code of a shell command on the desktop.
+    // Runs a shell command on the desktop and returns its exit code.
     [[nodiscard]] std::optional<int> run(const std::string& command) const
     {
         return stage::ChildProcess({ "sh", "-c", command }, studio->studio.environment())
@@ -53,19 +53,19 @@ protected:
         return stage::StatusIcon(studio->studio.displayName(), studio->studio.environment()).face();
     }
 
-    // The program with its setup window open, one key assigned, and nothing on disk.
+    // Starts the program with one key assigned and no file on disk, and opens its setup window.
     void startWithSetupWindow()
     {
         startOnDesktop(true);
         studio->studio.assign({ "1", "A" });
         studio->startKestrel();
         ASSERT_TRUE(becomesTrue([this] { return face() != Face::None; })) << "no status item";
-        std::filesystem::remove(defaultsFile()); // read by now
+        std::filesystem::remove(defaultsFile()); // the program has read it
         ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
         ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
     }
-    // At a place in the setup window, in pixels from its upper left corner, until that shows: the
-    // window manager may still be moving the window.
+    // Clicks at a place in the setup window, in pixels from its upper left corner, until `shows` is
+    // true: the window manager may still be moving the window.
     void clickInSetupWindow(int x, int y, int clicks, const std::function<bool()>& shows) const
     {
         EXPECT_TRUE(becomesTrue([&] {
@@ -91,7 +91,7 @@ protected:
         return studio->studio.configFolder() / "com.holvik.kestrel.plist";
     }
 
-    // Pixels of the ground on which a name is edited.
+    // Counts the pixels with the colour of the rename box.
     [[nodiscard]] int paperPixels() const
     {
         const stage::Area whole { 0, 0, 1280, 800 };
@@ -100,7 +100,7 @@ protected:
         });
     }
 
-    // A set whose key 1 types B.
+    // Writes a set whose key 1 types B.
     [[nodiscard]] std::string writeSet(const std::string& name) const
     {
         UserAssignFile set;
@@ -132,7 +132,7 @@ TEST_F(Shell, the_status_item_shows_whether_the_console_is_alive)
     EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(11000)));
     studio->console->writeLine("heartbeat on");
     EXPECT_TRUE(becomesTrue([this] { return face() == Face::Online; }, milliseconds(2000)));
-    // The next heartbeat would show it online again, perhaps before anybody has looked.
+    // The next heartbeat would show it online again, perhaps before the test has looked.
     studio->console->writeLine("heartbeat off");
     studio->workstation.reset();
     EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(11000)));
@@ -311,7 +311,7 @@ TEST_F(Shell, losing_only_the_toolkits_connection_lets_every_key_go)
     studio->studio.assign({ "1", "A" });
     studio->startEverything();
     ASSERT_TRUE(studio->isAnswered());
-    // A window to kill the connection by, behind the workstation.
+    // Opens a window behind the workstation. Killing its client closes the connection.
     ASSERT_EQ(studio->studio.start("kestrel")->wait(DialogTimeout), 0);
     ASSERT_TRUE(becomesTrue([this] { return isShown("User Assignable Setup"); }));
     ASSERT_TRUE(studio->workstation->waitForLineWith("focus out", DialogTimeout));
