@@ -10,7 +10,7 @@ namespace {
 
 using Bytes = DefaultsStore::Bytes;
 
-// A domain of its own that is gone with the test.
+// A preferences domain that exists only for the test.
 class CFPreferencesDefaultsStoreTest : public testing::Test {
 protected:
     ~CFPreferencesDefaultsStoreTest() override

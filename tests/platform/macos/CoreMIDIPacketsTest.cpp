@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 
-// A packet list as the receive thread gets it, laid out byte by byte.
+// A packet list as CoreMIDI passes it to the receive thread, laid out byte by byte.
 class HandMadeList {
 public:
     HandMadeList& add(std::uint64_t timeStamp, std::vector<std::uint8_t> data)

@@ -18,7 +18,7 @@ namespace {
 using testing::ElementsAre;
 using Bytes = std::vector<std::uint8_t>;
 
-// What arrived, packet by packet.
+// Collects the packets that arrive.
 class Inbox {
 public:
     void put(Bytes packet)
@@ -28,7 +28,7 @@ public:
         m_changed.notify_all();
     }
 
-    // The packets so far, once there are `count`; fewer when they do not come.
+    // Waits for `count` packets and returns them, fewer after the timeout.
     std::vector<Bytes> packets(std::size_t count)
     {
         std::unique_lock lock(m_mutex);
@@ -55,7 +55,7 @@ void readIntoInbox(MIDIPacketList& packets, void* refCon, void* srcConnRefCon)
     }
 }
 
-// Another program on the same MIDI services: one virtual source, one virtual destination.
+// Another program on the same MIDI services, with one virtual source and one virtual destination.
 class Peer {
 public:
     Peer()
@@ -119,7 +119,7 @@ protected:
         ASSERT_NE(inputPort, 0U);
     }
 
-    // What the port has read once these are `count` packets; fewer when they do not come.
+    // Waits until the port has read `count` packets and returns them, fewer after the timeout.
     std::vector<Bytes> readBy(Inbox& port, std::size_t count)
     {
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);

@@ -35,7 +35,7 @@ private:
     std::size_t m_next = 0;
 };
 
-// A port on a main loop that turns only when told to.
+// A port on a main loop that runs only when the test runs it.
 struct Port {
     static void read(MIDIPacketList& packets, void* refCon, void* srcConnRefCon)
     {

@@ -100,7 +100,7 @@ TEST(ReadGates, shutting_waits_for_the_delivery_that_is_inside)
             auto* delivery = static_cast<Delivery*>(refCon);
             delivery->entered.set_value();
             while (!delivery->shutting) { }
-            // As long as a shutting that does not wait would need to come through.
+            // Gives a shut() that does not wait enough time to return.
             for (int i = 0; i < 1000; ++i)
                 std::this_thread::yield();
             delivery->left = true;

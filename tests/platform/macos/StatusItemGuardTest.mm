@@ -3,7 +3,7 @@
 #import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
-// The toolkit's class, which these tests do not link.
+// A stand-in for the class of Qt, which these tests do not link.
 @interface QStatusItemDelegate : NSObject
 @property int asked;
 - (void)statusItemClicked;

@@ -25,7 +25,7 @@ protected:
         ASSERT_EQ(file.write(text), text.size());
     }
 
-    // What the entry starts for a program of this name.
+    // Returns the Exec line of the entry for a program with this path.
     [[nodiscard]] QByteArray execLineFor(const QString& program) const
     {
         AutostartLoginItem item(path, program);
@@ -101,7 +101,7 @@ TEST_F(AutostartLoginItemTest, unusual_characters_in_the_path_reach_the_program_
 {
     EXPECT_EQ(execLineFor(QStringLiteral("/opt/My Apps/kestrel")), "Exec=\"/opt/My Apps/kestrel\"");
     EXPECT_EQ(execLineFor(QStringLiteral("/opt/100%/kestrel")), "Exec=\"/opt/100%%/kestrel\"");
-    // Quoted with a backslash, which the value's own escaping doubles.
+    // A backslash quotes each character, and the escaping of the value doubles the backslash.
     EXPECT_EQ(execLineFor(QStringLiteral("/opt/a\"$`b")), R"(Exec="/opt/a\\"\\$\\`b")");
     EXPECT_EQ(execLineFor(QStringLiteral("/opt/a\\b")), R"(Exec="/opt/a\\\\b")");
 }

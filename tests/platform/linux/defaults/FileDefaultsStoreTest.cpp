@@ -183,7 +183,7 @@ TEST_F(FileDefaults, a_hostile_file_is_damaged)
 {
     std::string bytes = "bplist00";
     bytes += std::string("\xA1\x00", 2);
-    bytes += '\x08'; // offset table of one object, which holds itself
+    bytes += '\x08'; // the offset table: the one object contains itself
     std::string trailer(32, '\0');
     trailer[6] = trailer[7] = trailer[15] = 1;
     trailer[31] = 10;
@@ -213,7 +213,7 @@ TEST_F(FileDefaults, what_could_not_be_read_at_first_is_kept_aside_before_it_is_
     ASSERT_TRUE(QDir().rmdir(path()));
     FileDefaultsStore other(path());
     other.setData("a", Data { 1 });
-    ASSERT_TRUE(other.synchronise()); // … and then it is there after all
+    ASSERT_TRUE(other.synchronise()); // … and then the file exists
     QFile before(path());
     ASSERT_TRUE(before.open(QIODevice::ReadOnly));
     store.setData("a", Data { 2 });

@@ -20,7 +20,7 @@ namespace {
 constexpr int Kills = 150;
 constexpr std::uint8_t Rounds = 100;
 
-// Runs `work` in a process of its own; it must not return.
+// Runs `work` in a new process. `work` must not return.
 pid_t started(const std::function<void()>& work)
 {
     const pid_t child = fork();
@@ -38,8 +38,8 @@ int ended(pid_t child)
     return status;
 }
 
-// Kills a process that does nothing but `step` at moments spread over many steps, and calls
-// `check` after each kill.
+// Starts a process that repeats `step`, kills it at many different moments, and calls `check` after
+// each kill.
 void killAtRandom(const std::function<void(int)>& step, const std::function<void()>& check)
 {
     std::mt19937 random(7);
@@ -59,7 +59,8 @@ void killAtRandom(const std::function<void(int)>& step, const std::function<void
     }
 }
 
-// A text of `turn` whose length changes with it, so that a mixture of two would show.
+// Returns a text for `turn`. Its length differs between turns, so that a mixture of two texts
+// shows.
 QByteArray contentOf(int turn)
 {
     return QByteArray(1000 + turn % 7 * 3000, static_cast<char>('a' + turn % 7));

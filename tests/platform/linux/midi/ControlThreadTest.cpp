@@ -15,7 +15,7 @@ using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 using namespace std::chrono_literals;
 
-// A job that hangs until it is let go.
+// A job that blocks until the test releases it.
 struct Hang {
     std::promise<void> gate;
     std::shared_future<void> open = gate.get_future().share();

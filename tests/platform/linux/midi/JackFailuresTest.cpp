@@ -14,9 +14,10 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// Above the patience of half a second, however busy the machine is; the server stays silent longer.
+// Longer than the timeout of half a second, even on a busy machine, and shorter than the silence of
+// the server.
 constexpr auto Bounded = 3s;
-constexpr auto AtOnce = 250ms; // below it
+constexpr auto AtOnce = 250ms; // less than the timeout
 
 milliseconds duration(const std::function<void()>& work)
 {
@@ -36,7 +37,7 @@ std::size_t descriptors()
     return entriesOf("/proc/self/fd");
 }
 
-// Threads that have been joined are gone from here a little later.
+// Joined threads disappear from the list of the kernel a little later.
 bool threadsFallTo(std::size_t count)
 {
     const auto deadline = Clock::now() + 10s;
@@ -50,7 +51,7 @@ bool threadsFallTo(std::size_t count)
 
 class JackFailures : public JackFixture {
 protected:
-    // Until the services have caught up with a server that answers again.
+    // Waits until the services have caught up with a server that answers again.
     bool waitForCatchingUp()
     {
         const int before = loop.turns();
@@ -271,7 +272,7 @@ TEST_F(JackFailures, services_end_within_bounds_though_the_server_is_silent)
     server.stop();
     EXPECT_LT(duration([&] { ending.reset(); }), Bounded);
     server.resume();
-    EXPECT_TRUE(threadsFallTo(threads)); // what was left behind has closed the client
+    EXPECT_TRUE(threadsFallTo(threads)); // the abandoned thread has closed the client
     const JackPeer peer("ending");
     EXPECT_EQ(peer.name(), "ending");
 }

@@ -16,8 +16,8 @@ namespace kestrel::test {
 
 using namespace std::chrono_literals;
 
-// A private server, the services on it, and a record of all that they report. The services have
-// much patience here, so that only the tests of silence depend on how fast this machine is.
+// A private JACK server, the MIDI services on it, and a record of their reports. The services have
+// long timeouts here, so that only the tests of a silent server depend on the speed of the machine.
 class JackFixture : public testing::Test {
 public:
     struct Link {
@@ -29,16 +29,16 @@ public:
 
     JackFixture();
 
-    // The recorders below, as callbacks.
+    // Callbacks that fill the records below.
     static void notified(const MIDINotification& notification, void* refCon);
     static void read(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon);
 
-    // Whether there is one; then it is what `reference` names from now on.
+    // Copies the value of `created` to `reference`. Returns false if there is no value.
     [[nodiscard]] static bool take(std::optional<std::uint32_t> created, std::uint32_t& reference);
     [[nodiscard]] bool create(MIDIClient& client);
-    // Everything a program does to receive from the last pair of the client "ZENTA", and to send
-    // to the last destination of a client. With ZENTA itself that makes a loop, in which JACK
-    // may pass a packet twice.
+    // Connects to receive from the last pair of the client "ZENTA" and to send to the last
+    // destination of `receiver`. If `receiver` is ZENTA, this makes a loop, in which JACK may pass
+    // a packet twice.
     Link connect(const std::string& receiver = "ZENTA");
     [[nodiscard]] std::optional<MIDIDevice> device(const std::string& model);
     [[nodiscard]] bool waitForPackets(std::size_t count);
@@ -53,7 +53,7 @@ public:
     std::vector<Bytes> packets;
     std::vector<std::string> notifications; // "added source"
     int lists = 0;
-    int idArray = 0; // its address is what connections carry
+    int idArray = 0; // connections carry its address
 };
 
 } // namespace kestrel::test

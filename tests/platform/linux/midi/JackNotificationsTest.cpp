@@ -80,7 +80,7 @@ TEST_F(JackNotifications, a_device_can_be_connected_once_the_last_of_its_ports_i
         Long));
 }
 
-// The ports of a client can be seen before it is active, but not connected.
+// Before a client is active, its ports are visible but cannot be connected.
 TEST_F(JackNotifications, ports_are_reported_when_their_client_becomes_active)
 {
     services.disposeClient(client);

@@ -26,7 +26,7 @@ public:
 
 using Packets = std::vector<Bytes>;
 
-// How many threads of this program bear each name.
+// Counts the threads of this program by name.
 std::map<std::string, int> threadNames()
 {
     std::map<std::string, int> names;
@@ -131,7 +131,7 @@ TEST_F(JackPackets, packets_wait_while_the_main_thread_is_busy)
     for (int i = 0; i < 3000; ++i)
         sent.push_back(numbered(i));
     zenta.send("midi_5", sent);
-    // The main loop does not run while the receiver waits for what is sent to it meanwhile.
+    // The main loop does not run while the receiver waits for the packets.
     for (int i = 0; i < 50; ++i) {
         ASSERT_TRUE(send(link, numbered(i)));
         ASSERT_EQ(arrivals(static_cast<std::size_t>(i) + 1).size(), std::size_t(i) + 1);
@@ -217,7 +217,7 @@ TEST_F(JackPackets, a_destination_that_vanished_and_returned_is_reached_again)
     receiver.remove("midi_5_in");
     ASSERT_TRUE(waitForNotifications(1));
     EXPECT_TRUE(send(link, numbered(2))); // goes nowhere
-    ASSERT_FALSE(services.devices().empty()); // and has done so before this is answered
+    ASSERT_FALSE(services.devices().empty()); // the packet is gone before this is answered
     receiver.addInput("midi_5_in");
     ASSERT_TRUE(waitForNotifications(2));
     ASSERT_TRUE(send(link, numbered(3)));
@@ -242,7 +242,7 @@ TEST_F(JackPackets, a_disposed_port_is_not_read_again_though_its_packets_have_ar
     ASSERT_TRUE(services.connectSource(other, found->entities[0].sources[0].endpoint, nullptr));
     zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
     zenta.send("midi_1", { { 0x90, 0x01, 0x01 } });
-    ASSERT_TRUE(send(link, numbered(1))); // once this is there, so are those
+    ASSERT_TRUE(send(link, numbered(1))); // when this packet arrives, the earlier ones have too
     ASSERT_EQ(arrivals(1).size(), 1u);
     services.disposePort(link.input);
     ASSERT_TRUE(loop.runUntil([&] { return !fromOther.empty(); }, Long));
@@ -250,7 +250,7 @@ TEST_F(JackPackets, a_disposed_port_is_not_read_again_though_its_packets_have_ar
     EXPECT_EQ(fromOther, (Packets { { 0x90, 0x01, 0x01 } }));
 }
 
-// As a dialog does that a packet has brought up.
+// A dialog that opens because of a packet runs such a loop.
 TEST_F(JackPackets, a_loop_inside_the_read_callback_gets_what_is_left_and_what_comes_in_order)
 {
     struct Dialog {
@@ -307,7 +307,7 @@ TEST_F(JackPackets, a_read_callback_may_dispose_of_the_client)
     zenta.send("midi_1", { { 0x90, 0x00, 0x00 }, { 0x90, 0x00, 0x00 } });
     zenta.send("midi_2", { { 0x90, 0x00, 0x00 } });
     ASSERT_TRUE(loop.runUntil([&] { return closing.calls > 0; }, Long));
-    connect(); // and all is as new
+    connect(); // everything works as at the first start
     zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
     ASSERT_TRUE(waitForPackets(1));
     EXPECT_EQ(closing.calls, 1);

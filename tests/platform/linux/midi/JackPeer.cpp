@@ -129,7 +129,7 @@ void JackPeer::process(std::uint32_t frames)
     m_arrived.notify_all();
 }
 
-// A function of its own, so that the sanitizer's suppressions can name it.
+// This is a separate function because the suppressions of the thread sanitizer name it.
 void JackPeer::takeEvents(void* buffer, Port& port)
 {
     jack_midi_event_t event;

@@ -16,13 +16,14 @@ namespace kestrel::test {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Another JACK client, as a console's driver is one.
+// Another JACK client, such as the driver of a console.
 class JackPeer {
 public:
     enum class Start { Active, Inactive };
 
-    // Throws std::runtime_error when the server refuses. It must be gone before another client is
-    // opened after the death of the server: the library frees what a dead server has left.
+    // Throws std::runtime_error if the server refuses. After the death of the server, destroy the
+    // peer before another client is opened, because opening one frees the memory of the dead
+    // server.
     explicit JackPeer(const std::string& name, Start start = Start::Active);
     ~JackPeer();
     JackPeer(const JackPeer&) = delete;
@@ -35,11 +36,11 @@ public:
     void rename(const std::string& from, const std::string& to);
     void remove(const std::string& name);
     void activate();
-    [[nodiscard]] std::string name() const; // as the server gave it
+    [[nodiscard]] std::string name() const; // the name that the server has given
 
-    // Packets of one call leave in one cycle, or as many of them as its buffer takes.
+    // The packets of one call leave in one cycle, up to the size of its buffer.
     void send(const std::string& output, const std::vector<Bytes>& packets);
-    // Everything that has arrived, once it is `count` packets; what there is when time runs out.
+    // Waits for `count` packets and returns all that have arrived, fewer after the timeout.
     [[nodiscard]] std::vector<Bytes> received(
         const std::string& input, std::size_t count, std::chrono::milliseconds timeout);
 

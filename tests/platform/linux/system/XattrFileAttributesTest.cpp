@@ -35,7 +35,7 @@ protected:
         ASSERT_EQ(::setxattr(file.c_str(), "user.com.apple.FinderInfo", bytes, size, 0), 0);
     }
 
-    // Beside the working folder, whose file system is a disk's and not a memory's.
+    // The folder is in the working folder, because tmpfs may not store user attributes.
     stage::TemporaryFolder folder { std::filesystem::current_path() };
     std::string file;
     XattrFileAttributes attributes;

@@ -12,7 +12,8 @@
 namespace kestrel::test {
 
 namespace {
-// What each key types or does on a US layout, which is what the codes are named after.
+// The character or function of each key on a US layout. The names of the codes refer to that
+// layout.
 const std::map<KeyCode, std::string> UsKeys { { 0x00, "a" }, { 0x01, "s" }, { 0x02, "d" },
     { 0x03, "f" }, { 0x04, "h" }, { 0x05, "g" }, { 0x06, "z" }, { 0x07, "x" }, { 0x08, "c" },
     { 0x09, "v" }, { 0x0B, "b" }, { 0x0C, "q" }, { 0x0D, "w" }, { 0x0E, "e" }, { 0x0F, "r" },

@@ -7,7 +7,7 @@ constexpr xcb_keycode_t Shift = 50;
 constexpr xcb_keycode_t RightShift = 62;
 constexpr xcb_keycode_t Super = 133;
 
-// The user holds modifier keys on a keyboard of flesh and steel while console keys are pressed.
+// The user holds modifier keys on the real keyboard while console keys are pressed.
 class HeldModifiers : public X11Bench {
 protected:
     void userPresses(xcb_keycode_t key)
@@ -82,9 +82,9 @@ TEST_F(HeldModifiers, one_pressed_during_the_hold_is_taken_away_from_the_next_pr
     EXPECT_EQ(received(), "Shift up Shift; A down; Shift down");
 }
 
-// The letting go reaches the server between the plan of a press and its steps, so that the shift
-// is given back to nobody; what is heard of the user's keyboard ends it, with only the loop
-// running.
+// The user's release of Shift reaches the server between the plan of a press and its steps. The
+// press then gives back a Shift that the user no longer holds. The event from the user's keyboard
+// corrects this while only the loop runs.
 TEST_F(HeldModifiers, one_let_go_of_while_a_press_is_on_its_way_does_not_stick)
 {
     userPresses(Shift);

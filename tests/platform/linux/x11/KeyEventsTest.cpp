@@ -57,7 +57,7 @@ TEST_F(KeyEventsOnX11, a_second_press_of_a_held_key_is_a_press_of_its_own)
 TEST_F(KeyEventsOnX11, a_repeat_of_a_held_key_is_an_up_and_a_down_of_one_moment)
 {
     EXPECT_EQ(press(KeyA), Result::Posted);
-    // Two requests of one write may still fall on two ticks of the server's clock, now and then.
+    // Two requests of one write may occasionally fall on two ticks of the server's clock.
     for (int attempt = 0; attempt < 50; ++attempt) {
         EXPECT_EQ(press(KeyA, 0, KeyEvents::AutoRepeat::Yes), Result::Posted);
         received();

@@ -1,4 +1,4 @@
-// Presses keys like the utility does and then keeps them down until it is killed.
+// Presses keys as the utility does and holds them until it is killed.
 
 #include "platform/linux/x11/X11Session.h"
 #include "platform/linux/x11/XTestKeyEvents.h"
@@ -21,7 +21,7 @@ int main()
     constexpr KeyCode KeyA = 0;
     constexpr KeyCode KeyS = 1;
     const bool held = press(KeyA, Modifier::Command) && press(KeyS, Modifier::Command);
-    // Once this is answered, the server has the keys down.
+    // The answer proves that the server has handled the key-downs.
     const auto answer = session->connection.reply<xcb_get_input_focus_reply_t>(
         xcb_get_input_focus(session->connection.xcb()).sequence);
     std::cout << (held && answer ? "held" : "failed") << std::endl;

@@ -4,7 +4,7 @@
 
 namespace kestrel::test {
 
-// Another application's window, and what it receives.
+// The window of another application. It records the key events that it receives.
 class KeyReceiver : public XClient {
 public:
     enum class Map { No, Yes };
@@ -15,12 +15,12 @@ public:
     [[nodiscard]] xcb_window_t window() const { return m_window; }
     [[nodiscard]] const std::string& applicationClass() const { return m_applicationClass; }
     void map();
-    // As the window manager says.
+    // True if the window manager manages the window.
     [[nodiscard]] bool isManaged() const;
     [[nodiscard]] bool isActive() const;
-    // Asks the window manager for the front, as a task bar does.
+    // Asks the window manager to activate the window, as a task bar does.
     void activate() const;
-    // Takes the focus without asking anybody.
+    // Takes the focus without asking the window manager.
     void takeFocus() const;
     [[nodiscard]] bool hasFocus() const;
     // Every key event since the last call, such as "Super down; S down Super; Super up Super".

@@ -11,7 +11,7 @@ constexpr xcb_keycode_t A = 38;
 
 class KeyRepeat : public X11Bench {
 protected:
-    // Longer than the 660 ms after which the server begins to repeat.
+    // Waits longer than the 660 ms after which the server begins to repeat.
     std::string heldForAWhile()
     {
         EXPECT_EQ(press(KeyA), Result::Posted);
@@ -21,7 +21,7 @@ protected:
         EXPECT_EQ(received(), "A up");
         return keys;
     }
-    // Another program that types through XTEST.
+    // Posts a key through XTEST, like another program.
     void post(bool down, xcb_keycode_t key)
     {
         xcb_test_fake_input(user->xcb(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, key,
@@ -95,7 +95,7 @@ TEST_F(KeyRepeat, everything_repeats_as_before_when_the_program_was_killed)
 
     EXPECT_TRUE(loop.runUntil([this] { return user->repeats(user->xtestDevice()); }));
     EXPECT_TRUE(user->repeats(user->device()));
-    // What the server does with held keys follows the keyboard that was used last.
+    // The keyboard that was used last sets whether the server repeats held keys.
     user->press(23);
     user->release(23);
     for (const xcb_keycode_t key : { xcb_keycode_t(38), xcb_keycode_t(39), xcb_keycode_t(133) })

@@ -27,7 +27,7 @@ protected:
     {
         return HeldKeysJournal(HeldKeysJournal::pathFor(server->display()));
     }
-    // What stands in the journal that the adapters have open.
+    // Returns the content of the journal that the adapters have open.
     XKeySet journalFile() const
     {
         const std::string path = HeldKeysJournal::pathFor(server->display());

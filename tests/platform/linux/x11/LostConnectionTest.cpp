@@ -16,7 +16,7 @@ constexpr xcb_keycode_t A = 38, Shift = 50;
 
 class LostConnection : public X11Bench {
 protected:
-    // As a user does who presses a frozen program's close button too often.
+    // Kills the connection, as a window manager may when the user closes a frozen program.
     void killOurConnection()
     {
         auto* xcb = session->connection.xcb();
@@ -76,7 +76,8 @@ TEST_F(LostConnection, is_made_again_and_works_as_before)
     EXPECT_EQ(received(), "A up");
 }
 
-// Who is in front is not known to a press on a new connection: only a new look may make one.
+// A press on a new connection would not know the front application. So only a new look at it may
+// open a connection.
 TEST_F(LostConnection, ends_the_stroke_that_it_interrupts)
 {
     EXPECT_EQ(visited(), "Pro Tools");
@@ -206,10 +207,10 @@ TEST_F(LostConnection, a_server_that_dies_during_a_burst_is_survived)
     closeEverythingElse();
 }
 
-// Between a look at the connection and a write to it there is always a moment for it to break.
+// A connection can always break between a check and the write that follows.
 TEST(Connection, that_breaks_during_a_write_does_not_end_the_program)
 {
-    ::signal(SIGPIPE, SIG_DFL); // as a program finds it
+    ::signal(SIGPIPE, SIG_DFL); // the default in a new program
     PollMainLoop loop;
     const X11Connection connection(loop);
     EXPECT_EQ(::signal(SIGPIPE, SIG_DFL), SIG_IGN);

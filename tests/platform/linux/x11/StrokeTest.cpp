@@ -35,7 +35,7 @@ protected:
             return pressShortcut(KeyD, Modifier::Used);
         }
     }
-    // The loop does not run meanwhile, so the adapters have not heard of it.
+    // The loop does not run here, so the adapters do not get the event.
     static void takeFrontUnheard(const KeyReceiver& receiver)
     {
         receiver.activate();
@@ -65,7 +65,7 @@ TEST_F(Stroke, rests_on_one_look_whenever_the_front_changes_and_leaves_no_key_do
         settle();
         EXPECT_TRUE(user->keysDown().none());
         EXPECT_EQ(visited(), "Other");
-        workstation->keys(); // what the two received has been judged by what is down
+        workstation->keys(); // discards the events; the keys that are down were checked
         other.keys();
     }
 }

@@ -6,7 +6,7 @@
 
 namespace kestrel::test {
 
-// The keyboard on the user's desk, pressed by a client that speaks for that device.
+// The real keyboard of the user. This client posts key events for that device.
 class UserKeyboard : public XClient {
 public:
     explicit UserKeyboard(const std::string& display);
@@ -14,15 +14,15 @@ public:
     void press(xcb_keycode_t key) const;
     void release(xcb_keycode_t key) const;
 
-    // Ahead of the requests that the connection has not yet written.
+    // Releases the key ahead of the requests that the connection has not written yet.
     void releaseThrough(xcb_connection_t* connection, xcb_keycode_t key) const;
 
     // XKB's effective and locked modifiers, as applications see them.
     [[nodiscard]] unsigned modifiers() const;
     [[nodiscard]] unsigned lockedModifiers() const;
-    // Keys that are down for applications, whoever holds them.
+    // The keys that applications see as down, from all devices.
     [[nodiscard]] std::bitset<256> keysDown() const;
-    // Whether a device repeats held keys, by both settings that the server has of it.
+    // True if both settings of the server let the device repeat held keys.
     [[nodiscard]] bool repeats(std::uint8_t device) const;
 
     [[nodiscard]] std::uint8_t device() const { return m_device; }

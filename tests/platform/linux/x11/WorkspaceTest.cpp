@@ -12,7 +12,7 @@ namespace kestrel::test {
 namespace {
 class WorkspaceOnX11 : public X11Bench {
 protected:
-    // A window of this very process.
+    // A window of this process.
     struct OwnWindow : KeyReceiver {
         explicit OwnWindow(const std::string& display)
             : KeyReceiver(display, "Kestrel", Map::No)

@@ -59,8 +59,8 @@ void X11Bench::bringToFront(KeyReceiver& receiver)
     ASSERT_EQ(received(receiver), "");
 }
 
-// Whatever it was told or has caused before is done once it has answered twice: the first answer
-// comes after what it was told, the second after the focus events that it has caused by that.
+// Waits for two answers of the window manager. The first comes after all earlier requests, the
+// second after the focus events that those requests have caused.
 void X11Bench::settleWindowManager()
 {
     for (int question = 0; question < 2; ++question) {

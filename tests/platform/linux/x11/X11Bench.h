@@ -15,8 +15,8 @@
 
 namespace kestrel::test {
 
-// A private X server with a window manager, a workstation window in front, the adapters under
-// test, and journals of its own.
+// A private X server with a window manager, a workstation window in front, the adapters under test,
+// and separate journals.
 class X11Bench : public ::testing::Test {
 protected:
     static constexpr KeyCode KeyA = 0, KeyS = 1, KeyD = 2, KeyF5 = 96;
@@ -33,14 +33,14 @@ protected:
         KeyEvents::AutoRepeat autoRepeat = KeyEvents::AutoRepeat::No);
     KeyEvents::Result release(KeyCode key, ModifierFlags flags = 0);
     void releaseModifiers(ModifierFlags flags);
-    // As the program posts a console key: the main key, then each modifier's own key-up.
+    // Posts like the program for a console key: the main key, then the key-up of each modifier.
     void pressShortcut(KeyCode key, ModifierFlags flags);
     void releaseShortcut(KeyCode key, ModifierFlags flags);
 
-    // What the receiver got once the server has done all that the adapters asked for.
+    // Returns the events of the receiver after the server has handled all requests of the adapters.
     std::string received(KeyReceiver& receiver);
     std::string received() { return received(*workstation); }
-    void settle(); // the server has done all, and the adapters have heard of it
+    void settle(); // waits until the server and the adapters are up to date
 
     std::optional<stage::PrivateXServer> server;
     PollMainLoop loop;

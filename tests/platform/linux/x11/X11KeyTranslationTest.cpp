@@ -9,10 +9,10 @@ namespace {
 
 using namespace Modifier;
 
-// What every keyboard event of macOS carries.
+// Every keyboard event of macOS has this flag.
 constexpr ModifierFlags Always = 0x100;
 
-// State bits of X.
+// The state bits of X11 events.
 constexpr std::uint32_t XShift = 1;
 constexpr std::uint32_t XLock = 2;
 constexpr std::uint32_t XControl = 4;

@@ -12,7 +12,7 @@ namespace kestrel::test {
 
 template <typename T> using Reply = std::unique_ptr<T, decltype(&std::free)>;
 
-// Some other program's connection to the X server.
+// The connection of another program to the X server.
 class XClient {
 public:
     explicit XClient(const std::string& display);
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] xcb_connection_t* xcb() const { return m_connection.get(); }
     [[nodiscard]] xcb_window_t root() const;
 
-    // Returns when the server has done all that this client asked for.
+    // Returns when the server has handled all requests of this client.
     void synchronise() const;
     [[nodiscard]] xcb_atom_t atom(std::string_view name) const;
     [[nodiscard]] std::vector<std::uint32_t> words(
@@ -28,7 +28,7 @@ public:
     void setText(xcb_window_t window, xcb_atom_t property, std::string_view text) const;
     void setWords(xcb_window_t window, std::string_view property, xcb_atom_t type,
         const std::vector<std::uint32_t>& words) const;
-    // To the window manager, about a window.
+    // Sends a client message about a window to the window manager.
     void tell(xcb_window_t window, std::string_view message,
         const std::vector<std::uint32_t>& data) const;
 
