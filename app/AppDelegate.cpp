@@ -5,6 +5,7 @@
 #include "app/NoticeItems.h"
 #include "app/QtApplicationVisibility.h"
 #include "app/TrayStatusItem.h"
+#include "link/ConsoleProtocol.h"
 #include "panel/DSPWindow.h"
 #include "panel/MyWindowController.h"
 #include "platform/Platform.h"
@@ -20,6 +21,9 @@
 #include <chrono>
 
 namespace kestrel {
+
+// `assign` does not know the link, so it names the bit for itself.
+static_assert(KeystrokePoster::PressedBit == ConsoleProtocol::KeyPressed);
 
 namespace {
 constexpr std::chrono::seconds SupervisionInterval { 5 };

@@ -11,7 +11,6 @@
 namespace kestrel {
 
 namespace {
-constexpr unsigned int PressedBit = 0x40;
 constexpr unsigned int LastButtonCode = 12; // one past the code of the last key
 
 struct ModifierRelease {

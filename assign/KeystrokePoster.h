@@ -15,6 +15,8 @@ class Workspace;
 // frontmost application. Main thread only.
 class KeystrokePoster {
 public:
+    static constexpr unsigned int PressedBit = 0x40; // set in the button code of a press
+
     // All arguments outlive the poster. It requests the permission after each event that the system
     // does not permit.
     KeystrokePoster(const StoredAssignments& assignments, Workspace& workspace,

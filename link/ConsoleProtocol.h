@@ -42,10 +42,14 @@ inline constexpr Byte KnobMask = 0x03; // the bits that number the knob
 inline constexpr Byte FirstKnobLow = 0x08;
 inline constexpr Byte Knobs = 4;
 namespace Ring {
+inline constexpr Byte Lamps = 11;
+inline constexpr Byte MiddleLamp = 6;
+inline constexpr Byte PositionBits = 0x0F;
+inline constexpr Byte ModeBits = 0x30; // one of the four modes below
 inline constexpr Byte OneLamp = 0x00;
 inline constexpr Byte FromMiddle = 0x10;
 inline constexpr Byte FromFirst = 0x20;
-inline constexpr Byte BothWays = 0x30;
+inline constexpr Byte BothSides = 0x30;
 inline constexpr Byte LowerLamp = 0x40;
 } // namespace Ring
 

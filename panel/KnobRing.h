@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/ConsoleProtocol.h"
+
 #include <cstdint>
 
 namespace kestrel {
@@ -10,14 +12,15 @@ class KnobRing {
 public:
     // Which lamps are lit at position p.
     enum class Mode : std::uint8_t {
-        OneLamp, // lamp p
-        FromMiddle, // the middle lamp to lamp p
-        FromFirst, // the first lamp to lamp p
-        BothSides, // p - 1 lamps to each side of the middle lamp, and the middle lamp itself
+        OneLamp = ConsoleProtocol::Ring::OneLamp, // lamp p
+        FromMiddle = ConsoleProtocol::Ring::FromMiddle, // the middle lamp to lamp p
+        FromFirst = ConsoleProtocol::Ring::FromFirst, // the first lamp to lamp p
+        // p - 1 lamps to each side of the middle lamp, and the middle lamp itself
+        BothSides = ConsoleProtocol::Ring::BothSides,
     };
 
-    static constexpr int Lamps = 11;
-    static constexpr int MiddleLamp = 6;
+    static constexpr int Lamps = ConsoleProtocol::Ring::Lamps;
+    static constexpr int MiddleLamp = ConsoleProtocol::Ring::MiddleLamp;
 
     explicit constexpr KnobRing(std::uint8_t value)
         : m_value(value)
@@ -27,18 +30,19 @@ public:
     // False for a value that no ring can show; the knob is not drawn then.
     [[nodiscard]] constexpr bool hasPicture() const
     {
-        return m_value <= LastValue && (m_value & PositionBits) <= lastPosition();
+        return m_value <= LastValue
+            && (m_value & ConsoleProtocol::Ring::PositionBits) <= lastPosition();
     }
 
     [[nodiscard]] constexpr Mode mode() const
     {
-        return static_cast<Mode>((m_value & ModeBits) >> ModeShift);
+        return static_cast<Mode>(m_value & ConsoleProtocol::Ring::ModeBits);
     }
 
     // The position is 1 to lastPosition(), or 0 when no lamp of the ring is lit.
     [[nodiscard]] constexpr int position() const
     {
-        return hasPicture() ? m_value & PositionBits : 0;
+        return hasPicture() ? m_value & ConsoleProtocol::Ring::PositionBits : 0;
     }
     [[nodiscard]] constexpr int lastPosition() const
     {
@@ -47,7 +51,7 @@ public:
 
     [[nodiscard]] constexpr bool isLowerLampLit() const
     {
-        return hasPicture() && (m_value & LowerLampBit) != 0;
+        return hasPicture() && (m_value & ConsoleProtocol::Ring::LowerLamp) != 0;
     }
 
     // The value itself numbers the frames of the strip.
@@ -57,10 +61,6 @@ public:
 
 private:
     static constexpr std::uint8_t LastValue = 0x7F;
-    static constexpr std::uint8_t PositionBits = 0x0F;
-    static constexpr std::uint8_t ModeBits = 0x30;
-    static constexpr int ModeShift = 4;
-    static constexpr std::uint8_t LowerLampBit = 0x40;
 
     std::uint8_t m_value;
 };

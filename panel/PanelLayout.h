@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/ConsoleProtocol.h"
+
 #include <QRectF>
 
 #include <array>
@@ -13,18 +15,18 @@ namespace kestrel::PanelLayout {
 inline constexpr double Width = 782;
 inline constexpr double Height = 220;
 
-inline constexpr std::size_t StoredZones = 10;
+inline constexpr std::size_t StoredZones = ConsoleProtocol::Zones;
 inline constexpr std::size_t DrawnZones = 8;
 inline constexpr std::size_t ZonesPerRow = 4;
-inline constexpr std::size_t ZoneLength = 10;
+inline constexpr std::size_t ZoneLength = ConsoleProtocol::ZoneCharacters;
 inline constexpr double CellWidth = 8;
 inline constexpr double CellHeight = 13;
 
-inline constexpr std::size_t Knobs = 4;
+inline constexpr std::size_t Knobs = ConsoleProtocol::Knobs;
 inline constexpr double KnobBottom = 73;
 
 inline constexpr std::size_t StoredSwitches = 9;
-inline constexpr std::size_t Switches = 8;
+inline constexpr std::size_t Switches = ConsoleProtocol::Lamps;
 inline constexpr double SwitchBottom = 38;
 
 enum class Lamp : std::uint8_t { Red, Orange, Green };
@@ -60,7 +62,7 @@ inline constexpr std::array<Switch, Switches> SwitchTable { {
 
 [[nodiscard]] constexpr bool isLit(std::uint8_t switchValue)
 {
-    return switchValue > 63;
+    return switchValue >= ConsoleProtocol::LampLit;
 }
 
 } // namespace kestrel::PanelLayout

@@ -16,7 +16,6 @@ constexpr milliseconds Look { 350 }; // pause of a person before the next move
 // ConsoleProtocol::Ring says how a knob's ring shows a value. The lower lamp is lit when the value
 // is at rest.
 using namespace ConsoleProtocol::Ring;
-constexpr int MiddleLamp = 6;
 
 constexpr int Assign = 1;
 constexpr int Select3 = 4;
@@ -98,7 +97,7 @@ void editFirstPage(Scene& scene)
 {
     scene.light(Assign, Lamp::On);
     scene.show({ { { "LF Gain", gainText(0), gainRing(0) }, { "LF Freq", "100 Hz", OneLamp | 4 },
-        { "LF Q", "1.0", BothWays | 3 }, { "Output", "0.0 dB", FromFirst | 8 } } });
+        { "LF Q", "1.0", BothSides | 3 }, { "Output", "0.0 dB", FromFirst | 8 } } });
     turnGain(scene, 1, 0, 4.5);
     scene.light(Compare, Lamp::On); // the setting differs from the stored one
     for (const int hertz : { 98, 95, 92, 90, 87, 85, 82, 80 }) {
