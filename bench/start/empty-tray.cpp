@@ -1,4 +1,4 @@
-// The emptiest program of the toolkit that has an item in the tray.
+// The smallest Qt program with an item in the tray.
 
 #include <QApplication>
 #include <QIcon>

@@ -13,7 +13,7 @@ namespace kestrel::test {
 
 namespace {
 
-// The same archives read and written by an implementation of the framework that is not ours.
+// GNUstep, an independent implementation, reads and writes the same archives.
 class PeerTest : public testing::Test {
 protected:
     QString path(const char* name) const { return m_folder.filePath(name); }

@@ -9,7 +9,7 @@ namespace kestrel::test {
 
 namespace {
 // Qt's modifiers on a Mac, where Qt calls Command Control and Control Meta.
-Qt::KeyboardModifiers toolkitModifiers(ModifierFlags flags)
+Qt::KeyboardModifiers qtModifiers(ModifierFlags flags)
 {
     Qt::KeyboardModifiers modifiers;
     modifiers.setFlag(Qt::ShiftModifier, flags & Modifier::Shift);
@@ -23,7 +23,7 @@ Qt::KeyboardModifiers toolkitModifiers(ModifierFlags flags)
 bool press(QWidget& widget, const Key& key)
 {
     const auto event = [&](QEvent::Type type) {
-        return QKeyEvent(type, key.qtKey, toolkitModifiers(key.flags), 1, key.keyCode, key.flags,
+        return QKeyEvent(type, key.qtKey, qtModifiers(key.flags), 1, key.keyCode, key.flags,
             key.characters, key.isARepeat);
     };
     QKeyEvent question = event(QEvent::ShortcutOverride);

@@ -11,7 +11,7 @@
 namespace kestrel {
 
 namespace {
-xcb_connection_t* toolkitConnection()
+xcb_connection_t* qtConnection()
 {
     auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return native ? native->connection() : nullptr;
@@ -51,9 +51,9 @@ std::int64_t monotonicMicroseconds()
 
 XKeyReader::XKeyReader(Received received)
     : m_received(std::move(received))
-    , m_keymap(coreKeymap(toolkitConnection()), &xkb_keymap_unref)
+    , m_keymap(coreKeymap(qtConnection()), &xkb_keymap_unref)
 {
-    makeRepeatsDetectable(toolkitConnection());
+    makeRepeatsDetectable(qtConnection());
 }
 
 XKeyReader::~XKeyReader() = default;

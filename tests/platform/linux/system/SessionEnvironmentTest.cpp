@@ -43,9 +43,9 @@ private:
 
 TEST(SessionEnvironment, the_toolkit_speaks_x11_in_every_session)
 {
-    const Variable toolkit("QT_QPA_PLATFORM");
+    const Variable backEnd("QT_QPA_PLATFORM");
     prepareEnvironment();
-    EXPECT_EQ(toolkit.value(), "xcb");
+    EXPECT_EQ(backEnd.value(), "xcb");
 }
 
 TEST(SessionEnvironment, pipewire_passes_packets_as_they_are)
@@ -57,12 +57,12 @@ TEST(SessionEnvironment, pipewire_passes_packets_as_they_are)
 
 TEST(SessionEnvironment, what_the_user_has_set_stays)
 {
-    const Variable toolkit("QT_QPA_PLATFORM");
+    const Variable backEnd("QT_QPA_PLATFORM");
     const Variable properties("PIPEWIRE_PROPS");
-    toolkit.set("offscreen");
+    backEnd.set("offscreen");
     properties.set("{ node.name = mine }");
     prepareEnvironment();
-    EXPECT_EQ(toolkit.value(), "offscreen");
+    EXPECT_EQ(backEnd.value(), "offscreen");
     EXPECT_EQ(properties.value(), "{ node.name = mine }");
 }
 
