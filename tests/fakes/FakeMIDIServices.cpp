@@ -115,7 +115,8 @@ void FakeMIDIServices::deliver(const std::vector<Bytes>& packets) const
     const auto ports = m_inputPorts; // a callback may dispose of any of them
     for (const auto& [reference, port] : ports) {
         for (void* const connection : port.connections) {
-            const auto isOpen = [this, &reference] { return m_inputPorts.contains(reference); };
+            const auto isOpen
+                = [this, reference = reference] { return m_inputPorts.contains(reference); };
             VectorPacketList list(packets, isOpen);
             if (isOpen())
                 port.read(list, port.refCon, connection);
