@@ -32,7 +32,7 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
 constexpr int MaxBacklogBytes = 40 * 1024;
 // Fewer bytes than this cannot become a backlog, even though the kernel also counts its own
 // bookkeeping of each write, about 20 times the size of a key event.
-constexpr std::uint64_t HarmlessBytes = 2 * 1024;
+constexpr std::uint64_t HarmlessBytes = 2048;
 
 int unreadBytes(int descriptor)
 {
