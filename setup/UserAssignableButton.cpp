@@ -211,7 +211,7 @@ void UserAssignableButton::nextCheckState()
 // order.
 void UserAssignableButton::focusInEvent(QFocusEvent* event)
 {
-    QWidget::focusInEvent(event);
+    QWidget::focusInEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 } // namespace kestrel

@@ -23,12 +23,12 @@ void drawImage(QPainter& painter, const InterfaceImage& image, QPointF origin, d
 
 void drawFocusRing(QPainter& painter, const QRectF& outline, double radius)
 {
-    constexpr double inset = FocusWidth / 2;
+    constexpr double Inset = FocusWidth / 2;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(FocusColor, FocusWidth));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(outline.adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter.drawRoundedRect(outline.adjusted(Inset, Inset, -Inset, -Inset), radius, radius);
     painter.restore();
 }
 

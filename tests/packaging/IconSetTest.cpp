@@ -30,18 +30,18 @@ using Entries = std::vector<std::pair<std::string, QByteArray>>;
 // The entries of a container; none where its lengths do not add up.
 Entries entriesOf(const QByteArray& set)
 {
-    constexpr qsizetype header = 8;
+    constexpr qsizetype Header = 8;
     const auto length = [&set](qsizetype at) {
         return static_cast<qsizetype>(qFromBigEndian<quint32>(set.constData() + at + 4));
     };
-    if (set.size() < header || !set.startsWith("icns") || length(0) != set.size())
+    if (set.size() < Header || !set.startsWith("icns") || length(0) != set.size())
         return {};
     Entries entries;
-    for (qsizetype at = header; at < set.size(); at += length(at)) {
-        if (set.size() - at < header || length(at) < header || length(at) > set.size() - at)
+    for (qsizetype at = Header; at < set.size(); at += length(at)) {
+        if (set.size() - at < Header || length(at) < Header || length(at) > set.size() - at)
             return {};
         entries.emplace_back(
-            set.mid(at, 4).toStdString(), set.mid(at + header, length(at) - header));
+            set.mid(at, 4).toStdString(), set.mid(at + Header, length(at) - Header));
     }
     return entries;
 }

@@ -12,11 +12,11 @@ namespace kestrel::artwork {
 namespace {
 
 // Icons of at least this edge, in pixels, have room for shadows, lamps and letters.
-constexpr int detailedFrom = 48;
+constexpr int DetailedFrom = 48;
 
-constexpr QColor bird(126, 232, 214);
-constexpr QColor lampCore(255, 232, 184);
-constexpr QColor lampEdge(255, 160, 52);
+constexpr QColor Bird(126, 232, 214);
+constexpr QColor LampCore(255, 232, 184);
+constexpr QColor LampEdge(255, 160, 52);
 
 // Draws a console key with the bird in it.
 void drawConsoleKey(Canvas& canvas, const QRectF& square, bool detailed)
@@ -47,26 +47,26 @@ void drawBird(Canvas& canvas, QPointF centre, double span, bool detailed)
 {
     const QPainterPath mark = kestrelMark(centre, span);
     if (detailed) {
-        QColor halo = bird;
+        QColor halo = Bird;
         halo.setAlpha(110);
         castSoft(canvas, mark, QPointF(0, 0), span * 0.07, halo);
     }
     QLinearGradient light(0, centre.y() - span * 0.4, 0, centre.y() + span * 0.45);
     light.setColorAt(0.0, QColor(206, 255, 244));
     light.setColorAt(1.0, QColor(64, 190, 178));
-    canvas.painter().fillPath(mark, detailed ? QBrush(light) : QBrush(bird));
+    canvas.painter().fillPath(mark, detailed ? QBrush(light) : QBrush(Bird));
 }
 
 void drawLampBar(Canvas& canvas, const QRectF& bar)
 {
     const QPainterPath shape = roundedRect(bar, bar.height() / 2.0);
-    QColor halo = lampEdge;
+    QColor halo = LampEdge;
     halo.setAlpha(200);
     castSoft(canvas, shape, QPointF(0, 0), bar.height() * 0.9, halo);
     QLinearGradient glow(bar.topLeft(), bar.topRight());
-    glow.setColorAt(0.0, lampEdge);
-    glow.setColorAt(0.5, lampCore);
-    glow.setColorAt(1.0, lampEdge);
+    glow.setColorAt(0.0, LampEdge);
+    glow.setColorAt(0.5, LampCore);
+    glow.setColorAt(1.0, LampEdge);
     canvas.painter().fillPath(shape, glow);
 }
 
@@ -129,7 +129,7 @@ void drawSuffix(Canvas& canvas, const QRectF& page)
 QImage drawApplicationIcon(int size)
 {
     Canvas canvas(QSize(size, size), 1, Canvas::Backing::Transparent);
-    const bool detailed = size >= detailedFrom;
+    const bool detailed = size >= DetailedFrom;
     const double e = size;
     if (!detailed) {
         drawConsoleKey(canvas, QRectF(0, 0, e, e), false);
@@ -148,7 +148,7 @@ QImage drawApplicationIcon(int size)
 QImage drawDocumentIcon(int size)
 {
     Canvas canvas(QSize(size, size), 1, Canvas::Backing::Transparent);
-    const bool detailed = size >= detailedFrom;
+    const bool detailed = size >= DetailedFrom;
     const double e = size;
     const QRectF page = detailed ? QRectF(e * 0.15, e * 0.05, e * 0.7, e * 0.88)
                                  : QRectF(e * 0.125 + 0.5, 0.5, e * 0.75 - 1.0, e - 1.0);

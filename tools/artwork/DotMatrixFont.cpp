@@ -6,14 +6,14 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr int firstDrawn = 0x10;
-constexpr int perBlock = 8;
+constexpr int FirstDrawn = 0x10;
+constexpr int PerBlock = 8;
 
 // Eight characters side by side, with one blank column between neighbours.
-using Block = std::array<const char*, dotRows>;
+using Block = std::array<const char*, DotRows>;
 
 // clang-format off
-    constexpr std::array<Block, (characterCount - firstDrawn) / perBlock> blocks { {
+    constexpr std::array<Block, (CharacterCount - FirstDrawn) / PerBlock> blocks { {
         { // 0x10: the numbers 11 to 14, all dots, four, three and two columns from the right
             "#..#. #.### #.### #.#.# ##### .#### ..### ...##",
             "#.##. #...# #...# #.#.# ##### .#### ..### ...##",
@@ -135,7 +135,7 @@ using Block = std::array<const char*, dotRows>;
             "..... ..... ..... ..... ..... ..... ..... ....#",
             "..... ..... ..... ..... ..... ..... ..... .###.",
         },
-        { // h i j k l m n o
+        { // H I J K L M N O
             "#.... ..#.. ...#. #.... .##.. ..... ..... .....",
             "#.... ..... ..... #.... ..#.. ..... ..... .....",
             "####. .##.. ..##. #..#. ..#.. ##.#. ####. .###.",
@@ -146,7 +146,7 @@ using Block = std::array<const char*, dotRows>;
             "..... ..... #..#. ..... ..... ..... ..... .....",
             "..... ..... .##.. ..... ..... ..... ..... .....",
         },
-        { // p q r s t u v w
+        { // P Q R S T U V W
             "..... ..... ..... ..... .#... ..... ..... .....",
             "..... ..... ..... ..... .#... ..... ..... .....",
             "####. .#### #.##. .#### ###.. #...# #...# #...#",
@@ -175,12 +175,12 @@ using Block = std::array<const char*, dotRows>;
 
 bool isDotLit(int code, int row, int column)
 {
-    if (code < firstDrawn)
+    if (code < FirstDrawn)
         return false;
-    const int index = code - firstDrawn;
+    const int index = code - FirstDrawn;
     const char* line
-        = blocks[static_cast<std::size_t>(index / perBlock)][static_cast<std::size_t>(row)];
-    return line[(index % perBlock) * (dotColumns + 1) + column] == '#';
+        = blocks[static_cast<std::size_t>(index / PerBlock)][static_cast<std::size_t>(row)];
+    return line[(index % PerBlock) * (DotColumns + 1) + column] == '#';
 }
 
 } // namespace kestrel::artwork

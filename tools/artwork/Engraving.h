@@ -10,7 +10,7 @@ namespace kestrel::artwork {
 
 class Canvas;
 
-inline constexpr QColor engravedGrey(188, 192, 194);
+inline constexpr QColor EngravedGrey(188, 192, 194);
 
 // Letters and lines that are cut into the sheet and filled with paint.
 struct Lettering {
@@ -19,7 +19,7 @@ struct Lettering {
     double size = 1.0; // units to one grid step; capitals are 6 steps high
     double stroke = 1.15; // units
     double tracking = 2.0; // grid steps between letters
-    QColor paint = engravedGrey;
+    QColor paint = EngravedGrey;
     Anchor anchor = Anchor::Centre;
 };
 

@@ -67,10 +67,10 @@ QByteArray channelOf(const QImage& image, Channel channel)
 // seen to drop a repeat run at the end, and at these sizes repeat runs save nothing.
 QByteArray literalRuns(const QByteArray& bytes)
 {
-    constexpr qsizetype longestRun = 128;
+    constexpr qsizetype LongestRun = 128;
     QByteArray coded;
-    for (qsizetype i = 0; i < bytes.size(); i += longestRun) {
-        const QByteArray run = bytes.mid(i, longestRun);
+    for (qsizetype i = 0; i < bytes.size(); i += LongestRun) {
+        const QByteArray run = bytes.mid(i, LongestRun);
         coded.append(static_cast<char>(run.size() - 1)).append(run);
     }
     return coded;

@@ -8,8 +8,8 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr int frameSize = 67;
-constexpr QRectF keyRect(8.5, 39.0, 50.0, 22.0);
+constexpr int FrameSize = 67;
+constexpr QRectF KeyRect(8.5, 39.0, 50.0, 22.0);
 
 struct LampPaint {
     QColor unlitTop;
@@ -74,10 +74,10 @@ void drawLit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
 
 QImage drawLampKey(LampColour colour, int scale)
 {
-    Canvas canvas(QSize(frameSize, 2 * frameSize), scale, Canvas::Backing::Transparent);
+    Canvas canvas(QSize(FrameSize, 2 * FrameSize), scale, Canvas::Backing::Transparent);
     const LampPaint paint = paintOf(colour);
-    drawUnlit(canvas, keyRect, paint);
-    drawLit(canvas, keyRect.translated(0, frameSize), paint);
+    drawUnlit(canvas, KeyRect, paint);
+    drawLit(canvas, KeyRect.translated(0, FrameSize), paint);
     return canvas.take();
 }
 

@@ -12,24 +12,24 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr int width = 782;
-constexpr int height = 220;
+constexpr int Width = 782;
+constexpr int Height = 220;
 
 // The distance from the left edge of a knob or lamp frame to its middle.
-constexpr double halfFrame = 33.5;
-constexpr std::array<double, 4> channelLefts { 309, 406, 503, 600 };
-constexpr double keyTop = height - 66.0;
-constexpr double labelTop = height - 33.0;
-constexpr QPointF knobOffset(halfFrame, height - 73.0 - 67.0 + 31.5);
+constexpr double HalfFrame = 33.5;
+constexpr std::array<double, 4> ChannelLefts { 309, 406, 503, 600 };
+constexpr double KeyTop = Height - 66.0;
+constexpr double LabelTop = Height - 33.0;
+constexpr QPointF KnobOffset(HalfFrame, Height - 73.0 - 67.0 + 31.5);
 
-constexpr QRectF displayGlass(288, 9, 401, 44);
+constexpr QRectF DisplayGlass(288, 9, 401, 44);
 
 void drawDisplay(Canvas& canvas)
 {
-    recess(canvas, roundedRect(displayGlass.adjusted(-4, -3, 4, 3), 6), QColor(11, 12, 13), 1.5);
+    recess(canvas, roundedRect(DisplayGlass.adjusted(-4, -3, 4, 3), 6), QColor(11, 12, 13), 1.5);
 
-    const QPainterPath glass = roundedRect(displayGlass, 3.5);
-    QLinearGradient lit(displayGlass.topLeft(), displayGlass.bottomLeft());
+    const QPainterPath glass = roundedRect(DisplayGlass, 3.5);
+    QLinearGradient lit(DisplayGlass.topLeft(), DisplayGlass.bottomLeft());
     lit.setColorAt(0.0, QColor(9, 60, 66));
     lit.setColorAt(0.5, QColor(12, 74, 80));
     lit.setColorAt(1.0, QColor(10, 64, 72));
@@ -39,13 +39,13 @@ void drawDisplay(Canvas& canvas)
 
 void drawKnobWell(Canvas& canvas, double left)
 {
-    const QPointF centre(left + knobOffset.x(), knobOffset.y());
+    const QPointF centre(left + KnobOffset.x(), KnobOffset.y());
     recess(canvas, disc(centre, 22.5), QColor(15, 16, 17), 2.0);
 }
 
 void drawKeyWell(Canvas& canvas, double left)
 {
-    const QRectF key(left + 8.5, keyTop - 1.0, 50, 22);
+    const QRectF key(left + 8.5, KeyTop - 1.0, 50, 22);
     recess(canvas, roundedRect(key.adjusted(-2, -2, 2, 2), 6.5), QColor(12, 12, 13), 1.2);
 }
 
@@ -62,23 +62,23 @@ void drawTitledRule(Canvas& canvas, double x, double y, double length, const QSt
 
 void drawChannels(Canvas& canvas)
 {
-    for (const double left : channelLefts) {
+    for (const double left : ChannelLefts) {
         drawKnobWell(canvas, left);
         drawKeyWell(canvas, left);
     }
     for (const double x : { 391.0, 488.0, 585.0 })
         engraveVertical(canvas, x, 82, 120);
-    for (std::size_t i = 0; i < channelLefts.size(); ++i) {
-        const double middle = channelLefts[i] + halfFrame;
+    for (std::size_t i = 0; i < ChannelLefts.size(); ++i) {
+        const double middle = ChannelLefts[i] + HalfFrame;
         drawTitledRule(canvas, middle - 44, 68, 88, QString::number(i + 1));
-        engrave(canvas, QStringLiteral("SELECT %1").arg(i + 1), QPointF(middle, labelTop));
+        engrave(canvas, QStringLiteral("SELECT %1").arg(i + 1), QPointF(middle, LabelTop));
     }
 }
 
 void drawSideKey(Canvas& canvas, double left, const QString& label)
 {
     drawKeyWell(canvas, left);
-    engrave(canvas, label, QPointF(left + halfFrame, labelTop));
+    engrave(canvas, label, QPointF(left + HalfFrame, LabelTop));
 }
 
 void drawNamePlate(Canvas& canvas)
@@ -100,7 +100,7 @@ void drawRightColumn(Canvas& canvas)
 
 QImage drawPanelBack(int scale)
 {
-    Canvas canvas(QSize(width, height), scale, Canvas::Backing::Opaque);
+    Canvas canvas(QSize(Width, Height), scale, Canvas::Backing::Opaque);
     lay(canvas, { .top = QColor(38, 40, 43), .bottom = QColor(24, 25, 27), .seed = 11 });
     bevelEdge(canvas);
 

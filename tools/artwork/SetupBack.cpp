@@ -10,13 +10,13 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr int width = 620;
-constexpr int height = 453;
+constexpr int Width = 620;
+constexpr int Height = 453;
 
 // Converts a rectangle with the origin at the lower left, as in SetupTables, to the canvas.
 QRectF placed(double x, double y, double w, double h)
 {
-    return { x, height - y - h, w, h };
+    return { x, Height - y - h, w, h };
 }
 
 QRectF userKey(int index)
@@ -33,10 +33,10 @@ QRectF field(int index)
 
 void drawHeader(Canvas& canvas)
 {
-    engraveHorizontal(canvas, 0, 39, width);
+    engraveHorizontal(canvas, 0, 39, Width);
     engrave(canvas, QStringLiteral("ZENTA"), QPointF(500, 13),
         { .size = 2.0, .stroke = 1.8, .tracking = 3.0, .anchor = Lettering::Anchor::Left });
-    engraveShape(canvas, kestrelMark(QPointF(590, 19), 24), engravedGrey);
+    engraveShape(canvas, kestrelMark(QPointF(590, 19), 24), EngravedGrey);
 }
 
 void drawKeyGrid(Canvas& canvas)
@@ -85,7 +85,7 @@ void drawModifierLegend(Canvas& canvas)
 
 void drawFooter(Canvas& canvas)
 {
-    engraveHorizontal(canvas, 0, 400, width);
+    engraveHorizontal(canvas, 0, 400, Width);
     engrave(canvas, QStringLiteral("KESTREL"), QPointF(36, 420),
         { .tracking = 4.0, .paint = QColor(140, 144, 146), .anchor = Lettering::Anchor::Left });
 }
@@ -100,7 +100,7 @@ void drawButtonWell(Canvas& canvas, double x, double y)
 
 QImage drawSetupBack(int scale)
 {
-    Canvas canvas(QSize(width, height), scale, Canvas::Backing::Opaque);
+    Canvas canvas(QSize(Width, Height), scale, Canvas::Backing::Opaque);
     lay(canvas, { .top = QColor(40, 42, 45), .bottom = QColor(25, 26, 28), .seed = 29 });
     bevelEdge(canvas);
     drawHeader(canvas);

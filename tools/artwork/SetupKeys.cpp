@@ -10,13 +10,13 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr QRectF userKeyRect(1, 1, 76, 76);
-constexpr QRectF lampBar(27, 7, 24, 3);
-constexpr QRectF buttonRect(1, 1, 54, 29);
+constexpr QRectF UserKeyRect(1, 1, 76, 76);
+constexpr QRectF LampBar(27, 7, 24, 3);
+constexpr QRectF ButtonRect(1, 1, 54, 29);
 
 void drawLampBar(Canvas& canvas, KeyLight light)
 {
-    const QPainterPath bar = roundedRect(lampBar, 1.5);
+    const QPainterPath bar = roundedRect(LampBar, 1.5);
     if (light == KeyLight::Off) {
         canvas.painter().fillPath(bar, QColor(112, 106, 96));
         return;
@@ -27,7 +27,7 @@ void drawLampBar(Canvas& canvas, KeyLight light)
 
 KeyCap buttonCap(ButtonFace face)
 {
-    KeyCap cap { .rect = buttonRect, .radius = 5.0, .rim = 1.5 };
+    KeyCap cap { .rect = ButtonRect, .radius = 5.0, .rim = 1.5 };
     switch (face) {
     case ButtonFace::Resting:
         cap.top = QColor(84, 87, 91);
@@ -70,7 +70,7 @@ QImage drawUserAssignableKey(KeyLight light, int scale)
     Canvas canvas(QSize(78, 78), scale, Canvas::Backing::Transparent);
     const bool lit = light == KeyLight::On;
     drawKeyCap(canvas,
-        { .rect = userKeyRect,
+        { .rect = UserKeyRect,
             .radius = 7.0,
             .rim = lit ? 2.0 : 1.6,
             .top = lit ? QColor(255, 236, 190) : QColor(186, 182, 173),

@@ -7,9 +7,9 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr QColor outline(16, 24, 26);
-constexpr QColor onlineFill(112, 226, 208);
-constexpr QColor offlineFill(206, 208, 208);
+constexpr QColor Outline(16, 24, 26);
+constexpr QColor OnlineFill(112, 226, 208);
+constexpr QColor OfflineFill(206, 208, 208);
 
 // The kestrel on its perch, seen from the side, with folded wings.
 QPainterPath perchedBird()
@@ -31,7 +31,7 @@ QPainterPath perchedBird()
 
 void drawOutlined(QPainter& painter, const QPainterPath& shape, QColor fill)
 {
-    painter.strokePath(shape, QPen(outline, 1.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.strokePath(shape, QPen(Outline, 1.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.fillPath(shape, fill);
 }
 
@@ -41,10 +41,10 @@ QImage drawStatusIcon(Link link, int scale)
 {
     Canvas canvas(QSize(16, 16), scale, Canvas::Backing::Transparent);
     if (link == Link::Online)
-        drawOutlined(canvas.painter(), kestrelMark(QPointF(8, 7.8), 14.4), onlineFill);
+        drawOutlined(canvas.painter(), kestrelMark(QPointF(8, 7.8), 14.4), OnlineFill);
     else {
-        drawOutlined(canvas.painter(), perchedBird(), offlineFill);
-        canvas.painter().fillRect(QRectF(5, 3, 1, 1), outline);
+        drawOutlined(canvas.painter(), perchedBird(), OfflineFill);
+        canvas.painter().fillRect(QRectF(5, 3, 1, 1), Outline);
     }
     return canvas.take();
 }

@@ -15,7 +15,7 @@ struct Glyph {
     const char* strokes; // M = move, L = line, Q = quadratic curve, Z = close
 };
 
-constexpr auto glyphs = std::to_array<Glyph>({
+constexpr auto Glyphs = std::to_array<Glyph>({
     { u' ', 1.5, "" },
     { u'A', 4, "M0 6 L2 0 L4 6 M0.7 4 L3.3 4" },
     { u'B', 4, "M0 3 L2.4 3 Q4 3 4 4.5 Q4 6 2.4 6 L0 6 L0 0 L2.2 0 Q3.7 0 3.7 1.5 Q3.7 3 2.2 3" },
@@ -68,9 +68,9 @@ constexpr auto glyphs = std::to_array<Glyph>({
 
 const Glyph* find(QChar letter)
 {
-    const auto* found = std::find_if(glyphs.begin(), glyphs.end(),
+    const auto* found = std::find_if(Glyphs.begin(), Glyphs.end(),
         [letter](const Glyph& glyph) { return letter == glyph.letter; });
-    return found == glyphs.end() ? nullptr : found;
+    return found == Glyphs.end() ? nullptr : found;
 }
 
 double readNumber(const char*& at)

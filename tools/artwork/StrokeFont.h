@@ -8,7 +8,7 @@ namespace kestrel::artwork {
 // Letters of round-ended strokes. Capitals are 6 grid steps high and mostly 4 wide. The shapes come
 // from tables in the source, so that a text looks the same on every machine.
 
-inline constexpr double capitalHeight = 6.0;
+inline constexpr double CapitalHeight = 6.0;
 
 // Returns the centre lines of the text. It starts at x = 0, and capitals lie between y = 0 and y =
 // 6. Characters without a drawing are left out.

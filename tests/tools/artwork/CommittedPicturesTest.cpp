@@ -13,7 +13,7 @@ using namespace artwork;
 namespace {
 
 // Qt blends with the vector unit that the processor has, and these round the last bit differently.
-constexpr int tolerance = 2;
+constexpr int Tolerance = 2;
 
 const QDir resources(QStringLiteral(KESTREL_RESOURCES));
 
@@ -35,7 +35,7 @@ TEST(CommittedPictures, are_what_the_program_draws)
         ASSERT_FALSE(committed.isNull());
         ASSERT_EQ(drawn.size(), committed.size());
         EXPECT_EQ(drawn.hasAlphaChannel(), committed.hasAlphaChannel());
-        EXPECT_LE(largestDifference(drawn, committed), tolerance);
+        EXPECT_LE(largestDifference(drawn, committed), Tolerance);
     }
 }
 

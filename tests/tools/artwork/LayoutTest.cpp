@@ -29,8 +29,8 @@ std::string dotsOf(int code)
     static const QImage atlas = drawCharacterAtlas(2);
     const QImage cell = frameAbove(atlas, (127 - code) * 26, 26);
     std::string rows;
-    for (int row = 0; row < dotRows; ++row) {
-        for (int column = 0; column < dotColumns; ++column)
+    for (int row = 0; row < DotRows; ++row) {
+        for (int column = 0; column < DotColumns; ++column)
             rows += qAlpha(cell.pixel(3 * column, 3 * row)) == 255 ? '#' : '.';
         rows += '\n';
     }
@@ -89,7 +89,7 @@ TEST(CharacterAtlas, blocks_fill_from_the_right)
     const std::vector<std::string> rows { "#####\n", ".####\n", "..###\n", "...##\n", "....#\n" };
     for (int i = 0; i < 5; ++i) {
         std::string expected;
-        for (int row = 0; row < dotRows; ++row)
+        for (int row = 0; row < DotRows; ++row)
             expected += rows[static_cast<std::size_t>(i)];
         EXPECT_EQ(dotsOf(0x14 + i), expected) << i;
     }
@@ -98,7 +98,7 @@ TEST(CharacterAtlas, blocks_fill_from_the_right)
 TEST(CharacterAtlas, every_printing_code_has_a_glyph_of_its_own)
 {
     std::map<std::string, int> seen;
-    for (int code = 0x10; code < characterCount; ++code) {
+    for (int code = 0x10; code < CharacterCount; ++code) {
         const auto [entry, isNew] = seen.emplace(dotsOf(code), code);
         EXPECT_TRUE(isNew) << code << " looks like " << entry->second;
     }
