@@ -60,8 +60,8 @@ void KeystrokePoster::eventKeyPost(unsigned int buttonCode)
 bool KeystrokePoster::workstationIsFrontmost()
 {
     bool frontmost = false;
-    m_workspace.visitRunningApplications([&frontmost](const RunningApplication& application) {
-        frontmost = application.active && application.localizedName == Workstation::Name;
+    m_workspace.visitActiveApplications([&frontmost](std::string_view localizedName) {
+        frontmost = localizedName == Workstation::Name;
         return !frontmost;
     });
     return frontmost;

@@ -5,20 +5,18 @@
 
 namespace kestrel {
 
-struct RunningApplication {
-    std::string_view localizedName; // UTF-8; valid during the visit
-    bool active = false; // frontmost
-};
-
 // The user's workspace. Main thread only.
 class Workspace {
 public:
-    using Visitor = std::function<bool(const RunningApplication&)>; // returns false to stop
+    // Gets the localized name of an application, in UTF-8 and valid during the visit. Returns false
+    // to stop.
+    using Visitor = std::function<bool(std::string_view localizedName)>;
 
     virtual ~Workspace() = default;
 
-    // In the workspace's own order, as current as the events are.
-    virtual void visitRunningApplications(const Visitor& visit) = 0;
+    // Visits the running applications that are active (frontmost), in the workspace's own order,
+    // as current as the events are.
+    virtual void visitActiveApplications(const Visitor& visit) = 0;
 
     // Opens a file or bundle as the file manager would. False when that cannot even be started.
     [[nodiscard]] virtual bool openFile(std::string_view path) = 0;

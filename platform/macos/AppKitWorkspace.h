@@ -8,7 +8,7 @@ namespace kestrel {
 // The workspace of AppKit. NSWorkspace updates its list of applications in the main run loop.
 class AppKitWorkspace final : public Workspace {
 public:
-    void visitRunningApplications(const Visitor& visit) override;
+    void visitActiveApplications(const Visitor& visit) override;
     bool openFile(std::string_view path) override;
     bool hideApplication() override;
     bool isApplicationHidden() const override;

@@ -20,12 +20,16 @@
 
 namespace kestrel {
 
-void AppKitWorkspace::visitRunningApplications(const Visitor& visit)
+// This runs at each press of a console key. The name of an application costs a message to the
+// launch services the first time, so only active applications are asked for it.
+void AppKitWorkspace::visitActiveApplications(const Visitor& visit)
 {
     @autoreleasepool {
         for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
+            if (!application.active)
+                continue;
             const char* name = application.localizedName.UTF8String; // valid until the pool drains
-            if (!visit({ .localizedName = name ? name : "", .active = bool(application.active) }))
+            if (!visit(name ? name : ""))
                 return;
         }
     }

@@ -174,10 +174,10 @@ TEST(KeystrokePoster, the_walk_ends_at_the_active_workstation)
 {
     PosterBench bench;
     bench.workspace.applications
-        = { { "Pro Tools", false }, { "Finder", true }, { "Pro Tools", true }, { "Mail", false } };
+        = { { "Pro Tools", false }, { "Finder", true }, { "Pro Tools", true }, { "Mail", true } };
     bench.assign(1, { chord(0, KeyS, "S") });
     EXPECT_EQ(bench.post(64), "key 1 down");
-    EXPECT_EQ(bench.workspace.visited, 3);
+    EXPECT_EQ(bench.workspace.visited, 2);
 }
 
 TEST(KeystrokePoster, the_applications_are_walked_at_every_event_whatever_its_code)
@@ -185,7 +185,7 @@ TEST(KeystrokePoster, the_applications_are_walked_at_every_event_whatever_its_co
     PosterBench bench;
     for (const unsigned int code : { 64U, 0U, 13U, 255U })
         EXPECT_EQ(bench.post(code), "");
-    EXPECT_EQ(bench.workspace.visited, 4 * 2);
+    EXPECT_EQ(bench.workspace.visited, 4);
 }
 
 TEST(KeystrokePoster, a_stored_repeat_marks_the_key_down_and_not_the_key_up)

@@ -36,11 +36,13 @@ public:
         bool active;
     };
 
-    void visitRunningApplications(const Visitor& visit) override
+    void visitActiveApplications(const Visitor& visit) override
     {
         for (const auto& application : applications) {
+            if (!application.active)
+                continue;
             ++visited;
-            if (!visit({ application.name, application.active }))
+            if (!visit(application.name))
                 return;
         }
     }

@@ -18,13 +18,13 @@ X11Workspace::X11Workspace(std::shared_ptr<X11Session> session)
 {
 }
 
-void X11Workspace::visitRunningApplications(const Visitor& visit)
+void X11Workspace::visitActiveApplications(const Visitor& visit)
 {
     if (!m_session->connection.ensureOpen())
         return;
     m_session->connection.takeIn();
     if (const auto name = m_session->front.name())
-        visit({ *name, true });
+        visit(*name);
 }
 
 bool X11Workspace::openFile(std::string_view path)

@@ -14,7 +14,7 @@ class X11Workspace final : public Workspace {
 public:
     explicit X11Workspace(std::shared_ptr<X11Session> session);
 
-    void visitRunningApplications(const Visitor& visit) override;
+    void visitActiveApplications(const Visitor& visit) override;
     bool openFile(std::string_view path) override;
 
     bool hideApplication() override { return false; } // X11 cannot hide an application

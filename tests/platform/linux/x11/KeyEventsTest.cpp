@@ -193,8 +193,8 @@ TEST_F(KeyEventsOnX11, a_press_takes_no_round_trip)
     const auto before = session->connection.roundTrips();
     for (int press = 0; press < 100; ++press) {
         bool front = false;
-        workspace->visitRunningApplications([&](const RunningApplication& application) {
-            front = application.active && application.localizedName == "Pro Tools";
+        workspace->visitActiveApplications([&](std::string_view localizedName) {
+            front = localizedName == "Pro Tools";
             return !front;
         });
         EXPECT_TRUE(front);

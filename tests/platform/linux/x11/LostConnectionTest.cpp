@@ -37,8 +37,8 @@ protected:
     std::string visited()
     {
         std::string names;
-        workspace->visitRunningApplications([&](const RunningApplication& application) {
-            names += application.localizedName;
+        workspace->visitActiveApplications([&](std::string_view localizedName) {
+            names += localizedName;
             return true;
         });
         return names;
@@ -293,7 +293,7 @@ TEST(NoServer, is_unavailable_and_nothing_else)
         adapters.keyEvents->post(0xFFFF, KeyEvents::Direction::Down, 0, KeyEvents::AutoRepeat::No),
         Result::UnknownKey);
     EXPECT_EQ(adapters.keyEvents->postBare(0, KeyEvents::Direction::Up), Result::Unavailable);
-    adapters.workspace->visitRunningApplications([](const RunningApplication&) {
+    adapters.workspace->visitActiveApplications([](std::string_view) {
         ADD_FAILURE();
         return true;
     });

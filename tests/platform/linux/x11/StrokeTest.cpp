@@ -16,8 +16,8 @@ protected:
     std::string visited()
     {
         std::string names;
-        workspace->visitRunningApplications([&](const RunningApplication& application) {
-            names += application.localizedName;
+        workspace->visitActiveApplications([&](std::string_view localizedName) {
+            names += localizedName;
             return true;
         });
         return names;
