@@ -6,6 +6,7 @@
 #include "platform/macos/ApplicationMenu.h"
 #include "platform/macos/CFPreferencesDefaultsStore.h"
 #include "platform/macos/CoreMIDIServices.h"
+#include "platform/macos/EditMenu.h"
 #include "platform/macos/FinderFileAttributes.h"
 #include "platform/macos/QuartzKeyEvents.h"
 #include "platform/macos/QuartzKeyTranslation.h"
@@ -22,6 +23,7 @@ Platform makePlatform(MainLoop& mainLoop)
     guardStatusItem();
     dropApplicationMenuShortcuts();
     showTitlesOfSheets();
+    offerEditMenuToSheets();
     auto access = std::make_shared<PostEventAccess>(mainLoop);
     return {
         .midiServices = std::make_unique<CoreMIDIServices>(mainLoop),

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace kestrel {
+
+// Gives the application an Edit menu while one of its windows has a sheet, and only then. AppKit
+// finds ⌘V, ⌘A and the like of a text field, such as the name in a save sheet, in the menu alone.
+// At other times the menu would take these shortcuts from the fields that capture shortcuts.
+void offerEditMenuToSheets();
+
+} // namespace kestrel
