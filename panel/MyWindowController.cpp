@@ -28,7 +28,10 @@ MyWindowController::MyWindowController(const QString& windowNibName, WindowTrait
     m_placement->restore();
     m_placement->followScreens();
     m_onceShown.setSingleShot(true);
-    connect(&m_onceShown, &QTimer::timeout, this, &MyWindowController::applyWindowTraits);
+    connect(&m_onceShown, &QTimer::timeout, this, [this] {
+        applyWindowTraits();
+        orderFront();
+    });
     m_window->installEventFilter(this);
 }
 
@@ -104,6 +107,7 @@ void MyWindowController::showWindow()
     if (isVisible()) {
         m_placement->bringOntoScreen();
         m_window->raise();
+        orderFront();
         return;
     }
     m_placement->keepPlace();
@@ -124,6 +128,12 @@ bool MyWindowController::eventFilter(QObject* watched, QEvent* event)
     else if (event->type() == QEvent::WindowStateChange && isVisible())
         setNeedDisplay();
     return QObject::eventFilter(watched, event);
+}
+
+void MyWindowController::orderFront()
+{
+    if (isVisible())
+        m_windowTraits.orderFront(m_window->internalWinId());
 }
 
 void MyWindowController::applyWindowTraits()

@@ -50,6 +50,7 @@ public:
 private:
     void loadWindow();
     void applyWindowTraits();
+    void orderFront();
     [[nodiscard]] QSize contentInProportion(QSize content) const;
 
     WindowTraits& m_windowTraits;

@@ -21,6 +21,10 @@ public:
 
     // The window never takes the keyboard focus, wherever it is clicked.
     virtual void setNeverFocused(NativeWindow window) = 0;
+
+    // Puts a window that is shown before all others of its level, also while another application
+    // is active, which QWidget::raise() does not do on every system.
+    virtual void orderFront(NativeWindow window) = 0;
 };
 
 } // namespace kestrel

@@ -12,6 +12,7 @@ public:
     void setContentAspectRatio(NativeWindow view, int width, int height) override;
     void setFloating(NativeWindow view) override;
     void setNeverFocused(NativeWindow view) override;
+    void orderFront(NativeWindow view) override;
 };
 
 } // namespace kestrel

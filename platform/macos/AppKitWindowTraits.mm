@@ -57,4 +57,9 @@ void AppKitWindowTraits::setNeverFocused(NativeWindow view)
         [panel _setPreventsActivation:YES];
 }
 
+void AppKitWindowTraits::orderFront(NativeWindow view)
+{
+    [windowOf(view) orderFrontRegardless];
+}
+
 } // namespace kestrel

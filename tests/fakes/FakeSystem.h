@@ -100,6 +100,7 @@ public:
     }
     void setFloating(NativeWindow) override { calls.push_back("floating"); }
     void setNeverFocused(NativeWindow) override { calls.push_back("never focused"); }
+    void orderFront(NativeWindow) override { calls.push_back("front"); }
 
     std::vector<std::string> calls;
 };

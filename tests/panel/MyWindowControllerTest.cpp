@@ -21,6 +21,7 @@ using PanelMessages::Bytes;
 using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
+using testing::Not;
 
 // Processes all pending events.
 void settle()
@@ -133,7 +134,23 @@ TEST_F(WindowController, the_traits_are_told_again_when_a_hidden_window_shows)
     controller.window()->hide();
     traits.calls.clear();
     show();
-    EXPECT_THAT(traits.calls, ElementsAre("never focused", "floating", "ratio 782:220"));
+    EXPECT_THAT(traits.calls, ElementsAre("never focused", "floating", "ratio 782:220", "front"));
+}
+
+TEST_F(WindowController, a_window_that_shows_already_is_ordered_front_when_it_is_shown_again)
+{
+    show();
+    traits.calls.clear();
+    controller.showWindow();
+    EXPECT_THAT(traits.calls, ElementsAre("front"));
+}
+
+TEST_F(WindowController, a_window_that_was_hidden_again_at_once_is_not_ordered_front)
+{
+    controller.showWindow();
+    controller.window()->hide();
+    QCoreApplication::processEvents();
+    EXPECT_THAT(traits.calls, Not(Contains("front")));
 }
 
 TEST_F(WindowController, closing_hides_the_window_and_keeps_it)

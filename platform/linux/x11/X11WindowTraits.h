@@ -19,6 +19,7 @@ public:
     void setContentAspectRatio(NativeWindow window, int width, int height) override;
     void setFloating(NativeWindow window) override;
     void setNeverFocused(NativeWindow window) override;
+    void orderFront(NativeWindow) override { } // QWidget::raise() suffices
 
 private:
     struct Traits {
