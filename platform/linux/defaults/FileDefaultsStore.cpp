@@ -3,7 +3,7 @@
 #include "archive/ArchiveError.h"
 #include "archive/ArchiveLimits.h"
 #include "archive/AtomicFile.h"
-#include "platform/linux/defaults/FileLock.h"
+#include "archive/FileLock.h"
 
 #include <QDir>
 #include <QFile>

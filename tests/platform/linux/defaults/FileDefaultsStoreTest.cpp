@@ -1,7 +1,7 @@
 #include "platform/linux/defaults/FileDefaultsStore.h"
 
 #include "archive/AtomicFile.h"
-#include "platform/linux/defaults/FileLock.h"
+#include "archive/FileLock.h"
 #include "tests/archive/Refusal.h"
 
 #include <QDir>

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <chrono>
+#include <system_error>
 
 namespace kestrel {
 
@@ -17,10 +18,13 @@ public:
     FileLock& operator=(const FileLock&) = delete;
 
     [[nodiscard]] bool isHeld() const { return m_isHeld; }
+    // Why the file could not be locked. No error while another holds the lock.
+    [[nodiscard]] std::error_code error() const { return m_error; }
 
 private:
     int m_descriptor = -1;
     bool m_isHeld = false;
+    std::error_code m_error;
 };
 
 } // namespace kestrel
