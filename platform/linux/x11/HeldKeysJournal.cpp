@@ -1,5 +1,7 @@
 #include "platform/linux/x11/HeldKeysJournal.h"
 
+#include "platform/SessionFolder.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/mman.h>
@@ -7,35 +9,12 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdlib>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace kestrel {
 
 namespace {
 constexpr std::array<std::uint8_t, 8> Mark { 'K', 'e', 's', 't', 'K', 'e', 'y', '1' };
-
-std::string directory()
-{
-    namespace fs = std::filesystem;
-    const auto fromEnvironment = [](const char* name) {
-        const char* value = std::getenv(name);
-        return value && *value == '/' ? std::string(value) : std::string();
-    };
-    std::error_code error;
-    if (auto runtime = fromEnvironment("XDG_RUNTIME_DIR");
-        !runtime.empty() && fs::is_directory(runtime, error))
-        return runtime;
-    std::string state = fromEnvironment("XDG_STATE_HOME");
-    if (const auto home = fromEnvironment("HOME"); state.empty() && !home.empty())
-        state = home + "/.local/state";
-    if (state.empty())
-        return {};
-    fs::create_directories(state, error);
-    return state;
-}
 
 // Makes a part of a file name from a display's name without its screen number: `host:0.1` and
 // `host:0` are one display. Two different displays never get the same name.
@@ -81,7 +60,7 @@ struct HeldKeysJournal::Content {
 
 std::string HeldKeysJournal::pathFor(std::string_view display)
 {
-    const std::string folder = directory();
+    const std::string folder = sessionFolder();
     return folder.empty() ? folder : folder + "/kestrel-held-keys-" + mangled(display);
 }
 

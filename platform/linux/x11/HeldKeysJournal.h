@@ -14,9 +14,8 @@ namespace kestrel {
 // instance has locked, records nothing.
 class HeldKeysJournal {
 public:
-    // The path of the journal in $XDG_RUNTIME_DIR, else in $XDG_STATE_HOME, else in ~/.local/state.
-    // Empty when there is none of them. `display` is a display's name as in $DISPLAY; its screen
-    // number plays no part.
+    // The path of the journal in the session's folder. Empty when there is none. `display` is a
+    // display's name as in $DISPLAY; its screen number plays no part.
     [[nodiscard]] static std::string pathFor(std::string_view display);
 
     HeldKeysJournal() = default;

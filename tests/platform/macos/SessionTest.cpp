@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/SessionFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,11 @@ TEST(Session, what_the_user_has_chosen_stays)
     EXPECT_STREQ(std::getenv(Transform), "");
     ::unsetenv(RaiseProcess);
     ::unsetenv(Transform);
+}
+
+TEST(Session, its_folder_is_one_of_the_user_that_the_system_does_not_clean)
+{
+    EXPECT_TRUE(sessionFolder().ends_with("/Library/Application Support")) << sessionFolder();
 }
 
 } // namespace
