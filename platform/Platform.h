@@ -13,6 +13,7 @@
 #include "platform/WindowTraits.h"
 #include "platform/Workspace.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,5 +41,10 @@ struct Platform {
 // Called before the application object exists: prepares the environment that Qt reads. Returns a
 // sentence for the user if this session can show no window.
 [[nodiscard]] std::optional<std::string> prepareSession();
+
+// Calls `then` once, on the main thread, when the files that this program was started with have
+// arrived as events: at once on a system that passes them as arguments. Needs the application
+// object.
+void afterFilesOfLaunch(std::function<void()> then);
 
 } // namespace kestrel

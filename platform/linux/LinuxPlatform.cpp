@@ -52,4 +52,9 @@ std::optional<std::string> prepareSession()
     return problem.append("\"").append(display).append("\" does not answer.");
 }
 
+void afterFilesOfLaunch(std::function<void()> then)
+{
+    then();
+}
+
 } // namespace kestrel

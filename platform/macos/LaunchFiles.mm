@@ -1,0 +1,22 @@
+#include "platform/Platform.h"
+
+#import <AppKit/AppKit.h>
+
+namespace kestrel {
+
+// AppKit hands the delegate the files of the launch before it posts this notification.
+void afterFilesOfLaunch(std::function<void()> then)
+{
+    __block id observer = nil;
+    observer = [NSNotificationCenter.defaultCenter
+        addObserverForName:NSApplicationDidFinishLaunchingNotification
+                    object:nil
+                     queue:nil
+                usingBlock:^(NSNotification*) {
+                    [NSNotificationCenter.defaultCenter removeObserver:observer];
+                    observer = nil;
+                    then();
+                }];
+}
+
+} // namespace kestrel
