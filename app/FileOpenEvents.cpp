@@ -22,15 +22,28 @@ bool FileOpenEvents::eventFilter(QObject* watched, QEvent* event)
     if (path.isEmpty())
         return true;
     if (m_pending.isEmpty())
-        QMetaObject::invokeMethod(
-            this, [this] { deliver(); }, Qt::QueuedConnection);
+        deliverLater();
     m_pending.append(path);
     return true;
 }
 
+void FileOpenEvents::setHandler(Handler openFiles)
+{
+    m_openFiles = std::move(openFiles);
+    if (!m_pending.isEmpty())
+        deliverLater();
+}
+
+void FileOpenEvents::deliverLater()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { deliver(); }, Qt::QueuedConnection);
+}
+
 void FileOpenEvents::deliver()
 {
-    m_openFiles(std::exchange(m_pending, {}));
+    if (m_openFiles && !m_pending.isEmpty())
+        m_openFiles(std::exchange(m_pending, {}));
 }
 
 } // namespace kestrel

@@ -1,102 +1,65 @@
 #include "app/SingleInstance.h"
 
-#include <QDataStream>
-#include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
-#include <QLocalServer>
-#include <QLocalSocket>
-#include <QThread>
+#include "app/InstanceServer.h"
+#include "app/PrivateFolder.h"
+
+#include <chrono>
 
 namespace kestrel {
 
-namespace {
-constexpr quint32 MaxMessageSize = 1 << 20;
-constexpr char Taken = '+';
-
-QString ownFolder(const QString& directory)
-{
-    QDir().mkpath(directory);
-    QFile::setPermissions(directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return directory;
-}
-
-QByteArray encode(const QStringList& paths)
-{
-    QByteArray message;
-    QDataStream stream(&message, QIODevice::WriteOnly);
-    stream << paths;
-    return message;
-}
-} // namespace
-
 SingleInstance::SingleInstance(const QString& directory)
-    : m_socketPath(ownFolder(directory) + QStringLiteral("/kestrel.socket"))
-    , m_lock(directory + QStringLiteral("/kestrel.lock"))
+    : m_directory(directory)
 {
-    m_lock.setStaleLockTime(0); // a lock is stale when its owner is dead, never by its age
 }
 
 SingleInstance::~SingleInstance() = default;
 
-bool SingleInstance::claim()
+QString SingleInstance::socketPath() const
 {
-    if (!m_lock.tryLock(0))
-        return false;
-    QLocalServer::removeServer(m_socketPath); // the socket that a crash has left behind
-    m_server = new QLocalServer(this);
-    m_server->setSocketOptions(QLocalServer::UserAccessOption);
-    connect(m_server, &QLocalServer::newConnection, this, &SingleInstance::greet);
-    if (!m_server->listen(m_socketPath))
-        qWarning("A second start will not reach this program: %s",
-            qUtf8Printable(m_server->errorString()));
-    return true;
+    return m_directory + QStringLiteral("/kestrel.socket");
 }
 
-void SingleInstance::greet()
+SingleInstance::Claim SingleInstance::claim()
 {
-    while (QLocalSocket* socket = m_server->nextPendingConnection()) {
-        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        connect(socket, &QLocalSocket::readyRead, this, [this, socket] { receive(*socket); });
-        receive(*socket);
+    if (m_directory.isEmpty()) {
+        m_problem = QStringLiteral("There is no folder for the files of the session");
+        return Claim::Failed;
     }
+    if (const auto problem = makePrivateFolder(m_directory)) {
+        m_problem = *problem;
+        return Claim::Failed;
+    }
+    const QString lockPath = m_directory + QStringLiteral("/kestrel.lock");
+    m_lock.emplace(lockPath, std::chrono::milliseconds(0));
+    if (m_lock->error()) {
+        m_problem = QStringLiteral("%1: %2").arg(
+            lockPath, QString::fromStdString(m_lock->error().message()));
+        return Claim::Failed;
+    }
+    if (!m_lock->isHeld())
+        return Claim::Taken;
+    m_server = std::make_unique<InstanceServer>(
+        [this](const InstanceMessage& request) { return answer(request); });
+    if (const auto error = m_server->listen(socketPath()))
+        qWarning("A second start will not reach this program: %s: %s", qUtf8Printable(socketPath()),
+            error.message().c_str());
+    return Claim::First;
 }
 
-void SingleInstance::receive(QLocalSocket& socket)
+void SingleInstance::close()
 {
-    if (socket.bytesAvailable() > MaxMessageSize) {
-        socket.abort();
-        return;
-    }
-    QDataStream stream(&socket);
-    stream.startTransaction();
-    QStringList paths;
-    stream >> paths;
-    if (!stream.commitTransaction())
-        return; // the rest of the message has not arrived yet
-    socket.write(&Taken, 1);
-    socket.flush();
-    emit startedAgain(paths);
+    m_server.reset();
 }
 
-// The first program may have no socket yet or no longer, so this tries until the time is up.
-bool SingleInstance::handOver(const QStringList& paths, std::chrono::milliseconds timeout)
+InstanceMessage SingleInstance::answer(const InstanceMessage& request)
 {
-    const QDeadlineTimer deadline(timeout);
-    const auto timeLeft = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
-    while (!deadline.hasExpired()) {
-        QLocalSocket socket;
-        socket.connectToServer(m_socketPath);
-        if (!socket.waitForConnected(timeLeft())) {
-            QThread::msleep(20);
-            continue;
-        }
-        socket.write(encode(paths));
-        char answer = 0;
-        if (socket.waitForReadyRead(timeLeft()) && socket.read(&answer, 1) == 1 && answer == Taken)
-            return true;
-    }
-    return false;
+    if (request.kind != InstanceMessage::Kind::Open)
+        return InstanceMessage::refused("The running Kestrel does not know this request.");
+    const auto paths = request.paths();
+    if (!paths)
+        return InstanceMessage::refused("A path is not absolute or not in UTF-8.");
+    emit startedAgain(*paths);
+    return { InstanceMessage::Kind::Done, {} };
 }
 
 } // namespace kestrel

@@ -1,43 +1,53 @@
 #pragma once
 
-#include <QLockFile>
+#include "archive/FileLock.h"
+
 #include <QObject>
 #include <QStringList>
 
-#include <chrono>
-
-class QLocalServer;
-class QLocalSocket;
+#include <memory>
+#include <optional>
 
 namespace kestrel {
 
-// Allows one running program for each user. The first start claims the place; a later start hands
-// its files to the first and ends. Their socket is in a folder that only the user can enter.
+class InstanceServer;
+struct InstanceMessage;
+
+// Allows one running program for each user. The first start claims the place by a lock. A later one
+// hands its files to the first through a socket (see SecondStart). Lock and socket are in a folder
+// that only the user can enter.
 class SingleInstance final : public QObject {
     Q_OBJECT
 
 public:
-    // Creates `directory` if it is missing.
+    enum class Claim { First, Taken, Failed };
+
+    // An empty `directory` makes each claim fail.
     explicit SingleInstance(const QString& directory);
     ~SingleInstance() override;
 
-    // True when this program is the first. From then on startedAgain() tells of later starts.
-    [[nodiscard]] bool claim();
+    // First: this program has the place until it ends, and startedAgain() tells of later starts.
+    // Taken: another program has it. Failed: nobody can know, see problem().
+    [[nodiscard]] Claim claim();
+    [[nodiscard]] const QString& problem() const { return m_problem; } // without a full stop
 
-    // Sends the paths to the first program. False when it does not take them in time.
-    [[nodiscard]] bool handOver(const QStringList& paths, std::chrono::milliseconds timeout);
+    // Answers no further start. Those wait for the end of this program and take its place.
+    void close();
+
+    [[nodiscard]] QString socketPath() const;
 
 signals:
-    // The user has started the program again, with these files (absolute paths) or with none.
+    // The user has started the program again, with these files (absolute paths) or with none. The
+    // files are handled when the receivers return.
     void startedAgain(const QStringList& paths);
 
 private:
-    void greet();
-    void receive(QLocalSocket& socket);
+    [[nodiscard]] InstanceMessage answer(const InstanceMessage& request);
 
-    QString m_socketPath;
-    QLockFile m_lock;
-    QLocalServer* m_server = nullptr;
+    QString m_directory;
+    QString m_problem;
+    std::optional<FileLock> m_lock;
+    std::unique_ptr<InstanceServer> m_server;
 };
 
 } // namespace kestrel

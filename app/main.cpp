@@ -2,25 +2,28 @@
 #include "app/CommandLine.h"
 #include "app/FileOpenEvents.h"
 #include "app/QtMainLoop.h"
+#include "app/SecondStart.h"
 #include "app/SingleInstance.h"
+#include "app/StartBox.h"
 #include "app/TerminationSignals.h"
 #include "link/Clock.h"
 #include "platform/Platform.h"
+#include "platform/SessionFolder.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QSessionManager>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 #include <thread>
 
 namespace {
 
-constexpr std::chrono::milliseconds HandOverTimeout { 5000 };
 constexpr std::chrono::milliseconds ClosingTimeout { 3000 };
 constexpr int ExitCodeOfWrongUsage = 2;
 
@@ -65,7 +68,8 @@ void endAtTheLatest(int exitCode)
     }).detach();
 }
 
-int run(kestrel::SingleInstance& instance, const QStringList& files)
+int run(kestrel::SingleInstance& instance, kestrel::FileOpenEvents& fileOpenEvents,
+    const QStringList& files)
 {
     using namespace kestrel;
 
@@ -75,7 +79,7 @@ int run(kestrel::SingleInstance& instance, const QStringList& files)
     Platform platform = makePlatform(mainLoop);
     AppDelegate delegate(platform, mainLoop, clock);
 
-    const FileOpenEvents fileOpenEvents(
+    fileOpenEvents.setHandler(
         [&delegate](const QStringList& paths) { delegate.applicationOpenFiles(paths); });
     QObject::connect(
         &instance, &SingleInstance::startedAgain, &delegate, [&delegate](const QStringList& paths) {
@@ -95,10 +99,47 @@ int run(kestrel::SingleInstance& instance, const QStringList& files)
     if (!files.isEmpty())
         delegate.applicationOpenFiles(files);
     const int exitCode = QCoreApplication::exec();
+    instance.close(); // a start from now on waits for the end of this program
+    fileOpenEvents.setHandler({});
     delegate.applicationWillTerminate();
     running = {};
     endAtTheLatest(exitCode);
     return exitCode;
+}
+
+kestrel::SecondStart::Outcome handOver(
+    kestrel::SecondStart& start, kestrel::FileOpenEvents& fileOpenEvents)
+{
+    fileOpenEvents.setHandler([&start](const QStringList& paths) { start.add(paths); });
+    kestrel::afterFilesOfLaunch([&start] { start.begin(); });
+    const kestrel::StartBox box(start);
+    return start.wait();
+}
+
+int startAgain(kestrel::SingleInstance& instance, kestrel::FileOpenEvents& fileOpenEvents,
+    const QStringList& files)
+{
+    using Outcome = kestrel::SecondStart::Outcome;
+    kestrel::SecondStart start(instance, files);
+    switch (handOver(start, fileOpenEvents)) {
+    case Outcome::HandedOver:
+        return EXIT_SUCCESS;
+    case Outcome::Claimed:
+        return run(instance, fileOpenEvents, start.files());
+    case Outcome::Refused:
+    case Outcome::Failed:
+        kestrel::StartBox::showProblem(start.problem());
+        return EXIT_FAILURE;
+    case Outcome::GivenUp:
+        return EXIT_FAILURE;
+    }
+    return EXIT_FAILURE;
+}
+
+QString folderOfInstance()
+{
+    const std::string session = kestrel::sessionFolder();
+    return session.empty() ? QString() : QFile::decodeName(session.c_str()) + "/kestrel";
 }
 
 } // namespace
@@ -119,13 +160,17 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName(QStringLiteral("com.holvik.kestrel"));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    kestrel::SingleInstance instance(
-        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)
-        + QStringLiteral("/kestrel"));
-    if (instance.claim())
-        return run(instance, commandLine.files());
-    if (instance.handOver(commandLine.files(), HandOverTimeout))
-        return EXIT_SUCCESS;
-    std::fputs("kestrel: another Kestrel is running, and it does not answer\n", stderr);
+    using Claim = kestrel::SingleInstance::Claim;
+    kestrel::SingleInstance instance(folderOfInstance());
+    kestrel::FileOpenEvents fileOpenEvents;
+    switch (instance.claim()) {
+    case Claim::First:
+        return run(instance, fileOpenEvents, commandLine.files());
+    case Claim::Taken:
+        return startAgain(instance, fileOpenEvents, commandLine.files());
+    case Claim::Failed:
+        kestrel::StartBox::showProblem(instance.problem());
+        return EXIT_FAILURE;
+    }
     return EXIT_FAILURE;
 }

@@ -43,6 +43,19 @@ TEST_F(FileOpenEventsTest, files_opened_later_come_in_a_call_of_their_own)
     EXPECT_EQ(calls, (QList<QStringList> { { "/first.ZKCF" }, { "/second.ZKCF" } }));
 }
 
+TEST_F(FileOpenEventsTest, files_without_a_handler_wait_for_the_next_one)
+{
+    events.setHandler({});
+    open("/a.ZKCF");
+    turn();
+    EXPECT_EQ(calls, QList<QStringList>());
+    QList<QStringList> later;
+    events.setHandler([&later](const QStringList& paths) { later.append(paths); });
+    turn();
+    EXPECT_EQ(calls, QList<QStringList>());
+    EXPECT_EQ(later, QList<QStringList> { { "/a.ZKCF" } });
+}
+
 TEST_F(FileOpenEventsTest, what_is_no_file_and_what_is_for_another_object_is_left_out)
 {
     QObject other;

@@ -1,6 +1,10 @@
 #include "app/SingleInstance.h"
 
+#include "app/InstanceServer.h"
+#include "app/SecondStart.h"
+
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocalSocket>
@@ -11,32 +15,31 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <future>
 
 namespace kestrel::test {
 namespace {
 
-using std::chrono::milliseconds;
+using Claim = SingleInstance::Claim;
+using Outcome = SecondStart::Outcome;
 
 // A temporary folder and a program that has claimed it.
 class InstanceFolder {
 public:
     InstanceFolder()
     {
-        EXPECT_TRUE(first.claim());
+        EXPECT_EQ(first.claim(), Claim::First);
         QObject::connect(&first, &SingleInstance::startedAgain, &first,
             [this](const QStringList& paths) { starts.append(paths); });
     }
 
-    // Hands the paths over from another thread, like another process, while this event loop runs.
     bool handOver(const QStringList& paths) const
     {
-        auto done = std::async(std::launch::async,
-            [this, paths] { return SingleInstance(path).handOver(paths, milliseconds(10000)); });
-        while (done.wait_for(milliseconds(0)) != std::future_status::ready)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        return done.get();
+        SingleInstance second(path);
+        SecondStart start(second, paths);
+        start.begin();
+        return start.wait() == Outcome::HandedOver;
     }
+    [[nodiscard]] QString socket() const { return first.socketPath(); }
 
     QTemporaryDir folder;
     QString path = folder.filePath(QStringLiteral("kestrel"));
@@ -48,7 +51,7 @@ TEST(SingleInstance, only_the_first_start_claims_the_place)
 {
     const InstanceFolder bench;
     SingleInstance second(bench.path);
-    EXPECT_FALSE(second.claim());
+    EXPECT_EQ(second.claim(), Claim::Taken);
 }
 
 TEST(SingleInstance, a_later_start_hands_over_its_files)
@@ -84,7 +87,7 @@ TEST(SingleInstance, what_a_crash_has_left_behind_is_no_obstacle)
     const pid_t child = ::fork();
     if (child == 0) {
         SingleInstance crashing(path);
-        const bool claimed = crashing.claim();
+        const bool claimed = crashing.claim() == Claim::First;
         ::kill(::getpid(), claimed ? SIGKILL : SIGTERM);
     }
     int status = 0;
@@ -92,14 +95,81 @@ TEST(SingleInstance, what_a_crash_has_left_behind_is_no_obstacle)
     ASSERT_EQ(WTERMSIG(status), SIGKILL);
     ASSERT_TRUE(QFileInfo::exists(path + QStringLiteral("/kestrel.socket")));
     SingleInstance next(path);
-    EXPECT_TRUE(next.claim());
+    EXPECT_EQ(next.claim(), Claim::First);
 }
 
-TEST(SingleInstance, nobody_to_hand_over_to_is_told_in_time)
+TEST(SingleInstance, a_start_with_nobody_to_hand_over_to_has_the_place)
 {
     const QTemporaryDir folder;
-    EXPECT_FALSE(
-        SingleInstance(folder.filePath(QStringLiteral("kestrel"))).handOver({}, milliseconds(100)));
+    SingleInstance only(folder.filePath(QStringLiteral("kestrel")));
+    SecondStart start(only, { QStringLiteral("/a") });
+    start.begin();
+    EXPECT_EQ(start.wait(), Outcome::Claimed);
+    EXPECT_EQ(start.files(), QStringList { QStringLiteral("/a") });
+}
+
+TEST(SingleInstance, an_empty_lock_file_is_no_running_program)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("kestrel"));
+    ASSERT_TRUE(QDir().mkpath(path));
+    ASSERT_TRUE(QFile(path + QStringLiteral("/kestrel.lock")).open(QIODevice::WriteOnly));
+    EXPECT_EQ(SingleInstance(path).claim(), Claim::First);
+}
+
+TEST(SingleInstance, the_reason_of_a_failure_is_named)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("kestrel"));
+    const QString lock = path + QStringLiteral("/kestrel.lock");
+    ASSERT_TRUE(QDir().mkpath(lock));
+    SingleInstance instance(path);
+    EXPECT_EQ(instance.claim(), Claim::Failed);
+    EXPECT_EQ(instance.problem(), lock + QStringLiteral(": Is a directory"));
+    ASSERT_TRUE(QDir().rmdir(lock));
+    EXPECT_EQ(instance.claim(), Claim::First);
+}
+
+TEST(SingleInstance, a_closed_one_keeps_the_place_and_ends_its_connections)
+{
+    InstanceFolder bench;
+    QLocalSocket waiting;
+    waiting.connectToServer(bench.socket());
+    ASSERT_TRUE(waiting.waitForConnected(1000));
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    bench.first.close();
+    EXPECT_TRUE(waiting.waitForDisconnected(1000));
+    EXPECT_FALSE(QFileInfo::exists(bench.socket()));
+    EXPECT_EQ(SingleInstance(bench.path).claim(), Claim::Taken);
+}
+
+TEST(InstanceServer, a_place_that_cannot_be_listened_at_is_named)
+{
+    const QTemporaryDir folder;
+    InstanceServer server([](const InstanceMessage&) { return InstanceMessage(); });
+    EXPECT_EQ(server.listen(folder.filePath(QString(200, 'x'))), std::errc::filename_too_long);
+    EXPECT_EQ(
+        server.listen(folder.filePath("missing/socket")), std::errc::no_such_file_or_directory);
+    EXPECT_TRUE(server.listen(folder.path())) << "a folder is not replaced";
+    EXPECT_TRUE(QFileInfo(folder.path()).isDir());
+}
+
+TEST(InstanceServer, more_than_enough_connections_drop_the_oldest)
+{
+    const InstanceFolder bench;
+    std::vector<std::unique_ptr<QLocalSocket>> sockets;
+    for (int i = 0; i < InstanceServer::MaxConnections + 1; ++i) {
+        sockets.push_back(std::make_unique<QLocalSocket>());
+        sockets.back()->connectToServer(bench.socket());
+        ASSERT_TRUE(sockets.back()->waitForConnected(1000));
+        QCoreApplication::processEvents();
+    }
+    for (int i = 0; i < 50; ++i)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(sockets[0]->state(), QLocalSocket::UnconnectedState);
+    EXPECT_EQ(sockets[1]->state(), QLocalSocket::ConnectedState);
+    EXPECT_TRUE(bench.handOver({}));
 }
 
 TEST(SingleInstance, noise_on_the_socket_starts_nothing)

@@ -1,5 +1,5 @@
-#include "assign/UserAssignFile.h"
 #include "tests/end-to-end/RunningStudio.h"
+#include "tests/end-to-end/SetFile.h"
 #include "tools/stage/KeysDown.h"
 #include "tools/stage/Patience.h"
 #include "tools/stage/Screen.h"
@@ -22,7 +22,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr milliseconds DialogTimeout { 10000 };
-constexpr int KeyB = 11; // its key code
 
 bool becomesTrue(const std::function<bool()>& holds, milliseconds timeout = DialogTimeout)
 {
@@ -100,20 +99,9 @@ protected:
         });
     }
 
-    // Writes a set whose key 1 types B.
     [[nodiscard]] std::string writeSet(const std::string& name) const
     {
-        UserAssignFile set;
-        set.initShortcutArray();
-        ArchiveArray& entry = *set.getSwitchShortcut(1);
-        entry.replace(ShortcutRecord::KeyCode, ArchiveValue(KeyB));
-        entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("B")));
-        const auto image = set.fileImage();
-        const auto path = studio->studio.home() / name;
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(image.data()),
-                static_cast<std::streamsize>(image.size()));
-        return path.string();
+        return writeSetThatTypesB(studio->studio.home() / name);
     }
 
     std::unique_ptr<RunningStudio> studio;
