@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/ArgumentText.h"
 #include "app/CommandLine.h"
 #include "app/FileOpenEvents.h"
 #include "app/QtMainLoop.h"
@@ -9,6 +10,7 @@
 #include "link/Clock.h"
 #include "platform/Platform.h"
 #include "platform/SessionFolder.h"
+#include "platform/Utf8Path.h"
 
 #include <QApplication>
 #include <QFile>
@@ -46,7 +48,7 @@ kestrel::CommandLine commandLineOf(int count, char* arguments[])
 {
     QStringList decoded;
     for (int i = 0; i < count; ++i)
-        decoded.append(QString::fromLocal8Bit(arguments[i]));
+        decoded.append(kestrel::textOfArgument(arguments[i], kestrel::utf8PathTo));
     return kestrel::CommandLine(decoded);
 }
 

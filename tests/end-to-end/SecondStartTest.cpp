@@ -106,11 +106,33 @@ TEST_F(SecondStart, passes_its_first_file_also_with_more_arguments_than_a_messag
     EXPECT_TRUE(isLiveIn(*first));
 }
 
+TEST_F(SecondStart, passes_a_file_whose_name_is_not_in_UTF_8)
+{
+    const auto first = startFirst();
+    EXPECT_EQ(start({ writeSet("\xE4 \xFF.ZKCF") })->wait(Timeout), 0);
+    EXPECT_TRUE(isLiveIn(*first));
+}
+
 TEST_F(SecondStart, passes_a_relative_path_and_one_with_a_line_feed)
 {
     const auto first = startFirst();
     static_cast<void>(writeSet("a\nb.ZKCF"));
     EXPECT_EQ(start({ "a\nb.ZKCF" }, "cd " + settings.home().string())->wait(Timeout), 0);
+    EXPECT_TRUE(isLiveIn(*first));
+}
+
+TEST_F(SecondStart, passes_the_file_of_a_URL)
+{
+    const auto first = startFirst();
+    static_cast<void>(writeSet("a b.ZKCF"));
+    EXPECT_EQ(start({ "file://" + settings.home().string() + "/a%20b.ZKCF" })->wait(Timeout), 0);
+    EXPECT_TRUE(isLiveIn(*first));
+}
+
+TEST_F(SecondStart, is_not_needed_for_a_file_whose_name_is_not_in_UTF_8)
+{
+    const auto first = start({ writeSet("\xE4.ZKCF") });
+    EXPECT_TRUE(isAnswering());
     EXPECT_TRUE(isLiveIn(*first));
 }
 
