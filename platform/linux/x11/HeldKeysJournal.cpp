@@ -4,10 +4,10 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -51,12 +51,29 @@ int openOwn(const std::string& path)
         ::close(descriptor);
     return -1;
 }
-} // namespace
 
-struct HeldKeysJournal::Content {
-    std::array<std::uint8_t, Mark.size()> mark;
-    std::array<std::uint8_t, 32> bits;
-};
+constexpr ssize_t FileSize = 40;
+using Content = std::array<std::uint8_t, FileSize>;
+
+XKeySet keysIn(const Content& content)
+{
+    XKeySet keys;
+    for (std::size_t key = 0; key < keys.size(); ++key)
+        keys.set(key, (content[Mark.size() + key / 8] >> (key % 8) & 1) != 0);
+    return keys;
+}
+
+Content contentFor(const XKeySet& keys)
+{
+    Content content {};
+    std::copy(Mark.begin(), Mark.end(), content.begin());
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        if (keys.test(key))
+            content[Mark.size() + key / 8] |= static_cast<std::uint8_t>(1 << (key % 8));
+    }
+    return content;
+}
+} // namespace
 
 std::string HeldKeysJournal::pathFor(std::string_view display)
 {
@@ -66,66 +83,72 @@ std::string HeldKeysJournal::pathFor(std::string_view display)
 
 HeldKeysJournal::HeldKeysJournal(const std::string& path)
 {
-    static_assert(sizeof(Content) == FileSize);
     if (path.empty())
         return;
     m_descriptor = openOwn(path);
+    if (m_descriptor < 0)
+        return;
+    Content content {};
     struct stat status { };
-    if (m_descriptor < 0 || ::fstat(m_descriptor, &status) != 0)
-        return;
-    // Allocates the file's blocks now: on a full disk, a store into a hole of the mapped file would
-    // raise a fatal signal.
-    const bool foreign = status.st_size != static_cast<off_t>(FileSize);
-    if ((foreign && ::ftruncate(m_descriptor, 0) != 0)
-        || ::posix_fallocate(m_descriptor, 0, FileSize) != 0)
-        return;
-    void* memory = ::mmap(nullptr, FileSize, PROT_READ | PROT_WRITE, MAP_SHARED, m_descriptor, 0);
-    if (memory == MAP_FAILED)
-        return;
-    m_content = static_cast<Content*>(memory);
-    if (m_content->mark != Mark)
-        *m_content = { Mark, {} };
+    const bool isJournal = ::fstat(m_descriptor, &status) == 0 && status.st_size == FileSize
+        && ::pread(m_descriptor, content.data(), content.size(), 0) == FileSize
+        && std::equal(Mark.begin(), Mark.end(), content.begin());
+    if (isJournal)
+        m_keys = keysIn(content);
+    // Allocates the file's blocks now, so that a disk that fills up later does not matter.
+    if ((!isJournal && ::ftruncate(m_descriptor, 0) != 0)
+        || ::posix_fallocate(m_descriptor, 0, FileSize) != 0 || !write())
+        close();
 }
 
 HeldKeysJournal::~HeldKeysJournal()
 {
-    if (m_content)
-        ::munmap(m_content, FileSize);
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
+    close();
 }
 
 HeldKeysJournal::HeldKeysJournal(HeldKeysJournal&& other) noexcept
     : m_descriptor(std::exchange(other.m_descriptor, -1))
-    , m_content(std::exchange(other.m_content, nullptr))
+    , m_keys(std::exchange(other.m_keys, {}))
 {
 }
 
 HeldKeysJournal& HeldKeysJournal::operator=(HeldKeysJournal&& other) noexcept
 {
     std::swap(m_descriptor, other.m_descriptor);
-    std::swap(m_content, other.m_content);
+    std::swap(m_keys, other.m_keys);
     return *this;
 }
 
-XKeySet HeldKeysJournal::keys() const
+void HeldKeysJournal::enter(const XKeySet& keys)
 {
-    XKeySet keys;
-    for (std::size_t key = 0; m_content && key < keys.size(); ++key)
-        keys.set(key, (m_content->bits[key / 8] >> (key % 8) & 1) != 0);
-    return keys;
+    change(m_keys | keys);
 }
 
-void HeldKeysJournal::enter(XKeyCode key)
+void HeldKeysJournal::strike(const XKeySet& keys)
 {
-    if (m_content)
-        m_content->bits[key / 8] |= static_cast<std::uint8_t>(1 << (key % 8));
+    change(m_keys & ~keys);
 }
 
-void HeldKeysJournal::strike(XKeyCode key)
+void HeldKeysJournal::change(const XKeySet& keys)
 {
-    if (m_content)
-        m_content->bits[key / 8] &= static_cast<std::uint8_t>(~(1 << (key % 8)));
+    if (!isOpen() || keys == m_keys)
+        return;
+    m_keys = keys;
+    (void)write(); // the next change writes everything again
+}
+
+bool HeldKeysJournal::write() const
+{
+    const Content content = contentFor(m_keys);
+    return ::pwrite(m_descriptor, content.data(), content.size(), 0) == FileSize;
+}
+
+void HeldKeysJournal::close()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+    m_descriptor = -1;
+    m_keys.reset();
 }
 
 } // namespace kestrel

@@ -33,6 +33,16 @@ std::optional<XKeyCode> xKeyCode(KeyCode keyCode)
         return {};
     return static_cast<XKeyCode>(*evdev + EvdevOffset);
 }
+
+XKeySet pressedBy(const KeyPlan& plan)
+{
+    XKeySet keys;
+    for (const KeyStep& step : plan) {
+        if (step.direction == KeyEvents::Direction::Down)
+            keys.set(step.key);
+    }
+    return keys;
+}
 } // namespace
 
 XTestKeyEvents::XTestKeyEvents(std::shared_ptr<X11Session> session)
@@ -163,10 +173,7 @@ void XTestKeyEvents::letGoOfWhatWasLeftDown()
 
 void XTestKeyEvents::strikeReleased()
 {
-    for (std::size_t key = 0; key < m_released.size(); ++key) {
-        if (m_released.test(key))
-            m_journal.strike(static_cast<XKeyCode>(key));
-    }
+    m_journal.strike(m_released);
     m_released.reset();
 }
 
@@ -175,16 +182,15 @@ bool XTestKeyEvents::isReady()
     return m_connection.keepsUp() && m_canPost;
 }
 
-// A key enters the journal before the server gets its press. It is struck out once the server has
-// sent anything after its release.
+// The keys enter the journal before the server gets their presses. They are struck out once the
+// server has sent anything after their release.
 KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
 {
     if (!m_canPost)
         return Result::Unavailable;
+    m_journal.enter(pressedBy(plan));
     for (const KeyStep& step : plan) {
         const bool down = step.direction == Direction::Down;
-        if (down)
-            m_journal.enter(step.key);
         const auto request
             = xcb_test_fake_input(m_connection.xcb(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE,
                 step.key, step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -40,11 +41,11 @@ TEST_F(Journal, is_read_by_the_next_run)
 {
     {
         HeldKeysJournal journal(path);
-        journal.enter(0);
-        journal.enter(39);
-        journal.enter(133);
-        journal.enter(255);
-        journal.strike(39);
+        journal.enter(XKeySet().set(0));
+        journal.enter(XKeySet().set(39));
+        journal.enter(XKeySet().set(133));
+        journal.enter(XKeySet().set(255));
+        journal.strike(XKeySet().set(39));
     }
     EXPECT_EQ(HeldKeysJournal(path).keys(), XKeySet().set(0).set(133).set(255));
 }
@@ -52,7 +53,7 @@ TEST_F(Journal, is_read_by_the_next_run)
 TEST_F(Journal, is_a_mark_and_one_bit_a_key)
 {
     HeldKeysJournal journal(path);
-    journal.enter(9);
+    journal.enter(XKeySet().set(9));
     std::string expected = Mark + std::string(32, '\0');
     expected[9] = '\x02';
     EXPECT_EQ(content(), expected);
@@ -75,6 +76,28 @@ TEST_F(Journal, of_another_size_is_ignored_and_begun_anew)
     }
 }
 
+TEST_F(Journal, that_another_program_cuts_or_overwrites_is_whole_after_the_next_key)
+{
+    for (const std::string& foreign : { std::string(), std::string("KestKey"),
+             std::string(39, '\xff'), std::string(40, '\0'), std::string(40, '\xff') }) {
+        std::filesystem::remove(path);
+        HeldKeysJournal journal(path);
+        journal.enter(XKeySet().set(39));
+        fill(foreign); // truncates the file in place
+        EXPECT_EQ(journal.keys(), XKeySet().set(39));
+        journal.enter(XKeySet().set(40));
+        journal = {};
+        EXPECT_EQ(HeldKeysJournal(path).keys(), XKeySet().set(39).set(40)) << foreign.size();
+    }
+}
+
+TEST_F(Journal, that_is_a_fifo_is_neither_waited_for_nor_touched)
+{
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    EXPECT_FALSE(HeldKeysJournal(path).isOpen());
+    EXPECT_TRUE(std::filesystem::is_fifo(path));
+}
+
 TEST_F(Journal, with_another_mark_is_ignored_and_begun_anew)
 {
     fill("KestKey2" + std::string(32, '\xff'));
@@ -85,10 +108,10 @@ TEST_F(Journal, with_another_mark_is_ignored_and_begun_anew)
 TEST_F(Journal, that_a_living_run_has_is_left_to_it)
 {
     HeldKeysJournal first(path);
-    first.enter(39);
+    first.enter(XKeySet().set(39));
     HeldKeysJournal second(path);
     EXPECT_FALSE(second.isOpen());
-    second.enter(40);
+    second.enter(XKeySet().set(40));
     EXPECT_TRUE(second.keys().none());
     EXPECT_EQ(first.keys(), XKeySet().set(39));
 }
