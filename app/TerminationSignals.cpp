@@ -1,41 +1,37 @@
 #include "app/TerminationSignals.h"
 
+#include "app/EndDeadline.h"
+
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <csignal>
+#include <cstdlib>
 #include <system_error>
 #include <utility>
 
 namespace kestrel {
 
 namespace {
-constexpr std::array Signals { SIGTERM, SIGINT, SIGHUP };
-
 std::atomic<int> signalPipe { -1 };
+std::atomic<bool> isNoted { false }; // a signal has come, and the main thread has not seen it yet
 
 // Calls only functions that are safe in a signal handler.
 void noteSignal(int)
 {
     const int savedErrno = errno;
+    if (!isNoted.exchange(true)) // else somebody who repeats the signal would move the deadline
+        EndDeadline::set(TerminationSignals::PatienceSeconds, EXIT_FAILURE);
     const char byte = 0;
     // If the pipe is full, an earlier byte in it already says the same.
     [[maybe_unused]] const auto written = ::write(signalPipe, &byte, 1);
     errno = savedErrno;
 }
 
-void setHandler(void (*handler)(int))
-{
-    struct sigaction action { };
-    action.sa_handler = handler;
-    action.sa_flags = SA_RESTART;
-    sigemptyset(&action.sa_mask);
-    for (const int number : Signals)
-        ::sigaction(number, &action, nullptr);
-}
+// Children that the program starts get the default back, which they would not with SIG_IGN.
+void passOver(int) { }
 
 void makeNonBlocking(int descriptor)
 {
@@ -44,7 +40,8 @@ void makeNonBlocking(int descriptor)
 }
 } // namespace
 
-TerminationSignals::TerminationSignals(MainLoop& mainLoop, std::function<void()> terminate)
+TerminationSignals::TerminationSignals(
+    MainLoop& mainLoop, std::span<const int> numbers, std::function<void()> terminate)
     : m_terminate(std::move(terminate))
 {
     int ends[2];
@@ -56,22 +53,41 @@ TerminationSignals::TerminationSignals(MainLoop& mainLoop, std::function<void()>
     makeNonBlocking(m_writeEnd);
     m_watch = mainLoop.watch(m_readEnd, [this] { readPending(); });
     signalPipe = m_writeEnd;
-    setHandler(noteSignal);
+    for (const int number : numbers)
+        handle(number, noteSignal);
+    for (const int number : { SIGPIPE, SIGXFSZ })
+        handle(number, passOver);
 }
 
 TerminationSignals::~TerminationSignals()
 {
-    setHandler(SIG_DFL);
+    for (const auto& [number, previous] : m_previous) {
+        struct sigaction now { };
+        ::sigaction(number, nullptr, &now);
+        if (now.sa_handler == noteSignal || now.sa_handler == passOver) // else a deadline's
+            ::sigaction(number, &previous, nullptr);
+    }
     signalPipe = -1;
     m_watch.reset();
     ::close(m_readEnd);
     ::close(m_writeEnd);
 }
 
+void TerminationSignals::handle(int number, void (*handler)(int))
+{
+    struct sigaction action { };
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    ::sigaction(number, &action, &m_previous[number]);
+}
+
 void TerminationSignals::readPending()
 {
     std::array<char, 16> bytes;
     while (::read(m_readEnd, bytes.data(), bytes.size()) > 0) { }
+    EndDeadline::cancel();
+    isNoted = false;
     m_terminate();
 }
 

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 #include "app/ArgumentText.h"
 #include "app/CommandLine.h"
+#include "app/EndDeadline.h"
 #include "app/FileOpenEvents.h"
 #include "app/QtMainLoop.h"
 #include "app/SecondStart.h"
@@ -17,16 +18,16 @@
 #include <QSessionManager>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <string>
 #include <string_view>
-#include <thread>
 
 namespace {
 
-constexpr std::chrono::milliseconds ClosingTimeout { 3000 };
+constexpr unsigned OrderlyEndSeconds = 10; // to take the link down and to store the assignments
+constexpr unsigned ClosingSeconds = 3; // to close the windows, after that
 constexpr int ExitCodeOfWrongUsage = 2;
 
 // The objects that need an orderly end when Qt calls exit(), which it does when it loses its
@@ -60,31 +61,33 @@ int countForQt(int count, char* arguments[])
     return static_cast<int>(std::find_if(arguments, arguments + count, isEnd) - arguments);
 }
 
-// Ends the process after ClosingTimeout. Qt waits without limit for an X server that has stopped,
-// even when it closes its windows. The assignments are stored before this is called.
-void endAtTheLatest(int exitCode)
-{
-    std::thread([exitCode] {
-        std::this_thread::sleep_for(ClosingTimeout);
-        std::_Exit(exitCode);
-    }).detach();
-}
+// What main() makes before the program knows whether it is the only one.
+struct Start {
+    kestrel::QtMainLoop& mainLoop;
+    std::function<void()>& terminate; // what an ending signal calls
+    kestrel::SingleInstance& instance;
+    kestrel::FileOpenEvents& fileOpenEvents;
+};
 
-int run(kestrel::SingleInstance& instance, kestrel::FileOpenEvents& fileOpenEvents,
-    const QStringList& files)
+int run(const Start& start, const QStringList& files)
 {
     using namespace kestrel;
 
-    QtMainLoop mainLoop;
-    const TerminationSignals terminationSignals(mainLoop, [] { QCoreApplication::quit(); });
     const SteadyClock clock;
-    Platform platform = makePlatform(mainLoop);
-    AppDelegate delegate(platform, mainLoop, clock);
+    Platform platform = makePlatform(start.mainLoop);
+    AppDelegate delegate(platform, start.mainLoop, clock);
+    // Closing the windows comes last, because it may hang with the X server.
+    start.terminate = [&delegate] {
+        EndDeadline::set(OrderlyEndSeconds, EXIT_FAILURE);
+        delegate.applicationWillTerminate();
+        EndDeadline::set(ClosingSeconds, EXIT_SUCCESS);
+        QCoreApplication::quit();
+    };
 
-    fileOpenEvents.setHandler(
+    start.fileOpenEvents.setHandler(
         [&delegate](const QStringList& paths) { delegate.applicationOpenFiles(paths); });
-    QObject::connect(
-        &instance, &SingleInstance::startedAgain, &delegate, [&delegate](const QStringList& paths) {
+    QObject::connect(&start.instance, &SingleInstance::startedAgain, &delegate,
+        [&delegate](const QStringList& paths) {
             if (paths.isEmpty())
                 delegate.userAssign();
             else
@@ -101,36 +104,37 @@ int run(kestrel::SingleInstance& instance, kestrel::FileOpenEvents& fileOpenEven
     if (!files.isEmpty())
         delegate.applicationOpenFiles(files);
     const int exitCode = QCoreApplication::exec();
-    instance.close(); // a start from now on waits for the end of this program
-    fileOpenEvents.setHandler({});
+    start.terminate = [] {};
+    start.instance.close(); // a start from now on waits for the end of this program
+    start.fileOpenEvents.setHandler({});
+    EndDeadline::set(OrderlyEndSeconds, EXIT_FAILURE);
     delegate.applicationWillTerminate();
     running = {};
-    endAtTheLatest(exitCode);
+    EndDeadline::set(ClosingSeconds, exitCode);
     return exitCode;
 }
 
 kestrel::SecondStart::Outcome handOver(
-    kestrel::SecondStart& start, kestrel::FileOpenEvents& fileOpenEvents)
+    kestrel::SecondStart& second, kestrel::FileOpenEvents& fileOpenEvents)
 {
-    fileOpenEvents.setHandler([&start](const QStringList& paths) { start.add(paths); });
-    kestrel::afterFilesOfLaunch([&start] { start.begin(); });
-    const kestrel::StartBox box(start);
-    return start.wait();
+    fileOpenEvents.setHandler([&second](const QStringList& paths) { second.add(paths); });
+    kestrel::afterFilesOfLaunch([&second] { second.begin(); });
+    const kestrel::StartBox box(second);
+    return second.wait();
 }
 
-int startAgain(kestrel::SingleInstance& instance, kestrel::FileOpenEvents& fileOpenEvents,
-    const QStringList& files)
+int startAgain(const Start& start, const QStringList& files)
 {
     using Outcome = kestrel::SecondStart::Outcome;
-    kestrel::SecondStart start(instance, files);
-    switch (handOver(start, fileOpenEvents)) {
+    kestrel::SecondStart second(start.instance, files);
+    switch (handOver(second, start.fileOpenEvents)) {
     case Outcome::HandedOver:
         return EXIT_SUCCESS;
     case Outcome::Claimed:
-        return run(instance, fileOpenEvents, start.files());
+        return run(start, second.files());
     case Outcome::Refused:
     case Outcome::Failed:
-        kestrel::StartBox::showProblem(start.problem());
+        kestrel::StartBox::showProblem(second.problem());
         return EXIT_FAILURE;
     case Outcome::GivenUp:
         return EXIT_FAILURE;
@@ -162,14 +166,21 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName(QStringLiteral("com.holvik.kestrel"));
     QApplication::setQuitOnLastWindowClosed(false);
 
+    // Before other starts can find this one, because whatever it holds must be let go of.
+    kestrel::QtMainLoop mainLoop;
+    std::function<void()> terminate = [] { QCoreApplication::quit(); };
+    const kestrel::TerminationSignals terminationSignals(
+        mainLoop, kestrel::endingSignals(), [&terminate] { terminate(); });
+
     using Claim = kestrel::SingleInstance::Claim;
     kestrel::SingleInstance instance(folderOfInstance());
     kestrel::FileOpenEvents fileOpenEvents;
+    const Start start { mainLoop, terminate, instance, fileOpenEvents };
     switch (instance.claim()) {
     case Claim::First:
-        return run(instance, fileOpenEvents, commandLine.files());
+        return run(start, commandLine.files());
     case Claim::Taken:
-        return startAgain(instance, fileOpenEvents, commandLine.files());
+        return startAgain(start, commandLine.files());
     case Claim::Failed:
         kestrel::StartBox::showProblem(instance.problem());
         return EXIT_FAILURE;

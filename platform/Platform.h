@@ -17,6 +17,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kestrel {
 
@@ -46,5 +47,9 @@ struct Platform {
 // arrived as events: at once on a system that passes them as arguments. Needs the application
 // object.
 void afterFilesOfLaunch(std::function<void()> then);
+
+// The signals that end a program on this system by default, except those that report a fault of the
+// program and those that it cannot handle.
+[[nodiscard]] std::vector<int> endingSignals();
 
 } // namespace kestrel

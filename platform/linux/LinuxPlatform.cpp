@@ -9,6 +9,7 @@
 #include "platform/linux/x11/X11KeyTranslation.h"
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <string_view>
 
@@ -55,6 +56,15 @@ std::optional<std::string> prepareSession()
 void afterFilesOfLaunch(std::function<void()> then)
 {
     then();
+}
+
+std::vector<int> endingSignals()
+{
+    std::vector<int> numbers { SIGHUP, SIGINT, SIGQUIT, SIGUSR1, SIGUSR2, SIGALRM, SIGTERM,
+        SIGSTKFLT, SIGXCPU, SIGVTALRM, SIGPROF, SIGIO, SIGPWR };
+    for (int number = SIGRTMIN; number <= SIGRTMAX; ++number)
+        numbers.push_back(number);
+    return numbers;
 }
 
 } // namespace kestrel

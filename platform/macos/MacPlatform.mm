@@ -14,6 +14,7 @@
 #include "platform/macos/StatusItemGuard.h"
 #include "platform/macos/SysctlProcessTable.h"
 
+#include <csignal>
 #include <cstdlib>
 
 namespace kestrel {
@@ -49,6 +50,12 @@ std::optional<std::string> prepareSession()
     // front.
     ::setenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1", 0);
     return {};
+}
+
+std::vector<int> endingSignals()
+{
+    return { SIGHUP, SIGINT, SIGQUIT, SIGALRM, SIGTERM, SIGXCPU, SIGVTALRM, SIGPROF, SIGUSR1,
+        SIGUSR2 };
 }
 
 } // namespace kestrel

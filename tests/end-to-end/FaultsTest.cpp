@@ -231,7 +231,7 @@ TEST_P(OrderlyEnd, with_an_open_link_takes_it_down_lets_every_key_go_and_stores_
     EXPECT_TRUE(studio.isAnswered()) << "and so does the next run";
 }
 
-INSTANTIATE_TEST_SUITE_P(BySignal, OrderlyEnd, testing::Values(SIGTERM, SIGINT, SIGHUP));
+INSTANTIATE_TEST_SUITE_P(BySignal, OrderlyEnd, testing::Values(SIGTERM, SIGINT, SIGHUP, SIGQUIT));
 
 } // namespace
 } // namespace kestrel::test
