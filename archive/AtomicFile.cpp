@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 namespace kestrel {
 
@@ -16,6 +17,7 @@ namespace {
 
 constexpr qint64 LeftoverAgeSeconds = 3600;
 constexpr qsizetype SuffixLength = 6;
+constexpr int MaxLinks = 40; // as in the Linux kernel
 
 // Some errors show only when the data goes to the disk. A file system without fsync() is no error.
 bool isOnDisk(int descriptor)
@@ -32,6 +34,19 @@ void syncFolder(const QString& path)
         return;
     (void)fsync(descriptor);
     close(descriptor);
+}
+
+// Follows the links at the end of a path. QSaveFile would not follow one to a file that does not
+// exist. Empty if the links lead in a circle.
+QString targetOf(const QString& path)
+{
+    QFileInfo file(path);
+    for (int links = 0; file.isSymLink(); ++links) {
+        if (links == MaxLinks)
+            return {};
+        file.setFile(file.symLinkTarget());
+    }
+    return file.absoluteFilePath();
 }
 
 bool isLetter(QChar c)
@@ -52,29 +67,35 @@ bool isRandomSuffix(QStringView suffix)
 
 // QSaveFile buffers small content and reports success for it even on a full disk, so each of its
 // answers is checked together with the size that was really written.
-bool AtomicFile::write(const QString& path, ByteView content)
+AtomicFile::Result AtomicFile::write(const QString& path, ByteView content)
 {
-    removeLeftovers(path);
-    QSaveFile file(path);
+    const QString target = targetOf(path);
+    if (target.isEmpty())
+        return { QString::fromLocal8Bit(std::strerror(ELOOP)) };
+    removeLeftovers(target);
+    QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
-        return false;
+        return { file.errorString() };
     const auto size = static_cast<qint64>(content.size());
     const bool isWritten = file.write(reinterpret_cast<const char*>(content.data()), size) == size
         && file.flush() && file.size() == size && isOnDisk(file.handle());
-    if (!isWritten)
+    if (!isWritten) {
+        QString problem = file.errorString();
+        if (problem == QIODevice::tr("Unknown error")) // after a write that was cut short
+            problem = QStringLiteral("No space is left");
         file.cancelWriting();
+        file.commit();
+        return { problem };
+    }
     if (!file.commit())
-        return false;
-    syncFolder(path);
-    return true;
+        return { file.errorString() };
+    syncFolder(target);
+    return {};
 }
 
 void AtomicFile::removeLeftovers(const QString& path)
 {
-    // QSaveFile follows a link, so a killed save leaves its temporary file beside the link's
-    // target.
-    const QFileInfo given(path);
-    const QFileInfo target(given.isSymLink() ? given.canonicalFilePath() : path);
+    const QFileInfo target(targetOf(path)); // killed saves left their temporary files beside it
     const QString prefix = target.fileName() + u'.';
     const QDateTime newest = QDateTime::currentDateTime().addSecs(-LeftoverAgeSeconds);
     const auto files

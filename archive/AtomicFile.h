@@ -8,9 +8,15 @@
 // file has either its old or its new content.
 namespace kestrel::AtomicFile {
 
-// False when not all of the content reached the disk; then the old file is unchanged and no other
-// file is left behind.
-[[nodiscard]] bool write(const QString& path, ByteView content);
+struct Result {
+    QString problem; // the system's words for it; empty after success
+
+    explicit operator bool() const { return problem.isEmpty(); }
+};
+
+// Fails when not all of the content reached the disk; then the old file is unchanged and no other
+// file is left behind. A link stays one, and the file to which it leads need not exist yet.
+[[nodiscard]] Result write(const QString& path, ByteView content);
 
 // Removes the temporary files that killed saves of this file left behind. They belong to this user,
 // are older than an hour, and are named like the file with six random letters added. Endings that a

@@ -24,6 +24,10 @@ public:
     // Writes the values that were set; other keys keep what is on disk now, even if another process
     // has changed them. False when that failed; the content on disk is then unchanged.
     [[nodiscard]] virtual bool synchronise() = 0;
+
+    // Why the last synchronise(), or before the first one the reading, has failed, in a few words;
+    // empty if it has not.
+    [[nodiscard]] virtual std::string problem() const = 0;
 };
 
 } // namespace kestrel

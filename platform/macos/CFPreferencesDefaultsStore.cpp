@@ -45,7 +45,14 @@ void CFPreferencesDefaultsStore::keepAsideForeign(std::string_view key)
 
 bool CFPreferencesDefaultsStore::synchronise()
 {
-    return CFPreferencesAppSynchronize(m_applicationID.get());
+    m_isFailing = !CFPreferencesAppSynchronize(m_applicationID.get());
+    return !m_isFailing;
+}
+
+// CFPreferences gives no reason.
+std::string CFPreferencesDefaultsStore::problem() const
+{
+    return m_isFailing ? "The system does not take them" : "";
 }
 
 } // namespace kestrel

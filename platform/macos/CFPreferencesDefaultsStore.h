@@ -16,11 +16,13 @@ public:
     std::optional<Bytes> data(std::string_view key) override;
     void setData(std::string_view key, std::span<const std::uint8_t> value) override;
     bool synchronise() override;
+    std::string problem() const override;
 
 private:
     void keepAsideForeign(std::string_view key);
 
     CFHolder<CFStringRef> m_applicationID;
+    bool m_isFailing = false;
 };
 
 } // namespace kestrel

@@ -142,6 +142,44 @@ TEST_F(AtomicFileTest, a_link_stays_one_and_its_file_is_replaced)
     EXPECT_FALSE(QFile::exists(path("real/set.ZKCF.aBcDeF")));
 }
 
+TEST_F(AtomicFileTest, a_link_to_a_file_that_does_not_exist_yet_is_stored_through)
+{
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("real"));
+    ASSERT_TRUE(QFile::link(path("real/second"), path("first")));
+    ASSERT_TRUE(QFile::link(path("first"), path()));
+    EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
+    EXPECT_TRUE(QFileInfo(path()).isSymLink());
+    EXPECT_TRUE(QFileInfo(path("first")).isSymLink());
+    EXPECT_FALSE(QFileInfo(path("real/second")).isSymLink());
+    EXPECT_EQ(content(), "new");
+}
+
+TEST_F(AtomicFileTest, a_dangling_link_costs_no_file_of_the_working_folder)
+{
+    ASSERT_TRUE(QFile::link(path("missing"), path("link")));
+    leave(".aBcDeF", 7200);
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(m_folder.path()));
+    AtomicFile::removeLeftovers(path("link"));
+    EXPECT_TRUE(QDir::setCurrent(before));
+    EXPECT_TRUE(QFile::exists(path(".aBcDeF")));
+}
+
+TEST_F(AtomicFileTest, a_failure_says_why)
+{
+    const auto problemOf = [this](const QString& name) {
+        return AtomicFile::write(path(name), viewOf(QByteArray(5000, 'x'))).problem.toStdString();
+    };
+    EXPECT_EQ(problemOf("set.ZKCF"), "");
+    EXPECT_EQ(problemOf("none/set.ZKCF"), "No such file or directory");
+    ASSERT_TRUE(QFile::link(path("circle"), path("circle")));
+    EXPECT_EQ(problemOf("circle"), "Too many levels of symbolic links");
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("folder"));
+    EXPECT_EQ(problemOf("folder"), "Filename refers to a directory");
+    const FullDisk disk(4096);
+    EXPECT_EQ(problemOf("set.ZKCF"), "No space is left");
+}
+
 TEST_F(AtomicFileTest, leaves_alone_whatever_else_lies_there)
 {
     const QStringList others { "other.ZKCF.aBcDeF", "set.ZKCF.Backup", "set.ZKCF.ORIGIN",

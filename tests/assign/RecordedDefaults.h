@@ -29,6 +29,8 @@ public:
         return true;
     }
 
+    std::string problem() const override { return isFailing ? "No space" : ""; }
+
     Content content;
     std::vector<Content> onDisk;
     bool isFailing = false;

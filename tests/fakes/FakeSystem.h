@@ -166,6 +166,8 @@ public:
         return true;
     }
 
+    [[nodiscard]] std::string problem() const override { return failing ? "No space" : ""; }
+
     std::map<std::string, Bytes> current;
     std::map<std::string, Bytes> stored;
     int synchronised = 0;

@@ -10,7 +10,9 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace kestrel {
 
@@ -19,6 +21,8 @@ namespace {
 // The file has a handful of values of ours. libplist takes seconds to write a list of ten times as
 // many objects.
 constexpr std::size_t MaxObjects = 50'000;
+
+constexpr const char* Unreadable = "The file of the defaults cannot be read";
 
 PropertyList emptyDictionary()
 {
@@ -50,6 +54,8 @@ FileDefaultsStore::FileDefaultsStore(QString path, std::chrono::milliseconds loc
     , m_content(emptyDictionary())
 {
     m_wasUnreadable = read() == Health::Unreadable;
+    if (m_wasUnreadable)
+        m_problem = Unreadable;
 }
 
 QString FileDefaultsStore::standardPath()
@@ -62,7 +68,7 @@ std::optional<DefaultsStore::Bytes> FileDefaultsStore::data(std::string_view key
 {
     if (const auto change = m_changes.find(key); change != m_changes.end())
         return change->second;
-    return dataOf(m_content.root(), key);
+    return m_known[std::string(key)] = dataOf(m_content.root(), key);
 }
 
 void FileDefaultsStore::setData(std::string_view key, std::span<const std::uint8_t> value)
@@ -73,7 +79,7 @@ void FileDefaultsStore::setData(std::string_view key, std::span<const std::uint8
 FileDefaultsStore::Health FileDefaultsStore::read()
 {
     QFile file(m_path);
-    if (!file.exists()) {
+    if (!QFileInfo::exists(m_path)) { // also a link to nothing, for which QFile::exists() is true
         m_content = emptyDictionary();
         return Health::Sound;
     }
@@ -95,53 +101,81 @@ FileDefaultsStore::Health FileDefaultsStore::read()
     return Health::Damaged;
 }
 
-bool FileDefaultsStore::keepAside() const
+std::string FileDefaultsStore::keepAside() const
 {
     const QByteArray damaged = QFile::encodeName(m_path);
-    return std::rename(damaged.constData(), (damaged + ".damaged").constData()) == 0;
+    if (std::rename(damaged.constData(), (damaged + ".damaged").constData()) == 0)
+        return {};
+    return std::strerror(errno);
 }
 
 bool FileDefaultsStore::synchronise()
 {
+    m_problem = write();
+    return m_problem.empty();
+}
+
+std::string FileDefaultsStore::write()
+{
     if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
-        return false;
+        return "The folder of the defaults cannot be made";
     const FileLock lock(m_path + QStringLiteral(".lock"), m_lockTimeout);
     if (!lock.isHeld())
-        return false;
-    switch (read()) {
-    case Health::Unreadable:
-        return false;
-    case Health::Damaged:
-        return m_changes.empty() || (keepAside() && apply());
-    case Health::Sound:
-        break;
-    }
+        return "The file of the defaults cannot be locked";
+    const Health health = read();
+    if (health == Health::Unreadable)
+        return Unreadable;
     if (m_changes.empty())
-        return true;
-    // The old content was never read, so the new values do not replace it silently.
-    if (m_wasUnreadable && QFileInfo::exists(m_path) && !keepAside())
-        return false;
+        return {};
+    // If the old content was never read, the new values do not replace it silently.
+    if (health == Health::Damaged || (m_wasUnreadable && QFileInfo::exists(m_path))) {
+        if (std::string problem = keepAside(); !problem.empty())
+            return problem;
+    }
     return apply();
 }
 
-bool FileDefaultsStore::apply()
+std::string FileDefaultsStore::apply()
 {
     for (const auto& [key, value] : m_changes) {
         keepAsideForeign(m_content.root(), key);
+        keepAsideUnknown(key, value);
         plist_dict_set_item(m_content.root(), key.c_str(),
             plist_new_data(reinterpret_cast<const char*>(value.data()), value.size()));
     }
     const Bytes content = m_content.toBinary();
-    if (content.size() > ArchiveLimits::FileBytes || !AtomicFile::write(m_path, content))
-        return false;
+    if (content.size() > ArchiveLimits::FileBytes)
+        return "The defaults are too large";
+    if (const auto written = AtomicFile::write(m_path, content); !written)
+        return written.problem.toStdString();
     m_wasUnreadable = false;
+    for (auto& [key, value] : m_changes)
+        m_known[key] = std::move(value);
     m_changes.clear();
-    return true;
+    return {};
+}
+
+void FileDefaultsStore::keepAsideUnknown(const std::string& key, const Bytes& value)
+{
+    const auto known = m_known.find(key);
+    const auto stored = dataOf(m_content.root(), key);
+    if (known != m_known.end() && stored && stored != known->second && stored != value) {
+        qWarning("Another process has stored \"%s\"; its value is kept as \"%s.replaced\".",
+            key.c_str(), key.c_str());
+        plist_dict_set_item(m_content.root(), (key + ".replaced").c_str(),
+            plist_new_data(reinterpret_cast<const char*>(stored->data()), stored->size()));
+    }
 }
 
 std::unique_ptr<DefaultsStore> makeFileDefaultsStore()
 {
     return std::make_unique<FileDefaultsStore>(FileDefaultsStore::standardPath());
+}
+
+std::string standardRecoveryFile()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString()
+        + "/com.holvik.kestrel.recovery.ZKCF";
 }
 
 } // namespace kestrel

@@ -15,7 +15,8 @@ namespace kestrel {
 
 // The user defaults in a property list file that several processes may write. It is a dictionary of
 // byte data; values of other types and keys of other programs stay as they are. Before a value of
-// another type is replaced, it is copied to its key with ".damaged" added.
+// another type is replaced, it is copied to its key with ".damaged" added; before a value that
+// another process has stored since this one knew it, to its key with ".replaced" added.
 class FileDefaultsStore : public DefaultsStore {
 public:
     // The file and its folder need not exist.
@@ -30,21 +31,31 @@ public:
     // Waits for another process that writes, up to the given time. A file that is not a dictionary
     // is kept under its name with ".damaged" added before it is replaced.
     [[nodiscard]] bool synchronise() override;
+    [[nodiscard]] std::string problem() const override { return m_problem; }
 
 private:
     enum class Health { Sound, Damaged, Unreadable };
 
     [[nodiscard]] Health read();
-    [[nodiscard]] bool keepAside() const;
-    [[nodiscard]] bool apply();
+    // Return what went wrong; empty if nothing did.
+    [[nodiscard]] std::string write();
+    [[nodiscard]] std::string keepAside() const;
+    [[nodiscard]] std::string apply();
+    void keepAsideUnknown(const std::string& key, const Bytes& value);
 
     QString m_path;
     std::chrono::milliseconds m_lockTimeout;
     PropertyList m_content; // the dictionary when the file was last read
     bool m_wasUnreadable = false; // at the first reading, so its content is unknown
+    // What this object last knew of each key that it was asked for.
+    std::map<std::string, std::optional<Bytes>, std::less<>> m_known;
+    std::string m_problem;
     std::map<std::string, Bytes, std::less<>> m_changes; // not yet in the file
 };
 
 [[nodiscard]] std::unique_ptr<DefaultsStore> makeFileDefaultsStore();
+
+// The path for a copy of the live set, beside the defaults to which it belongs.
+[[nodiscard]] std::string standardRecoveryFile();
 
 } // namespace kestrel

@@ -36,6 +36,7 @@ TEST_F(CFPreferencesDefaultsStoreTest, data_comes_back_at_once_and_after_synchro
     defaults.setData("data", value);
     EXPECT_EQ(defaults.data("data"), value);
     EXPECT_TRUE(defaults.synchronise());
+    EXPECT_EQ(defaults.problem(), "");
     EXPECT_EQ(CFPreferencesDefaultsStore(domain.get()).data("data"), value);
 }
 

@@ -179,6 +179,67 @@ TEST_F(FileDefaults, a_fifo_is_neither_waited_for_nor_replaced)
     EXPECT_TRUE(S_ISFIFO(status.st_mode));
 }
 
+TEST_F(FileDefaults, a_link_to_a_file_that_does_not_exist_yet_is_stored_through)
+{
+    QDir(m_folder.path()).mkdir("config");
+    ASSERT_TRUE(QFile::link(m_folder.filePath("elsewhere.plist"), path()));
+    FileDefaultsStore store(path());
+    EXPECT_EQ(store.problem(), "");
+    store.setData("a", Data { 1 });
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_TRUE(QFileInfo(path()).isSymLink());
+    EXPECT_TRUE(QFile::exists(m_folder.filePath("elsewhere.plist")));
+    EXPECT_EQ(stored("a"), Data { 1 });
+}
+
+TEST_F(FileDefaults, a_failure_says_why_until_it_is_over)
+{
+    FileDefaultsStore store(path(), std::chrono::milliseconds(0));
+    EXPECT_EQ(store.problem(), "");
+    store.setData("a", Data { 1 });
+    QDir(m_folder.path()).mkdir("config");
+    {
+        const FileLock lock(path() + ".lock", std::chrono::milliseconds(0));
+        EXPECT_FALSE(store.synchronise());
+        EXPECT_EQ(store.problem(), "The file of the defaults cannot be locked");
+    }
+    ASSERT_TRUE(QFile::link(path(), path())); // leads to itself
+    EXPECT_FALSE(store.synchronise());
+    EXPECT_EQ(store.problem(), "Too many levels of symbolic links");
+    ASSERT_TRUE(QFile::remove(path()));
+    ASSERT_TRUE(QDir().mkdir(path()));
+    EXPECT_FALSE(store.synchronise());
+    EXPECT_EQ(store.problem(), "The file of the defaults cannot be read");
+    EXPECT_EQ(FileDefaultsStore(path()).problem(), store.problem()) << "known at the start";
+    ASSERT_TRUE(QDir().rmdir(path()));
+    EXPECT_TRUE(store.synchronise());
+    EXPECT_EQ(store.problem(), "");
+}
+
+TEST_F(FileDefaults, what_another_process_has_stored_meanwhile_is_kept_aside)
+{
+    FileDefaultsStore one(path());
+    one.setData("key", Data { 1 });
+    ASSERT_TRUE(one.synchronise());
+    FileDefaultsStore other(path());
+    EXPECT_EQ(other.data("key"), Data { 1 });
+    other.setData("key", Data { 2 });
+    ASSERT_TRUE(other.synchronise());
+    EXPECT_EQ(stored("key.replaced"), std::nullopt) << "it knew what it replaced";
+
+    ASSERT_TRUE(one.synchronise()) << "reading the file again is no knowledge of the value";
+    one.setData("key", Data { 3 });
+    ASSERT_TRUE(one.synchronise());
+    EXPECT_EQ(stored("key"), Data { 3 });
+    EXPECT_EQ(stored("key.replaced"), Data { 2 });
+    one.setData("key", Data { 4 });
+    ASSERT_TRUE(one.synchronise());
+    EXPECT_EQ(stored("key.replaced"), Data { 2 });
+    other.setData("key", Data { 4 });
+    ASSERT_TRUE(other.synchronise());
+    EXPECT_EQ(stored("key.replaced"), Data { 2 }) << "nothing is lost when both are the same";
+}
+
 TEST_F(FileDefaults, a_hostile_file_is_damaged)
 {
     std::string bytes = "bplist00";
