@@ -41,10 +41,14 @@ std::shared_ptr<UserAssignFile> AssignmentFiles::read(const QString& path) const
 
 bool AssignmentFiles::write(const QString& path, const UserAssignFile& set)
 {
+    QString problem;
     try {
-        if (!AtomicFile::write(path, set.fileImage()))
-            return false;
-    } catch (const std::exception&) {
+        problem = AtomicFile::write(path, set.fileImage()).problem;
+    } catch (const std::exception& error) {
+        problem = QString::fromUtf8(error.what());
+    }
+    if (!problem.isEmpty()) {
+        qWarning("Cannot save %s: %s", qUtf8Printable(path), qUtf8Printable(problem));
         return false;
     }
     (void)m_attributes.setCodes(path.toStdString(), Codes);

@@ -24,7 +24,7 @@ public:
     [[nodiscard]] std::shared_ptr<UserAssignFile> read(const QString& path) const;
 
     // Writes a new file, with type and creator code if the file system stores them. Returns false
-    // if writing failed; an old file at the path is then unchanged.
+    // and logs the reason if writing failed; an old file at the path is then unchanged.
     [[nodiscard]] bool write(const QString& path, const UserAssignFile& set);
 
 private:

@@ -151,6 +151,19 @@ TEST(AssignmentFiles, a_set_without_a_type_is_accepted_one_of_another_type_refus
         nullptr);
 }
 
+TEST(AssignmentFiles, a_set_that_cannot_be_saved_is_logged_with_its_reason)
+{
+    static QStringList log;
+    FileBench bench;
+    const auto before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { log.append(text); });
+    EXPECT_TRUE(bench.files.write(bench.path("a.ZKCF"), bench.set));
+    EXPECT_FALSE(bench.files.write(bench.path("none/a.ZKCF"), bench.set));
+    qInstallMessageHandler(before);
+    EXPECT_EQ(log,
+        QStringList { "Cannot save " + bench.path("none/a.ZKCF") + ": No such file or directory" });
+}
+
 TEST(AssignmentFiles, loading_into_the_window_shows_the_set_and_leaves_the_live_one)
 {
     FileBench files;
