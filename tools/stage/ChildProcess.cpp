@@ -164,6 +164,21 @@ void ChildProcess::signal(int number) const
         ::kill(m_pid, number);
 }
 
+void ChildProcess::stop() const
+{
+    signal(SIGSTOP);
+    // WNOWAIT leaves the exit code to wait() if the program has ended.
+    siginfo_t change {};
+    while (m_pid > 0 && !m_exitCode
+        && ::waitid(P_PID, static_cast<id_t>(m_pid), &change, WSTOPPED | WEXITED | WNOWAIT) != 0
+        && errno == EINTR) { }
+}
+
+void ChildProcess::resume() const
+{
+    signal(SIGCONT);
+}
+
 std::optional<int> ChildProcess::wait(milliseconds timeout)
 {
     const auto deadline = Clock::now() + timeout;

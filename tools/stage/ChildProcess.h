@@ -39,6 +39,9 @@ public:
     void writeLine(std::string_view line);
     void closeInput();
     void signal(int number) const;
+    // Returns when every thread of the program stands still.
+    void stop() const;
+    void resume() const;
     // The exit code, or 128 + the number of the signal that ended the program. No value when time
     // runs out.
     std::optional<int> wait(milliseconds timeout);

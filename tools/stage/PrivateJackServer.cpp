@@ -89,11 +89,11 @@ void PrivateJackServer::start()
 
 void PrivateJackServer::stop()
 {
-    m_process->signal(SIGSTOP);
+    m_process->stop();
 }
 void PrivateJackServer::resume()
 {
-    m_process->signal(SIGCONT);
+    m_process->resume();
 }
 
 void PrivateJackServer::kill()

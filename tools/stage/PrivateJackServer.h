@@ -26,7 +26,7 @@ public:
     PrivateJackServer(const PrivateJackServer&) = delete;
     PrivateJackServer& operator=(const PrivateJackServer&) = delete;
 
-    void stop(); // SIGSTOP
+    void stop(); // returns when the server stands still
     void resume();
     void kill();
     void start(); // under the same name

@@ -124,12 +124,12 @@ void PrivateXServer::startTray()
 
 void PrivateXServer::stop()
 {
-    m_server->signal(SIGSTOP);
+    m_server->stop();
 }
 
 void PrivateXServer::resume()
 {
-    m_server->signal(SIGCONT);
+    m_server->resume();
 }
 
 void PrivateXServer::kill()

@@ -22,7 +22,7 @@ public:
     explicit PrivateXServer(const Options& options);
 
     void startTray();
-    void stop(); // SIGSTOP
+    void stop(); // returns when the server stands still
     void resume();
     void kill();
 
