@@ -40,7 +40,7 @@ AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& cl
     , m_windowCloseObserver(std::make_unique<WindowCloseObserver>(m_notificationCenter))
     , m_visibility(std::make_unique<QtApplicationVisibility>(*platform.workspace))
 {
-    m_connection.setLinkLost([this] { m_platform.keyEvents->releaseAll(); });
+    m_connection.setReleasesLost([this] { m_platform.keyEvents->releaseAll(); });
     m_activeSenceTimer.setTimerType(Qt::PreciseTimer);
     m_activeSenceTimer.setInterval(SupervisionInterval);
     connect(

@@ -38,6 +38,12 @@ MIDIConnection::MIDIConnection(const Surroundings& surroundings, Receiver receiv
     , m_clock(surroundings.clock)
     , m_receiveMessage(std::move(receiveMessage))
 {
+    m_midiServices.setPacketsLost([this] { m_releasesLost(); });
+}
+
+MIDIConnection::~MIDIConnection()
+{
+    m_midiServices.setPacketsLost({});
 }
 
 void MIDIConnection::reconnectAllSources()
@@ -89,7 +95,7 @@ bool MIDIConnection::connectFirstSource(const MIDIEntity& entity)
 
 void MIDIConnection::releaseMIDIReceiver()
 {
-    m_linkLost();
+    m_releasesLost();
     m_midiServices.disposePort(m_outputPort);
     m_midiServices.disposePort(m_inputPort);
     m_midiServices.disposeClient(m_client);
@@ -112,7 +118,7 @@ void MIDIConnection::checkActiveSence()
             m_statusItem->setImage(StatusImage::Offline);
         sendOffLineMessage();
         m_imageOnline = false;
-        m_linkLost();
+        m_releasesLost();
     }
     if (workstationRuns && m_client == 0)
         reconnectAllSources();

@@ -33,12 +33,13 @@ public:
 
     // `receiveMessage` gets every packet, in order of arrival.
     MIDIConnection(const Surroundings& surroundings, Receiver receiveMessage);
+    ~MIDIConnection();
     MIDIConnection(const MIDIConnection&) = delete;
     MIDIConnection& operator=(const MIDIConnection&) = delete;
 
-    // `linkLost` is called when the link goes offline or is taken down. From then on the console
-    // cannot be relied on to release the keys that it has pressed.
-    void setLinkLost(std::function<void()> linkLost) { m_linkLost = std::move(linkLost); }
+    // `lost` is called when the console cannot be relied on to release the keys that it has
+    // pressed: the link goes offline or is taken down, or packets may have been lost.
+    void setReleasesLost(std::function<void()> lost) { m_releasesLost = std::move(lost); }
     // The status item and the display outlive the connection. Without them nothing is shown.
     void setStatusItem(StatusItem* statusItem) { m_statusItem = statusItem; }
     void setMyWindowController(ConsoleDisplay* display) { m_myWindowController = display; }
@@ -75,7 +76,7 @@ private:
     MainLoop& m_mainLoop;
     const Clock& m_clock;
     Receiver m_receiveMessage;
-    std::function<void()> m_linkLost = [] {};
+    std::function<void()> m_releasesLost = [] {};
     StatusItem* m_statusItem = nullptr;
     ConsoleDisplay* m_myWindowController = nullptr;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -100,6 +101,11 @@ public:
     [[nodiscard]] virtual bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
         = 0;
+
+    // `packetsLost` is called on the main thread, from the main loop and never inside an operation,
+    // when packets from a connected source may have been lost. All packets that arrived before the
+    // loss have been delivered by then. A service that loses no packets never calls it.
+    virtual void setPacketsLost(std::function<void()> packetsLost) = 0;
 };
 
 } // namespace kestrel

@@ -31,6 +31,8 @@ public:
     std::vector<MIDIDevice> devices() override;
     bool connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
     bool send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
+    // CoreMIDI calls the read procedure with every packet, however late, and the inbox takes all.
+    void setPacketsLost(std::function<void()>) override { }
 
 private:
     // CoreMIDI keeps a pointer to this object as long as the client lives.

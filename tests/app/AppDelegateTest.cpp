@@ -222,6 +222,13 @@ TEST(AppDelegate, ending_with_an_open_link_takes_it_down_and_lets_every_key_go)
     EXPECT_EQ(bench.defaults.synchronised, 1);
 }
 
+TEST(AppDelegate, lost_packets_let_every_key_go)
+{
+    Bench bench;
+    bench.midiServices.packetsLost();
+    EXPECT_EQ(bench.keyEvents.take(), "release all");
+}
+
 TEST(AppDelegate, ending_twice_stores_once)
 {
     Bench bench;

@@ -2,6 +2,7 @@
 
 #include "platform/MIDIServices.h"
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -36,6 +37,7 @@ public:
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
     [[nodiscard]] bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
+    void setPacketsLost(std::function<void()> value) override { packetsLost = std::move(value); }
 
     // As if the main loop had found one packet list with these packets from the connected source.
     // Nobody hears of it when no source is connected.
@@ -46,6 +48,7 @@ public:
     std::vector<MIDIDevice> deviceList;
     std::set<std::string> failing; // operation names, or "connect N" for one source
     std::vector<std::string> calls;
+    std::function<void()> packetsLost; // called as if the main loop had learnt of a loss
     std::vector<Sent> sent; // what was given to send(), accepted or not
 
 private:

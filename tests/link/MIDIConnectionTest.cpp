@@ -509,7 +509,7 @@ TEST(MIDIConnection, what_the_console_has_pressed_is_let_go_when_the_link_is_los
 {
     LinkBench bench;
     int lost = 0;
-    bench.connection.setLinkLost([&lost] { ++lost; });
+    bench.connection.setReleasesLost([&lost] { ++lost; });
     bench.goOnline();
     EXPECT_EQ(lost, 0);
     bench.clock.advance(6s);
@@ -520,6 +520,32 @@ TEST(MIDIConnection, what_the_console_has_pressed_is_let_go_when_the_link_is_los
     bench.services.notify(MIDINotification::ObjectRemoved, MIDINotification::Source);
     bench.mainLoop.turn();
     EXPECT_EQ(lost, 2) << "taken down to be built anew";
+}
+
+TEST(MIDIConnection, what_the_console_has_pressed_is_let_go_when_packets_are_lost)
+{
+    LinkBench bench;
+    int lost = 0;
+    bench.connection.setReleasesLost([&lost] { ++lost; });
+    bench.goOnline();
+    bench.services.packetsLost();
+    EXPECT_EQ(lost, 1);
+    EXPECT_THAT(bench.services.calls, IsEmpty()) << "the link stays as it is";
+    EXPECT_TRUE(bench.connection.imageOnline());
+}
+
+TEST(MIDIConnection, services_that_outlive_the_connection_tell_it_of_no_loss)
+{
+    FakeMIDIServices services;
+    FakeProcessTable processes;
+    ManualMainLoop mainLoop;
+    ManualClock clock;
+    {
+        const MIDIConnection connection(
+            { services, processes, mainLoop, clock }, [](const MIDIMessage&) {});
+        EXPECT_TRUE(services.packetsLost);
+    }
+    EXPECT_FALSE(services.packetsLost);
 }
 
 TEST(MIDIConnection, no_workstation_is_seen_in_an_unreadable_process_table)

@@ -41,6 +41,7 @@ public:
     // Called by the process callback. Moves the waiting packets to the port.
     void transmit(std::uint32_t frames);
 
+    [[nodiscard]] bool isConnected() const { return m_state.load() == State::Connected; }
     [[nodiscard]] MIDIEndpoint destination() const { return m_destination; }
     [[nodiscard]] const std::string& destinationName() const { return m_destinationName; }
 

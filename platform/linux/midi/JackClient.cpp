@@ -7,7 +7,6 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <utility>
 
 namespace kestrel {
@@ -73,7 +72,7 @@ bool JackClient::open(const std::string& name)
     jack_client_t* const handle = openClient(name);
     if (!handle)
         return false;
-    m_name = jack_get_client_name(handle);
+    m_foreignPorts.bind(handle, name);
     m_handle.store(handle);
     m_alive.store(true);
     setCallbacks();
@@ -81,15 +80,17 @@ bool JackClient::open(const std::string& name)
         close();
         return false;
     }
-    learnForeignPorts();
+    m_foreignPorts.learn();
     return true;
 }
 
 void JackClient::close()
 {
     m_alive.store(false);
-    if (jack_client_t* const handle = m_handle.exchange(nullptr))
-        jack_client_close(handle);
+    if (!m_handle)
+        return;
+    jack_client_close(m_handle); // the process callback needs the handle until this returns
+    m_handle.store(nullptr);
 }
 
 void JackClient::abandon()
@@ -107,6 +108,18 @@ void JackClient::setCallbacks()
             return 0;
         },
         this);
+    jack_on_shutdown(
+        m_handle,
+        [](void* self) {
+            static_cast<JackClient*>(self)->abandon();
+            static_cast<JackClient*>(self)->announce(ServerGone);
+        },
+        this);
+    setNotificationCallbacks();
+}
+
+void JackClient::setNotificationCallbacks()
+{
     jack_set_port_registration_callback(
         m_handle,
         [](jack_port_id_t identifier, int registered, void* self) {
@@ -120,107 +133,128 @@ void JackClient::setCallbacks()
     jack_set_port_rename_callback(
         m_handle,
         [](jack_port_id_t identifier, const char*, const char*, void* self) {
-            static_cast<JackClient*>(self)->portRenamed(identifier);
+            static_cast<JackClient*>(self)->portUnregistered(identifier);
+            static_cast<JackClient*>(self)->portRegistered(identifier);
+        },
+        this);
+    jack_set_port_connect_callback(
+        m_handle,
+        [](jack_port_id_t, jack_port_id_t, int connected, void* self) {
+            if (connected == 0)
+                static_cast<JackClient*>(self)->connectionRemoved();
         },
         this);
     jack_set_graph_order_callback(
         m_handle,
         [](void* self) {
-            static_cast<JackClient*>(self)->m_graph.happened();
+            static_cast<JackClient*>(self)->graphChanged();
             return 0;
-        },
-        this);
-    jack_on_shutdown(
-        m_handle,
-        [](void* self) {
-            static_cast<JackClient*>(self)->abandon();
-            static_cast<JackClient*>(self)->announce(ServerGone);
         },
         this);
 }
 
+// JACK goes on without a client that is late, and what the sources sent in the missed cycles is
+// gone. The first frame of a cycle shows this, because JACK counts the frames of the cycles that it
+// ran. Its xrun callback is no sign: it also tells of cycles that came too late for everybody and
+// lost nothing.
 void JackClient::process(std::uint32_t frames)
 {
+    jack_client_t* const handle = m_handle;
+    const jack_nframes_t cycle = jack_last_frame_time(handle);
     bool arrived = false;
+    bool lost = cycle != std::exchange(m_nextCycle, cycle + frames).value_or(cycle);
     const std::size_t sources = m_sources.count.load(std::memory_order_acquire);
-    for (std::size_t i = 0; i < sources; ++i)
-        arrived |= m_sources.lanes[i]->receive(m_handle, frames);
-    if (arrived)
+    for (std::size_t i = 0; i < sources; ++i) {
+        const SourceLane::Received received = m_sources.lanes[i]->receive(handle, frames);
+        arrived |= received.packets;
+        lost |= received.lostEvents;
+    }
+    lost |= jack_last_frame_time(handle) != cycle; // the sources write the next cycle already
+    if (lost && isAlive())
+        announce(PacketsLost);
+    else if (arrived)
         m_wakeup->raise();
     const std::size_t destinations = m_destinations.count.load(std::memory_order_acquire);
     for (std::size_t i = 0; i < destinations; ++i)
         m_destinations.lanes[i]->transmit(frames);
 }
 
-bool JackClient::isForeignMIDI(const jack_port_t* port) const
+std::vector<PortListing> JackClient::listForeignPorts() const
 {
-    const char* const name = port ? jack_port_name(port) : nullptr;
-    const char* const type = name ? jack_port_type(port) : nullptr;
-    return type && std::strcmp(type, JACK_DEFAULT_MIDI_TYPE) == 0 && clientOf(name) != m_name;
+    return isAlive() ? m_foreignPorts.list() : std::vector<PortListing> {};
 }
 
-std::vector<PortListing> JackClient::foreignPorts()
-{
-    std::vector<PortListing> ports;
-    const char** const names
-        = isAlive() ? jack_get_ports(m_handle, nullptr, JACK_DEFAULT_MIDI_TYPE, 0) : nullptr;
-    for (const char** name = names; name && *name; ++name) {
-        const jack_port_t* const port = jack_port_by_name(m_handle, *name);
-        if (port && clientOf(*name) != m_name)
-            ports.push_back({ *name, directionOf(port) });
-    }
-    if (names)
-        jack_free(names);
-    return ports;
-}
-
-// Records the names and directions of the ports. When a port is unregistered, JACK passes only the
-// port, so its name and direction must be known before.
-void JackClient::learnForeignPorts()
-{
-    const std::lock_guard lock(m_foreignMutex);
-    for (const PortListing& listing : foreignPorts()) {
-        if (const jack_port_t* const port = jack_port_by_name(m_handle, listing.name.c_str()))
-            m_foreign[port] = { listing.name, listing.direction };
-    }
-}
-
-// JACK also calls this for a port that has been listed for a while, when the port's client becomes
-// active: the port can be connected only from then on.
 void JackClient::portRegistered(std::uint32_t identifier)
 {
-    const jack_port_t* const port = jack_port_by_id(m_handle, identifier);
-    if (!isForeignMIDI(port))
-        return;
-    const PortDirection direction = directionOf(port);
-    {
-        const std::lock_guard lock(m_foreignMutex);
-        m_foreign[port] = { jack_port_name(port), direction };
-    }
-    announce(direction == PortDirection::Output ? SourceAdded : DestinationAdded);
+    m_foreignPorts.registered(identifier);
+    announcePorts();
 }
 
 void JackClient::portUnregistered(std::uint32_t identifier)
 {
-    const jack_port_t* const port = jack_port_by_id(m_handle, identifier);
-    std::unique_lock lock(m_foreignMutex);
-    const auto gone = m_foreign.extract(port);
-    lock.unlock();
-    if (gone.empty())
+    const auto gone = m_foreignPorts.unregistered(identifier);
+    if (!gone)
         return;
-    const ForeignPort& foreign = gone.mapped();
     const std::size_t destinations = m_destinations.count.load(std::memory_order_acquire);
     for (std::size_t i = 0; i < destinations; ++i) {
-        if (m_destinations.lanes[i]->destinationName() == foreign.name)
+        if (m_destinations.lanes[i]->destinationName() == gone->name)
             m_destinations.lanes[i]->disconnected();
     }
-    announce(foreign.direction == PortDirection::Output ? SourceRemoved : DestinationRemoved);
+    if (gone->direction == PortDirection::Output && m_foreignPorts.isWanted(*gone))
+        announce(PacketsLost);
+    announcePorts();
 }
 
-void JackClient::portRenamed(std::uint32_t identifier)
+void JackClient::connectionRemoved()
 {
-    portUnregistered(identifier);
-    portRegistered(identifier);
+    m_awaitsGraph = true;
+    suspectCut();
+}
+
+void JackClient::graphChanged()
+{
+    m_graph.happened();
+    if (m_awaitsGraph.exchange(false))
+        suspectCut();
+}
+
+// JACK tells of the cut before it takes effect, and numbers of ports may belong to other ports by
+// now. So the connections themselves are looked at, on the control thread.
+void JackClient::suspectCut()
+{
+    if (!m_isCutSuspected.exchange(true))
+        announce(ConnectionsInDoubt);
+}
+
+void JackClient::findCuts()
+{
+    m_isCutSuspected = false;
+    if (!isAlive())
+        return;
+    const auto isCut = [](const jack_port_t* port, const std::string& otherName) {
+        return jack_port_connected_to(port, otherName.c_str()) == 0;
+    };
+    const std::size_t destinations = m_destinations.count.load(std::memory_order_acquire);
+    for (std::size_t i = 0; i < destinations; ++i) {
+        DestinationLane& lane = *m_destinations.lanes[i];
+        if (lane.isConnected() && isCut(lane.port(), lane.destinationName()))
+            lane.disconnected();
+    }
+    const std::size_t sources = m_sources.count.load(std::memory_order_acquire);
+    for (std::size_t i = 0; i < sources; ++i) {
+        const SourceLane& lane = *m_sources.lanes[i];
+        if (lane.isClosed() || !isCut(lane.port(), lane.sourceName()))
+            continue;
+        announce(PacketsLost);
+        m_foreignPorts.cut({ lane.sourceName(), PortDirection::Output });
+    }
+    announcePorts();
+}
+
+void JackClient::announcePorts()
+{
+    if (m_foreignPorts.hasNews())
+        announce(PortsChanged);
 }
 
 void JackClient::announce(unsigned news)
@@ -278,14 +312,14 @@ bool JackClient::connectEffectively(jack_port_t* port, const std::string& otherN
     return isDecided && isConnected;
 }
 
-bool JackClient::connectSource(const std::shared_ptr<SourceLane>& lane,
-    const std::string& sourceName, const std::string& portName)
+bool JackClient::connectSource(const std::shared_ptr<SourceLane>& lane, const std::string& portName)
 {
     jack_port_t* const port = isAlive() ? takePort(portName, PortDirection::Input) : nullptr;
     if (!port)
         return false;
     lane->bind(port);
-    if (connectEffectively(port, sourceName) && m_sources.add(lane))
+    m_foreignPorts.want({ lane->sourceName(), PortDirection::Output });
+    if (connectEffectively(port, lane->sourceName()) && m_sources.add(lane))
         return true;
     disconnect(port);
     m_reserved.emplace(portName, port);

@@ -2,7 +2,7 @@
 
 #include "platform/linux/midi/Changes.h"
 #include "platform/linux/midi/DestinationLane.h"
-#include "platform/linux/midi/PortPairing.h"
+#include "platform/linux/midi/ForeignPorts.h"
 #include "platform/linux/midi/SourceLane.h"
 #include "platform/linux/midi/Wakeup.h"
 
@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,11 +22,10 @@ namespace kestrel {
 class JackClient {
 public:
     enum News : unsigned {
-        SourceRemoved = 1,
-        DestinationRemoved = 2,
-        SourceAdded = 4,
-        DestinationAdded = 8,
-        ServerGone = 16
+        PortsChanged = 1, // a change of the foreign ports is due, or the time of the next one moved
+        PacketsLost = 2, // packets from a source may have been lost
+        ConnectionsInDoubt = 4, // findCuts() is to be called
+        ServerGone = 8
     };
 
     explicit JackClient(std::shared_ptr<Wakeup> wakeup);
@@ -36,17 +35,21 @@ public:
     [[nodiscard]] bool open(const std::string& name);
     void close();
     [[nodiscard]] bool reservePort(const std::string& name, PortDirection direction);
-    [[nodiscard]] bool connectSource(const std::shared_ptr<SourceLane>& lane,
-        const std::string& sourceName, const std::string& portName);
+    [[nodiscard]] bool connectSource(
+        const std::shared_ptr<SourceLane>& lane, const std::string& portName);
     void connectDestination(
         const std::shared_ptr<DestinationLane>& lane, const std::string& portName);
     // Removes all connections of a lane's port. The port itself stays until the client is closed.
     void disconnect(_jack_port* port);
-    [[nodiscard]] std::vector<PortListing> foreignPorts();
+    [[nodiscard]] std::vector<PortListing> listForeignPorts() const;
+    // Finds the lanes that a patchbay has disconnected. A cut source is told as lost packets and as
+    // the removal of the source. A cut destination is connected again for the next packet.
+    void findCuts();
 
     // The functions from here on may run on any thread. Returns the News bits set since the last
     // call.
     [[nodiscard]] unsigned takeNews() { return m_news.exchange(0); }
+    [[nodiscard]] ForeignPorts& foreignPorts() { return m_foreignPorts; }
     [[nodiscard]] bool isAlive() const { return m_alive.load(); }
     // Declares the client dead: jobs that are still queued for it do nothing any more, except
     // close().
@@ -61,27 +64,24 @@ private:
         std::array<std::shared_ptr<Lane>, MaxLanes> lanes;
         std::atomic<std::size_t> count { 0 }; // only grows while the client is open
     };
-    struct ForeignPort {
-        std::string name;
-        PortDirection direction;
-    };
 
     void setCallbacks();
-    void learnForeignPorts();
+    void setNotificationCallbacks();
     void process(std::uint32_t frames);
     void portRegistered(std::uint32_t identifier);
     void portUnregistered(std::uint32_t identifier);
-    void portRenamed(std::uint32_t identifier);
+    void connectionRemoved();
+    void graphChanged();
+    void suspectCut();
+    void announcePorts();
     void announce(unsigned news);
     [[nodiscard]] bool connectEffectively(_jack_port* port, const std::string& otherName);
     [[nodiscard]] bool giveOwnPort(
         const std::shared_ptr<DestinationLane>& lane, const std::string& portName);
-    [[nodiscard]] bool isForeignMIDI(const _jack_port* port) const;
     [[nodiscard]] _jack_port* registerPort(const std::string& name, PortDirection direction);
     [[nodiscard]] _jack_port* takePort(const std::string& name, PortDirection direction);
 
     const std::shared_ptr<Wakeup> m_wakeup;
-    std::string m_name; // never changes once m_handle is set
     std::atomic<_jack_client*> m_handle { nullptr };
     std::atomic<bool> m_alive { false };
     std::atomic<unsigned> m_news { 0 };
@@ -89,10 +89,13 @@ private:
     Lanes<DestinationLane> m_destinations;
     std::map<std::string, int> m_registered; // how often each name was requested; control thread
     std::multimap<std::string, _jack_port*> m_reserved; // control thread
-    // Guards m_foreign, which the control thread and JACK's notification thread use.
-    std::mutex m_foreignMutex;
-    std::map<const _jack_port*, ForeignPort> m_foreign;
+    ForeignPorts m_foreignPorts;
+    std::atomic<bool> m_isCutSuspected { false };
+    std::atomic<bool> m_awaitsGraph {
+        false
+    }; // a connection was removed, and the graph is to change
     Changes m_graph; // told when connections change or the client dies
+    std::optional<std::uint32_t> m_nextCycle; // first frame; used by the process callback only
 };
 
 } // namespace kestrel

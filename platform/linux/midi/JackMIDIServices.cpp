@@ -43,7 +43,12 @@ struct JackMIDIServices::OutputPort {
 JackMIDIServices::JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds patience)
     : m_wakeup(std::make_shared<Wakeup>())
     , m_control(patience, [wakeup = m_wakeup] { wakeup->raise(); })
-    , m_watch(mainLoop.watch(m_wakeup->descriptor(), [this] { deliver(); }))
+    , m_alarmWatch(mainLoop.watch(m_alarm.descriptor(),
+          [this] {
+              m_alarm.lower();
+              deliver(JackClient::PortsChanged);
+          }))
+    , m_watch(mainLoop.watch(m_wakeup->descriptor(), [this] { deliver(0); }))
 {
     // JACK would write to standard error each time that it finds no server.
     jack_set_error_function([](const char*) {});
@@ -53,6 +58,7 @@ JackMIDIServices::JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds
 JackMIDIServices::~JackMIDIServices()
 {
     m_watch.reset();
+    m_alarmWatch.reset();
     disposeClient(m_clientRef);
 }
 
@@ -94,6 +100,7 @@ void JackMIDIServices::disposeClient(MIDIClient client)
     m_outputs.clear();
     m_clientRef = 0;
     m_answerMissed = false;
+    m_alarm.lower();
     const auto closing = std::exchange(m_client, nullptr);
     closing->abandon();
     m_control.settle([closing] { closing->close(); });
@@ -147,7 +154,7 @@ std::vector<MIDIDevice> JackMIDIServices::devices()
         return {};
     const auto ports = std::make_shared<std::vector<PortListing>>();
     const bool isListed = ask([jack = m_client, ports] {
-        *ports = jack->foreignPorts();
+        *ports = jack->listForeignPorts();
         return true;
     });
     std::vector<MIDIDevice> devices;
@@ -171,11 +178,10 @@ bool JackMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, vo
     const std::string* const sourceName = m_endpoints.nameOf(source);
     if (!port || !sourceName)
         return false;
-    const auto lane = std::make_shared<SourceLane>(srcConnRefCon);
-    const bool isConnected
-        = ask([jack = m_client, lane, sourceName = *sourceName, portName = port->name] {
-              return jack->connectSource(lane, sourceName, portName);
-          });
+    const auto lane = std::make_shared<SourceLane>(*sourceName, srcConnRefCon);
+    const bool isConnected = ask([jack = m_client, lane, portName = port->name] {
+        return jack->connectSource(lane, portName);
+    });
     if (isConnected)
         port->lanes.push_back(lane);
     return isConnected;
@@ -200,14 +206,17 @@ bool JackMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const
     return lane->push(packet.data);
 }
 
-void JackMIDIServices::deliver()
+void JackMIDIServices::deliver(unsigned moreNews)
 {
     m_wakeup->lower();
     const auto client = m_client;
     // The news is taken before the packets, so that no packet that came before the news is
     // delivered after it.
-    const unsigned news = client ? client->takeNews() : 0;
+    const unsigned news = client ? client->takeNews() | moreNews : 0;
+    const bool isLoss = takeLosses() || (news & JackClient::PacketsLost) != 0;
     deliverPackets();
+    if (isLoss && client && client == m_client && m_packetsLost)
+        m_packetsLost();
     if (client && client == m_client)
         deliverNews(client, news);
 }
@@ -224,25 +233,51 @@ void JackMIDIServices::deliverPackets()
     }
 }
 
+bool JackMIDIServices::takeLosses()
+{
+    bool isLoss = false;
+    for (const auto& port : m_inputs) {
+        for (const auto& lane : port->lanes)
+            isLoss |= lane->takeLoss();
+    }
+    return isLoss;
+}
+
+// Returns the changes that may be told now, and sets the alarm for the rest.
+unsigned JackMIDIServices::takeChanges(JackClient& client)
+{
+    const auto now = std::chrono::steady_clock::now();
+    const unsigned changes = now >= m_pace.next() ? client.foreignPorts().takeChanges(now) : 0;
+    if ((changes & (PortChanges::SourceAdded | PortChanges::SourceRemoved)) != 0)
+        m_pace.happened(now);
+    const auto due = client.foreignPorts().due();
+    m_alarm.set(due == Alarm::TimePoint::max() ? due : std::max(due, m_pace.next()));
+    return changes;
+}
+
 void JackMIDIServices::deliverNews(const std::shared_ptr<JackClient>& client, unsigned news)
 {
+    if ((news & JackClient::ConnectionsInDoubt) != 0)
+        m_control.post([client] { client->findCuts(); });
+    unsigned changes = (news & JackClient::PortsChanged) != 0 ? takeChanges(*client) : 0;
     if ((news & JackClient::ServerGone) != 0) {
         m_control.post([client] { client->close(); });
-        news = JackClient::SourceRemoved; // one is enough: the server's end removes everything
+        // One is enough: the server's end removes everything.
+        changes = PortChanges::SourceRemoved;
     }
     if (m_answerMissed && !m_control.isBehind()) {
         m_answerMissed = false;
-        news |= JackClient::SourceAdded; // the server answers again, so the receiver can retry
+        changes |= PortChanges::SourceAdded; // the server answers again, so the receiver can retry
     }
-    const auto tell = [&](unsigned bit, std::int32_t message, std::int32_t type) {
-        if ((news & bit) != 0 && m_client == client && m_notify)
+    const auto tell = [&](unsigned kind, std::int32_t message, std::int32_t type) {
+        if ((changes & kind) != 0 && m_client == client && m_notify)
             m_notify(MIDINotification { message, type }, m_notifyRefCon);
     };
     using Notification = MIDINotification;
-    tell(JackClient::SourceRemoved, Notification::ObjectRemoved, Notification::Source);
-    tell(JackClient::DestinationRemoved, Notification::ObjectRemoved, Notification::Destination);
-    tell(JackClient::SourceAdded, Notification::ObjectAdded, Notification::Source);
-    tell(JackClient::DestinationAdded, Notification::ObjectAdded, Notification::Destination);
+    tell(PortChanges::SourceRemoved, Notification::ObjectRemoved, Notification::Source);
+    tell(PortChanges::DestinationRemoved, Notification::ObjectRemoved, Notification::Destination);
+    tell(PortChanges::SourceAdded, Notification::ObjectAdded, Notification::Source);
+    tell(PortChanges::DestinationAdded, Notification::ObjectAdded, Notification::Destination);
 }
 
 } // namespace kestrel

@@ -2,8 +2,10 @@
 
 #include "platform/MIDIServices.h"
 #include "platform/MainLoop.h"
+#include "platform/linux/midi/Alarm.h"
 #include "platform/linux/midi/ControlThread.h"
 #include "platform/linux/midi/EndpointNames.h"
+#include "platform/linux/midi/Pace.h"
 #include "platform/linux/midi/PortPairing.h"
 
 #include <chrono>
@@ -12,6 +14,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kestrel {
@@ -49,6 +52,10 @@ public:
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
     [[nodiscard]] bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
+    void setPacketsLost(std::function<void()> packetsLost) override
+    {
+        m_packetsLost = std::move(packetsLost);
+    }
 
 private:
     struct InputPort;
@@ -57,9 +64,11 @@ private:
     [[nodiscard]] bool ask(std::function<bool()> question, ControlThread::Job undo = {});
     [[nodiscard]] bool reservePort(
         MIDIClient client, const std::string& name, PortDirection direction);
-    void deliver();
+    void deliver(unsigned moreNews);
     void deliverPackets();
+    [[nodiscard]] bool takeLosses();
     void deliverNews(const std::shared_ptr<JackClient>& client, unsigned news);
+    [[nodiscard]] unsigned takeChanges(JackClient& client);
 
     const std::shared_ptr<Wakeup> m_wakeup;
     ControlThread m_control;
@@ -68,10 +77,15 @@ private:
     std::uint32_t m_lastRef = 0;
     NotifyProc m_notify = nullptr;
     void* m_notifyRefCon = nullptr;
+    std::function<void()> m_packetsLost = [] {};
+    // Limits how often a source is told as added or removed, because the link is then rebuilt.
+    Pace m_pace;
     bool m_answerMissed = false; // whether an operation has timed out since the client was created
     std::vector<std::shared_ptr<InputPort>> m_inputs;
     std::vector<std::shared_ptr<OutputPort>> m_outputs;
     EndpointNames m_endpoints;
+    Alarm m_alarm; // set to the time of the next change of the ports that is to be told
+    std::unique_ptr<MainLoop::Watch> m_alarmWatch;
     std::unique_ptr<MainLoop::Watch> m_watch;
 };
 

@@ -51,6 +51,16 @@ std::string_view clientOf(std::string_view portName)
     return portName.substr(0, portName.find(':'));
 }
 
+bool isNameFor(std::string_view asked, std::string_view client)
+{
+    if (!client.starts_with(asked))
+        return false;
+    const std::string_view rest = client.substr(asked.size());
+    return rest.empty()
+        || (rest.size() > 1 && rest[0] == '-'
+            && rest.find_first_not_of("0123456789", 1) == std::string_view::npos);
+}
+
 std::int32_t stableIdentifier(std::string_view portName)
 {
     std::uint32_t hash = 2166136261u; // FNV-1a

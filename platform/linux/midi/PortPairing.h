@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -15,6 +16,8 @@ enum class PortDirection { Output, Input };
 struct PortListing {
     std::string name; // "client:port"
     PortDirection direction = PortDirection::Output;
+
+    auto operator<=>(const PortListing&) const = default;
 };
 
 struct PortPair {
@@ -33,6 +36,10 @@ struct PortOwner {
 
 // The client's name, which is the part of a full port name before the colon.
 [[nodiscard]] std::string_view clientOf(std::string_view portName);
+
+// True when JACK may have given the name `client` to a program that asked for `asked`: JACK appends
+// a hyphen and a number to a name that is taken.
+[[nodiscard]] bool isNameFor(std::string_view asked, std::string_view client);
 
 // A number for a port name. It is the same on every run and every machine.
 [[nodiscard]] std::int32_t stableIdentifier(std::string_view portName);

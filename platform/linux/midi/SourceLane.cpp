@@ -4,6 +4,7 @@
 #include <jack/midiport.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrel {
 
@@ -13,7 +14,7 @@ namespace {
 // that this one has not delivered yet.
 class ArrivedPackets final : public MIDIPacketList {
 public:
-    ArrivedPackets(PacketRing& ring, PacketRing::Position& at, const bool& isClosed)
+    ArrivedPackets(PacketRing& ring, PacketRing::Position& at, const std::atomic<bool>& isClosed)
         : m_ring(ring)
         , m_at(at)
         , m_isClosed(isClosed)
@@ -37,22 +38,26 @@ public:
 private:
     PacketRing& m_ring;
     PacketRing::Position& m_at;
-    const bool& m_isClosed;
+    const std::atomic<bool>& m_isClosed;
     const PacketRing::Position m_end;
 };
 } // namespace
 
-SourceLane::SourceLane(void* srcConnRefCon)
-    : m_srcConnRefCon(srcConnRefCon)
+SourceLane::SourceLane(std::string sourceName, void* srcConnRefCon)
+    : m_sourceName(std::move(sourceName))
+    , m_srcConnRefCon(srcConnRefCon)
 {
 }
 
-bool SourceLane::receive(_jack_client* client, std::uint32_t frames)
+SourceLane::Received SourceLane::receive(_jack_client* client, std::uint32_t frames)
 {
     void* const buffer = jack_port_get_buffer(m_port, frames);
-    const std::uint32_t count = buffer ? jack_midi_get_event_count(buffer) : 0;
+    if (!buffer)
+        return {};
+    const bool lostEvents = jack_midi_get_lost_event_count(buffer) > 0;
+    const std::uint32_t count = jack_midi_get_event_count(buffer);
     if (count == 0)
-        return false;
+        return { false, lostEvents };
     const jack_nframes_t cycleStart = jack_last_frame_time(client);
     for (std::uint32_t i = 0; i < count; ++i) {
         jack_midi_event_t event;
@@ -62,7 +67,13 @@ bool SourceLane::receive(_jack_client* client, std::uint32_t frames)
         m_ring.write(
             jack_frames_to_time(client, cycleStart + event.time), { event.buffer, event.size });
     }
-    return true;
+    return { true, lostEvents };
+}
+
+bool SourceLane::takeLoss()
+{
+    const std::uint64_t losses = m_ring.lost();
+    return std::exchange(m_knownLosses, losses) != losses;
 }
 
 void SourceLane::deliver(MIDIServices::ReadProc read, void* readProcRefCon)

@@ -283,7 +283,7 @@ TEST_F(JackFailures, an_idle_link_wakes_nobody)
     zenta.addPairs(5);
     connect();
     EXPECT_FALSE(loop.runUntil([] { return false; }, 500ms));
-    EXPECT_EQ(loop.turns(), 0);
+    EXPECT_EQ(loop.turns(), losses) << "only a cycle that came too late may wake it";
 }
 
 } // namespace

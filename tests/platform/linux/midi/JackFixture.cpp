@@ -4,9 +4,11 @@
 
 namespace kestrel::test {
 
-JackFixture::JackFixture()
+JackFixture::JackFixture(Cycles cycles)
+    : server(cycles)
 {
     ::setenv("JACK_DEFAULT_SERVER", server.name().c_str(), 1);
+    services.setPacketsLost([this] { ++losses; });
 }
 
 void JackFixture::notified(const MIDINotification& notification, void* refCon)

@@ -27,7 +27,9 @@ public:
         MIDIEndpoint destination = 0;
     };
 
-    JackFixture();
+    using Cycles = stage::PrivateJackServer::Cycles;
+
+    explicit JackFixture(Cycles cycles = Cycles::WaitForClients);
 
     // Callbacks that fill the records below.
     static void notified(const MIDINotification& notification, void* refCon);
@@ -47,12 +49,13 @@ public:
 
     static constexpr auto Long = 20s; // a test that waits for it has failed
 
-    stage::PrivateJackServer server { stage::PrivateJackServer::Cycles::WaitForClients };
+    stage::PrivateJackServer server;
     PollMainLoop loop;
     JackMIDIServices services { loop, Long };
     std::vector<Bytes> packets;
     std::vector<std::string> notifications; // "added source"
     int lists = 0;
+    int losses = 0; // how often the services told of lost packets
     int idArray = 0; // connections carry its address
 };
 

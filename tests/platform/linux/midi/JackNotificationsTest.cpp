@@ -1,3 +1,4 @@
+#include "platform/linux/midi/PortChanges.h"
 #include "tests/platform/linux/midi/JackFixture.h"
 
 namespace kestrel::test {
@@ -97,16 +98,101 @@ TEST_F(JackNotifications, ports_are_reported_when_their_client_becomes_active)
         input, device("ZENTA")->entities.at(0).sources.at(0).endpoint, &idArray));
 }
 
-TEST_F(JackNotifications, a_port_that_went_and_returned_unseen_is_reported_both_ways)
+TEST_F(JackNotifications, a_connected_port_that_went_and_returned_unseen_is_reported_both_ways)
 {
     services.disposeClient(client);
     JackPeer zenta("ZENTA");
-    zenta.addOutput("midi_1");
-    ASSERT_TRUE(create(client));
+    zenta.addPairs(1);
+    connect();
     zenta.remove("midi_1"); // the main loop does not run meanwhile
     zenta.addOutput("midi_1");
     ASSERT_TRUE(waitForNotifications(2));
     EXPECT_EQ(notifications, (Texts { "removed source", "added source" }));
+}
+
+TEST_F(JackNotifications, ports_that_come_together_are_one_change_of_each_kind)
+{
+    JackPeer zenta("ZENTA", JackPeer::Start::Inactive);
+    zenta.addPairs(5);
+    zenta.activate();
+    ASSERT_TRUE(waitForNotifications(2));
+    loop.runFor(4 * PortChanges::Settling);
+    EXPECT_EQ(notifications, (Texts { "added source", "added destination" }));
+}
+
+TEST_F(JackNotifications, a_port_that_comes_and_goes_all_the_time_is_not_reported)
+{
+    JackPeer flapping("flapping");
+    for (int i = 0; i < 20; ++i) {
+        flapping.addOutput("out");
+        loop.runFor(50ms);
+        flapping.remove("out");
+        loop.runFor(50ms);
+    }
+    EXPECT_EQ(notifications, Texts {});
+}
+
+TEST_F(JackNotifications,
+    two_hundred_clients_that_come_and_go_are_not_reported_and_hide_none_that_stays)
+{
+    for (int i = 0; i < 200; ++i) {
+        JackPeer passing("passing " + std::to_string(i));
+        passing.addPairs(1);
+        loop.runFor(10ms);
+    }
+    EXPECT_EQ(notifications, Texts {});
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(5);
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_TRUE(device("ZENTA"));
+}
+
+TEST_F(JackNotifications, a_port_that_comes_and_goes_slowly_is_reported_less_and_less_often)
+{
+    JackPeer flapping("flapping");
+    constexpr auto Stays = PortChanges::Settling + 50ms;
+    for (int i = 0; i < 8; ++i) {
+        flapping.addOutput("out");
+        loop.runFor(Stays);
+        flapping.remove("out");
+        loop.runFor(Stays);
+    }
+    EXPECT_GE(notifications.size(), 2u);
+    EXPECT_LE(notifications.size(), 8u);
+}
+
+// Two programs of our own kind would make news for each other without end.
+TEST_F(JackNotifications, clients_of_our_own_kind_are_neither_reported_nor_listed)
+{
+    JackPeer twin("inputMIDIReceiver Client");
+    ASSERT_NE(twin.name(), "inputMIDIReceiver Client") << "JACK numbers the second one";
+    twin.addPairs(1);
+    JackPeer zenta("ZENTA");
+    zenta.addInput("last");
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "added destination" }));
+    EXPECT_EQ(services.devices().size(), 1u);
+    EXPECT_TRUE(device("ZENTA"));
+}
+
+TEST_F(JackNotifications, a_second_console_of_the_same_name_is_another_device)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(5);
+    services.disposeClient(client);
+    connect();
+    {
+        JackPeer second("ZENTA");
+        second.addPairs(5);
+        ASSERT_TRUE(waitForNotifications(2));
+        EXPECT_NE(second.name(), "ZENTA");
+        EXPECT_EQ(device("ZENTA")->entities.size(), 5u);
+        EXPECT_TRUE(device(second.name()));
+    }
+    ASSERT_TRUE(waitForNotifications(4));
+    EXPECT_EQ(losses, 0);
+    zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
+    ASSERT_TRUE(waitForPackets(1));
 }
 
 TEST_F(JackNotifications, a_renamed_port_goes_and_comes_under_its_new_name)

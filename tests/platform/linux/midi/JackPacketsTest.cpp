@@ -1,3 +1,4 @@
+#include "platform/linux/midi/SourceLane.h"
 #include "tests/platform/linux/midi/JackFixture.h"
 
 #include <filesystem>
@@ -122,6 +123,18 @@ TEST_F(JackPackets, of_a_burst_of_ten_thousand_none_is_lost_or_out_of_order)
     zenta.send("midi_5", sent);
     ASSERT_TRUE(waitForPackets(sent.size()));
     EXPECT_TRUE(packets == sent);
+}
+
+TEST_F(JackPackets, those_that_found_no_room_are_told_after_those_that_found_some)
+{
+    constexpr std::size_t Room = SourceLane::RingBytes / 32;
+    connect();
+    std::size_t deliveredBefore = 0;
+    services.setPacketsLost([&] { deliveredBefore = packets.size(); });
+    zenta.send("midi_5", Packets(Room + 100, Bytes { 0xB0, 0x2F, 0x41 }));
+    ASSERT_TRUE(zenta.hasSentAll("midi_5", Long)); // the main loop does not run meanwhile
+    ASSERT_TRUE(loop.runUntil([&] { return deliveredBefore > 0; }, Long));
+    EXPECT_EQ(deliveredBefore, Room);
 }
 
 TEST_F(JackPackets, packets_wait_while_the_main_thread_is_busy)

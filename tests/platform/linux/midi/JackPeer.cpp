@@ -4,6 +4,7 @@
 #include <jack/midiport.h>
 
 #include <stdexcept>
+#include <thread>
 
 namespace kestrel::test {
 
@@ -100,6 +101,13 @@ void JackPeer::send(const std::string& output, const std::vector<Bytes>& packets
     queue.insert(queue.end(), packets.begin(), packets.end());
 }
 
+bool JackPeer::hasSentAll(const std::string& output, std::chrono::milliseconds timeout)
+{
+    std::unique_lock lock(m_mutex);
+    const auto& packets = m_ports.at(output).packets;
+    return m_arrived.wait_for(lock, timeout, [&] { return packets.empty(); });
+}
+
 std::vector<Bytes> JackPeer::received(
     const std::string& input, std::size_t count, std::chrono::milliseconds timeout)
 {
@@ -109,8 +117,31 @@ std::vector<Bytes> JackPeer::received(
     return { packets.begin(), packets.end() };
 }
 
+bool JackPeer::connect(const std::string& output, const std::string& input)
+{
+    return jack_connect(m_client, output.c_str(), input.c_str()) == 0;
+}
+
+bool JackPeer::disconnect(const std::string& output, const std::string& input)
+{
+    return jack_disconnect(m_client, output.c_str(), input.c_str()) == 0;
+}
+
+std::vector<std::string> JackPeer::connections(const std::string& port) const
+{
+    std::vector<std::string> names;
+    const char** const found
+        = jack_port_get_all_connections(m_client, jack_port_by_name(m_client, port.c_str()));
+    for (const char** name = found; name && *name; ++name)
+        names.emplace_back(*name);
+    if (found)
+        jack_free(found);
+    return names;
+}
+
 void JackPeer::process(std::uint32_t frames)
 {
+    std::this_thread::sleep_for(m_overrun.exchange(std::chrono::milliseconds(0)));
     const std::lock_guard lock(m_mutex);
     for (auto& [name, port] : m_ports) {
         void* const buffer = jack_port_get_buffer(port.port, frames);

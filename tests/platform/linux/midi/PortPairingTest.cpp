@@ -70,6 +70,16 @@ TEST(PortPairing, no_ports_make_no_clients)
     EXPECT_EQ(paired({}), Owners {});
 }
 
+TEST(PortPairing, the_names_that_jack_makes_of_a_taken_name_are_names_for_it)
+{
+    EXPECT_TRUE(isNameFor("client", "client"));
+    EXPECT_TRUE(isNameFor("client", "client-01"));
+    EXPECT_TRUE(isNameFor("client", "client-7"));
+    for (const char* other :
+        { "", "clien", "clients", "client-", "client-1a", "client 01", "my client" })
+        EXPECT_FALSE(isNameFor("client", other)) << other;
+}
+
 TEST(PortPairing, the_identifier_of_a_name_never_changes)
 {
     EXPECT_EQ(stableIdentifier(""), static_cast<std::int32_t>(0x811C9DC5));

@@ -1,0 +1,120 @@
+#include "platform/linux/midi/ForeignPorts.h"
+
+#include <jack/jack.h>
+
+#include <cstring>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+PortChanges::TimePoint now()
+{
+    return std::chrono::steady_clock::now();
+}
+} // namespace
+
+void ForeignPorts::bind(_jack_client* client, std::string askedName)
+{
+    m_client = client;
+    m_askedName = std::move(askedName);
+}
+
+std::optional<PortListing> ForeignPorts::listing(const jack_port_t* port) const
+{
+    const char* const name = port ? jack_port_name(port) : nullptr;
+    const char* const type = name ? jack_port_type(port) : nullptr;
+    if (!type || std::strcmp(type, JACK_DEFAULT_MIDI_TYPE) != 0
+        || isNameFor(m_askedName, clientOf(name)))
+        return {};
+    const bool isOutput = (jack_port_flags(port) & JackPortIsOutput) != 0;
+    return PortListing { name, isOutput ? PortDirection::Output : PortDirection::Input };
+}
+
+std::vector<PortListing> ForeignPorts::list() const
+{
+    std::vector<PortListing> ports;
+    const char** const names = jack_get_ports(m_client, nullptr, JACK_DEFAULT_MIDI_TYPE, 0);
+    for (const char** name = names; name && *name; ++name) {
+        if (auto port = listing(jack_port_by_name(m_client, *name)))
+            ports.push_back(*std::move(port));
+    }
+    if (names)
+        jack_free(names);
+    return ports;
+}
+
+void ForeignPorts::learn()
+{
+    const std::lock_guard lock(m_mutex);
+    for (const PortListing& port : list()) {
+        if (const jack_port_t* const known = jack_port_by_name(m_client, port.name.c_str()))
+            m_known[known] = port;
+    }
+}
+
+void ForeignPorts::want(const PortListing& port)
+{
+    const std::lock_guard lock(m_mutex);
+    m_changes.want(port);
+}
+
+bool ForeignPorts::isWanted(const PortListing& port) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_changes.isWanted(port);
+}
+
+// JACK also calls this for a port that has been listed for a while, when the port's client becomes
+// active: the port can be connected only from then on.
+void ForeignPorts::registered(std::uint32_t identifier)
+{
+    const jack_port_t* const port = jack_port_by_id(m_client, identifier);
+    const auto found = listing(port);
+    if (!found)
+        return;
+    const std::lock_guard lock(m_mutex);
+    const auto before
+        = m_known.contains(port) ? PortChanges::Before::Present : PortChanges::Before::Absent;
+    m_known[port] = *found;
+    m_changes.came(*found, before, now());
+}
+
+std::optional<PortListing> ForeignPorts::unregistered(std::uint32_t identifier)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto gone = m_known.extract(jack_port_by_id(m_client, identifier));
+    if (gone.empty())
+        return {};
+    m_changes.went(gone.mapped(), now());
+    return gone.mapped();
+}
+
+void ForeignPorts::cut(const PortListing& port)
+{
+    const std::lock_guard lock(m_mutex);
+    m_changes.cut(port, now());
+}
+
+bool ForeignPorts::hasNews()
+{
+    const std::lock_guard lock(m_mutex);
+    const TimePoint due = m_changes.due();
+    return due < std::exchange(m_toldDue, std::min(due, m_toldDue));
+}
+
+ForeignPorts::TimePoint ForeignPorts::due() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_changes.due();
+}
+
+unsigned ForeignPorts::takeChanges(TimePoint now)
+{
+    const std::lock_guard lock(m_mutex);
+    const unsigned kinds = m_changes.take(now);
+    m_toldDue = m_changes.due();
+    return kinds;
+}
+
+} // namespace kestrel

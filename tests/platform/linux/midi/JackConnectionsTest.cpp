@@ -1,0 +1,85 @@
+#include "platform/linux/midi/PortChanges.h"
+#include "tests/platform/linux/midi/JackFixture.h"
+
+namespace kestrel::test {
+namespace {
+
+// A patchbay that cuts connections of the link.
+class JackConnections : public JackFixture {
+public:
+    JackConnections()
+    {
+        zenta.addPairs(5);
+        receiver.addPairs(5);
+        link = connect("receiver");
+    }
+
+    JackPeer zenta { "ZENTA" };
+    JackPeer receiver { "receiver" };
+    Link link;
+};
+
+using Texts = std::vector<std::string>;
+using std::chrono::milliseconds;
+
+TEST_F(JackConnections, a_cut_connection_from_a_source_is_a_loss_and_the_removal_of_the_source)
+{
+    const Texts ours = zenta.connections("ZENTA:midi_5");
+    ASSERT_EQ(ours.size(), 1u);
+    ASSERT_TRUE(receiver.disconnect("ZENTA:midi_5", ours[0]));
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications, (Texts { "removed source" }));
+    EXPECT_EQ(losses, 1);
+    services.disposeClient(link.client);
+    connect("receiver");
+    zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
+    EXPECT_TRUE(waitForPackets(1));
+}
+
+TEST_F(JackConnections, a_cut_connection_to_the_destination_is_made_again_for_the_next_packet)
+{
+    ASSERT_TRUE(send(link, { 0x90, 0x00, 0x01 }));
+    ASSERT_EQ(receiver.received("midi_5_in", 1, milliseconds(Long)).size(), 1u);
+    for (std::uint8_t i = 0; i < 5; ++i) {
+        const Texts ours = receiver.connections("receiver:midi_5_in");
+        ASSERT_EQ(ours.size(), 1u);
+        ASSERT_TRUE(zenta.disconnect(ours[0], "receiver:midi_5_in"));
+        ASSERT_TRUE(loop.runUntil(
+            [this] { return receiver.connections("receiver:midi_5_in").empty(); }, Long));
+        // The services learn of it on a thread of JACK, so the first packet may come too early.
+        const std::size_t before = receiver.received("midi_5_in", 0, milliseconds(0)).size();
+        ASSERT_TRUE(loop.runUntil(
+            [&] {
+                EXPECT_TRUE(send(link, { 0x90, 0x00, i }));
+                return receiver.received("midi_5_in", before + 1, 100ms).size() > before;
+            },
+            Long));
+    }
+    EXPECT_EQ(notifications, Texts {});
+    EXPECT_EQ(losses, 0);
+}
+
+TEST_F(JackConnections, a_connection_that_somebody_else_made_is_not_ours_to_miss)
+{
+    const Texts ours = zenta.connections("ZENTA:midi_5");
+    ASSERT_EQ(ours.size(), 1u);
+    ASSERT_TRUE(receiver.connect("ZENTA:midi_1", ours[0]));
+    ASSERT_TRUE(receiver.disconnect("ZENTA:midi_1", ours[0]));
+    zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
+    ASSERT_TRUE(waitForPackets(1));
+    loop.runFor(2 * PortChanges::Settling);
+    EXPECT_EQ(notifications, Texts {});
+    EXPECT_EQ(losses, 0);
+}
+
+TEST_F(JackConnections, those_of_a_disposed_port_are_not_missed)
+{
+    services.disposePort(link.input);
+    loop.runFor(2 * PortChanges::Settling);
+    EXPECT_TRUE(zenta.connections("ZENTA:midi_5").empty());
+    EXPECT_EQ(notifications, Texts {});
+    EXPECT_EQ(losses, 0);
+}
+
+} // namespace
+} // namespace kestrel::test

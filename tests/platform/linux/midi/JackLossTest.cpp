@@ -1,0 +1,73 @@
+#include "tests/platform/linux/midi/JackFixture.h"
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace kestrel::test {
+namespace {
+
+// A server that does not wait for its clients, as people run it.
+class JackLoss : public JackFixture {
+public:
+    JackLoss()
+        : JackFixture(Cycles::Independent)
+    {
+        zenta.addPairs(5);
+    }
+
+    // True when the services have told of a loss that they had not told of at `before`.
+    [[nodiscard]] bool isTold(int before)
+    {
+        return loop.runUntil([&] { return losses > before; }, Long);
+    }
+
+    JackPeer zenta { "ZENTA" };
+};
+
+// Returns the kernel's number of the thread that runs our process callback.
+pid_t processThread()
+{
+    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::string name;
+        std::getline(std::ifstream(task.path() / "comm"), name);
+        if (name == "jack-process")
+            return std::stoi(task.path().filename());
+    }
+    return 0;
+}
+
+// Holds up the thread, as a busy machine may.
+void holdUp(pid_t thread)
+{
+    struct sigaction action { };
+    action.sa_handler = [](int) { ::usleep(30000); };
+    action.sa_flags = SA_RESTART;
+    ::sigaction(SIGUSR2, &action, nullptr);
+    ASSERT_EQ(::syscall(SYS_tgkill, ::getpid(), thread, SIGUSR2), 0);
+}
+
+TEST_F(JackLoss, cycles_that_the_process_callback_missed_are_told)
+{
+    connect();
+    for (int i = 0; i < 10; ++i) {
+        const int before = losses;
+        holdUp(processThread());
+        ASSERT_TRUE(isTold(before));
+    }
+}
+
+TEST_F(JackLoss, a_cycle_of_the_server_that_came_too_late_is_told)
+{
+    connect();
+    const int before = losses;
+    zenta.overrun(30ms);
+    EXPECT_TRUE(isTold(before));
+}
+
+} // namespace
+} // namespace kestrel::test
