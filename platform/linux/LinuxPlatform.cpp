@@ -6,7 +6,6 @@
 #include "platform/linux/system/SystemAdapters.h"
 #include "platform/linux/x11/X11Adapters.h"
 #include "platform/linux/x11/X11Dialler.h"
-#include "platform/linux/x11/X11KeyTranslation.h"
 
 #include <chrono>
 #include <csignal>
@@ -26,7 +25,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .midiServices = std::make_unique<JackMIDIServices>(mainLoop),
         .workspace = std::move(x11.workspace),
         .keyEvents = std::move(x11.keyEvents),
-        .keyTranslation = std::make_unique<X11KeyTranslation>(),
+        .keyTranslation = std::move(x11.keyTranslation),
         .processTable = makeProcessTable(),
         .fileAttributes = makeFileAttributes(),
         .windowTraits = std::move(x11.windowTraits),

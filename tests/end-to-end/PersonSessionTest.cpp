@@ -125,6 +125,29 @@ TEST_F(PersonSession, a_shortcut_is_captured_named_used_saved_and_loaded_again)
     EXPECT_EQ(again->getShortcutTitle(6), QStringLiteral("Save take"));
 }
 
+TEST_F(PersonSession, on_a_german_keyboard_the_name_is_that_of_the_key_that_will_be_typed)
+{
+    stage::ChildProcess layout({ "setxkbmap", "de" }, studio.studio.environment());
+    ASSERT_EQ(layout.wait(stage::milliseconds(10000)), 0);
+    start();
+    setup.open();
+    setup.select(6);
+    setup.person.press("ISO_Level3_Shift+q"); // this types @
+    setup.assign();
+    setup.select(7);
+    setup.person.press("49"); // the keycode of the dead circumflex
+    setup.assign();
+    setup.save(path("german"));
+    const auto set = saved("german.ZKCF");
+    ASSERT_NE(set, nullptr);
+    EXPECT_EQ(text(*set, 6), QStringLiteral("Q"));
+    EXPECT_EQ(text(*set, 7), QStringLiteral("^"));
+    setup.ok();
+    EXPECT_THAT(pressed(6), ElementsAre("down Q"));
+    EXPECT_THAT(released(6), ElementsAre("up Q"));
+    EXPECT_THAT(pressed(7), ElementsAre("down grave")) << "keys are named by position";
+}
+
 TEST_F(PersonSession, cancel_takes_back_what_was_assigned_and_named)
 {
     studio.studio.assign({ "1", "A", "--title", "Record" });

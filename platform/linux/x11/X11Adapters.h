@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/KeyEvents.h"
+#include "platform/KeyTranslation.h"
 #include "platform/MainLoop.h"
 #include "platform/WindowTraits.h"
 #include "platform/Workspace.h"
@@ -14,6 +15,7 @@ namespace kestrel {
 struct X11Adapters {
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<KeyEvents> keyEvents;
+    std::unique_ptr<KeyTranslation> keyTranslation;
     std::unique_ptr<WindowTraits> windowTraits;
 };
 

@@ -1,10 +1,9 @@
 #include "platform/linux/x11/X11KeyTranslation.h"
 
 #include "platform/linux/x11/EvdevKeyMap.h"
+#include "platform/linux/x11/KeysymCharacters.h"
+#include "platform/linux/x11/ShiftedKeysym.h"
 
-#include <xkbcommon/xkbcommon.h>
-
-#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -13,6 +12,7 @@ namespace kestrel {
 namespace {
 
 constexpr std::uint32_t EvdevOffset = 8; // an X keycode is the evdev code plus this
+constexpr std::uint32_t LargestXKeyCode = 255;
 
 // Modifier bits in the state of an X key event. Every common keyboard description has Alt on Mod1
 // and Super on Mod4.
@@ -36,25 +36,12 @@ constexpr bool isModifierKey(KeyCode keyCode)
     return keyCode >= 54 && keyCode <= 63;
 }
 
-bool isControlCharacter(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F;
-}
-
-// Prefers the keysym to the event's text: Shift changes the keysym, but Control, Alt and Super,
-// which may change the text, do not.
-std::string characters(const NativeKeyEvent& event)
-{
-    std::array<char, 8> utf8 {};
-    const int size = xkb_keysym_to_utf8(event.virtualKey, utf8.data(), utf8.size());
-    std::string text = size > 1 ? std::string(utf8.data()) : std::string(event.text);
-    if (std::any_of(text.begin(), text.end(), isControlCharacter))
-        return {};
-    return text;
-}
-
 } // namespace
+
+X11KeyTranslation::X11KeyTranslation(std::shared_ptr<X11Session> session)
+    : m_session(std::move(session))
+{
+}
 
 std::optional<TranslatedKey> X11KeyTranslation::translate(const NativeKeyEvent& event)
 {
@@ -67,7 +54,18 @@ std::optional<TranslatedKey> X11KeyTranslation::translate(const NativeKeyEvent& 
     ModifierFlags flags = NonCoalesced;
     for (const auto& [state, flag] : StateBits)
         flags |= event.modifiers & state ? flag : 0;
-    return TranslatedKey { *keyCode, flags, characters(event) };
+    return TranslatedKey { *keyCode, flags, charactersIgnoringModifiers(event) };
+}
+
+// The keysym of the event is that of all its modifiers: with AltGr, a German Q has an @. The
+// keystroke that is posted later has no AltGr and types a Q.
+std::string X11KeyTranslation::charactersIgnoringModifiers(const NativeKeyEvent& event)
+{
+    const auto keysym = event.scanCode <= LargestXKeyCode
+        ? keysymWithShiftAlone(m_session->connection, static_cast<xcb_keycode_t>(event.scanCode),
+            static_cast<std::uint16_t>(event.modifiers))
+        : std::nullopt;
+    return charactersOfKeysym(keysym.value_or(event.virtualKey));
 }
 
 } // namespace kestrel

@@ -91,6 +91,7 @@ std::string KeyReceiver::keys()
 {
     synchronise();
     std::string text;
+    m_presses.clear();
     m_times.clear();
     while (const Reply<xcb_generic_event_t> event { xcb_poll_for_event(xcb()), &std::free }) {
         const auto type = event->response_type & 0x7f;
@@ -99,6 +100,8 @@ std::string KeyReceiver::keys()
         const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
         text.append(text.empty() ? "" : "; ").append(nameOf(key.detail));
         text.append(type == XCB_KEY_PRESS ? " down" : " up").append(namesOf(key.state));
+        if (type == XCB_KEY_PRESS)
+            m_presses.push_back(key);
         m_times.push_back(key.time);
     }
     return text;

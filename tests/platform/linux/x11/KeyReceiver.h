@@ -25,12 +25,15 @@ public:
     [[nodiscard]] bool hasFocus() const;
     // Every key event since the last call, such as "Super down; S down Super; Super up Super".
     std::string keys();
+    // The key presses among the events that keys() has returned last.
+    [[nodiscard]] const std::vector<xcb_key_press_event_t>& presses() const { return m_presses; }
     // The server's times of the key events that keys() has returned last.
     [[nodiscard]] const std::vector<xcb_timestamp_t>& times() const { return m_times; }
 
 private:
     std::string m_applicationClass;
     xcb_window_t m_window = XCB_WINDOW_NONE;
+    std::vector<xcb_key_press_event_t> m_presses;
     std::vector<xcb_timestamp_t> m_times;
 };
 

@@ -1,8 +1,12 @@
 #include "platform/linux/x11/X11KeyTranslation.h"
 
+#include "tests/support/PollMainLoop.h"
+
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <cstdlib>
 
 namespace kestrel::test {
 namespace {
@@ -20,10 +24,18 @@ constexpr std::uint32_t XMod1 = 8; // Alt
 constexpr std::uint32_t XMod2 = 16; // Num Lock
 constexpr std::uint32_t XMod4 = 64; // Super
 
+// Translates without an X server, so that only the event itself counts.
+std::optional<TranslatedKey> translated(const NativeKeyEvent& event)
+{
+    ::unsetenv("DISPLAY");
+    PollMainLoop loop;
+    return X11KeyTranslation(std::make_shared<X11Session>(loop)).translate(event);
+}
+
 std::optional<TranslatedKey> translated(
     std::uint32_t evdev, std::uint32_t keysym, std::uint32_t state = 0, std::string_view text = "")
 {
-    return X11KeyTranslation().translate({ evdev + 8, keysym, state, text });
+    return translated(NativeKeyEvent { evdev + 8, keysym, state, text });
 }
 
 TEST(X11KeyTranslation, the_key_code_is_that_of_the_position_whatever_the_key_types)
@@ -76,9 +88,10 @@ TEST(X11KeyTranslation, control_characters_are_no_characters)
         (TranslatedKey { 48, Always | Shift, "" }));
 }
 
-TEST(X11KeyTranslation, a_keysym_without_characters_gives_what_the_event_types)
+TEST(X11KeyTranslation, dead_keys_have_their_accent_though_they_type_nothing)
 {
-    EXPECT_EQ(translated(KEY_E, XKB_KEY_dead_acute, 0, "´")->charactersIgnoringModifiers, "´");
+    EXPECT_EQ(translated(KEY_EQUAL, XKB_KEY_dead_acute)->charactersIgnoringModifiers, "´");
+    EXPECT_EQ(translated(KEY_GRAVE, XKB_KEY_dead_circumflex)->charactersIgnoringModifiers, "^");
 }
 
 TEST(X11KeyTranslation, modifier_keys_make_no_key_event)
@@ -96,8 +109,8 @@ TEST(X11KeyTranslation, modifier_keys_make_no_key_event)
 TEST(X11KeyTranslation, keys_without_a_key_code_are_no_keys)
 {
     EXPECT_EQ(translated(KEY_MICMUTE, XKB_KEY_XF86AudioMicMute), std::nullopt);
-    EXPECT_EQ(X11KeyTranslation().translate({ 0, XKB_KEY_a, 0, "a" }), std::nullopt);
-    EXPECT_EQ(X11KeyTranslation().translate({ 0xFFFFFFFF, XKB_KEY_a, 0, "a" }), std::nullopt);
+    EXPECT_EQ(translated(NativeKeyEvent { 0, XKB_KEY_a, 0, "a" }), std::nullopt);
+    EXPECT_EQ(translated(NativeKeyEvent { 0xFFFFFFFF, XKB_KEY_a, 0, "a" }), std::nullopt);
 }
 
 } // namespace
