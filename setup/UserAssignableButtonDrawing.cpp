@@ -100,7 +100,7 @@ void UserAssignableButton::drawName(QPainter& painter)
     m_attributes.alignment = Qt::AlignHCenter;
 }
 
-// Qt::AlignAbsolute keeps right-to-left texts left-aligned as well.
+// Qt::AlignAbsolute keeps the text on its side in a right-to-left interface as well.
 void UserAssignableButton::drawLine(QPainter& painter, QPointF topLeft, QStringView text) const
 {
     painter.setFont(m_attributes.font);

@@ -164,6 +164,25 @@ TEST(Editing, not_available_goes_once_no_field_holds_a_function_key)
     EXPECT_FALSE(bench.field(1).bNotAvailable());
 }
 
+TEST(Editing, not_available_goes_from_every_field_at_once)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 99, "F3");
+    bench.give(1, 1, 0, 0, "A");
+    bench.give(1, 2, 0, 11, "B");
+    bench.give(1, 3, 0, 8, "C");
+    bench.open();
+    for (const int field : { 1, 2 }) {
+        press(bench.field(field), Keys::F5);
+        EXPECT_EQ(bench.field(field).stringValue(), u"Not Available");
+    }
+    press(bench.field(0), Keys::A);
+    for (const int field : { 1, 2 }) {
+        EXPECT_EQ(bench.field(field).stringValue(), u"") << field;
+        EXPECT_FALSE(bench.field(field).bNotAvailable()) << field;
+    }
+}
+
 TEST(Editing, not_available_goes_with_the_key_that_was_edited)
 {
     SetupBench bench;

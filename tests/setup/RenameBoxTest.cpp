@@ -106,6 +106,20 @@ TEST(RenameBox, escape_closes_and_keeps_the_name)
     EXPECT_EQ(bench.button(0).editBox(), nullptr);
 }
 
+TEST(RenameBox, tab_moves_the_focus_on_and_keeps_the_name)
+{
+    OpenBox bench;
+    bench.type("other");
+    press(bench.box(), Keys::Tab);
+    const QWidget* focused = bench.controller.window()->focusWidget();
+    EXPECT_NE(focused, nullptr);
+    EXPECT_FALSE(dynamic_cast<const RenameBox*>(focused));
+    EXPECT_EQ(bench.button(0).uniqueName(), u"Save");
+    if (const RenameBox* box = bench.button(0).editBox()) {
+        EXPECT_EQ(box->toPlainText(), u"other");
+    }
+}
+
 TEST(RenameBox, closing_leaves_the_focus_to_nobody_else)
 {
     OpenBox bench;

@@ -1,5 +1,6 @@
 #include "tests/setup/SetupBench.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 namespace kestrel::test {
@@ -104,6 +105,45 @@ TEST(UserAssignableButton, a_name_a_fraction_too_wide_for_one_line_is_cut_after_
     const QString name = nameOfWidth(66, 67);
     ASSERT_FALSE(name.isEmpty());
     EXPECT_EQ(belowTheLine(name), belowTheLine("i"));
+}
+
+// The first column in which two pictures of the same size differ; their width if they are equal.
+int firstDifferentColumn(const QImage& left, const QImage& right)
+{
+    for (int x = 0; x < left.width(); ++x) {
+        for (int y = 0; y < left.height(); ++y) {
+            if (left.pixel(x, y) != right.pixel(x, y))
+                return x;
+        }
+    }
+    return left.width();
+}
+
+TEST(UserAssignableButton, a_right_to_left_name_of_several_lines_starts_at_the_left_like_any_other)
+{
+    SetupBench bench;
+    const auto shown = [&](const QString& name) {
+        bench.button(1).setUniqueName(name);
+        return bench.button(1).grab().toImage();
+    };
+    const QImage bare = shown(" ");
+    const int latin = firstDifferentColumn(shown(QString(9, u'H')), bare);
+    const int hebrew = firstDifferentColumn(shown(QString(12, QChar(0x05D0))), bare);
+    EXPECT_NEAR(latin, 6, 1);
+    EXPECT_NEAR(hebrew, latin, 1);
+}
+
+TEST(UserAssignableButton, its_text_stays_on_its_side_in_a_right_to_left_interface)
+{
+    SetupBench bench;
+    UserAssignableButton& button = bench.button(1);
+    for (const QString& name : { QString(9, u'H'), QString(12, QChar(0x05D0)) }) {
+        button.setUniqueName(name);
+        const QImage leftToRight = button.grab().toImage();
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        EXPECT_EQ(button.grab().toImage(), leftToRight) << name.toStdString();
+        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+    }
 }
 
 TEST(UserAssignableButton, without_name_and_entry_it_shows_its_bare_face)
