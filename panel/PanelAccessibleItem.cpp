@@ -1,5 +1,6 @@
 #include "panel/PanelAccessibleItem.h"
 
+#include "panel/PaintedPart.h"
 #include "panel/PanelText.h"
 #include "panel/PlugInPanelAccessible.h"
 
@@ -23,10 +24,12 @@ bool PanelAccessibleItem::isKnob() const
 
 std::size_t PanelAccessibleItem::number() const
 {
-    const int first = isRow() ? 0
-        : isKnob()            ? PlugInPanelAccessible::FirstKnob
-                              : PlugInPanelAccessible::FirstSwitch;
-    return static_cast<std::size_t>(m_index - first);
+    if (isRow())
+        return static_cast<std::size_t>(m_index);
+    if (isKnob())
+        return static_cast<std::size_t>(m_index - PlugInPanelAccessible::FirstKnob);
+    return PanelLayout::SwitchesFromLeft[static_cast<std::size_t>(
+        m_index - PlugInPanelAccessible::FirstSwitch)];
 }
 
 KnobRing PanelAccessibleItem::ring() const
@@ -53,17 +56,28 @@ QString PanelAccessibleItem::text(QAccessible::Text kind) const
 {
     if (!m_view)
         return {};
-    if (isRow()) {
-        if (kind == QAccessible::Description)
-            return number() == 0 ? QStringLiteral("Upper row") : QStringLiteral("Lower row");
-        const auto& zones = m_view->myZonesArray();
-        return kind == QAccessible::Name && zones ? PanelText::row(*zones, number()) : QString();
+    const auto& zones = m_view->myZonesArray();
+    switch (kind) {
+    case QAccessible::Name:
+        if (isRow())
+            return zones ? PanelText::row(*zones, number()) : QString();
+        return isKnob() ? PanelText::knobName(zones, number()) : PanelText::switchName(number());
+    case QAccessible::Description:
+        return description();
+    case QAccessible::Value:
+        if (isLamp())
+            return PanelText::lampState(isLit());
+        return isKnob() ? currentValue().toString() : QString();
+    default:
+        return {};
     }
-    if (kind == QAccessible::Name)
-        return isKnob() ? PanelText::knobName(number()) : PanelText::switchName(number());
-    if (kind == QAccessible::Value)
-        return isKnob() ? currentValue().toString() : PanelText::lampState(isLit());
-    return kind == QAccessible::Description && isKnob() ? PanelText::ring(ring()) : QString();
+}
+
+QString PanelAccessibleItem::description() const
+{
+    if (isRow())
+        return number() == 0 ? QStringLiteral("Upper row") : QStringLiteral("Lower row");
+    return isKnob() ? PanelText::ring(ring()) : PanelText::lampState(isLit());
 }
 
 QRect PanelAccessibleItem::rect() const
@@ -71,9 +85,21 @@ QRect PanelAccessibleItem::rect() const
     if (!m_view)
         return {};
     const QRect inView = isRow() ? m_view->rowRect(number())
-        : isKnob()               ? m_view->knobRect(number())
-                                 : m_view->switchRect(number());
+        : isKnob()               ? seen(m_view->imageKnob(), m_view->knobRect(number()))
+                                 : seen(m_view->lampImage(PanelLayout::SwitchTable[number()].lamp),
+                                     m_view->switchRect(number()));
     return { m_view->mapToGlobal(inView.topLeft()), inView.size() };
+}
+
+// All frames of a picture have the same outline, so the first one serves.
+QRect PanelAccessibleItem::seen(const InterfaceImage& image, const QRect& place)
+{
+    const int side = qRound(image.width());
+    if (side == 0)
+        return place;
+    const QRectF part = paintedPart(image, QRect(0, 0, side, side));
+    const double scale = static_cast<double>(place.width()) / side;
+    return QRectF(place.topLeft() + part.topLeft() * scale, part.size() * scale).toAlignedRect();
 }
 
 QAccessible::Role PanelAccessibleItem::role() const
@@ -85,28 +111,31 @@ QAccessible::State PanelAccessibleItem::state() const
 {
     QAccessible::State state;
     state.readOnly = true;
-    if (!m_view || !m_view->isVisible())
-        state.invisible = true;
-    else if (!isRow() && !isKnob())
-        state.checked = isLit();
+    state.invisible = !m_view || !m_view->isVisible();
+    state.checkable = isLamp();
+    state.checked = m_view && isLamp() && isLit();
     return state;
 }
 
 void* PanelAccessibleItem::interface_cast(QAccessible::InterfaceType type)
 {
-    return isKnob() && type == QAccessible::ValueInterface
+    return !isRow() && type == QAccessible::ValueInterface
         ? static_cast<QAccessibleValueInterface*>(this)
         : nullptr;
 }
 
 QVariant PanelAccessibleItem::currentValue() const
 {
-    return m_view && isKnob() ? ring().position() : 0;
+    if (!m_view || isRow())
+        return 0;
+    return isKnob() ? ring().position() : static_cast<int>(isLit());
 }
 
 QVariant PanelAccessibleItem::maximumValue() const
 {
-    return m_view && isKnob() ? ring().lastPosition() : 0;
+    if (!m_view || isRow())
+        return 0;
+    return isKnob() ? ring().lastPosition() : 1;
 }
 
 } // namespace kestrel

@@ -18,6 +18,8 @@ PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, Listener listener)
     , m_listener(std::move(listener))
 {
     PlugInPanelAccessible::install();
+    for (std::size_t i = 0; i < m_knobNames.size(); ++i)
+        m_knobNames[i] = PanelText::knobName(view.myZonesArray(), i);
     m_pause.setSingleShot(true);
     m_pause.setInterval(Pause);
     connect(&m_pause, &QTimer::timeout, this, &PanelAnnouncer::announce);
@@ -36,21 +38,22 @@ void PanelAnnouncer::announce()
 
 void PanelAnnouncer::announceRows()
 {
-    if (!m_view.myZonesArray())
+    const auto& zones = m_view.myZonesArray();
+    if (!zones)
         return;
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        const QString now = PanelText::row(*m_view.myZonesArray(), i);
-        if (std::exchange(m_rows[i], now) == now)
-            continue;
-        QAccessibleEvent event(&m_view, QAccessible::NameChanged);
-        event.setChild(static_cast<int>(i));
-        m_listener.tell(&event);
+        const QString now = PanelText::row(*zones, i);
+        if (std::exchange(m_rows[i], now) != now)
+            tell(QAccessible::NameChanged, static_cast<int>(i));
     }
 }
 
 void PanelAnnouncer::announceKnobs()
 {
     for (std::size_t i = 0; i < m_knobs.size(); ++i) {
+        const QString name = PanelText::knobName(m_view.myZonesArray(), i);
+        if (std::exchange(m_knobNames[i], name) != name)
+            tell(QAccessible::NameChanged, PlugInPanelAccessible::FirstKnob + static_cast<int>(i));
         const std::uint8_t now = (*m_view.myKnobArray())[i];
         announceKnob(i, KnobRing(std::exchange(m_knobs[i], now)), KnobRing(now));
     }
@@ -60,30 +63,41 @@ void PanelAnnouncer::announceKnobs()
 void PanelAnnouncer::announceKnob(std::size_t knob, KnobRing before, KnobRing now)
 {
     const int child = PlugInPanelAccessible::FirstKnob + static_cast<int>(knob);
-    if (before.position() != now.position()) {
-        QAccessibleValueChangeEvent event(&m_view, now.position());
-        event.setChild(child);
-        m_listener.tell(&event);
-    }
-    if (PanelText::ring(before) != PanelText::ring(now)) {
-        QAccessibleEvent event(&m_view, QAccessible::DescriptionChanged);
-        event.setChild(child);
-        m_listener.tell(&event);
-    }
+    if (before.position() != now.position())
+        tellValue(child, now.position());
+    if (PanelText::ring(before) != PanelText::ring(now))
+        tell(QAccessible::DescriptionChanged, child);
 }
 
 void PanelAnnouncer::announceSwitches()
 {
-    for (std::size_t i = 0; i < m_lit.size(); ++i) {
-        const bool now = PanelLayout::isLit((*m_view.mySwitchArray())[i]);
-        if (std::exchange(m_lit[i], now) == now)
+    for (const std::size_t lamp : PanelLayout::SwitchesFromLeft) {
+        const bool now = PanelLayout::isLit((*m_view.mySwitchArray())[lamp]);
+        if (std::exchange(m_lit[lamp], now) == now)
             continue;
+        const int child = PlugInPanelAccessible::childOfSwitch(lamp);
         QAccessible::State changed;
         changed.checked = true;
         QAccessibleStateChangeEvent event(&m_view, changed);
-        event.setChild(PlugInPanelAccessible::FirstSwitch + static_cast<int>(i));
+        event.setChild(child);
         m_listener.tell(&event);
+        tellValue(child, static_cast<int>(now));
+        tell(QAccessible::DescriptionChanged, child);
     }
+}
+
+void PanelAnnouncer::tell(QAccessible::Event type, int child)
+{
+    QAccessibleEvent event(&m_view, type);
+    event.setChild(child);
+    m_listener.tell(&event);
+}
+
+void PanelAnnouncer::tellValue(int child, int value)
+{
+    QAccessibleValueChangeEvent event(&m_view, value);
+    event.setChild(child);
+    m_listener.tell(&event);
 }
 
 } // namespace kestrel

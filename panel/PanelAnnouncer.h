@@ -34,12 +34,15 @@ private:
     void announceKnobs();
     void announceKnob(std::size_t knob, KnobRing before, KnobRing now);
     void announceSwitches();
+    void tell(QAccessible::Event type, int child);
+    void tellValue(int child, int value);
 
     PlugInPanelView& m_view;
     Listener m_listener;
     QTimer m_pause;
     // The values that were announced last.
     std::array<QString, 2> m_rows;
+    std::array<QString, PanelLayout::Knobs> m_knobNames;
     PanelKnobs m_knobs {};
     std::array<bool, PanelLayout::Switches> m_lit {};
 };

@@ -4,9 +4,11 @@
 
 #include <QRectF>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 
 // The places of all items on the panel, in units of its design space: 782 × 220, origin at the
 // bottom left, y upwards.
@@ -47,6 +49,14 @@ inline constexpr std::array<Switch, Switches> SwitchTable { {
     { Lamp::Green, 212 },
     { Lamp::Green, 115 },
 } };
+
+// The lamp numbers in the order of their places, from left to right.
+inline constexpr auto SwitchesFromLeft = [] {
+    std::array<std::size_t, Switches> order {};
+    std::iota(order.begin(), order.end(), std::size_t { 0 });
+    std::ranges::sort(order, {}, [](std::size_t lamp) { return SwitchTable[lamp].left; });
+    return order;
+}();
 
 [[nodiscard]] inline QRectF cell(std::size_t zone, std::size_t character)
 {

@@ -14,6 +14,25 @@ constexpr std::uint8_t LeftArrow = 0x7F;
 constexpr std::array<const char*, PanelLayout::Switches> SwitchNames { "INSERT/PARAM", "ASSIGN",
     "SELECT 1", "SELECT 2", "SELECT 3", "SELECT 4", "BYPASS", "COMPARE" };
 
+QString zoneText(const PanelZones& zones, std::size_t zone)
+{
+    QString text;
+    for (const std::uint8_t code : zones[zone])
+        text += glyph(code);
+    return text.simplified();
+}
+
+// Screen readers skip a hyphen but speak the minus sign.
+QString withMinusSign(QString value)
+{
+    for (qsizetype i = 0; i + 1 < value.size(); ++i) {
+        const bool isFirst = i == 0 || value[i - 1].isSpace();
+        if (isFirst && value[i] == u'-' && (value[i + 1].isDigit() || value[i + 1] == u'.'))
+            value[i] = QChar(0x2212);
+    }
+    return value;
+}
+
 QString litLamps(KnobRing ring)
 {
     const int position = ring.position();
@@ -63,9 +82,13 @@ QString row(const PanelZones& zones, std::size_t row)
     return text;
 }
 
-QString knobName(std::size_t knob)
+QString knobName(const std::optional<PanelZones>& zones, std::size_t knob)
 {
-    return QStringLiteral("Knob %1").arg(knob + 1);
+    const QString upper = zones ? zoneText(*zones, knob) : QString();
+    const QString lower
+        = zones ? withMinusSign(zoneText(*zones, PanelLayout::ZonesPerRow + knob)) : QString();
+    const QString name = upper.isEmpty() ? QStringLiteral("Knob %1").arg(knob + 1) : upper;
+    return lower.isEmpty() ? name : name + QStringLiteral(", ") + lower;
 }
 
 QString ring(KnobRing ring)

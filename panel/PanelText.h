@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <optional>
+
 // Describes the state of the panel in words, for assistive technology.
 namespace kestrel::PanelText {
 
@@ -14,7 +16,9 @@ namespace kestrel::PanelText {
 // The text of row 0 (upper) or 1: its four zones, separated by spaces, without trailing blanks.
 [[nodiscard]] QString row(const PanelZones& zones, std::size_t row);
 
-[[nodiscard]] QString knobName(std::size_t knob);
+// The two zones above the knob, such as "Threshold, −24.0 dB". A blank upper zone, or no zones at
+// all, give the knob its number for a name.
+[[nodiscard]] QString knobName(const std::optional<PanelZones>& zones, std::size_t knob);
 [[nodiscard]] QString ring(KnobRing ring); // which of its lamps are lit
 
 [[nodiscard]] QString switchName(std::size_t lamp); // the engraving of the panel

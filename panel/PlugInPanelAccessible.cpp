@@ -1,5 +1,6 @@
 #include "panel/PlugInPanelAccessible.h"
 
+#include "panel/DSPWindow.h"
 #include "panel/PanelAccessibleItem.h"
 
 namespace kestrel {
@@ -7,10 +8,11 @@ namespace kestrel {
 namespace {
 QAccessibleInterface* panelInterface(const QString& className, QObject* object)
 {
-    auto* view = className == QLatin1String(PlugInPanelView::staticMetaObject.className())
-        ? qobject_cast<PlugInPanelView*>(object)
-        : nullptr;
-    return view ? new PlugInPanelAccessible(view) : nullptr;
+    if (className == QLatin1String(DSPWindow::staticMetaObject.className()))
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Window);
+    if (className == QLatin1String(PlugInPanelView::staticMetaObject.className()))
+        return new PlugInPanelAccessible(static_cast<PlugInPanelView*>(object));
+    return nullptr;
 }
 } // namespace
 
@@ -32,6 +34,12 @@ PlugInPanelAccessible::~PlugInPanelAccessible()
 {
     for (const QAccessible::Id id : m_children)
         QAccessible::deleteAccessibleInterface(id);
+}
+
+int PlugInPanelAccessible::childOfSwitch(std::size_t lamp)
+{
+    const auto& order = PanelLayout::SwitchesFromLeft;
+    return FirstSwitch + static_cast<int>(std::ranges::find(order, lamp) - order.begin());
 }
 
 int PlugInPanelAccessible::childCount() const

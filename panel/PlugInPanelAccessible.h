@@ -8,7 +8,8 @@
 
 namespace kestrel {
 
-// The panel as assistive technology sees it: two rows of text, four knobs and eight lamps.
+// The panel as assistive technology sees it: two rows of text, four knobs and eight lamps, in
+// reading order.
 class PlugInPanelAccessible : public QAccessibleWidget {
 public:
     static constexpr int Rows = 2;
@@ -19,8 +20,11 @@ public:
     explicit PlugInPanelAccessible(PlugInPanelView* view);
     ~PlugInPanelAccessible() override;
 
-    // Registers the factory of this class with Qt. Further calls do no harm.
+    // Registers the factory of this class, and of the panel's window, with Qt. Further calls do no
+    // harm.
     static void install();
+
+    [[nodiscard]] static int childOfSwitch(std::size_t lamp); // the index of the lamp's item
 
     [[nodiscard]] int childCount() const override;
     [[nodiscard]] QAccessibleInterface* child(int index) const override;

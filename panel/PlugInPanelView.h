@@ -42,6 +42,7 @@ public:
     [[nodiscard]] QRect rowRect(std::size_t row) const;
     [[nodiscard]] QRect knobRect(std::size_t knob) const;
     [[nodiscard]] QRect switchRect(std::size_t lamp) const;
+    [[nodiscard]] const InterfaceImage& lampImage(PanelLayout::Lamp lamp) const;
 
     void drawRect(QPainter& painter, const QRect& dirtyRect);
     void drawString(PanelCanvas& canvas, const QRect& dirtyRect);
@@ -73,7 +74,6 @@ private:
     struct Ratio;
 
     [[nodiscard]] Ratio drawRatio(bool viewDisplay) const;
-    [[nodiscard]] const InterfaceImage& lampImage(PanelLayout::Lamp lamp) const;
     [[nodiscard]] QRect squareRect(double left, double bottom, double side) const;
     void refresh(const QRegion& stale);
 

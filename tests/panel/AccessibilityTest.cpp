@@ -1,3 +1,4 @@
+#include "panel/DSPWindow.h"
 #include "panel/PanelAnnouncer.h"
 #include "panel/PanelText.h"
 #include "panel/PlugInPanelAccessible.h"
@@ -31,13 +32,13 @@ protected:
     {
         const std::string child = std::to_string(event->child());
         if (event->type() == QAccessible::NameChanged)
-            told.push_back("row " + child);
+            told.push_back("name " + child);
         if (event->type() == QAccessible::ValueChanged) {
             const auto value = static_cast<QAccessibleValueChangeEvent*>(event)->value();
-            told.push_back("knob " + child + " at " + value.toString().toStdString());
+            told.push_back("value " + child + " at " + value.toString().toStdString());
         }
         if (event->type() == QAccessible::DescriptionChanged)
-            told.push_back("ring " + child);
+            told.push_back("words " + child);
         if (event->type() == QAccessible::StateChanged
             && static_cast<QAccessibleStateChangeEvent*>(event)->changedStates().checked)
             told.push_back("lamp " + child);
@@ -49,7 +50,12 @@ protected:
     }
     [[nodiscard]] QAccessibleInterface* row(int number) { return panel()->child(number); }
     [[nodiscard]] QAccessibleInterface* knobItem(int number) { return panel()->child(2 + number); }
-    [[nodiscard]] QAccessibleInterface* lampItem(int number) { return panel()->child(6 + number); }
+    // The lamps stand in the order 1, 7, 6, 2, 3, 4, 5, 0 from left to right.
+    [[nodiscard]] QAccessibleInterface* lampItem(int number)
+    {
+        constexpr std::array Places { 7, 0, 3, 4, 5, 6, 2, 1 };
+        return panel()->child(6 + Places[static_cast<std::size_t>(number)]);
+    }
 
     bool active = true;
     std::vector<std::string> told;
@@ -103,6 +109,46 @@ TEST_F(Accessibility, a_knob_tells_its_position)
     EXPECT_EQ(knobItem(2)->text(QAccessible::Description), "not shown");
 }
 
+// Bits 4 and 5 are the mode, bit 6 is the lower lamp.
+TEST_F(Accessibility, a_knob_tells_each_mode_of_its_ring_and_its_lower_lamp)
+{
+    const auto words = [this](int value) {
+        knob(1, value);
+        return knobItem(1)->text(QAccessible::Description);
+    };
+    EXPECT_EQ(words(0x04), "lamp 4 of 11");
+    EXPECT_EQ(words(0x14), "from the middle to lamp 4 of 11");
+    EXPECT_EQ(words(0x24), "from the first to lamp 4 of 11");
+    EXPECT_EQ(words(0x34), "3 lamps to each side of the middle");
+    EXPECT_EQ(words(0x32), "1 lamp to each side of the middle");
+    EXPECT_EQ(words(0x31), "the middle lamp");
+    EXPECT_EQ(words(0x37), "not shown") << "there are only five lamps to each side";
+    for (const int dark : { 0x00, 0x10, 0x20, 0x30 }) {
+        EXPECT_EQ(words(dark), "dark") << dark;
+        EXPECT_EQ(words(dark + 0x40), "dark, lower lamp lit") << dark;
+    }
+    EXPECT_EQ(words(0x54), "from the middle to lamp 4 of 11, lower lamp lit");
+    EXPECT_EQ(words(0x64), "from the first to lamp 4 of 11, lower lamp lit");
+    EXPECT_EQ(words(0x74), "3 lamps to each side of the middle, lower lamp lit");
+}
+
+TEST_F(Accessibility, a_knob_is_named_by_the_two_zones_above_it)
+{
+    display(0, "Threshold ");
+    display(4, " -24.0 dB ");
+    display(1, "  Ratio   ");
+    display(7, "4:1-soft  ");
+    display(8, "elsewhere ");
+    EXPECT_EQ(knobItem(0)->text(QAccessible::Name), QString::fromUtf8("Threshold, −24.0 dB"));
+    EXPECT_EQ(knobItem(1)->text(QAccessible::Name), "Ratio");
+    EXPECT_EQ(knobItem(2)->text(QAccessible::Name), "Knob 3");
+    EXPECT_EQ(knobItem(3)->text(QAccessible::Name), "Knob 4, 4:1-soft");
+    display(5, "-.5  x-2  ");
+    EXPECT_EQ(knobItem(1)->text(QAccessible::Name), QString::fromUtf8("Ratio, −.5 x-2"));
+    view.initMessageArry();
+    EXPECT_EQ(knobItem(0)->text(QAccessible::Name), "Knob 1");
+}
+
 TEST_F(Accessibility, a_knob_that_spreads_to_both_sides_is_full_at_its_sixth_position)
 {
     knob(2, 0x36);
@@ -131,7 +177,68 @@ TEST_F(Accessibility, a_lamp_tells_whether_it_is_lit)
     EXPECT_FALSE(lampItem(7)->state().checked);
     EXPECT_EQ(lampItem(7)->text(QAccessible::Value), "unlit");
     EXPECT_TRUE(lampItem(6)->state().readOnly);
-    EXPECT_EQ(lampItem(6)->valueInterface(), nullptr);
+    EXPECT_EQ(row(0)->valueInterface(), nullptr);
+}
+
+TEST_F(Accessibility, a_lamp_is_a_value_of_0_or_1_and_says_it_in_words)
+{
+    lamp(3, true);
+    for (const auto& [number, value, words] : { std::tuple { 3, 1, "lit" }, { 4, 0, "unlit" } }) {
+        ASSERT_NE(lampItem(number)->valueInterface(), nullptr);
+        EXPECT_EQ(lampItem(number)->valueInterface()->currentValue().toInt(), value);
+        EXPECT_EQ(lampItem(number)->valueInterface()->minimumValue().toInt(), 0);
+        EXPECT_EQ(lampItem(number)->valueInterface()->maximumValue().toInt(), 1);
+        EXPECT_EQ(lampItem(number)->text(QAccessible::Description), words);
+        EXPECT_TRUE(lampItem(number)->state().checkable);
+    }
+    view.hide();
+    EXPECT_TRUE(lampItem(3)->state().checked) << "a hidden panel knows its lamps as well";
+    EXPECT_TRUE(lampItem(3)->state().invisible);
+}
+
+TEST_F(Accessibility, the_parts_stand_in_reading_order)
+{
+    QStringList names;
+    for (int i = 0; i < panel()->childCount(); ++i)
+        names += panel()->child(i)->text(QAccessible::Name);
+    EXPECT_EQ(names.join('|'),
+        "||Knob 1|Knob 2|Knob 3|Knob 4"
+        "|ASSIGN|COMPARE|BYPASS|SELECT 1|SELECT 2|SELECT 3|SELECT 4|INSERT/PARAM");
+}
+
+// The keys of the artwork are far smaller than the frames of their pictures.
+TEST(AccessiblePanel, a_part_is_as_large_as_it_is_seen)
+{
+    const PlugInPanelView view({ 0, 0, 1564, 440 }); // twice the size of the design
+    QAccessibleInterface& panel
+        = *QAccessible::queryAccessibleInterface(const_cast<PlugInPanelView*>(&view));
+    const auto seen = [&](int child) {
+        return panel.child(child)->rect().translated(-view.mapToGlobal(QPoint(0, 0)));
+    };
+    const QRect assign(2 * 18, 440 - 2 * (38 + 67), 2 * 67, 2 * 67);
+    ASSERT_EQ(view.switchRect(1), assign.adjusted(-1, -1, 1, 1)) << "one pixel more may be touched";
+    const QRect key(2 * 26 + 1, 440 - 2 * 66, 100, 44); // its artwork is 50 × 22 units
+    EXPECT_TRUE(seen(6).adjusted(-2, -2, 2, 2).contains(key));
+    EXPECT_TRUE(key.adjusted(-4, -4, 4, 4).contains(seen(6)));
+    const QRect knob = seen(2);
+    EXPECT_TRUE(view.knobRect(0).contains(knob));
+    EXPECT_GT(knob.width(), 90);
+    for (int child = 0; child < 14; ++child) {
+        const QPoint middle = panel.child(child)->rect().center();
+        EXPECT_EQ(panel.indexOfChild(panel.childAt(middle.x(), middle.y())), child);
+        for (int other = 0; other < child; ++other)
+            EXPECT_FALSE(seen(child).intersects(seen(other))) << child << " and " << other;
+    }
+}
+
+TEST(AccessiblePanel, its_window_is_a_window_with_the_title_as_its_name)
+{
+    PlugInPanelAccessible::install();
+    DSPWindow window;
+    window.setWindowTitle("Panel");
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&window);
+    EXPECT_EQ(accessible->role(), QAccessible::Window);
+    EXPECT_EQ(accessible->text(QAccessible::Name), "Panel");
 }
 
 TEST_F(Accessibility, each_part_is_found_where_it_is_drawn)
@@ -144,8 +251,8 @@ TEST_F(Accessibility, each_part_is_found_where_it_is_drawn)
     EXPECT_EQ(at(670, 40), 1);
     EXPECT_EQ(at(340, 100), 2);
     EXPECT_EQ(at(633, 100), 5);
-    EXPECT_EQ(at(40, 150), 6 + 1);
-    EXPECT_EQ(at(730, 150), 6 + 0);
+    EXPECT_EQ(at(40, 150), 6 + 0); // lamp 1
+    EXPECT_EQ(at(730, 150), 6 + 7); // lamp 0
     EXPECT_EQ(at(10, 10), -1);
 }
 
@@ -155,8 +262,10 @@ TEST_F(Accessibility, changes_are_announced_once_they_pause)
     knob(1, 0x05);
     lamp(6, true);
     EXPECT_THAT(told, IsEmpty());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return told.size() >= 4; }));
-    EXPECT_THAT(told, ElementsAre("row 1", "knob 3 at 5", "ring 3", "lamp 12"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    EXPECT_THAT(told,
+        ElementsAre(
+            "name 1", "name 2", "value 3 at 5", "words 3", "lamp 8", "value 8 at 1", "words 8"));
 }
 
 TEST_F(Accessibility, a_flood_of_changes_is_told_as_one)
@@ -166,7 +275,7 @@ TEST_F(Accessibility, a_flood_of_changes_is_told_as_one)
         knob(0, static_cast<std::uint8_t>(i % 12));
     }
     ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
-    EXPECT_THAT(told, ElementsAre("row 0", "knob 2 at 3", "ring 2"));
+    EXPECT_THAT(told, ElementsAre("name 0", "name 2", "value 2 at 3", "words 2"));
 }
 
 TEST_F(Accessibility, what_changed_back_in_the_meantime_is_not_told)
@@ -177,7 +286,7 @@ TEST_F(Accessibility, what_changed_back_in_the_meantime_is_not_told)
     lamp(2, false);
     lamp(3, true);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
-    EXPECT_THAT(told, ElementsAre("lamp 9"));
+    EXPECT_THAT(told, ElementsAre("lamp 10", "value 10 at 1", "words 10"));
 }
 
 TEST_F(Accessibility, a_change_of_the_mode_or_of_the_lower_lamp_alone_is_told)
@@ -186,11 +295,15 @@ TEST_F(Accessibility, a_change_of_the_mode_or_of_the_lower_lamp_alone_is_told)
     knob(1, 0x40);
     knob(3, 0x0D); // still no lamp lit, but no picture either
     ASSERT_TRUE(QTest::qWaitFor([&] { return told.size() >= 4; }));
-    EXPECT_THAT(told, ElementsAre("knob 2 at 1", "ring 2", "ring 3", "ring 5"));
+    EXPECT_THAT(told, ElementsAre("value 2 at 1", "words 2", "words 3", "words 5"));
     told.clear();
     knob(0, 0x21);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
-    EXPECT_THAT(told, ElementsAre("ring 2"));
+    EXPECT_THAT(told, ElementsAre("words 2"));
+    told.clear();
+    knob(0, 0x61);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    EXPECT_THAT(told, ElementsAre("words 2")) << "the lower lamp";
 }
 
 TEST_F(Accessibility, who_starts_to_listen_late_is_told_what_has_changed_so_far)
@@ -200,7 +313,8 @@ TEST_F(Accessibility, who_starts_to_listen_late_is_told_what_has_changed_so_far)
     active = true;
     lamp(3, true);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
-    EXPECT_THAT(told, ElementsAre("knob 2 at 5", "ring 2", "lamp 9"));
+    EXPECT_THAT(
+        told, ElementsAre("value 2 at 5", "words 2", "lamp 10", "value 10 at 1", "words 10"));
 }
 
 TEST(PanelText, special_glyphs_read_as_what_they_show)
