@@ -15,7 +15,9 @@ namespace kestrel {
 
 namespace {
 
-constexpr int TitleBarHeight = 28; // an estimate, used before a window was shown
+// Estimates, used before a window was shown
+constexpr int TitleBarHeight = 28;
+constexpr QSize LikelyFrame(8, 40); // generous, so that a small screen has room for the frame
 constexpr int FarthestCoordinate = 100'000;
 
 // Converts between an origin at the upper left of the primary screen and one at its lower left. The
@@ -74,9 +76,10 @@ void SavedWindowFrame::restore(
     window.setGeometry(placed);
 }
 
-QSize SavedWindowFrame::contentRoom(const QSize& screen)
+QSize SavedWindowFrame::contentRoom(const QWidget& window, const QSize& screen)
 {
-    return screen - QSize(0, TitleBarHeight);
+    const QSize known = window.frameGeometry().size() - window.size();
+    return screen - (known.isNull() ? LikelyFrame : known);
 }
 
 std::optional<QRect> SavedWindowFrame::parsed(std::string_view text)

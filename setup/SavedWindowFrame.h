@@ -26,8 +26,9 @@ public:
     // left, and is moved until it is wholly on a screen that has room for it.
     void restore(QWidget& window, const QRect& content, const QList<QRect>& screens) const;
 
-    // The room for a window's content on a screen of that size: the screen without a title bar.
-    [[nodiscard]] static QSize contentRoom(const QSize& screen);
+    // The room for the window's content on a screen of that size: the screen without the frame of
+    // the window, or without a likely frame if the window was never shown.
+    [[nodiscard]] static QSize contentRoom(const QWidget& window, const QSize& screen);
 
     // No value unless the text is a frame.
     [[nodiscard]] static std::optional<QRect> parsed(std::string_view text);

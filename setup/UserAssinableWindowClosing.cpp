@@ -9,8 +9,16 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
+
+#include <chrono>
 
 namespace kestrel {
+
+namespace {
+// A window manager has placed and framed a window after this time.
+constexpr std::chrono::milliseconds SettleTime { 500 };
+} // namespace
 
 void UserAssinableWindowController::showWindow()
 {
@@ -18,6 +26,7 @@ void UserAssinableWindowController::showWindow()
         placeWindow();
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
+    bringIntoView();
 }
 
 // Puts the window at its last place, no larger than its present screen.
@@ -25,10 +34,39 @@ void UserAssinableWindowController::placeWindow()
 {
     m_savedFrame.restore(
         *m_window, SetupTables::shared().UserAssignableWindowFrame, availableScreenAreas());
+    fitIntoScreen();
+}
+
+// Gives the window its full size again where the screen has room for it. Does so once more when the
+// window manager has given the window its frame or has moved it for itself.
+void UserAssinableWindowController::bringIntoView()
+{
+    const auto bring = [this] {
+        moveOntoScreens();
+        fitIntoScreen();
+        moveOntoScreens();
+    };
+    bring();
+    QTimer::singleShot(SettleTime, m_window.get(), [this, bring] {
+        if (isVisible())
+            bring();
+    });
+}
+
+void UserAssinableWindowController::moveOntoScreens()
+{
+    const QPoint place
+        = movedOntoScreens(m_window->frameGeometry(), availableScreenAreas()).topLeft();
+    if (place != m_window->pos())
+        m_window->move(place);
+}
+
+void UserAssinableWindowController::fitIntoScreen()
+{
     const QScreen* screen = QGuiApplication::screenAt(m_window->geometry().center());
     if (!screen)
         screen = m_window->screen();
-    m_window->fitInto(SavedWindowFrame::contentRoom(screen->availableGeometry().size()));
+    m_window->fitInto(SavedWindowFrame::contentRoom(*m_window, screen->availableGeometry().size()));
 }
 
 void UserAssinableWindowController::makeKeyAndOrderFront()

@@ -14,6 +14,10 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
     : m_services(services)
     , m_files(services.fileAttributes)
     , m_savedFrame(FrameAutosaveName.toStdString(), services.defaults)
+    , m_screens([this] {
+        if (isVisible())
+            bringIntoView();
+    })
 {
     const auto observe = [this](const QString& name, auto handler) {
         m_observations.push_back(m_services.interface.notificationCenter.addObserver(name,

@@ -2,6 +2,7 @@
 
 #include "assign/WorkingSet.h"
 #include "common/NotificationCenter.h"
+#include "common/ScreenChanges.h"
 #include "setup/AssignmentFiles.h"
 #include "setup/SavedWindowFrame.h"
 #include "setup/SetupServices.h"
@@ -73,6 +74,9 @@ public:
 
 private:
     void placeWindow();
+    void bringIntoView();
+    void moveOntoScreens();
+    void fitIntoScreen();
     void setupUserAssignableButtons();
     void setupShortcutFields();
     void setupClearButton(int index);
@@ -100,6 +104,7 @@ private:
     bool m_visibleFileDialog = false;
     bool m_bOKclose = false; // once true it stays true
     std::vector<NotificationCenter::Observation> m_observations;
+    ScreenChanges m_screens;
 };
 
 } // namespace kestrel

@@ -16,8 +16,8 @@ Studio::Studio(fs::path programs, const Options& options)
     : m_programs(std::move(programs))
 {
     if (!options.useSessionDisplay)
-        m_display
-            = std::make_unique<PrivateXServer>(PrivateXServer::Options { .tray = options.tray });
+        m_display = std::make_unique<PrivateXServer>(
+            PrivateXServer::Options { .screen = options.screen, .tray = options.tray });
     if (!options.useSessionJack)
         m_jack = std::make_unique<PrivateJackServer>(PrivateJackServer::Cycles::WaitForClients);
 }

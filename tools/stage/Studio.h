@@ -21,6 +21,7 @@ class Studio {
 public:
     struct Options {
         bool tray = true;
+        std::string screen = PrivateXServer::Options().screen; // of a private display
         bool useSessionDisplay = false; // the DISPLAY of the environment instead of a private one
         bool useSessionJack = false; // the JACK server of the environment instead
     };

@@ -1,5 +1,5 @@
 #include "tests/panel/desktop/Desk.h"
-#include "tests/panel/desktop/RandrScreen.h"
+#include "tests/platform/linux/x11/RandrScreen.h"
 
 namespace kestrel::test {
 

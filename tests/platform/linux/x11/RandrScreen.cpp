@@ -1,4 +1,4 @@
-#include "tests/panel/desktop/RandrScreen.h"
+#include "tests/platform/linux/x11/RandrScreen.h"
 
 #include "tools/stage/XQuery.h"
 
