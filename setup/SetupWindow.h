@@ -1,10 +1,12 @@
 #pragma once
 
 #include "setup/ContentScroller.h"
+#include "setup/Engraving.h"
 
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 namespace kestrel {
 
@@ -18,8 +20,15 @@ public:
     // Sets the function that is called just before the window is hidden or closed.
     void setHiding(std::function<void()> hiding) { m_hiding = std::move(hiding); }
 
-    // Limits the window to the room. The user can scroll to the rest of the content.
+    // Limits the window to the room. The user can scroll to the rest of the content. `offset()` is
+    // the place in the content that is at the upper left corner.
     void fitInto(const QSize& room) { m_scroller.fitInto(room); }
+
+    [[nodiscard]] QPoint offset() const { return m_scroller.offset(); }
+
+    // The texts of the background, for assistive technology.
+    void setEngravings(std::vector<Engraving> engravings) { m_engravings = std::move(engravings); }
+    [[nodiscard]] const std::vector<Engraving>& engravings() const { return m_engravings; }
 
     void setVisible(bool visible) override;
 
@@ -30,6 +39,7 @@ protected:
 
 private:
     ContentScroller m_scroller;
+    std::vector<Engraving> m_engravings;
     std::function<void()> m_mouseDown;
     std::function<void()> m_hiding;
 };

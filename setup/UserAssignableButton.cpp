@@ -58,24 +58,9 @@ void UserAssignableButton::setRenamed(std::function<void(const QString&)> rename
     m_renamed = std::move(renamed);
 }
 
-void UserAssignableButton::setTag(int tag)
-{
-    m_tag = tag;
-    setAccessibleName(QStringLiteral("User-assignable button %1").arg(tag + 1));
-}
-
-// Updates the accessible description as well, because the button is not told of changes in its
-// entry.
 void UserAssignableButton::setNeedsDisplay()
 {
-    QStringList shown;
-    if (!m_uniqueName.isEmpty())
-        shown.append(m_uniqueName);
-    for (std::size_t record = 0; record < ShortcutRecordCount; ++record) {
-        if (const QString text = shortcutText(record); !text.isEmpty())
-            shown.append(text);
-    }
-    setAccessibleDescription(shown.join(QStringLiteral(", ")));
+    announceWords();
     update();
 }
 
@@ -107,7 +92,7 @@ void UserAssignableButton::mouseDown(QMouseEvent& event, int clickCount)
         m_delegate->mouseDown();
         QAbstractButton::mousePressEvent(&event);
     }
-    if (clickCount == 2 && getEntryShortcutNum() != 0)
+    if (clickCount == 2 && mayBeRenamed())
         openEditBox();
     if (!wasSelected)
         m_services.notificationCenter.post(NotificationName::refreshShortcutName, this);
@@ -128,6 +113,7 @@ void UserAssignableButton::openEditBox()
     m_editBox->setAccessibleName(QStringLiteral("Name of button %1").arg(m_tag + 1));
     m_editBox->setDelegate(
         [this](RenameBox::Command command) { return controlTextViewDoCommandBySelector(command); });
+    setTabOrder(this, m_editBox);
     m_editBox->show();
     MyShortcutField::makeWindowFirstResponder(*window());
     m_editBox->setFocus(Qt::OtherFocusReason);

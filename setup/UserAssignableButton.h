@@ -42,10 +42,16 @@ public:
     void setRenamed(std::function<void(const QString&)> renamed);
     [[nodiscard]] RenameBox* editBox() const { return m_editBox; } // null when closed
     [[nodiscard]] int tag() const { return m_tag; }
-    void setTag(int tag); // 0-based
+    void setTag(int tag) { m_tag = tag; } // 0-based
 
     [[nodiscard]] int getEntryShortcutNum() const; // 0 to 4
     void setNeedsDisplay();
+
+    // The number and the name, and all shortcuts, for assistive technology.
+    [[nodiscard]] QString spokenName() const;
+    [[nodiscard]] QString spokenShortcuts() const;
+    [[nodiscard]] bool mayBeRenamed() const { return getEntryShortcutNum() != 0; }
+    void rename(); // selects the button and opens the rename box, if it may be renamed
 
     void mouseDown(QMouseEvent& event, int clickCount);
     void setState(State state);
@@ -73,6 +79,7 @@ private:
     void drawName(QPainter& painter);
     void drawLine(QPainter& painter, QPointF topLeft, QStringView text) const;
     void openEditBox();
+    void announceWords();
 
     InterfaceServices m_services;
     TextAttributes m_attributes;
@@ -82,6 +89,9 @@ private:
     std::function<void(const QString&)> m_renamed;
     QPointer<RenameBox> m_editBox;
     int m_tag = 0;
+    // The words that were announced last.
+    QString m_toldName;
+    QString m_toldShortcuts;
 };
 
 } // namespace kestrel

@@ -1,5 +1,6 @@
 // The part of the setup window that builds it.
 
+#include "setup/SetupAccessibility.h"
 #include "setup/SetupTables.h"
 #include "setup/UserAssinableWindowController.h"
 #include "shortcut/ClearButton.h"
@@ -25,6 +26,7 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
     };
     using Self = UserAssinableWindowController;
     observe(NotificationName::windowWillClose, &Self::windowClosing);
+    installSetupAccessibility();
     m_window = std::make_unique<SetupWindow>();
     m_window->setMouseDown([this] { mouseDown(); });
     m_window->setHiding([this] { m_savedFrame.save(*m_window); });
@@ -33,6 +35,7 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
     setupShortcutFields();
     setupLoadSaveButton();
     setupAssignOkCancelButton();
+    setupReadingOrder();
     observe(NotificationName::refreshShortcutName, &Self::userAssign);
     observe(NotificationName::hideUserAssignEditBox, &Self::hideUserAssignEditBoxNotify);
 }
@@ -91,8 +94,8 @@ void UserAssinableWindowController::setupLoadSaveButton()
     const std::array loadSaveAction { &UserAssinableWindowController::load,
         &UserAssinableWindowController::save };
     for (std::size_t i = 0; i < loadSaveAction.size(); ++i) {
-        ImageButton* button = addButton(tables.LoadSaveButtonFrame[i], names[i],
-            tables.LoadSaveButtonOffImage[i], tables.LoadSaveButtonImage[i]);
+        ImageButton* button = m_loadSaveButtons[i] = addButton(tables.LoadSaveButtonFrame[i],
+            names[i], tables.LoadSaveButtonOffImage[i], tables.LoadSaveButtonImage[i]);
         QObject::connect(button, &QAbstractButton::clicked, m_window.get(),
             [this, action = loadSaveAction[i]] { (this->*action)(); });
     }
@@ -106,13 +109,45 @@ void UserAssinableWindowController::setupAssignOkCancelButton()
     const std::array assignOkCancelAction { &UserAssinableWindowController::assign,
         &UserAssinableWindowController::ok, &UserAssinableWindowController::cancel };
     for (std::size_t i = 0; i < assignOkCancelAction.size(); ++i) {
-        ImageButton* button = addButton(tables.AssignOkCancelButtonFrame[i], names[i],
-            tables.AssignOkCancelButtonImage[i], tables.AssignOkCancelButtonOffImage[i]);
+        ImageButton* button = m_assignOkCancelButtons[i]
+            = addButton(tables.AssignOkCancelButtonFrame[i], names[i],
+                tables.AssignOkCancelButtonImage[i], tables.AssignOkCancelButtonOffImage[i]);
         QObject::connect(button, &QAbstractButton::clicked, m_window.get(),
             [this, action = assignOkCancelAction[i]] { (this->*action)(); });
-        if (!m_assignButton)
-            m_assignButton = button;
     }
+}
+
+// The order of construction decides which control lies above another. The eye goes from the top of
+// the window to its bottom, and through all keys before it goes through the fields.
+void UserAssinableWindowController::setupReadingOrder()
+{
+    const auto [load, save] = m_loadSaveButtons;
+    const auto [assign, ok, cancel] = m_assignOkCancelButtons;
+    std::vector<QWidget*> order { load, save };
+    for (const auto& controller : m_userAssignableButtons)
+        order.push_back(controller->view());
+    for (const auto& controller : m_shortcutFields) {
+        order.push_back(controller->view());
+        order.push_back(controller->view()->myClearButton());
+    }
+    order.insert(order.end(), { assign, cancel, ok });
+    for (std::size_t i = 1; i < order.size(); ++i)
+        QWidget::setTabOrder(order[i - 1], order[i]);
+
+    std::vector<Engraving> engravings {
+        { QAccessible::Heading, QStringLiteral("User assignable keys"), { 34, 61, 132, 13 },
+            m_userAssignableButtons.front()->view() },
+        { QAccessible::Heading, QStringLiteral("Shortcuts"), { 428, 61, 66, 13 },
+            m_shortcutFields.front()->view() },
+    };
+    const auto addLegend = [&, next = cancel](const QString& text, const QRect& frame) {
+        engravings.push_back({ QAccessible::StaticText, text, frame, next });
+    };
+    addLegend(QStringLiteral("\u21EA Shift"), { 428, 359, 46, 14 });
+    addLegend(QStringLiteral("\u2325 Option"), { 519, 359, 54, 14 });
+    addLegend(QStringLiteral("^ Control"), { 428, 378, 62, 14 });
+    addLegend(QStringLiteral("\u2318 Command"), { 519, 378, 64, 14 });
+    m_window->setEngravings(std::move(engravings));
 }
 
 ImageButton* UserAssinableWindowController::addButton(const QRect& frame, const QString& name,

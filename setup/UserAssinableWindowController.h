@@ -67,7 +67,7 @@ public:
     [[nodiscard]] const auto& myShortcutArray() const { return m_workingSet.myShortcutArray(); }
     [[nodiscard]] const auto& userAssignableButtons() const { return m_userAssignableButtons; }
     [[nodiscard]] const ShortcutFields& shortcutFields() const { return m_shortcutFields; }
-    [[nodiscard]] ImageButton* assignButton() const { return m_assignButton; }
+    [[nodiscard]] ImageButton* assignButton() const { return m_assignOkCancelButtons[0]; }
     [[nodiscard]] bool visibleFileDialog() const { return m_visibleFileDialog; }
     void setVisibleFileDialog(bool visible) { m_visibleFileDialog = visible; }
     [[nodiscard]] bool bOKclose() const { return m_bOKclose; }
@@ -82,6 +82,7 @@ private:
     void setupClearButton(int index);
     void setupLoadSaveButton();
     void setupAssignOkCancelButton();
+    void setupReadingOrder();
     ImageButton* addButton(const QRect& frame, const QString& name, const InterfaceImage& image,
         const InterfaceImage& alternateImage);
 
@@ -100,7 +101,8 @@ private:
     WindowVisibility* m_myWindowController = nullptr;
     std::vector<std::unique_ptr<UserAssignableButtonController>> m_userAssignableButtons;
     ShortcutFields m_shortcutFields;
-    ImageButton* m_assignButton = nullptr;
+    std::array<ImageButton*, 2> m_loadSaveButtons {};
+    std::array<ImageButton*, 3> m_assignOkCancelButtons {};
     bool m_visibleFileDialog = false;
     bool m_bOKclose = false; // once true it stays true
     std::vector<NotificationCenter::Observation> m_observations;

@@ -50,7 +50,7 @@ void UserAssinableWindowController::enabledAssignButton()
     bool isChanged = false;
     for (int index = 0; index < FieldCount && entry && !isChanged; ++index)
         isChanged = getMyShortcutField(index)->compareUserAssignParam(offsetOf(index), entry);
-    m_assignButton->setEnabled(isChanged);
+    assignButton()->setEnabled(isChanged);
     hiddenShortcutText();
 }
 

@@ -34,7 +34,7 @@ void MyShortcutField::setUserAssignParam(std::int64_t offset, const ButtonEntry&
         return;
     }
     m_myIndex = offset;
-    m_bNotAvailable = false; // the field now shows the record of the entry
+    setBNotAvailable(false); // the field now shows the record of the entry
     if (!m_myUserArray)
         m_myUserArray = std::make_shared<ArchiveArray>(emptyShortcutRecord());
     for (std::size_t i = 0; i < ShortcutRecordSize; ++i)
@@ -77,8 +77,14 @@ void MyShortcutField::clearShortcut()
 {
     if (m_myUserArray)
         *m_myUserArray = emptyShortcutRecord();
-    m_bNotAvailable = false;
+    setBNotAvailable(false);
     sendAction();
+}
+
+void MyShortcutField::setBNotAvailable(bool bNotAvailable)
+{
+    m_bNotAvailable = bNotAvailable;
+    m_announcer.fieldChanged();
 }
 
 void MyShortcutField::updateClearButton()
@@ -131,13 +137,13 @@ void MyShortcutField::drawShortcutKey(
 void MyShortcutField::keyDown(const KeyPress& event)
 {
     if (isAlradyEntryFncKey(event.keyCode)) {
-        setTitleWithMnemonic(QStringLiteral("Not Available"));
+        setTitleWithMnemonic(NotAvailable);
         clearShortcut();
-        m_bNotAvailable = true;
+        setBNotAvailable(true);
     } else {
         capture(event);
         updateClearButton();
-        m_bNotAvailable = false;
+        setBNotAvailable(false);
     }
     sendAction();
 }

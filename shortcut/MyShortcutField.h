@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assign/ButtonEntry.h"
+#include "shortcut/FieldAnnouncer.h"
 #include "shortcut/InterfaceServices.h"
 #include "shortcut/KeyPress.h"
 #include "shortcut/ShortcutFields.h"
@@ -18,6 +19,8 @@ class ClearButton;
 // in its own shortcut record. The window copies records between the field and button entries.
 class MyShortcutField : public QWidget {
 public:
+    static inline const QString NotAvailable = QStringLiteral("Not Available");
+
     MyShortcutField(
         const QRect& frame, const InterfaceServices& services, QWidget* parent = nullptr);
     ~MyShortcutField() override;
@@ -44,6 +47,7 @@ public:
     // Shows the text literally: an ampersand marks no mnemonic.
     void setTitleWithMnemonic(const QString& text);
     [[nodiscard]] QString stringValue() const { return m_stringValue; }
+    [[nodiscard]] QString shownShortcut() const; // in one line; empty if none is shown
 
     bool acceptsFirstResponder();
     bool becomeFirstResponder();
@@ -62,7 +66,7 @@ public:
 
     [[nodiscard]] bool bBecome() const { return m_bBecome; }
     [[nodiscard]] bool bNotAvailable() const { return m_bNotAvailable; }
-    void setBNotAvailable(bool bNotAvailable) { m_bNotAvailable = bNotAvailable; }
+    void setBNotAvailable(bool bNotAvailable);
     [[nodiscard]] ClearButton* myClearButton() const;
     void setMyClearButton(ClearButton* button); // null for none; not owned
     [[nodiscard]] const ShortcutFields* shortcutFields() const { return m_shortcutFields; }
@@ -99,6 +103,7 @@ private:
     std::int64_t m_myIndex = 0;
     ButtonEntry m_myUserArray;
     QString m_stringValue;
+    FieldAnnouncer m_announcer { *this };
     std::function<void()> m_action;
     int m_tag = 0;
 };

@@ -76,8 +76,13 @@ void MyShortcutField::setShortcutFields(const ShortcutFields* fields)
 void MyShortcutField::setTitleWithMnemonic(const QString& text)
 {
     m_stringValue = text;
-    setAccessibleDescription(QString(text).remove(u'\n'));
+    m_announcer.fieldChanged();
     update();
+}
+
+QString MyShortcutField::shownShortcut() const
+{
+    return m_bNotAvailable ? QString() : QString(m_stringValue).remove(u'\n');
 }
 
 bool MyShortcutField::acceptsFirstResponder()

@@ -309,7 +309,7 @@ TEST(Editing, every_field_counts_for_assign_and_is_written_by_it)
         EXPECT_FALSE(bench.mayAssign()) << i;
         EXPECT_EQ(bench.workingText(1, static_cast<std::size_t>(i)), keys[i].second);
     }
-    EXPECT_EQ(bench.button(0).accessibleDescription(), u"F5, TAB, RETURN, PAGE DOWN")
+    EXPECT_EQ(bench.button(0).spokenShortcuts(), u"F5, TAB, RETURN, PAGE DOWN")
         << "the button shows it at once";
 }
 

@@ -20,6 +20,28 @@ namespace kestrel::test {
     return std::make_shared<UserAssignFile>(coder);
 }
 
+// Records the notifications of the interface under their literal names. What `state` returns at
+// that moment is part of the record.
+class NotificationLog {
+public:
+    explicit NotificationLog(NotificationCenter& center)
+    {
+        for (const char* name :
+            { "refreshShortcutName", "hideUserAssignEditBox", "NSWindowWillCloseNotification" })
+            m_observations.push_back(center.addObserver(
+                QString::fromLatin1(name), [this, name](const Notification& notification) {
+                    if (state)
+                        told.push_back(name + state(notification.object));
+                }));
+    }
+
+    std::function<std::string(const QObject* sender)> state; // nothing is recorded without it
+    std::vector<std::string> told;
+
+private:
+    std::vector<NotificationCenter::Observation> m_observations;
+};
+
 // The setup window on a live set of twelve empty entries and titles. One list records all calls to
 // its services.
 struct SetupBench {
@@ -84,6 +106,8 @@ struct SetupBench {
 
     std::vector<std::string> calls;
     NotificationCenter center;
+    // Records the notifications before the window handles them.
+    NotificationLog log { center };
     FakeKeyTranslation translation;
     FakeDefaultsStore ownDefaults;
     FakeDefaultsStore& defaults;

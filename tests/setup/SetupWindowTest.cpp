@@ -112,21 +112,6 @@ TEST(SetupWindow, every_picture_is_there_in_the_size_of_its_frame)
         EXPECT_EQ(image->size(), QSizeF(56, 31));
 }
 
-TEST(SetupWindow, every_control_has_an_accessible_name_and_can_have_the_focus)
-{
-    SetupBench bench;
-    const auto all = controls<QWidget>(bench);
-    EXPECT_EQ(all.size(), 12U + 4U + 4U + 5U);
-    for (const QWidget* control : all) {
-        EXPECT_FALSE(control->accessibleName().isEmpty());
-        EXPECT_TRUE(control->focusPolicy() & Qt::TabFocus);
-    }
-    EXPECT_EQ(bench.field(1).accessibleName(), u"Shortcut 2");
-    bench.open();
-    press(bench.field(0), with(Modifier::Command, Keys::A));
-    EXPECT_EQ(bench.field(0).accessibleDescription(), u"\u2318+A");
-}
-
 TEST(SetupWindow, the_focus_is_seen_on_buttons_and_fields)
 {
     SetupBench bench;

@@ -69,17 +69,6 @@ TEST(UserAssignableButton, its_shortcuts_are_counted_by_their_texts)
     EXPECT_EQ(bench.button(0).getEntryShortcutNum(), 0);
 }
 
-TEST(UserAssignableButton, its_description_tells_name_and_shortcuts)
-{
-    SetupBench bench;
-    bench.give(1, 0, Modifier::Command, 1, "S");
-    bench.give(1, 2, 0, 96, "F5");
-    bench.live->setShortcutTitle("Save", 1);
-    bench.open();
-    EXPECT_EQ(bench.button(0).accessibleName(), u"User-assignable button 1");
-    EXPECT_EQ(bench.button(0).accessibleDescription(), u"Save, \u2318+S, F5");
-}
-
 // Returns a name whose width is between `least` and `most`.
 QString nameOfWidth(double least, double most)
 {
