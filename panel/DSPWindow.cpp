@@ -1,10 +1,13 @@
 #include "panel/DSPWindow.h"
 
+#include "panel/PlugInPanelAccessible.h"
+
 namespace kestrel {
 
 DSPWindow::DSPWindow()
     : QWidget(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint)
 {
+    PlugInPanelAccessible::install();
     setWindowFlag(Qt::WindowDoesNotAcceptFocus, !canBecomeKeyWindow());
     setAttribute(Qt::WA_ShowWithoutActivating, !canBecomeMainWindow());
     setAttribute(Qt::WA_DeleteOnClose, false);

@@ -233,7 +233,6 @@ TEST(AccessiblePanel, a_part_is_as_large_as_it_is_seen)
 
 TEST(AccessiblePanel, its_window_is_a_window_with_the_title_as_its_name)
 {
-    PlugInPanelAccessible::install();
     DSPWindow window;
     window.setWindowTitle("Panel");
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&window);
