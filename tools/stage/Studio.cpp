@@ -20,6 +20,8 @@ Studio::Studio(fs::path programs, const Options& options)
             PrivateXServer::Options { .screen = options.screen, .tray = options.tray });
     if (!options.useSessionJack)
         m_jack = std::make_unique<PrivateJackServer>(PrivateJackServer::Cycles::WaitForClients);
+    if (options.sessionBus)
+        m_sessionBus = std::make_unique<PrivateSessionBus>(environment());
 }
 
 ChildProcess::Environment Studio::environment() const
@@ -30,6 +32,8 @@ ChildProcess::Environment Studio::environment() const
         result.merge(m_display->environment());
     if (m_jack)
         result.merge(m_jack->environment());
+    if (m_sessionBus)
+        result.insert_or_assign("DBUS_SESSION_BUS_ADDRESS", m_sessionBus->address());
     // Tests compare pictures, so Qt must draw one pixel per unit, as it does on the private
     // displays.
     result.insert_or_assign("QT_ENABLE_HIGHDPI_SCALING", std::string("0"));

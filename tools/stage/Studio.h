@@ -3,6 +3,7 @@
 #include "tools/stage/ChildProcess.h"
 #include "tools/stage/OwnProcesses.h"
 #include "tools/stage/PrivateJackServer.h"
+#include "tools/stage/PrivateSessionBus.h"
 #include "tools/stage/PrivateXServer.h"
 #include "tools/stage/ShownWindows.h"
 #include "tools/stage/ThrowAwaySettings.h"
@@ -24,6 +25,7 @@ public:
         std::string screen = PrivateXServer::Options().screen; // of a private display
         bool useSessionDisplay = false; // the DISPLAY of the environment instead of a private one
         bool useSessionJack = false; // the JACK server of the environment instead
+        bool sessionBus = false; // a private D-Bus session bus; without it the programs have none
     };
 
     // `programs` is the folder of the built programs.
@@ -49,6 +51,7 @@ public:
     // Only valid in a studio with servers of its own.
     [[nodiscard]] PrivateXServer& display() { return *m_display; }
     [[nodiscard]] PrivateJackServer& jack() { return *m_jack; }
+    [[nodiscard]] const PrivateSessionBus& sessionBus() const { return *m_sessionBus; }
 
 private:
     [[nodiscard]] bool photograph(
@@ -59,6 +62,7 @@ private:
     OwnProcesses m_processes;
     std::unique_ptr<PrivateXServer> m_display;
     std::unique_ptr<PrivateJackServer> m_jack;
+    std::unique_ptr<PrivateSessionBus> m_sessionBus;
 };
 
 } // namespace kestrel::stage
