@@ -1,9 +1,10 @@
 #include "app/SecondStart.h"
 
-#include "app/InstanceServer.h"
+#include "app/FileOpenEvents.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFileOpenEvent>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -81,6 +82,20 @@ TEST_F(SecondStartTest, sends_nothing_before_it_begins)
     start.begin();
     EXPECT_EQ(start.wait(), Outcome::HandedOver);
     EXPECT_EQ(starts, QList<QStringList> { { "/a" } });
+}
+
+TEST_F(SecondStartTest, takes_along_the_files_that_arrive_as_events_of_its_launch)
+{
+    takeStarts();
+    SecondStart start(second, {});
+    FileOpenEvents events([&start](const QStringList& paths) { start.add(paths); });
+    for (const char* path : { "/a", "/b" }) {
+        QFileOpenEvent event { QString(path) };
+        QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
+    }
+    start.begin(); // the launch is over
+    EXPECT_EQ(start.wait(), Outcome::HandedOver);
+    EXPECT_EQ(starts, QList<QStringList>({ { "/a", "/b" } }));
 }
 
 TEST_F(SecondStartTest, says_why_it_is_refused)
