@@ -74,8 +74,8 @@ private:
             return;
         case InstanceMessageReader::State::Complete:
             m_requested = true;
-            // In a later turn of the loop: if this one also ends the program, the request is not
-            // carried out, and the sender takes the place of this program.
+            // Not from within the socket: the handler may turn the main loop, and this connection
+            // may end in there.
             QMetaObject::invokeMethod(
                 this, [this] { carryOut(m_reader.message()); }, Qt::QueuedConnection);
         }
@@ -83,12 +83,14 @@ private:
 
     void carryOut(const InstanceMessage request)
     {
-        const QPointer<Connection> guard(this); // the handler may turn the main loop
+        const QPointer<Connection> guard(this);
         const InstanceMessage result = m_server.m_handler(request);
         if (guard)
             answer(result);
     }
 
+    // The answer leaves in a later turn of the loop. If this turn is the last one, the sender gets
+    // no answer and takes the place of this program.
     void answer(const InstanceMessage& message)
     {
         m_socket.write(message.encoded());
