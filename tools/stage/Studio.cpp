@@ -19,7 +19,7 @@ Studio::Studio(fs::path programs, const Options& options)
         m_display = std::make_unique<PrivateXServer>(
             PrivateXServer::Options { .screen = options.screen, .tray = options.tray });
     if (!options.useSessionJack)
-        m_jack = std::make_unique<PrivateJackServer>(PrivateJackServer::Cycles::WaitForClients);
+        m_jack = std::make_unique<PrivateJackServer>(options.cycles);
     if (options.sessionBus)
         m_sessionBus = std::make_unique<PrivateSessionBus>(environment());
 }

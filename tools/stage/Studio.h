@@ -26,6 +26,7 @@ public:
         bool useSessionDisplay = false; // the DISPLAY of the environment instead of a private one
         bool useSessionJack = false; // the JACK server of the environment instead
         bool sessionBus = false; // a private D-Bus session bus; without it the programs have none
+        PrivateJackServer::Cycles cycles = PrivateJackServer::Cycles::WaitForClients;
     };
 
     // `programs` is the folder of the built programs.
