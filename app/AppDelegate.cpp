@@ -33,7 +33,9 @@ constexpr std::string_view ConsolePreferences = "/Library/PreferencePanes/Holvik
 AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
     : m_platform(platform)
     , m_keyPermission(*platform.permissions, *platform.notices)
-    , m_assignments(*platform.defaults)
+    , m_assignments(*platform.defaults, platform.recoveryFile)
+    , m_notices(
+          m_assignments, [this] { storeForRecovery(); }, m_keyPermission)
     , m_keystrokes(m_assignments, *platform.workspace, *platform.keyEvents, m_keyPermission)
     , m_connection({ *platform.midiServices, *platform.processTable, mainLoop, clock },
           [this](const MIDIMessage& message) { m_dispatcher.receiveMessage(message); })
@@ -76,7 +78,7 @@ void AppDelegate::createSetupController()
     m_assignments.setupShortcutKey();
     m_userAssignableWindowController = std::make_unique<UserAssinableWindowController>(
         SetupServices { { m_notificationCenter, *m_platform.keyTranslation }, *m_platform.defaults,
-            *m_platform.fileAttributes, *m_visibility });
+            *m_platform.fileAttributes, *m_visibility, [this] { storeForRecovery(); } });
     m_userAssignableWindowController->setMyWindowController(m_myWindowController.get());
     m_userAssignableWindowController->initShortcut(m_assignments.myUserAssignFile());
 }
@@ -95,7 +97,7 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->kestrel, &QAction::triggered, this, &AppDelegate::kestrel);
     connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
-    m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, m_keyPermission);
+    m_noticeItems = std::make_unique<NoticeItems>(*m_mainMenu->statusMenu, m_notices);
     // Refreshes the notices with the timer as well, because not every menu shows items that are
     // added just before it opens. LoginItemChoice needs no timer: it only changes a check mark.
     connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] { m_noticeItems->refresh(); });
@@ -121,8 +123,21 @@ void AppDelegate::applicationWillTerminate()
 
 void AppDelegate::storeAssignments()
 {
-    if (!m_assignments.writeUserDefault())
-        qWarning("The assignments could not be written to the user defaults.");
+    const bool isStored = m_assignments.writeUserDefault();
+    logIfNotStored(isStored);
+    if (!isStored)
+        storeForRecovery();
+}
+
+void AppDelegate::storeForRecovery()
+{
+    logIfNotStored(m_assignments.writeRecoveryFile());
+}
+
+void AppDelegate::logIfNotStored(bool isStored) const
+{
+    if (!isStored)
+        qWarning("The assignments could not be stored: %s", m_assignments.problem().c_str());
 }
 
 void AppDelegate::newDocument()
@@ -194,6 +209,7 @@ void AppDelegate::applicationOpenFiles(const QStringList& filenames)
     m_userAssignableWindowController->changeShortcut(*m_assignments.myUserAssignFile());
     // A console key that is down now would post key-ups of the new set when it is released.
     m_platform.keyEvents->releaseAll();
+    storeForRecovery();
 }
 
 void AppDelegate::redrawLCDdisplay(const MIDIMessage& message)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/KeyPermission.h"
+#include "app/StoringNotice.h"
 #include "assign/KeystrokePoster.h"
 #include "assign/StoredAssignments.h"
 #include "common/NotificationCenter.h"
@@ -43,6 +44,8 @@ public:
     // the first call has an effect.
     void applicationWillTerminate();
     void storeAssignments();
+    // Keeps a copy of the live set, which the next start takes if this run is killed.
+    void storeForRecovery();
     // Opens files from the file manager: the first one becomes the live set at once.
     void applicationOpenFiles(const QStringList& filenames);
 
@@ -72,6 +75,7 @@ public slots:
     void quit();
 
 private:
+    void logIfNotStored(bool isStored) const;
     void createPanelController();
     void createSetupController();
     void setupStatusItem();
@@ -84,6 +88,7 @@ private:
     Platform& m_platform;
     KeyPermission m_keyPermission;
     StoredAssignments m_assignments;
+    StoringNotice m_notices;
     KeystrokePoster m_keystrokes;
     MessageDispatcher m_dispatcher { *this };
     MIDIConnection m_connection;

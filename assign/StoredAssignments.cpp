@@ -1,16 +1,27 @@
 #include "assign/StoredAssignments.h"
 
-#include <string>
+#include "archive/ArchiveLimits.h"
+#include "archive/AtomicFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <utility>
 
 namespace kestrel {
 
-StoredAssignments::StoredAssignments(DefaultsStore& defaults)
+StoredAssignments::StoredAssignments(DefaultsStore& defaults, std::string recoveryFile)
     : m_defaults(defaults)
+    , m_recoveryFile(std::move(recoveryFile))
 {
 }
 
 void StoredAssignments::setupShortcutKey()
 {
+    m_myUserAssignFile = recovered();
+    if (m_myUserAssignFile)
+        return;
     m_myUserAssignFile = std::make_shared<UserAssignFile>();
     UserAssignFile& set = *m_myUserAssignFile;
 
@@ -42,19 +53,73 @@ bool StoredAssignments::restore(std::string_view key, const std::function<bool(A
     return false;
 }
 
+// Null if there is no sound copy.
+std::shared_ptr<UserAssignFile> StoredAssignments::recovered()
+{
+    const QString path = QString::fromStdString(m_recoveryFile);
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return nullptr;
+    const QByteArray copy = file.read(static_cast<qint64>(ArchiveLimits::FileBytes) + 1);
+    m_ownsRecoveryFile = true;
+    try {
+        auto set = UserAssignFile::fromFileImage(viewOf(copy));
+        if (set && set->isUserAssignFile() && set->getShortcutArray()
+            && set->getShortcutTitleArray())
+            return set;
+    } catch (const ArchiveError&) {
+    }
+    file.close();
+    QFile::remove(path + QStringLiteral(".damaged"));
+    file.rename(path + QStringLiteral(".damaged"));
+    return nullptr;
+}
+
+bool StoredAssignments::hasTable() const
+{
+    return m_myUserAssignFile && m_myUserAssignFile->isExistShortcut();
+}
+
 bool StoredAssignments::writeUserDefault()
 {
-    if (!m_myUserAssignFile || !m_myUserAssignFile->isExistShortcut())
+    if (!hasTable())
         return true;
     try {
         const auto shortcuts = m_myUserAssignFile->getData();
         const auto titles = m_myUserAssignFile->getTitleData();
         m_defaults.setData(ShortcutsKey, shortcuts);
         m_defaults.setData(TitlesKey, titles);
-    } catch (const ArchiveError&) {
+    } catch (const ArchiveError& error) {
+        m_problem = error.what();
         return false;
     }
-    return m_defaults.synchronise();
+    m_problem.clear();
+    if (!m_defaults.synchronise())
+        return false;
+    // One that only another process has written stays.
+    if (std::exchange(m_ownsRecoveryFile, false))
+        QFile::remove(QString::fromStdString(m_recoveryFile));
+    return true;
+}
+
+bool StoredAssignments::writeRecoveryFile()
+{
+    if (!hasTable() || m_recoveryFile.empty())
+        return true;
+    const QString path = QString::fromStdString(m_recoveryFile);
+    try {
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        m_problem = AtomicFile::write(path, m_myUserAssignFile->fileImage()).problem.toStdString();
+    } catch (const ArchiveError& error) {
+        m_problem = error.what();
+    }
+    m_ownsRecoveryFile = m_ownsRecoveryFile || m_problem.empty();
+    return m_problem.empty();
+}
+
+std::string StoredAssignments::problem() const
+{
+    return m_problem.empty() ? m_defaults.problem() : m_problem;
 }
 
 // If this synchronisation fails, the next write stores the copy as well.

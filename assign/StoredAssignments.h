@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace kestrel {
@@ -16,17 +17,25 @@ public:
     static constexpr std::string_view ShortcutsKey = "PT_UserAssign";
     static constexpr std::string_view TitlesKey = "PT_UserAssignTitle";
 
-    explicit StoredAssignments(DefaultsStore& defaults); // outlives this object
+    // The store outlives this object. Without a recovery file (a path in UTF-8) no copy is kept.
+    explicit StoredAssignments(DefaultsStore& defaults, std::string recoveryFile = {});
 
-    // Makes a new live set from the defaults. A table that is missing there starts empty. So does a
-    // table that is damaged or no dictionary; its bytes are first copied to its key with ".damaged"
-    // appended. An archive of nil is accepted for the shortcuts: the set then has no shortcut
-    // table.
+    // Makes a new live set from the recovery file of a run that was killed, else from the defaults.
+    // A table that is missing there starts empty. So does a table that is damaged or no dictionary;
+    // its bytes are first copied to its key with ".damaged" appended. An archive of nil is accepted
+    // for the shortcuts: the set then has no shortcut table.
     void setupShortcutKey();
 
-    // Returns false if the defaults could not be written; the file is then unchanged. A set without
-    // a shortcut table writes nothing and returns true.
+    // Called at the end. Returns false if the defaults could not be written; they are then
+    // unchanged. A set without a shortcut table writes nothing and returns true.
     [[nodiscard]] bool writeUserDefault();
+    // Writes the live set to the recovery file, where the next start finds it if this run is killed
+    // or cannot write the defaults. The defaults themselves change only at the end.
+    [[nodiscard]] bool writeRecoveryFile();
+
+    // Why the set could not be stored the last time, or why what is stored could not be read; empty
+    // if all is well.
+    [[nodiscard]] std::string problem() const;
 
     // The live set; null before setupShortcutKey().
     [[nodiscard]] const std::shared_ptr<UserAssignFile>& myUserAssignFile() const
@@ -37,11 +46,16 @@ public:
 private:
     using Archive = std::span<const std::uint8_t>;
 
+    [[nodiscard]] std::shared_ptr<UserAssignFile> recovered();
+    [[nodiscard]] bool hasTable() const;
     [[nodiscard]] bool restore(std::string_view key, const std::function<bool(Archive)>& take);
     void keepAside(std::string_view key, Archive damaged);
 
     DefaultsStore& m_defaults;
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;
+    std::string m_recoveryFile;
+    bool m_ownsRecoveryFile = false; // this run has read or written it
+    std::string m_problem;
 };
 
 } // namespace kestrel

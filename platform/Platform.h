@@ -34,6 +34,7 @@ struct Platform {
     std::unique_ptr<Notices> notices;
     std::unique_ptr<LoginItem> loginItem;
     std::unique_ptr<DefaultsStore> defaults;
+    std::string recoveryFile; // UTF-8 path for a copy of the live set; empty for none
 };
 
 // Each platform folder defines it once. `mainLoop` outlives the platform.

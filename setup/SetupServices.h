@@ -2,6 +2,8 @@
 
 #include "shortcut/InterfaceServices.h"
 
+#include <functional>
+
 namespace kestrel {
 
 class ApplicationVisibility;
@@ -14,6 +16,7 @@ struct SetupServices {
     DefaultsStore& defaults;
     FileAttributes& fileAttributes;
     ApplicationVisibility& visibility;
+    std::function<void()> setBecameLive; // called after OK has written the live set
 };
 
 } // namespace kestrel

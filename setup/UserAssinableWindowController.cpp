@@ -91,6 +91,7 @@ void UserAssinableWindowController::ok()
     if (m_myUserAssignFile)
         changeShortcut(*m_myUserAssignFile);
     closeDialog();
+    m_services.setBecameLive();
 }
 
 void UserAssinableWindowController::cancel()

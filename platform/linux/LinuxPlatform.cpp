@@ -33,6 +33,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .notices = makeNotices(),
         .loginItem = makeAutostartLoginItem(),
         .defaults = makeFileDefaultsStore(),
+        .recoveryFile = standardRecoveryFile(),
     };
 }
 

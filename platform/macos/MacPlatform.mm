@@ -14,10 +14,25 @@
 #include "platform/macos/StatusItemGuard.h"
 #include "platform/macos/SysctlProcessTable.h"
 
+#import <Foundation/Foundation.h>
+
 #include <csignal>
 #include <cstdlib>
 
 namespace kestrel {
+
+namespace {
+// Empty if the user has no folder for the files of applications.
+std::string recoveryFile()
+{
+    NSString* const folder
+        = NSSearchPathForDirectoriesInDomains(NSApplicationSupportDirectory, NSUserDomainMask, YES)
+              .firstObject;
+    NSString* const path =
+        [folder stringByAppendingPathComponent:@"kestrel/recovery.ZKCF"];
+    return path ? path.UTF8String : "";
+}
+} // namespace
 
 Platform makePlatform(MainLoop& mainLoop)
 {
@@ -38,6 +53,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .notices = std::make_unique<NoNotices>(),
         .loginItem = std::make_unique<AppServiceLoginItem>(),
         .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
+        .recoveryFile = recoveryFile(),
     };
 }
 

@@ -55,6 +55,7 @@ public:
         platform.permissions.reset(&permissions);
         platform.loginItem.reset(&loginItem);
         platform.notices = std::make_unique<FakeNotices>();
+        platform.recoveryFile = recoveryFile().toStdString();
         workspace.hidesByItself = false;
         processes.names = { "Pro Tools" };
         delegate = std::make_unique<AppDelegate>(platform, mainLoop, clock);
@@ -131,6 +132,8 @@ public:
         EXPECT_EQ(file.write(content), content.size());
         return file.fileName();
     }
+
+    [[nodiscard]] QString recoveryFile() const { return folder.filePath("recovery.ZKCF"); }
 
     [[nodiscard]] QString liveTitle() const
     {

@@ -2,6 +2,7 @@
 #include "panel/PlugInPanelView.h"
 #include "tests/app/AppDelegateBench.h"
 
+#include <QDir>
 #include <QMenu>
 
 #include <gmock/gmock.h>
@@ -165,6 +166,47 @@ TEST(AppDelegate, the_menu_says_that_the_permission_is_missing_until_it_is_there
     bench.tick();
     EXPECT_EQ(Bench::menu().actions().size(), usual);
     EXPECT_EQ(bench.permissions.requests, 0);
+}
+
+TEST(AppDelegate, the_menu_says_that_the_assignments_cannot_be_stored_until_they_can)
+{
+    Bench bench;
+    const qsizetype usual = Bench::menu().actions().size();
+    ASSERT_TRUE(QDir().mkdir(bench.recoveryFile())); // a folder in the place of the file
+    bench.delegate->applicationOpenFiles(
+        { bench.write(QStringLiteral("1.ZKCF"), Bench::setWithTitle("First")) });
+    bench.tick();
+    ASSERT_EQ(Bench::menu().actions().size(), usual + 2);
+    const auto notice = [] { return Bench::menu().actions().constFirst(); };
+    EXPECT_EQ(notice()->text(),
+        QStringLiteral("Assignments Cannot Be Stored: Filename refers to a directory"));
+    notice()->trigger(); // tries in vain
+    bench.tick();
+    EXPECT_EQ(Bench::menu().actions().size(), usual + 2);
+    ASSERT_TRUE(QDir().rmdir(bench.recoveryFile()));
+    notice()->trigger();
+    bench.tick();
+    EXPECT_EQ(Bench::menu().actions().size(), usual);
+    EXPECT_TRUE(QFile::exists(bench.recoveryFile()));
+}
+
+TEST(AppDelegate, a_set_that_became_live_outlives_a_run_that_is_killed_or_cannot_store_it)
+{
+    Bench bench;
+    const QString file = bench.write(QStringLiteral("1.ZKCF"), Bench::setWithTitle("First"));
+    bench.delegate->applicationOpenFiles({ file });
+    AppDelegate next(bench.platform, bench.mainLoop, bench.clock);
+    next.applicationDidFinishLaunching();
+    EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(ArchiveValue(1)), QString("First"));
+    EXPECT_TRUE(QFile::remove(bench.recoveryFile()));
+    bench.defaults.failing = true;
+    next.applicationWillTerminate();
+    EXPECT_TRUE(QFile::exists(bench.recoveryFile()));
+    bench.defaults.failing = false;
+    bench.delegate->applicationWillTerminate();
+    EXPECT_FALSE(QFile::exists(bench.recoveryFile()));
+    EXPECT_EQ(bench.defaults.stored.at("PT_UserAssignTitle"),
+        bench.delegate->myUserAssignFile()->getTitleData());
 }
 
 TEST(AppDelegate, the_menu_offers_to_launch_at_login)

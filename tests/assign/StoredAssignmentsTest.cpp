@@ -4,6 +4,11 @@
 #include "tests/archive/Refusal.h"
 #include "tests/assign/RecordedDefaults.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 namespace kestrel::test {
@@ -209,6 +214,97 @@ TEST_F(StoredAssignmentsTest, titles_that_are_no_table_are_kept_aside_and_start_
         ASSERT_EQ(defaults.onDisk.size(), 1u);
         EXPECT_EQ(defaults.onDisk[0].at("PT_UserAssignTitle.damaged"), noTable);
     }
+}
+
+class RecoveryFile : public StoredAssignmentsTest {
+protected:
+    QString path() const { return folder.filePath("sub/recovery.ZKCF"); }
+    StoredAssignments run() { return StoredAssignments(defaults, path().toStdString()); }
+    void leave(const Bytes& content) const
+    {
+        QDir().mkpath(QFileInfo(path()).path());
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(
+            reinterpret_cast<const char*>(content.data()), static_cast<qint64>(content.size()));
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(RecoveryFile, brings_a_set_that_was_live_to_the_next_run_and_leaves_the_defaults)
+{
+    StoredAssignments killed = run();
+    killed.setupShortcutKey();
+    EXPECT_FALSE(QFile::exists(path()));
+    killed.myUserAssignFile()->setShortcutTitle("Undo", 1);
+    EXPECT_TRUE(killed.writeRecoveryFile());
+    EXPECT_TRUE(defaults.content.empty());
+    EXPECT_TRUE(defaults.onDisk.empty());
+
+    StoredAssignments next = run();
+    next.setupShortcutKey();
+    EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(1), QString("Undo"));
+    EXPECT_TRUE(QFile::exists(path())) << "this run may be killed too";
+    EXPECT_TRUE(next.writeUserDefault());
+    EXPECT_FALSE(QFile::exists(path()));
+    EXPECT_EQ(defaults.content.at("PT_UserAssignTitle"), next.myUserAssignFile()->getTitleData());
+}
+
+TEST_F(RecoveryFile, stays_until_the_defaults_are_written)
+{
+    StoredAssignments assignments = run();
+    assignments.setupShortcutKey();
+    ASSERT_TRUE(assignments.writeRecoveryFile());
+    defaults.isFailing = true;
+    EXPECT_FALSE(assignments.writeUserDefault());
+    EXPECT_EQ(assignments.problem(), "No space");
+    EXPECT_TRUE(QFile::exists(path()));
+    defaults.isFailing = false;
+    EXPECT_TRUE(assignments.writeUserDefault());
+    EXPECT_EQ(assignments.problem(), "");
+    EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(RecoveryFile, of_another_run_is_left_to_it)
+{
+    StoredAssignments first = run();
+    first.setupShortcutKey();
+    StoredAssignments second = run();
+    second.setupShortcutKey();
+    ASSERT_TRUE(second.writeRecoveryFile());
+    EXPECT_TRUE(first.writeUserDefault());
+    EXPECT_TRUE(QFile::exists(path()));
+    EXPECT_TRUE(second.writeUserDefault());
+    EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(RecoveryFile, that_is_no_whole_set_is_kept_aside_and_the_defaults_are_restored)
+{
+    store(*someSet());
+    for (const Bytes& content :
+        { Damage, Bytes(), UserAssignFile().fileImage(), someSet()->getData() }) {
+        leave(content);
+        StoredAssignments assignments = run();
+        assignments.setupShortcutKey();
+        EXPECT_EQ(assignments.myUserAssignFile()->getShortcutTitle(6), QString("Save"));
+        EXPECT_FALSE(QFile::exists(path()));
+        QFile aside(path() + ".damaged");
+        ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+        EXPECT_EQ(aside.size(), static_cast<qint64>(content.size()));
+    }
+}
+
+TEST_F(RecoveryFile, that_cannot_be_written_says_why)
+{
+    StoredAssignments assignments = run();
+    assignments.setupShortcutKey();
+    ASSERT_TRUE(QDir().mkpath(path())); // a folder in its place
+    EXPECT_FALSE(assignments.writeRecoveryFile());
+    EXPECT_EQ(assignments.problem(), "Filename refers to a directory");
+    ASSERT_TRUE(QDir().rmdir(path()));
+    EXPECT_TRUE(assignments.writeRecoveryFile());
+    EXPECT_EQ(assignments.problem(), "");
 }
 
 } // namespace

@@ -46,6 +46,24 @@ TEST(Closing, the_close_box_restores_the_working_copy_and_closes_rename_boxes)
     EXPECT_EQ(bench.button(0).editBox(), nullptr);
 }
 
+TEST(Closing, only_ok_makes_a_set_live)
+{
+    SetupBench bench;
+    bench.open();
+    press(bench.field(0), Keys::F5);
+    bench.controller.assign();
+    bench.controller.cancel();
+    bench.open();
+    bench.controller.window()->close();
+    EXPECT_EQ(bench.becameLive, 0);
+    bench.open();
+    press(bench.field(0), Keys::F5);
+    bench.controller.assign();
+    bench.controller.ok();
+    EXPECT_EQ(bench.becameLive, 1);
+    EXPECT_EQ(bench.liveWhenItBecame, "F5");
+}
+
 TEST(Closing, after_the_first_ok_closing_restores_nothing_any_more)
 {
     SetupBench bench;

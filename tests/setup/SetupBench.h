@@ -56,7 +56,10 @@ struct SetupBench {
     // The services, for further windows.
     [[nodiscard]] SetupServices services()
     {
-        return { { center, translation }, defaults, attributes, visibility };
+        return { { center, translation }, defaults, attributes, visibility, [this] {
+                    ++becameLive;
+                    liveWhenItBecame = liveText(1).toStdString();
+                } };
     }
     // Opens the window as the menu does.
     void open()
@@ -109,6 +112,8 @@ struct SetupBench {
     // Records the notifications before the window handles them.
     NotificationLog log { center };
     FakeKeyTranslation translation;
+    std::string liveWhenItBecame; // the first shortcut of button 1 then
+    int becameLive = 0; // how often the live set was written
     FakeDefaultsStore ownDefaults;
     FakeDefaultsStore& defaults;
     FakeFileAttributes attributes;

@@ -87,14 +87,17 @@ ExitCode assign(const Request& request, StoredAssignments& stored)
     if (request.title)
         set.setShortcutTitle(QString::fromStdString(*request.title), request.button);
     if (request.file) {
-        if (AtomicFile::write(QString::fromStdString(*request.file), set.fileImage()))
+        const auto written
+            = AtomicFile::write(QString::fromStdString(*request.file), set.fileImage());
+        if (written)
             return Done;
-        std::fprintf(stderr, "kestrel-assign: cannot write %s\n", request.file->c_str());
+        std::fprintf(stderr, "kestrel-assign: cannot write %s: %s\n", request.file->c_str(),
+            qUtf8Printable(written.problem));
         return NotWritten;
     }
     if (!stored.writeUserDefault()) {
-        std::fprintf(stderr, "kestrel-assign: cannot write %s\n",
-            qUtf8Printable(FileDefaultsStore::standardPath()));
+        std::fprintf(stderr, "kestrel-assign: cannot write %s: %s\n",
+            qUtf8Printable(FileDefaultsStore::standardPath()), stored.problem().c_str());
         return NotWritten;
     }
     return Done;
@@ -131,7 +134,7 @@ int main(int argc, char** argv)
     }
 
     const auto defaults = makeFileDefaultsStore();
-    StoredAssignments stored(*defaults);
+    StoredAssignments stored(*defaults, standardRecoveryFile());
     stored.setupShortcutKey();
     const ExitCode code = *button ? assign(request, stored) : Done;
     if (code == Done && request.isShowing)

@@ -122,7 +122,8 @@ TEST_F(AssignKeys, writes_the_changed_set_to_a_file_and_stores_nothing)
     const QString nowhere = m_folder.filePath("none/set.ZKCF");
     const Outcome outcome = run({ "7", "F9", "--to", nowhere });
     EXPECT_EQ(outcome.code, NotWritten);
-    EXPECT_EQ(outcome.errors, "kestrel-assign: cannot write " + nowhere + "\n");
+    EXPECT_EQ(outcome.errors,
+        "kestrel-assign: cannot write " + nowhere + ": No such file or directory\n");
 }
 
 TEST_F(AssignKeys, refuses_what_it_does_not_understand_and_writes_nothing)
@@ -143,7 +144,8 @@ TEST_F(AssignKeys, tells_when_nothing_could_be_written)
     ASSERT_TRUE(QDir(m_folder.path()).mkdir("com.holvik.kestrel.plist"));
     const Outcome outcome = run({ "6", "F1" });
     EXPECT_EQ(outcome.code, NotWritten);
-    EXPECT_EQ(outcome.errors, "kestrel-assign: cannot write " + path() + "\n");
+    EXPECT_EQ(outcome.errors,
+        "kestrel-assign: cannot write " + path() + ": The file of the defaults cannot be read\n");
 }
 
 } // namespace
