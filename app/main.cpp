@@ -2,6 +2,7 @@
 #include "app/ArgumentText.h"
 #include "app/CommandLine.h"
 #include "app/EndDeadline.h"
+#include "app/Exhaustion.h"
 #include "app/FileOpenEvents.h"
 #include "app/QtMainLoop.h"
 #include "app/SecondStart.h"
@@ -21,6 +22,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -157,7 +159,11 @@ int main(int argc, char* argv[])
         std::fputs(qPrintable(answer->text), answer->isError ? stderr : stdout);
         return answer->isError ? ExitCodeOfWrongUsage : EXIT_SUCCESS;
     }
-    if (const auto problem = kestrel::prepareSession()) {
+    kestrel::Exhaustion::endClearly();
+    std::optional<std::string> problem = kestrel::Exhaustion::problemAtStart();
+    if (!problem)
+        problem = kestrel::prepareSession();
+    if (problem) {
         std::fprintf(stderr, "kestrel: %s\n", problem->c_str());
         return EXIT_FAILURE;
     }
