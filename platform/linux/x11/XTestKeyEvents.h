@@ -1,12 +1,12 @@
 #pragma once
 
 #include "platform/KeyEvents.h"
-#include "platform/linux/x11/HeldKeysJournal.h"
-#include "platform/linux/x11/KeyLedger.h"
+#include "platform/linux/x11/HeldKeys.h"
 #include "platform/linux/x11/X11Keyboards.h"
 #include "platform/linux/x11/X11Session.h"
 
 #include <memory>
+#include <optional>
 
 namespace kestrel {
 
@@ -19,7 +19,7 @@ namespace kestrel {
 // holds and the flags do not name are released for the moment of the key-down and pressed again
 // right after it, all in one batch. Locks (Caps Lock, Num Lock) are left as they are, and so are
 // modifiers that another program holds through XTEST.
-class XTestKeyEvents final : public KeyEvents, private X11Connection::Listener {
+class XTestKeyEvents final : public KeyEvents, private X11Connection::Listener, private KeyServer {
 public:
     explicit XTestKeyEvents(std::shared_ptr<X11Session> session);
     ~XTestKeyEvents() override;
@@ -35,25 +35,19 @@ private:
     void connectionLost() override;
     void eventArrived(const xcb_generic_event_t& event) override;
 
-    void openJournal();
-    void letGoOfWhatWasLeftDown();
-    void strikeReleased();
+    unsigned post(const KeyStep& step) override;
+    void flush() override;
+    bool synchronise() override;
+    std::optional<XKeySet> keysDown() override;
+
     [[nodiscard]] bool isReady();
     Result send(const KeyPlan& plan);
-    // Waits until the server has handled all our requests. False when the server does not answer.
-    bool synchronise();
 
     std::shared_ptr<X11Session> m_session;
     X11Connection& m_connection;
-    KeyLedger m_ledger;
-    XKeySet m_leftDown; // keys left down on connections that broke
-    HeldKeysJournal m_journal;
+    HeldKeys m_held { *this };
     // Keys that other programs held on the XTEST keyboard when the connection was opened.
     XKeySet m_foreign;
-    // Released keys that are still in the journal, because the server may not know of the release.
-    XKeySet m_released;
-    unsigned m_lastRelease = 0; // sequence number of the last release's request
-    std::string m_journalPath;
     bool m_canPost = false;
     X11Keyboards m_keyboards;
 };
