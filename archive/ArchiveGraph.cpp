@@ -100,6 +100,8 @@ GraphWalk::Extent GraphWalk::measureContent(const ArchiveValue& value, std::size
             add(whole, entry.value, depth);
         }
     } else if (const auto object = value.object()) {
+        if (object->members().size() >= ArchiveLimits::DictionaryKeys)
+            throw ArchiveError(Kind::TooManyObjects, "object of too many members");
         for (const QString& name : object->classes())
             add(whole, name, depth);
         for (const ArchiveObject::Member& member : object->members()) {

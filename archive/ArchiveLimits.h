@@ -17,8 +17,10 @@ inline constexpr std::size_t TextBytes = 2 << 20; // all strings and data togeth
 inline constexpr std::size_t FileBytes = 16 << 20;
 inline constexpr std::size_t FileObjects = 500'000;
 inline constexpr std::size_t ExpandedBytes = 32 << 20;
-// libplist compares each new key of an XML dictionary with the keys that it has.
-inline constexpr std::size_t DictionaryKeys = 50'000;
+// Keys of one dictionary of the list, and with its class the members of an object. libplist
+// compares each new key with those that it has, or with those of an equal hash, which a file can
+// choose. The dictionaries of an archive have their keys in an array.
+inline constexpr std::size_t DictionaryKeys = 1'000;
 // Bytes that libplist moves in an XML list: for each character reference, the rest of its text.
 inline constexpr std::size_t MovedBytes = std::size_t(1) << 30;
 

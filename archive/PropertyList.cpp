@@ -3,6 +3,7 @@
 #include "archive/ArchiveError.h"
 #include "archive/ArchiveLimits.h"
 #include "archive/BinaryListCheck.h"
+#include "archive/BinaryListWriter.h"
 #include "archive/NumericLocale.h"
 #include "archive/XmlListCheck.h"
 
@@ -92,13 +93,7 @@ PropertyList PropertyList::fromBytes(ByteView list, std::size_t maxObjects)
 
 Bytes PropertyList::toBinary() const
 {
-    char* list = nullptr;
-    std::uint32_t size = 0;
-    plist_to_bin(m_root.get(), &list, &size);
-    const std::unique_ptr<char, FreeMemory> owner(list);
-    if (!list)
-        throw std::bad_alloc();
-    return { list, list + size };
+    return BinaryListWriter().write(m_root.get());
 }
 
 std::vector<plist_t> PropertyListNode::items(plist_t array)
