@@ -6,6 +6,14 @@ target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wconversion)
 if(KESTREL_WERROR)
   target_compile_options(kestrel_flags INTERFACE -Werror)
 endif()
+# The fuzzers need to see the branches of the code under test.
+if(KESTREL_FUZZ)
+  target_compile_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+if(KESTREL_COVERAGE)
+  target_compile_options(kestrel_flags INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+  target_link_options(kestrel_flags INTERFACE -fprofile-instr-generate)
+endif()
 if(KESTREL_SANITIZE)
   target_compile_options(
     kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all

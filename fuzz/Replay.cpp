@@ -6,6 +6,7 @@
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+extern "C" [[gnu::weak]] int LLVMFuzzerInitialize(int* argc, char*** argv);
 
 namespace {
 
@@ -25,9 +26,11 @@ bool replay(const std::filesystem::path& path)
 
 } // namespace
 
-// Runs the fuzzer's entry over every file of the folders given.
+// Runs a target over every file of the folders given, without libFuzzer.
 int main(int argc, char** argv)
 {
+    if (LLVMFuzzerInitialize)
+        LLVMFuzzerInitialize(&argc, &argv);
     int count = 0;
     for (int i = 1; i < argc; ++i) {
         for (const auto& file : std::filesystem::directory_iterator(argv[i])) {

@@ -1,9 +1,7 @@
+#include "fuzz/Target.h"
 #include "fuzz/panel/PanelFeed.h"
 
 #include <QApplication>
-
-#include <cstdio>
-#include <cstdlib>
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
@@ -12,12 +10,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     return 0;
 }
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+std::string kestrel::fuzz::fault(std::span<const std::uint8_t> input)
 {
-    const std::string difference = kestrel::PanelFeed().run({ data, size });
-    if (!difference.empty()) {
-        std::fprintf(stderr, "%s\n", difference.c_str());
-        std::abort();
-    }
-    return 0;
+    return PanelFeed().run(input);
 }

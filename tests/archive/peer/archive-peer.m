@@ -1,6 +1,9 @@
 // Reads and writes assignment sets with an independent implementation of keyed archives.
 //   archive-peer print FILE        prints the root object of an archive
 //   archive-peer copy FILE NEW FORMAT   archives it again, FORMAT = xml or binary
+//   archive-peer serve        reads archives from standard input and answers each one with the text
+//                             of its root object, or with nothing when it cannot read or name it.
+//                             The length of each, four bytes, comes first.
 
 #import <Foundation/Foundation.h>
 
@@ -50,7 +53,15 @@ static NSString* numberText(NSNumber* number)
     return [NSString stringWithFormat:@"i%lld", [number longLongValue]];
 }
 
-// Dictionaries in order of their keys, which are numbers.
+static BOOL isServing = NO;
+
+static NSComparisonResult byCodeUnits(id first, id second, void* context)
+{
+    return [first compare:second options:NSLiteralSearch];
+}
+
+// Dictionaries in order of their keys, which are numbers; when serving, in order of the texts of
+// their entries.
 static NSString* textOf(id value)
 {
     NSMutableString* text = [NSMutableString string];
@@ -66,6 +77,16 @@ static NSString* textOf(id value)
         return [NSString stringWithFormat:@"[%@]", text];
     }
     if ([value isKindOfClass:[NSDictionary class]]) {
+        if (isServing) {
+            NSMutableArray* entries = [NSMutableArray array];
+            NSEnumerator* enumerator = [value keyEnumerator];
+            id key;
+            while ((key = [enumerator nextObject]))
+                [entries addObject:[NSString stringWithFormat:@"%@:%@,", textOf(key),
+                                             textOf([value objectForKey:key])]];
+            [entries sortUsingFunction:byCodeUnits context:NULL];
+            return [NSString stringWithFormat:@"{%@}", [entries componentsJoinedByString:@""]];
+        }
         NSArray* keys = [[value allKeys] sortedArrayUsingSelector:@selector(compare:)];
         for (NSUInteger i = 0; i < [keys count]; ++i) {
             id key = [keys objectAtIndex:i];
@@ -80,6 +101,8 @@ static NSString* textOf(id value)
                          textOf(set->myType), (long long)set->myVersion,
                          textOf(set->orgShortcutArray), textOf(set->orgShortcutTitleArray)];
     }
+    if (isServing)
+        [NSException raise:NSGenericException format:@"no text for %@", [value class]];
     return [NSString stringWithFormat:@"?%@", [value class]];
 }
 
@@ -94,10 +117,42 @@ static BOOL copyArchive(id root, NSString* path, BOOL isXml)
     return [data writeToFile:path atomically:NO];
 }
 
+static NSData* answerTo(NSData* archive)
+{
+    NSData* answer = [NSData data];
+    @try {
+        NSString* text = textOf([NSKeyedUnarchiver unarchiveObjectWithData:archive]);
+        answer = [text dataUsingEncoding:NSUTF8StringEncoding];
+    } @catch (NSException* exception) {
+    }
+    return answer;
+}
+
+static int serve(void)
+{
+    isServing = YES;
+    uint32_t length;
+    while (fread(&length, sizeof length, 1, stdin) == 1) {
+        NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+        NSMutableData* archive = [NSMutableData dataWithLength:length];
+        if (length > 0 && fread([archive mutableBytes], length, 1, stdin) != 1)
+            return 1;
+        NSData* answer = answerTo(archive);
+        length = (uint32_t)[answer length];
+        fwrite(&length, sizeof length, 1, stdout);
+        fwrite([answer bytes], 1, length, stdout);
+        fflush(stdout);
+        [pool release];
+    }
+    return 0;
+}
+
 int main(void)
 {
     [[NSAutoreleasePool alloc] init];
     NSArray* arguments = [[NSProcessInfo processInfo] arguments];
+    if ([arguments count] == 2 && [[arguments objectAtIndex:1] isEqualToString:@"serve"])
+        return serve();
     if ([arguments count] < 3)
         return 2;
     id root = [NSKeyedUnarchiver unarchiveObjectWithFile:[arguments objectAtIndex:2]];
