@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -86,7 +87,9 @@ FileDefaultsStore::Health FileDefaultsStore::read()
     // Opening a FIFO would wait for a writer.
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return Health::Unreadable;
-    const QByteArray bytes = file.read(ArchiveLimits::FileBytes + 1);
+    // QFile makes room for as much as is asked for.
+    const auto most = static_cast<qint64>(ArchiveLimits::FileBytes) + 1;
+    const QByteArray bytes = file.read(std::min(file.size() + 1, most));
     if (file.error() != QFileDevice::NoError)
         return Health::Unreadable;
     try {
