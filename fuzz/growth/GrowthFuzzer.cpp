@@ -9,9 +9,9 @@
 namespace kestrel {
 namespace {
 
-constexpr std::size_t LargeBytes = 1 << 20;
+constexpr std::size_t LargeBytes = 1 << 19;
 constexpr std::size_t SmallBytes = LargeBytes / 4;
-constexpr double SuspiciousSeconds = 0.5;
+constexpr double SuspiciousSeconds = 0.3;
 constexpr double SuspiciousGrowth = 8; // of the time for four times the bytes
 constexpr char Separator = '|';
 
