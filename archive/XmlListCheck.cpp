@@ -206,6 +206,13 @@ void checkCharacters(std::string_view content)
     }
 }
 
+// libplist takes a number that begins with a zero for an octal one.
+bool isDecimal(const QByteArray& number)
+{
+    const qsizetype sign = number.startsWith('-') || number.startsWith('+') ? 1 : 0;
+    return number.size() == sign + 1 || number[sign] != '0';
+}
+
 void XmlScanner::countMoves(std::string_view text)
 {
     for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
@@ -234,6 +241,7 @@ void XmlScanner::checkContent(std::string_view name, std::string_view content)
         (void)text.toLongLong(&isGood);
         if (!isGood)
             (void)text.toULongLong(&isGood);
+        isGood = isGood && isDecimal(text);
     } else if (name == "real") {
         (void)text.toDouble(&isGood);
     } else if (name == "data") {

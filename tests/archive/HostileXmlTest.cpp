@@ -65,6 +65,18 @@ TEST(HostileXml, too_many_elements_are_refused)
         Kind::TooManyObjects);
 }
 
+TEST(HostileXml, an_integer_that_libplist_would_take_for_octal_is_refused)
+{
+    for (const char* number : { "0524288", "00", "-010", "+07" })
+        EXPECT_EQ(
+            refusal(xmlList(std::string("<integer>") + number + "</integer>")), Kind::MalformedXml)
+            << number;
+    for (const char* number : { "0", "-0", "+0", "10", "-10", " 5 " })
+        EXPECT_EQ(
+            refusal(xmlList(std::string("<integer>") + number + "</integer>")), Kind::NotAnArchive)
+            << number;
+}
+
 TEST(HostileXml, a_dictionary_of_too_many_keys_is_refused)
 {
     const auto dictionary = [](int keys) {
