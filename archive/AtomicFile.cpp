@@ -1,21 +1,22 @@
 #include "archive/AtomicFile.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QSaveFile>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <thread>
 
 namespace kestrel {
 
 namespace {
 
-constexpr qint64 LeftoverAgeSeconds = 3600;
 constexpr qsizetype SuffixLength = 6;
 constexpr int MaxLinks = 40; // as in the Linux kernel
 
@@ -23,17 +24,6 @@ constexpr int MaxLinks = 40; // as in the Linux kernel
 bool isOnDisk(int descriptor)
 {
     return fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
-}
-
-// Makes the file's new name survive a power cut. The content is sound with or without it.
-void syncFolder(const QString& path)
-{
-    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
-    const int descriptor = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    (void)fsync(descriptor);
-    close(descriptor);
 }
 
 // Follows the links at the end of a path. QSaveFile would not follow one to a file that does not
@@ -48,6 +38,41 @@ QString targetOf(const QString& path)
     }
     return file.absoluteFilePath();
 }
+
+// The folder of a file that is written. Processes that write in it share a lock on it, which the
+// system takes from a process that is killed.
+class Folder {
+public:
+    explicit Folder(const QString& file)
+        : m_descriptor(open(QFile::encodeName(QFileInfo(file).absolutePath()).constData(),
+            O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+    }
+    ~Folder()
+    {
+        if (m_descriptor >= 0)
+            close(m_descriptor);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    // True when nobody else writes in the folder now, or begins to before this object's end.
+    [[nodiscard]] bool takeAlone() const { return lock(LOCK_EX); }
+    // Waits while somebody else has it alone, which is short. Without a lock the file is written all
+    // the same, as on file systems that have no locks.
+    void share() const
+    {
+        for (int i = 0; i < 100 && !lock(LOCK_SH) && errno == EWOULDBLOCK; ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    // Makes new names in the folder survive a power cut. The content is sound with or without it.
+    void sync() const { (void)fsync(m_descriptor); }
+
+private:
+    [[nodiscard]] bool lock(int kind) const { return flock(m_descriptor, kind | LOCK_NB) == 0; }
+
+    int m_descriptor;
+};
 
 bool isLetter(QChar c)
 {
@@ -73,6 +98,8 @@ AtomicFile::Result AtomicFile::write(const QString& path, ByteView content)
     if (target.isEmpty())
         return { QString::fromLocal8Bit(std::strerror(ELOOP)) };
     removeLeftovers(target);
+    const Folder folder(target);
+    folder.share();
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         return { file.errorString() };
@@ -89,21 +116,26 @@ AtomicFile::Result AtomicFile::write(const QString& path, ByteView content)
     }
     if (!file.commit())
         return { file.errorString() };
-    syncFolder(target);
+    folder.sync();
     return {};
 }
 
 void AtomicFile::removeLeftovers(const QString& path)
 {
-    const QFileInfo target(targetOf(path)); // killed saves left their temporary files beside it
+    const QString written = targetOf(path); // killed saves left their temporary files beside it
+    if (written.isEmpty())
+        return;
+    const Folder folder(written);
+    if (!folder.takeAlone())
+        return;
+    const QFileInfo target(written);
     const QString prefix = target.fileName() + u'.';
-    const QDateTime newest = QDateTime::currentDateTime().addSecs(-LeftoverAgeSeconds);
     const auto files
         = QDir(target.absolutePath()).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QFileInfo& file : files) {
         const QString name = file.fileName();
         if (name.startsWith(prefix) && isRandomSuffix(QStringView(name).sliced(prefix.size()))
-            && file.ownerId() == geteuid() && file.lastModified() < newest)
+            && file.ownerId() == geteuid())
             QFile::remove(file.filePath());
     }
 }

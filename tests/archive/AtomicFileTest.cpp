@@ -1,14 +1,17 @@
 #include "archive/AtomicFile.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 
 namespace kestrel::test {
@@ -52,12 +55,10 @@ protected:
         QFile file(path());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
-    void leave(const QString& name, int ageSeconds) const
+    void leave(const QString& name) const
     {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_TRUE(file.setFileTime(
-            QDateTime::currentDateTime().addSecs(-ageSeconds), QFileDevice::FileModificationTime));
     }
 
     QTemporaryDir m_folder;
@@ -125,16 +126,52 @@ TEST_F(AtomicFileTest, a_folder_that_does_not_exist_fails)
 
 TEST_F(AtomicFileTest, removes_what_killed_saves_of_the_same_file_left_behind)
 {
-    leave("set.ZKCF.aBcDeF", 7200);
+    leave("set.ZKCF.aBcDeF");
     ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("x"))));
+    EXPECT_EQ(names(), QStringList { "set.ZKCF" });
+}
+
+TEST_F(AtomicFileTest, removes_nothing_while_somebody_writes_in_the_folder)
+{
+    leave("set.ZKCF.aBcDeF");
+    const int folder = open(qPrintable(QFileInfo(path()).absolutePath()), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(flock(folder, LOCK_SH), 0);
+    ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("x"))));
+    EXPECT_TRUE(QFile::exists(path("set.ZKCF.aBcDeF")));
+    close(folder);
+    ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("x"))));
+    EXPECT_EQ(names(), QStringList { "set.ZKCF" });
+}
+
+TEST_F(AtomicFileTest, saves_of_one_file_at_the_same_time_all_succeed)
+{
+    constexpr int Saves = 300;
+    const auto saveOften = [this] {
+        for (int i = 0; i < Saves; ++i) {
+            if (!AtomicFile::write(path(), viewOf(QByteArray("x"))))
+                _exit(1);
+        }
+        _exit(0);
+    };
+    std::array<pid_t, 3> savers {};
+    for (pid_t& saver : savers) {
+        saver = fork();
+        if (saver == 0)
+            saveOften();
+    }
+    for (const pid_t saver : savers) {
+        int status = -1;
+        EXPECT_EQ(waitpid(saver, &status, 0), saver);
+        EXPECT_EQ(status, 0);
+    }
     EXPECT_EQ(names(), QStringList { "set.ZKCF" });
 }
 
 TEST_F(AtomicFileTest, a_link_stays_one_and_its_file_is_replaced)
 {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir("real"));
-    leave("real/set.ZKCF", 0);
-    leave("real/set.ZKCF.aBcDeF", 7200);
+    leave("real/set.ZKCF");
+    leave("real/set.ZKCF.aBcDeF");
     ASSERT_TRUE(QFile::link(path("real/set.ZKCF"), path()));
     EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
     EXPECT_TRUE(QFileInfo(path()).isSymLink());
@@ -185,10 +222,9 @@ TEST_F(AtomicFileTest, leaves_alone_whatever_else_lies_there)
     const QStringList others { "other.ZKCF.aBcDeF", "set.ZKCF.Backup", "set.ZKCF.ORIGIN",
         "set.ZKCF.aBcDe", "set.ZKCF.aBcDeFg", "set.ZKCF.aBc1eF", "set.ZKCF.backup", "setaBcDeF" };
     for (const QString& name : others)
-        leave(name, 7200);
-    leave("set.ZKCF.gHiJkL", 600); // perhaps a save that is going on
+        leave(name);
     AtomicFile::removeLeftovers(path());
-    QStringList expected = others + QStringList { "set.ZKCF.gHiJkL" };
+    QStringList expected = others;
     expected.sort();
     EXPECT_EQ(names(), expected);
 }
