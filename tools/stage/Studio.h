@@ -26,6 +26,7 @@ public:
         bool useSessionDisplay = false; // the DISPLAY of the environment instead of a private one
         bool useSessionJack = false; // the JACK server of the environment instead
         bool sessionBus = false; // a private D-Bus session bus; without it the programs have none
+        // A server that waits for its clients stands still for ten seconds when one is killed.
         PrivateJackServer::Cycles cycles = PrivateJackServer::Cycles::WaitForClients;
     };
 
