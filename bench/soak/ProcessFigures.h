@@ -1,0 +1,21 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+namespace kestrel::bench {
+
+// What a process holds at one moment.
+struct ProcessFigures {
+    double privateKibibytes = 0; // memory that no other process shares
+    double descriptors = 0;
+    double threads = 0;
+
+    // Zeros when the process has gone.
+    [[nodiscard]] static ProcessFigures of(pid_t process);
+    // The median of each figure over two seconds, because work that is under way holds some.
+    [[nodiscard]] static ProcessFigures atRest(pid_t process);
+};
+
+} // namespace kestrel::bench
