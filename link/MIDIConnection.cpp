@@ -51,11 +51,11 @@ void MIDIConnection::reconnectAllSources()
     if (m_client != 0)
         releaseMIDIReceiver();
 
-    m_client
-        = m_midiServices.createClient("inputMIDIReceiver Client", MyMIDIStateChangedHander, this)
-              .value_or(0);
-    if (m_client == 0)
+    const auto client
+        = m_midiServices.createClient("inputMIDIReceiver Client", MyMIDIStateChangedHander, this);
+    if (!client)
         return;
+    m_client = *client;
     m_outputPort
         = m_midiServices.createOutputPort(m_client, "OutputMIDIReceiver Output Port").value_or(0);
     m_inputPort
