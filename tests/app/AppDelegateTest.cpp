@@ -3,7 +3,9 @@
 #include "tests/app/AppDelegateBench.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QMenu>
+#include <QThread>
 
 #include <gmock/gmock.h>
 
@@ -247,6 +249,22 @@ TEST(AppDelegate, the_supervision_starts_with_the_launch_and_comes_every_five_se
     EXPECT_THAT(bench.midiServices.calls, IsEmpty()) << "the first one arms the clock";
     bench.tick();
     EXPECT_EQ(bench.midiServices.calls.back(), "connect 141");
+}
+
+// Qt moves the ticks of a coarse timer by up to a quarter of a second, to where other timers tick.
+TEST(AppDelegate, the_first_check_comes_five_seconds_after_the_launch_to_the_millisecond)
+{
+    const LaunchedBench bench;
+    QTimer& timer = bench.delegate->activeSenceTimer();
+    for (int start = 0; start < 7; ++start) {
+        QThread::msleep(13);
+        QElapsedTimer sinceStart;
+        sinceStart.start();
+        timer.start();
+        const int remaining = timer.remainingTime();
+        EXPECT_LE(remaining, 5000);
+        EXPECT_GE(remaining + sinceStart.elapsed(), 4999);
+    }
 }
 
 TEST(AppDelegate, ending_with_an_open_link_takes_it_down_and_lets_every_key_go)
