@@ -5,7 +5,10 @@
 #include "tests/kills/KillMoment.h"
 #include "tests/kills/NamedSet.h"
 #include "tools/stage/KeysDown.h"
+#include "tools/stage/Patience.h"
+#include "tools/stage/ShownWindows.h"
 
+#include <algorithm>
 #include <csignal>
 #include <stdexcept>
 
@@ -21,6 +24,8 @@ constexpr milliseconds OpeningTime { 400 };
 constexpr milliseconds PressingTime { 40 };
 constexpr int Strokes = 6;
 constexpr milliseconds ProgramTimeout { 10000 };
+constexpr milliseconds AnswerTimeout { 60000 };
+constexpr milliseconds QuestionTimeout { 3000 };
 
 const std::string FirstSet = "first";
 const std::string SecondSet = "second";
@@ -36,6 +41,8 @@ void check(bool isTrue, const std::string& otherwise)
 KilledStudio::KilledStudio(std::mt19937& random)
     : m_random(random)
 {
+    // A completion that comes up late makes the sheet take a name for one in the current folder.
+    std::filesystem::current_path(m_elsewhere.path());
     const auto& home = m_studio.studio.home();
     NamedSet::write(home / (FirstSet + Extension), FirstSet, NamedSet::Size::Small);
     NamedSet::write(home / (SecondSet + Extension), SecondSet, NamedSet::Size::Large);
@@ -117,7 +124,7 @@ void KilledStudio::killWhileStoring()
 void KilledStudio::killWhileHolding()
 {
     m_studio.waitUntilInFront("Pro Tools");
-    check(m_studio.isAnswered(), "the console gets no answer");
+    check(m_studio.isAnswered(AnswerTimeout), "the console gets no answer");
     std::uniform_int_distribution<int> key(1, UserAssignFile::ButtonCount);
     for (int stroke = 0; stroke < Strokes; ++stroke) {
         const std::string number = std::to_string(key(m_random));
@@ -156,8 +163,25 @@ void KilledStudio::save()
     m_setup.person.press("Return");
     if (!isReplacing)
         return;
-    m_setup.person.waitUntilThereAre(2, m_setup.SaveTitle);
+    // The list of completions, which comes up at any time, takes a Return for itself.
+    for (int attempt = 0; !isAsked(); ++attempt) {
+        check(attempt < 5, "the program does not ask whether to replace the file");
+        m_setup.person.press("Return");
+    }
     m_setup.person.press("alt+y");
+}
+
+// True when the question whether to replace the file comes up. It has the title of the sheet.
+bool KilledStudio::isAsked() const
+{
+    return stage::comesTrue(
+        [this] {
+            const auto windows = stage::shownWindows(m_studio.studio.displayName(), "kestrel");
+            return std::count_if(windows.begin(), windows.end(), [](const auto& window) {
+                return window.title == stage::SetupWindowOnScreen::SaveTitle;
+            }) == 2;
+        },
+        QuestionTimeout);
 }
 
 RunningStudio::Process KilledStudio::openOtherSet()

@@ -2,6 +2,7 @@
 
 #include "tests/end-to-end/RunningStudio.h"
 #include "tools/stage/SetupWindowOnScreen.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <filesystem>
 #include <random>
@@ -39,6 +40,7 @@ private:
     void startAgain();
 
     void save();
+    [[nodiscard]] bool isAsked() const;
     // Gives the running program the set that is not live.
     [[nodiscard]] RunningStudio::Process openOtherSet();
     [[nodiscard]] std::string otherSet() const;
@@ -51,6 +53,7 @@ private:
     std::mt19937& m_random;
     RunningStudio m_studio { stage::Studio::Options {
         .cycles = stage::PrivateJackServer::Cycles::Independent } };
+    stage::TemporaryFolder m_elsewhere; // the current folder of all programs
     stage::SetupWindowOnScreen m_setup { m_studio.studio };
     std::string m_live; // the name of the set with which the program has started
     long m_filesInOrder = 0;
