@@ -75,7 +75,7 @@ public:
             throw std::runtime_error("the utility does not answer a second start");
         m_setup.person.waitUntilShown(m_setup.Title);
         m_ports.comeAndGo();
-        m_setup.cancel();
+        closeSetupWindow();
         m_ports.comeAndGo();
         ++m_editors;
         if (m_stream->hasFailed() || m_kestrel->wait(stage::milliseconds(0)))
@@ -102,6 +102,19 @@ public:
     }
 
 private:
+    // On a busy machine the window manager may let a request pass.
+    void closeSetupWindow() const
+    {
+        const auto isGone = [this] { return !m_setup.person.window(m_setup.Title); };
+        for (int attempt = 0; attempt < 5; ++attempt) {
+            stage::ChildProcess close({ "wmctrl", "-c", m_setup.Title }, m_studio.environment());
+            static_cast<void>(close.wait(ProgramTimeout));
+            if (stage::comesTrue(isGone, ProgramTimeout))
+                return;
+        }
+        throw std::runtime_error("the setup window does not close");
+    }
+
     stage::Studio m_studio;
     std::unique_ptr<stage::ChildProcess> m_workstation;
     std::unique_ptr<stage::ChildProcess> m_console;
@@ -111,6 +124,15 @@ private:
     std::optional<EventStream> m_stream;
     long m_editors = 0;
 };
+
+// A long run is followed, and an interrupted one has not been for nothing.
+void tell(const Sample& sample)
+{
+    std::cout << "minute " << std::lround(sample.minutes) << ": "
+              << std::lround(sample.figures.privateKibibytes) << " KiB, "
+              << std::lround(sample.figures.descriptors) << " descriptors, "
+              << std::lround(sample.figures.threads) << " threads" << std::endl;
+}
 
 Row row(const std::string& name, const ProcessFigures& figures)
 {
@@ -151,6 +173,7 @@ int run(const Options& options)
         samples.push_back(
             { std::chrono::duration<double, std::ratio<60>>(Clock::now() - start).count(),
                 soak.figures() });
+        tell(samples.back());
         next += WarmUp;
     }
     const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
