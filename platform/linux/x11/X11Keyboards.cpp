@@ -21,10 +21,12 @@ std::string_view nameOf(const xcb_input_xi_device_info_t& device)
 }
 } // namespace
 
-X11Keyboards::X11Keyboards(
-    X11Connection& connection, std::function<void(const XKeySet&)> userModifiersChanged)
+X11Keyboards::X11Keyboards(X11Connection& connection,
+    std::function<void(const XKeySet&)> userModifiersChanged,
+    std::function<void(const XTestKey&)> xtestKeyChanged)
     : m_connection(connection)
     , m_userModifiersChanged(std::move(userModifiersChanged))
+    , m_xtestKeyChanged(std::move(xtestKeyChanged))
 {
     m_connection.add(*this);
 }
@@ -99,9 +101,10 @@ void X11Keyboards::findDevices()
         else if (device.enabled)
             m_userKeyboards[device.deviceid];
     }
+    if (m_xtest)
+        followKeys(*m_xtest);
     for (auto& [device, keyboard] : m_userKeyboards) {
-        selectInputEvents(device,
-            XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+        followKeys(device);
         followModifiers(device);
         const auto down = keysDown(device);
         keyboard.down = down.value_or(XKeySet().set());
@@ -145,6 +148,12 @@ void X11Keyboards::turnToUserKeyboard()
     const auto type = static_cast<std::uint8_t>(m_inputEvent + XCB_INPUT_DEVICE_KEY_RELEASE);
     xcb_test_fake_input(m_connection.xcb(), type, xcb_get_setup(m_connection.xcb())->max_keycode,
         XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, device);
+}
+
+void X11Keyboards::followKeys(DeviceId device)
+{
+    selectInputEvents(
+        device, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
 }
 
 void X11Keyboards::followModifiers(DeviceId device)
@@ -232,11 +241,21 @@ void X11Keyboards::inputEventArrived(const xcb_ge_generic_event_t& event)
         keepFromRepeating();
     } else if (event.event_type == XCB_INPUT_RAW_KEY_PRESS
         || event.event_type == XCB_INPUT_RAW_KEY_RELEASE) {
-        const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
-        const auto user = m_userKeyboards.find(key.deviceid);
-        if (user != m_userKeyboards.end() && key.detail < user->second.down.size())
-            user->second.down.set(key.detail, event.event_type == XCB_INPUT_RAW_KEY_PRESS);
+        keyEventArrived(reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event));
     }
+}
+
+// The event of a release has the same form.
+void X11Keyboards::keyEventArrived(const xcb_input_raw_key_press_event_t& event)
+{
+    const bool isDown = event.event_type == XCB_INPUT_RAW_KEY_PRESS;
+    const auto user = m_userKeyboards.find(event.deviceid);
+    if (event.detail >= XKeySet().size())
+        return;
+    if (user != m_userKeyboards.end())
+        user->second.down.set(event.detail, isDown);
+    else if (m_xtest == event.deviceid)
+        m_xtestKeyChanged({ static_cast<XKeyCode>(event.detail), isDown, event.full_sequence });
 }
 
 void X11Keyboards::xkbEventArrived(const xcb_generic_event_t& event)

@@ -18,9 +18,17 @@ namespace kestrel {
 // only.
 class X11Keyboards final : private X11Connection::Listener {
 public:
+    // A key of the XTEST keyboard has gone down or up, through us or through another program.
+    struct XTestKey {
+        XKeyCode key;
+        bool isDown;
+        unsigned sequence; // number of our last request that the server had handled by then
+    };
+
     // `userModifiersChanged` runs when the user has pressed or released a modifier key.
-    X11Keyboards(
-        X11Connection& connection, std::function<void(const XKeySet&)> userModifiersChanged);
+    X11Keyboards(X11Connection& connection,
+        std::function<void(const XKeySet&)> userModifiersChanged,
+        std::function<void(const XTestKey&)> xtestKeyChanged);
     ~X11Keyboards(); // the server restores the repeat setting when the connection ends
 
     // Every key that is down, or may be down, on the user's keyboards. Does not ask the server.
@@ -46,12 +54,14 @@ private:
     void eventArrived(const xcb_generic_event_t& event) override;
 
     void inputEventArrived(const xcb_ge_generic_event_t& event);
+    void keyEventArrived(const xcb_input_raw_key_press_event_t& event);
     void xkbEventArrived(const xcb_generic_event_t& event);
     void beginExtensions();
     void findDevices();
     [[nodiscard]] std::optional<DeviceId> coreKeyboard();
     void keepFromRepeating();
     void selectInputEvents(DeviceId device, std::uint32_t mask);
+    void followKeys(DeviceId device);
     void followModifiers(DeviceId device);
     void tellModifiers() const;
     [[nodiscard]] std::optional<XKeySet> keysDown(DeviceId device);
@@ -59,6 +69,7 @@ private:
 
     X11Connection& m_connection;
     std::function<void(const XKeySet&)> m_userModifiersChanged;
+    std::function<void(const XTestKey&)> m_xtestKeyChanged;
     std::uint8_t m_xkbEvent = 0;
     std::uint8_t m_inputOpcode = 0;
     std::uint8_t m_inputEvent = 0;

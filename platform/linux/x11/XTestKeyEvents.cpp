@@ -38,10 +38,13 @@ std::optional<XKeyCode> xKeyCode(KeyCode keyCode)
 XTestKeyEvents::XTestKeyEvents(std::shared_ptr<X11Session> session)
     : m_session(std::move(session))
     , m_connection(m_session->connection)
-    , m_keyboards(m_connection, [this](const XKeySet& keys) {
-        if (m_connection.isUsable())
-            send(m_held.ledger().setUserModifiers(keys));
-    })
+    , m_keyboards(
+          m_connection,
+          [this](const XKeySet& keys) {
+              if (m_connection.isUsable())
+                  send(m_held.ledger().setUserModifiers(keys));
+          },
+          [this](const X11Keyboards::XTestKey& change) { xtestKeyChanged(change); })
 {
     m_connection.add(*this);
     m_session->front.setChanged([this] { releaseAll(); });
@@ -112,6 +115,7 @@ void XTestKeyEvents::connectionOpened()
 void XTestKeyEvents::connectionLost()
 {
     m_held.connectionLost();
+    m_lastPress = {};
     m_canPost = false;
 }
 
@@ -119,6 +123,13 @@ void XTestKeyEvents::connectionLost()
 void XTestKeyEvents::eventArrived(const xcb_generic_event_t& event)
 {
     m_held.answered(event.full_sequence);
+}
+
+// The event of a press of ours bears the number of that press. What is taken for foreign by mistake
+// costs its next press a release that nobody sees.
+void XTestKeyEvents::xtestKeyChanged(const X11Keyboards::XTestKey& change)
+{
+    m_foreign.set(change.key, change.isDown && change.sequence != m_lastPress[change.key]);
 }
 
 bool XTestKeyEvents::isReady()
@@ -139,11 +150,13 @@ KeyEvents::Result XTestKeyEvents::send(const KeyPlan& plan)
 unsigned XTestKeyEvents::post(const KeyStep& step)
 {
     const bool down = step.direction == Direction::Down;
-    if (!down)
+    const auto request = xcb_test_fake_input(m_connection.xcb(),
+        down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, step.key, step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);
+    if (down)
+        m_lastPress[step.key] = request.sequence;
+    else
         m_foreign.reset(step.key);
-    return xcb_test_fake_input(m_connection.xcb(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, step.key,
-        step.delayMs, XCB_WINDOW_NONE, 0, 0, 0)
-        .sequence;
+    return request.sequence;
 }
 
 void XTestKeyEvents::flush()

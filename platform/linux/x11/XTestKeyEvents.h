@@ -5,6 +5,7 @@
 #include "platform/linux/x11/X11Keyboards.h"
 #include "platform/linux/x11/X11Session.h"
 
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -40,14 +41,17 @@ private:
     bool synchronise() override;
     std::optional<XKeySet> keysDown() override;
 
+    void xtestKeyChanged(const X11Keyboards::XTestKey& change);
     [[nodiscard]] bool isReady();
     Result send(const KeyPlan& plan);
 
     std::shared_ptr<X11Session> m_session;
     X11Connection& m_connection;
     HeldKeys m_held { *this };
-    // Keys that other programs held on the XTEST keyboard when the connection was opened.
+    // Keys that other programs hold on the XTEST keyboard.
     XKeySet m_foreign;
+    // Sequence number of our last press of each key on this connection; 0 = none.
+    std::array<unsigned, XKeySet().size()> m_lastPress {};
     bool m_canPost = false;
     X11Keyboards m_keyboards;
 };
