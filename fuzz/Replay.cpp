@@ -6,7 +6,12 @@
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-extern "C" [[gnu::weak]] int LLVMFuzzerInitialize(int* argc, char*** argv);
+
+// A target may define its own.
+extern "C" [[gnu::weak]] int LLVMFuzzerInitialize(int*, char***)
+{
+    return 0;
+}
 
 namespace {
 
@@ -29,8 +34,7 @@ bool replay(const std::filesystem::path& path)
 // Runs a target over every file of the folders given, without libFuzzer.
 int main(int argc, char** argv)
 {
-    if (LLVMFuzzerInitialize)
-        LLVMFuzzerInitialize(&argc, &argv);
+    LLVMFuzzerInitialize(&argc, &argv);
     int count = 0;
     for (int i = 1; i < argc; ++i) {
         for (const auto& file : std::filesystem::directory_iterator(argv[i])) {
