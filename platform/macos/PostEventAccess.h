@@ -3,6 +3,7 @@
 #include "platform/MainLoop.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace kestrel {
@@ -12,7 +13,10 @@ namespace kestrel {
 // thread only.
 class PostEventAccess : public std::enable_shared_from_this<PostEventAccess> {
 public:
-    explicit PostEventAccess(MainLoop& mainLoop);
+    using Clock = std::chrono::steady_clock;
+
+    explicit PostEventAccess(
+        MainLoop& mainLoop, std::function<Clock::time_point()> now = Clock::now);
 
     // Asks the system; shows nothing to the user.
     bool ask();
@@ -22,9 +26,8 @@ public:
     [[nodiscard]] bool assumed();
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     MainLoop& m_mainLoop;
+    const std::function<Clock::time_point()> m_now;
     Clock::time_point m_askedAt;
     bool m_granted = false;
     bool m_renewing = false;
