@@ -69,9 +69,10 @@ endfunction()
 add_custom_target(unit-tests)
 
 # Adds a GoogleTest program. Every test in it becomes a test of ctest.
-#   kestrel_test(name SOURCES … LIBRARIES … [LABEL label])
+#   kestrel_test(name SOURCES … LIBRARIES … [LABEL label] [PREFIX prefix])
+# The prefix tells the tests apart when several programs hold the same ones.
 function(kestrel_test name)
-  cmake_parse_arguments(T "" "LABEL" "SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(T "" "LABEL;PREFIX" "SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
   kestrel_program(${name} ${T_SOURCES})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${T_LIBRARIES} GTest::gmock GTest::gtest)
@@ -82,7 +83,7 @@ function(kestrel_test name)
     add_dependencies(unit-tests ${name})
   endif()
   gtest_discover_tests(
-    ${name} DISCOVERY_TIMEOUT 60
+    ${name} DISCOVERY_TIMEOUT 60 TEST_PREFIX "${T_PREFIX}"
     PROPERTIES LABELS ${T_LABEL} TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
                ${T_PROPERTIES})
 endfunction()

@@ -1,0 +1,4 @@
+#pragma once
+
+#include <ApplicationServices/Names.h>
+#include <CoreGraphics/CoreGraphics.h>

@@ -1,0 +1,4 @@
+#pragma once
+
+#include <sys/Definitions.h>
+#include <sys/Names.h>
