@@ -43,7 +43,8 @@ private:
     }
     void append(const void* bytes, std::size_t size)
     {
-        std::memcpy(m_bytes.data() + m_size, bytes, size);
+        if (size > 0)
+            std::memcpy(m_bytes.data() + m_size, bytes, size);
         m_size += size;
     }
 

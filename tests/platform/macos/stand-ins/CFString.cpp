@@ -55,7 +55,8 @@ using kestrel::test::CFString;
 extern "C" CFStringRef kestrelConstantString(const char* text)
 {
     static std::mutex mutex;
-    static std::map<std::string, CFStringRef> strings;
+    static auto& strings
+        = *new std::map<std::string, CFStringRef>; // they live as long as the program
     const std::scoped_lock lock(mutex);
     CFStringRef& string = strings[text];
     if (!string)
