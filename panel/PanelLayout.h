@@ -4,11 +4,9 @@
 
 #include <QRectF>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <numeric>
 
 // The places of all items on the panel, in units of its design space: 782 × 220, origin at the
 // bottom left, y upwards.
@@ -53,8 +51,12 @@ inline constexpr std::array<Switch, Switches> SwitchTable { {
 // The lamp numbers in the order of their places, from left to right.
 inline constexpr auto SwitchesFromLeft = [] {
     std::array<std::size_t, Switches> order {};
-    std::iota(order.begin(), order.end(), std::size_t { 0 });
-    std::ranges::sort(order, {}, [](std::size_t lamp) { return SwitchTable[lamp].left; });
+    for (std::size_t lamp = 0; lamp < Switches; ++lamp) {
+        std::size_t place = 0;
+        for (const auto& other : SwitchTable)
+            place += other.left < SwitchTable[lamp].left ? 1 : 0;
+        order[place] = lamp;
+    }
     return order;
 }();
 

@@ -3,6 +3,8 @@
 #include "panel/DSPWindow.h"
 #include "panel/PanelAccessibleItem.h"
 
+#include <algorithm>
+
 namespace kestrel {
 
 namespace {
@@ -39,7 +41,8 @@ PlugInPanelAccessible::~PlugInPanelAccessible()
 int PlugInPanelAccessible::childOfSwitch(std::size_t lamp)
 {
     const auto& order = PanelLayout::SwitchesFromLeft;
-    return FirstSwitch + static_cast<int>(std::ranges::find(order, lamp) - order.begin());
+    return FirstSwitch
+        + static_cast<int>(std::find(order.begin(), order.end(), lamp) - order.begin());
 }
 
 int PlugInPanelAccessible::childCount() const

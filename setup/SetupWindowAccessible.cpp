@@ -64,7 +64,7 @@ QAccessibleInterface* SetupWindowAccessible::child(int index) const
 int SetupWindowAccessible::indexOfChild(const QAccessibleInterface* wanted) const
 {
     const Children all = children();
-    const auto found = std::ranges::find(all, wanted);
+    const auto found = std::find(all.begin(), all.end(), wanted);
     return found == all.end() ? -1 : static_cast<int>(found - all.begin());
 }
 
