@@ -15,10 +15,12 @@
 #include "ui_MainMenu.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QMainWindow>
 #include <QMessageBox>
 
 #include <chrono>
+#include <cstdlib>
 
 namespace kestrel {
 
@@ -28,6 +30,16 @@ static_assert(KeystrokePoster::PressedBit == ConsoleProtocol::KeyPressed);
 namespace {
 constexpr std::chrono::seconds SupervisionInterval { 5 };
 constexpr std::string_view ConsolePreferences = "/Library/PreferencePanes/HolvikZentaMIDI.prefPane";
+
+// Native dialogs too, which have no QWindow of their own to close.
+void closeDialogs()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* const dialog = qobject_cast<QDialog*>(window);
+        if (dialog && dialog->isVisible())
+            dialog->reject();
+    }
+}
 } // namespace
 
 AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
@@ -194,9 +206,14 @@ void AppDelegate::about()
         m_myWindowController->showWindow();
 }
 
+// QCoreApplication::quit() would ask AppKit to end the program, and AppKit refuses that while a
+// modal window or a sheet is open. Nothing is lost if closing them takes too long.
 void AppDelegate::quit()
 {
-    QCoreApplication::quit();
+    applicationWillTerminate();
+    closeDialogs();
+    QApplication::closeAllWindows();
+    QCoreApplication::exit(EXIT_SUCCESS);
 }
 
 void AppDelegate::applicationOpenFiles(const QStringList& filenames)

@@ -1,10 +1,10 @@
-#include "app/AppDelegate.h"
 #include "app/ArgumentText.h"
 #include "app/CommandLine.h"
 #include "app/EndDeadline.h"
 #include "app/Exhaustion.h"
 #include "app/FileOpenEvents.h"
 #include "app/QtMainLoop.h"
+#include "app/RunningProgram.h"
 #include "app/SecondStart.h"
 #include "app/SingleInstance.h"
 #include "app/StartBox.h"
@@ -16,7 +16,6 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QSessionManager>
 
 #include <algorithm>
 #include <cstdio>
@@ -28,24 +27,7 @@
 
 namespace {
 
-constexpr unsigned OrderlyEndSeconds = 10; // to take the link down and to store the assignments
-constexpr unsigned ClosingSeconds = 3; // to close the windows, after that
 constexpr int ExitCodeOfWrongUsage = 2;
-
-// The objects that need an orderly end when Qt calls exit(), which it does when it loses its
-// connection to the display.
-struct Running {
-    kestrel::AppDelegate* delegate = nullptr;
-    kestrel::Platform* platform = nullptr;
-} running;
-
-void terminateRunning()
-{
-    if (!running.delegate)
-        return;
-    running.delegate->applicationWillTerminate();
-    running.platform->keyEvents.reset(); // releases every key that it holds
-}
 
 kestrel::CommandLine commandLineOf(int count, char* arguments[])
 {
@@ -77,42 +59,11 @@ int run(const Start& start, const QStringList& files)
 
     const SteadyClock clock;
     Platform platform = makePlatform(start.mainLoop);
-    AppDelegate delegate(platform, start.mainLoop, clock);
-    // Closing the windows comes last, because it may hang with the X server.
-    start.terminate = [&delegate] {
-        EndDeadline::set(OrderlyEndSeconds, EXIT_FAILURE);
-        delegate.applicationWillTerminate();
-        EndDeadline::set(ClosingSeconds, EXIT_SUCCESS);
-        QCoreApplication::quit();
-    };
-
-    start.fileOpenEvents.setHandler(
-        [&delegate](const QStringList& paths) { delegate.applicationOpenFiles(paths); });
-    QObject::connect(&start.instance, &SingleInstance::startedAgain, &delegate,
-        [&delegate](const QStringList& paths) {
-            if (paths.isEmpty())
-                delegate.userAssign();
-            else
-                delegate.applicationOpenFiles(paths);
-        });
-    // The session may end the program after this signal without another message.
-    QObject::connect(
-        qGuiApp, &QGuiApplication::commitDataRequest, &delegate,
-        [&delegate](QSessionManager&) { delegate.storeAssignments(); }, Qt::DirectConnection);
-
-    running = { &delegate, &platform };
-    std::atexit(terminateRunning);
-    delegate.applicationDidFinishLaunching();
-    if (!files.isEmpty())
-        delegate.applicationOpenFiles(files);
-    const int exitCode = QCoreApplication::exec();
+    RunningProgram program(platform,
+        { start.mainLoop, clock, start.instance, start.fileOpenEvents }, EndDeadline::set);
+    start.terminate = [&program] { program.terminate(); };
+    const int exitCode = program.run(files);
     start.terminate = [] {};
-    start.instance.close(); // a start from now on waits for the end of this program
-    start.fileOpenEvents.setHandler({});
-    EndDeadline::set(OrderlyEndSeconds, EXIT_FAILURE);
-    delegate.applicationWillTerminate();
-    running = {};
-    EndDeadline::set(ClosingSeconds, exitCode);
     return exitCode;
 }
 

@@ -29,6 +29,11 @@ public:
     // The system calls `reopened` when the user starts this application again and the system starts
     // no second process for it. An empty function ends that.
     virtual void setReopened(std::function<void()> reopened) = 0;
+
+    // The system calls `quitRequested` when it asks this application to end, at log-out for
+    // example. It is not called by systems that ask with a signal or through the session manager.
+    // An empty function ends that.
+    virtual void setQuitRequested(std::function<void()> quitRequested) = 0;
 };
 
 } // namespace kestrel

@@ -14,9 +14,12 @@ public:
     bool isApplicationHidden() const override;
     void activateApplication() override;
     void setReopened(std::function<void()> reopened) override;
+    void setQuitRequested(std::function<void()> quitRequested) override;
 
 private:
-    CFHolder<CFTypeRef> m_reopening; // the event manager does not retain it
+    // The handlers of Apple events, which the event manager does not retain.
+    CFHolder<CFTypeRef> m_reopening;
+    CFHolder<CFTypeRef> m_quitting;
 };
 
 } // namespace kestrel

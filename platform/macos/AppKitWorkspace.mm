@@ -4,21 +4,45 @@
 
 #import <AppKit/AppKit.h>
 
-@interface KestrelReopening : NSObject
-@property (copy) void (^reopened)(void);
+#include <utility>
+
+@interface KestrelEventHandler : NSObject
+@property (copy) void (^act)(void);
 - (void)handle:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply;
 @end
 
-@implementation KestrelReopening
+@implementation KestrelEventHandler
 - (void)handle:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply
 {
     (void)event;
     (void)reply;
-    self.reopened();
+    self.act();
 }
 @end
 
 namespace kestrel {
+
+namespace {
+// Handles an Apple event of the core class in AppKit's place, from the time when the application
+// runs: AppKit installs its own handlers when it starts. An empty `act` ends that.
+CFHolder<CFTypeRef> handle(AEEventID event, std::function<void()> act)
+{
+    auto* const manager = NSAppleEventManager.sharedAppleEventManager;
+    if (!act) {
+        [manager removeEventHandlerForEventClass:kCoreEventClass andEventID:event];
+        return {};
+    }
+    auto* const handler = [[KestrelEventHandler alloc] init];
+    handler.act = ^{ act(); };
+    dispatch_async(dispatch_get_main_queue(), ^{
+        [manager setEventHandler:handler
+                     andSelector:@selector(handle:withReply:)
+                   forEventClass:kCoreEventClass
+                      andEventID:event];
+    });
+    return CFHolder<CFTypeRef>(CFBridgingRetain(handler));
+}
+} // namespace
 
 // This runs at each press of a console key. The name of an application costs a message to the
 // launch services the first time, so only active applications are asked for it.
@@ -61,25 +85,18 @@ void AppKitWorkspace::activateApplication()
     [NSApp activateIgnoringOtherApps:YES];
 }
 
+// AppKit's own handler would do no more than activate this program.
 void AppKitWorkspace::setReopened(std::function<void()> reopened)
 {
-    auto* const manager = NSAppleEventManager.sharedAppleEventManager;
-    if (!reopened) {
-        [manager removeEventHandlerForEventClass:kCoreEventClass andEventID:kAEReopenApplication];
-        m_reopening = {};
-        return;
-    }
-    auto* const reopening = [[KestrelReopening alloc] init];
-    reopening.reopened = ^{ reopened(); };
-    m_reopening = CFHolder<CFTypeRef>(CFBridgingRetain(reopening));
-    // Installed once the application runs, because AppKit installs its own handler when it starts.
-    // AppKit's handler would do no more than activate this program.
-    dispatch_async(dispatch_get_main_queue(), ^{
-        [manager setEventHandler:reopening
-                     andSelector:@selector(handle:withReply:)
-                   forEventClass:kCoreEventClass
-                      andEventID:kAEReopenApplication];
-    });
+    m_reopening = handle(kAEReopenApplication, std::move(reopened));
+}
+
+// AppKit's own handler refuses while a modal window or a sheet is open. Otherwise it asks Qt, which
+// refuses too and ends the event loop, and the system reports an interrupted log-out. This one
+// reports no error, and the process ends.
+void AppKitWorkspace::setQuitRequested(std::function<void()> quitRequested)
+{
+    m_quitting = handle(kAEQuitApplication, std::move(quitRequested));
 }
 
 } // namespace kestrel

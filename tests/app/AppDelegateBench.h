@@ -32,10 +32,10 @@ public:
     }
 };
 
-// The application delegate on a platform in memory. The application has not launched yet.
-class AppDelegateBench {
+// A platform in memory, and a folder for files.
+class PlatformBench {
 public:
-    AppDelegateBench()
+    PlatformBench()
         : midiServices(*new FakeMIDIServices)
         , workspace(*new FakeWorkspace)
         , keyEvents(*new FakeKeyEvents)
@@ -58,11 +58,47 @@ public:
         platform.recoveryFile = recoveryFile().toStdString();
         workspace.hidesByItself = false;
         processes.names = { "Pro Tools" };
-        delegate = std::make_unique<AppDelegate>(platform, mainLoop, clock);
     }
-    AppDelegateBench(const AppDelegateBench&) = delete;
-    AppDelegateBench& operator=(const AppDelegateBench&) = delete;
+    PlatformBench(const PlatformBench&) = delete;
+    PlatformBench& operator=(const PlatformBench&) = delete;
 
+    // The content of a set file whose first key has this title.
+    static QByteArray setWithTitle(const QString& title)
+    {
+        UserAssignFile set;
+        set.initShortcutArray();
+        set.setShortcutTitle(title, ArchiveValue(1));
+        const auto image = set.fileImage();
+        return { reinterpret_cast<const char*>(image.data()),
+            static_cast<qsizetype>(image.size()) };
+    }
+
+    QString write(const QString& name, const QByteArray& content)
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(content), content.size());
+        return file.fileName();
+    }
+
+    [[nodiscard]] QString recoveryFile() const { return folder.filePath("recovery.ZKCF"); }
+
+    FakeMIDIServices& midiServices;
+    FakeWorkspace& workspace;
+    FakeKeyEvents& keyEvents;
+    FakeProcessTable& processes;
+    FakePermissions& permissions;
+    FakeLoginItem& loginItem;
+    FakeDefaultsStore& defaults;
+    ManualMainLoop mainLoop;
+    ManualClock clock;
+    Platform platform;
+    QTemporaryDir folder;
+};
+
+// The application delegate on that platform. The application has not launched yet.
+class AppDelegateBench : public PlatformBench {
+public:
     [[nodiscard]] MyWindowController& panel() const { return *delegate->myWindowController(); }
     [[nodiscard]] UserAssinableWindowController& setup() const
     {
@@ -114,44 +150,13 @@ public:
         return text;
     }
 
-    // The content of a set file whose first key has this title.
-    static QByteArray setWithTitle(const QString& title)
-    {
-        UserAssignFile set;
-        set.initShortcutArray();
-        set.setShortcutTitle(title, ArchiveValue(1));
-        const auto image = set.fileImage();
-        return { reinterpret_cast<const char*>(image.data()),
-            static_cast<qsizetype>(image.size()) };
-    }
-
-    QString write(const QString& name, const QByteArray& content)
-    {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        EXPECT_EQ(file.write(content), content.size());
-        return file.fileName();
-    }
-
-    [[nodiscard]] QString recoveryFile() const { return folder.filePath("recovery.ZKCF"); }
-
     [[nodiscard]] QString liveTitle() const
     {
         return delegate->myUserAssignFile()->getShortcutTitle(ArchiveValue(1)).value();
     }
 
-    FakeMIDIServices& midiServices;
-    FakeWorkspace& workspace;
-    FakeKeyEvents& keyEvents;
-    FakeProcessTable& processes;
-    FakePermissions& permissions;
-    FakeLoginItem& loginItem;
-    FakeDefaultsStore& defaults;
-    ManualMainLoop mainLoop;
-    ManualClock clock;
-    Platform platform;
-    QTemporaryDir folder;
-    std::unique_ptr<AppDelegate> delegate;
+    std::unique_ptr<AppDelegate> delegate
+        = std::make_unique<AppDelegate>(platform, mainLoop, clock);
 };
 
 // A message that fills the first zone of the display with the letter A.

@@ -64,12 +64,17 @@ public:
         hidden = false;
     }
     void setReopened(std::function<void()> value) override { reopened = std::move(value); }
+    void setQuitRequested(std::function<void()> value) override
+    {
+        quitRequested = std::move(value);
+    }
 
     std::vector<Application> applications;
     int visited = 0;
     bool hidesByItself = true;
     bool hidden = false;
     std::function<void()> reopened;
+    std::function<void()> quitRequested;
     std::vector<std::string> calls;
 };
 

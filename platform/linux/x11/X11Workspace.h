@@ -24,6 +24,7 @@ public:
     void activateApplication() override;
 
     void setReopened(std::function<void()>) override { } // each start is a new process
+    void setQuitRequested(std::function<void()>) override { } // signals and the session manager ask
 
 private:
     [[nodiscard]] std::vector<xcb_window_t> ownWindows();

@@ -1,0 +1,91 @@
+#include "app/RunningProgram.h"
+
+#include "app/FileOpenEvents.h"
+#include "app/SingleInstance.h"
+#include "platform/Platform.h"
+
+#include <QGuiApplication>
+#include <QSessionManager>
+
+#include <cstdlib>
+
+namespace kestrel {
+
+namespace {
+constexpr unsigned OrderlyEndSeconds = 10; // to take the link down and to store the assignments
+constexpr unsigned ClosingSeconds = 3; // to close the windows, after that
+
+RunningProgram* running = nullptr;
+} // namespace
+
+RunningProgram::RunningProgram(
+    Platform& platform, const Surroundings& surroundings, SetDeadline setDeadline)
+    : m_platform(platform)
+    , m_instance(surroundings.instance)
+    , m_fileOpenEvents(surroundings.fileOpenEvents)
+    , m_setDeadline(setDeadline)
+    , m_delegate(platform, surroundings.mainLoop, surroundings.clock)
+{
+    m_fileOpenEvents.setHandler(
+        [this](const QStringList& files) { m_delegate.applicationOpenFiles(files); });
+    QObject::connect(&m_instance, &SingleInstance::startedAgain, &m_delegate,
+        [this](const QStringList& files) { startAgain(files); });
+    // The session may end the program after this signal without another message.
+    QObject::connect(
+        qGuiApp, &QGuiApplication::commitDataRequest, &m_delegate,
+        [this](QSessionManager&) { m_delegate.storeAssignments(); }, Qt::DirectConnection);
+    platform.workspace->setQuitRequested([this] { terminate(); });
+
+    running = this;
+    [[maybe_unused]] static const int registered = std::atexit(endAtExit);
+}
+
+RunningProgram::~RunningProgram()
+{
+    running = nullptr;
+    m_platform.workspace->setQuitRequested({});
+    m_fileOpenEvents.setHandler({});
+}
+
+int RunningProgram::run(const QStringList& files)
+{
+    m_delegate.applicationDidFinishLaunching();
+    if (!files.isEmpty())
+        m_delegate.applicationOpenFiles(files);
+    const int exitCode = QCoreApplication::exec();
+    m_instance.close(); // a start from now on waits for the end of this program
+    m_fileOpenEvents.setHandler({});
+    m_setDeadline(OrderlyEndSeconds, EXIT_FAILURE);
+    m_delegate.applicationWillTerminate();
+    m_setDeadline(ClosingSeconds, exitCode);
+    running = nullptr;
+    return exitCode;
+}
+
+// Closing the windows comes last, because it may hang with the X server.
+void RunningProgram::terminate()
+{
+    m_setDeadline(OrderlyEndSeconds, EXIT_FAILURE);
+    m_delegate.applicationWillTerminate();
+    m_setDeadline(ClosingSeconds, EXIT_SUCCESS);
+    m_delegate.quit();
+}
+
+// Qt calls exit() when it loses its connection to the display, and then no destructor runs.
+void RunningProgram::endAtExit()
+{
+    if (!running)
+        return;
+    running->m_delegate.applicationWillTerminate();
+    running->m_platform.keyEvents.reset(); // releases every key that it holds
+}
+
+void RunningProgram::startAgain(const QStringList& files)
+{
+    if (files.isEmpty())
+        m_delegate.userAssign();
+    else
+        m_delegate.applicationOpenFiles(files);
+}
+
+} // namespace kestrel
