@@ -12,7 +12,8 @@ namespace {
 std::atomic<long> allocations { 0 };
 }
 
-void* operator new(std::size_t size)
+// Not inlined, because GCC would take malloc() and operator delete for a mismatched pair.
+[[gnu::noinline]] void* operator new(std::size_t size)
 {
     allocations.fetch_add(1, std::memory_order_relaxed);
     if (void* const memory = std::malloc(size))
