@@ -120,8 +120,15 @@ void MIDIConnection::checkActiveSence()
         m_imageOnline = false;
         m_releasesLost();
     }
-    if (workstationRuns && m_client == 0)
+    if (workstationRuns && (m_client == 0 || hasLostItsSource()))
         reconnectAllSources();
+}
+
+// While the console is online its source is certainly there.
+bool MIDIConnection::hasLostItsSource() const
+{
+    return !m_imageOnline && m_inputEndPointRef != 0
+        && !m_midiServices.answersFor(m_inputEndPointRef, m_idArray[0]);
 }
 
 void MIDIConnection::sendOffLineMessage()

@@ -70,6 +70,7 @@ public:
 private:
     void connectFirstConsole();
     [[nodiscard]] bool connectFirstSource(const MIDIEntity& entity);
+    [[nodiscard]] bool hasLostItsSource() const;
 
     MIDIServices& m_midiServices;
     ProcessTable& m_processTable;

@@ -97,6 +97,10 @@ public:
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
         = 0;
 
+    // False when the source no longer answers for its unique ID, which is so after the MIDI service
+    // has ended unexpectedly and perhaps told nobody.
+    [[nodiscard]] virtual bool answersFor(MIDIEndpoint source, std::int32_t uniqueID) = 0;
+
     // False when it is certain that the packet is not sent.
     [[nodiscard]] virtual bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)

@@ -15,20 +15,14 @@ std::optional<std::string> model(MIDIDeviceRef device)
     return CFText::toUtf8(text.get());
 }
 
-MIDISource source(MIDIEndpointRef endpoint)
-{
-    SInt32 uniqueID = 0;
-    if (MIDIObjectGetIntegerProperty(endpoint, kMIDIPropertyUniqueID, &uniqueID) != noErr)
-        return { .endpoint = endpoint, .uniqueID = std::nullopt };
-    return { .endpoint = endpoint, .uniqueID = uniqueID };
-}
-
 MIDIEntity entity(MIDIEntityRef reference)
 {
     MIDIEntity entity;
     const ItemCount sources = MIDIEntityGetNumberOfSources(reference);
-    for (ItemCount i = 0; i < sources; ++i)
-        entity.sources.push_back(source(MIDIEntityGetSource(reference, i)));
+    for (ItemCount i = 0; i < sources; ++i) {
+        const MIDIEndpointRef source = MIDIEntityGetSource(reference, i);
+        entity.sources.push_back({ .endpoint = source, .uniqueID = uniqueIDOf(source) });
+    }
     const ItemCount destinations = MIDIEntityGetNumberOfDestinations(reference);
     for (ItemCount i = 0; i < destinations; ++i)
         entity.destinations.push_back(MIDIEntityGetDestination(reference, i));
@@ -44,6 +38,14 @@ MIDIDevice device(MIDIDeviceRef reference)
     return device;
 }
 } // namespace
+
+std::optional<std::int32_t> uniqueIDOf(MIDIEndpoint endpoint)
+{
+    SInt32 uniqueID = 0;
+    if (MIDIObjectGetIntegerProperty(endpoint, kMIDIPropertyUniqueID, &uniqueID) != noErr)
+        return std::nullopt;
+    return uniqueID;
+}
 
 std::vector<MIDIDevice> snapshot()
 {

@@ -9,4 +9,7 @@ namespace kestrel::CoreMIDIDevices {
 // their places.
 [[nodiscard]] std::vector<MIDIDevice> snapshot();
 
+// No value when the endpoint does not exist or has no unique ID.
+[[nodiscard]] std::optional<std::int32_t> uniqueIDOf(MIDIEndpoint endpoint);
+
 } // namespace kestrel::CoreMIDIDevices

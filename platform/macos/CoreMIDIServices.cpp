@@ -164,6 +164,11 @@ bool CoreMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, vo
     return MIDIPortConnectSource(inputPort, source, srcConnRefCon) == noErr;
 }
 
+bool CoreMIDIServices::answersFor(MIDIEndpoint source, std::int32_t uniqueID)
+{
+    return CoreMIDIDevices::uniqueIDOf(source) == uniqueID;
+}
+
 bool CoreMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
 {
     const std::size_t size = ListOverhead + packet.data.size();

@@ -30,6 +30,7 @@ public:
     void disposePort(MIDIPort port) override;
     std::vector<MIDIDevice> devices() override;
     bool connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
+    bool answersFor(MIDIEndpoint source, std::int32_t uniqueID) override;
     bool send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
     // CoreMIDI calls the read procedure with every packet, however late, and the inbox takes all.
     void setPacketsLost(std::function<void()>) override { }

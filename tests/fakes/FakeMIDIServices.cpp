@@ -103,6 +103,11 @@ bool FakeMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, vo
     return true;
 }
 
+bool FakeMIDIServices::answersFor(MIDIEndpoint source, std::int32_t)
+{
+    return !fails("answer") && hasSource(source);
+}
+
 bool FakeMIDIServices::send(MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet)
 {
     sent.push_back({ outputPort, destination, packet.timeStamp,

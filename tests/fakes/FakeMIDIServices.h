@@ -35,6 +35,8 @@ public:
     [[nodiscard]] std::vector<MIDIDevice> devices() override;
     [[nodiscard]] bool connectSource(
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
+    // Not recorded, because it has no effect.
+    [[nodiscard]] bool answersFor(MIDIEndpoint source, std::int32_t uniqueID) override;
     [[nodiscard]] bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
     void setPacketsLost(std::function<void()> value) override { packetsLost = std::move(value); }

@@ -437,6 +437,38 @@ TEST(MIDIConnection, the_tick_that_turns_offline_opens_a_link_that_is_closed)
     EXPECT_EQ(bench.services.calls.back(), "connect 141");
 }
 
+TEST(MIDIConnection, a_source_that_no_longer_answers_is_looked_for_again_once_offline)
+{
+    LinkBench bench;
+    bench.goOnline();
+    bench.services.failing = { "answer" };
+    bench.clock.advance(5s);
+    bench.tick();
+    EXPECT_THAT(bench.services.calls, IsEmpty()); // still online
+    bench.clock.advance(1s);
+    bench.processes.names.clear();
+    bench.tick();
+    EXPECT_THAT(bench.services.calls, IsEmpty()); // the workstation does not run
+    bench.processes.names = { "Pro Tools" };
+    bench.tick();
+    EXPECT_THAT(bench.services.calls,
+        ElementsAre("dispose port 2", "dispose port 3", "dispose client 1",
+            "create client inputMIDIReceiver Client",
+            "create output port OutputMIDIReceiver Output Port",
+            "create input port inputMIDIReceiver Input Port", "connect 141"));
+}
+
+TEST(MIDIConnection, a_silent_source_that_still_answers_is_left_alone)
+{
+    LinkBench bench;
+    bench.goOnline();
+    bench.clock.advance(6s);
+    bench.tick();
+    bench.tick();
+    EXPECT_FALSE(bench.connection.imageOnline());
+    EXPECT_THAT(bench.services.calls, IsEmpty());
+}
+
 TEST(MIDIConnection, the_link_stays_closed_while_the_workstation_does_not_run)
 {
     LinkBench bench;

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] std::vector<MIDIDevice> devices() override;
     [[nodiscard]] bool connectSource(
         MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon) override;
+    // JACK always tells when a source goes.
+    [[nodiscard]] bool answersFor(MIDIEndpoint, std::int32_t) override { return true; }
     [[nodiscard]] bool send(
         MIDIPort outputPort, MIDIEndpoint destination, const MIDIPacket& packet) override;
     void setPacketsLost(std::function<void()> packetsLost) override

@@ -38,6 +38,17 @@ TEST_F(CoreMIDIDevicesTest, devices_are_listed_in_their_order_with_all_that_they
     EXPECT_EQ(devices[1].entities[1].sources.size(), 2U);
 }
 
+TEST_F(CoreMIDIDevicesTest, a_source_answers_for_its_unique_ID_until_it_is_gone)
+{
+    const MIDIDeviceRef device = add(CFSTR("Synthesiser"));
+    const MIDISource each = services->devices()[1].entities[0].sources[0];
+    EXPECT_TRUE(services->answersFor(each.endpoint, *each.uniqueID));
+    EXPECT_FALSE(services->answersFor(each.endpoint, *each.uniqueID + 1));
+    others.pop_back();
+    server.removeDevice(device);
+    EXPECT_FALSE(services->answersFor(each.endpoint, *each.uniqueID));
+}
+
 TEST_F(CoreMIDIDevicesTest, a_model_that_cannot_be_read_is_missing)
 {
     add(nullptr);
