@@ -5,8 +5,8 @@
 #include <QString>
 
 #include <algorithm>
-#include <bit>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <string>
@@ -97,7 +97,9 @@ Bytes real(plist_t node)
     double value = 0;
     plist_get_real_val(node, &value);
     Bytes bytes { Real | 3 };
-    append(bytes, std::bit_cast<std::uint64_t>(value), 8);
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    append(bytes, bits, 8);
     return bytes;
 }
 
