@@ -103,18 +103,17 @@ bool ForeignPorts::hasNews()
     return due < std::exchange(m_toldDue, std::min(due, m_toldDue));
 }
 
-ForeignPorts::TimePoint ForeignPorts::due() const
+ForeignPorts::TimePoint ForeignPorts::tellDue()
 {
     const std::lock_guard lock(m_mutex);
-    return m_changes.due();
+    m_toldDue = m_changes.due();
+    return m_toldDue;
 }
 
 unsigned ForeignPorts::takeChanges(TimePoint now)
 {
     const std::lock_guard lock(m_mutex);
-    const unsigned kinds = m_changes.take(now);
-    m_toldDue = m_changes.due();
-    return kinds;
+    return m_changes.take(now);
 }
 
 } // namespace kestrel

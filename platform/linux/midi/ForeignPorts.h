@@ -32,7 +32,7 @@ public:
     // The receiver relies on a connection with this port from now on.
     void want(const PortListing& port);
 
-    // JACK's notification thread.
+    // JACK's notification thread; the control thread finds cuts too.
     void registered(std::uint32_t identifier);
     // Returns the port, unless it was none of these.
     std::optional<PortListing> unregistered(std::uint32_t identifier);
@@ -42,8 +42,9 @@ public:
     // True when a change is due earlier than the main thread knows.
     [[nodiscard]] bool hasNews();
 
-    // Main thread. When the next change is due; TimePoint::max() when there is none.
-    [[nodiscard]] TimePoint due() const;
+    // Main thread. When the next change is due; TimePoint::max() when there is none. The main
+    // thread knows it from now on, so only an earlier one is news.
+    [[nodiscard]] TimePoint tellDue();
     // Main thread. Returns the PortChanges::Kinds that are due.
     [[nodiscard]] unsigned takeChanges(TimePoint now);
 

@@ -141,7 +141,7 @@ void JackClient::setNotificationCallbacks()
         m_handle,
         [](jack_port_id_t, jack_port_id_t, int connected, void* self) {
             if (connected == 0)
-                static_cast<JackClient*>(self)->connectionRemoved();
+                static_cast<JackClient*>(self)->suspectCut();
         },
         this);
     jack_set_graph_order_callback(
@@ -162,7 +162,7 @@ void JackClient::process(std::uint32_t frames)
     jack_client_t* const handle = m_handle;
     const jack_nframes_t cycle = jack_last_frame_time(handle);
     bool arrived = false;
-    bool lost = cycle != std::exchange(m_nextCycle, cycle + frames).value_or(cycle);
+    bool lost = cycle != std::exchange(m_lastCycle, cycle).value_or(cycle - frames) + frames;
     const std::size_t sources = m_sources.count.load(std::memory_order_acquire);
     for (std::size_t i = 0; i < sources; ++i) {
         const SourceLane::Received received = m_sources.lanes[i]->receive(handle, frames);
@@ -170,7 +170,7 @@ void JackClient::process(std::uint32_t frames)
         lost |= received.lostEvents;
     }
     lost |= jack_last_frame_time(handle) != cycle; // the sources write the next cycle already
-    if (lost && isAlive())
+    if (lost && sources > 0 && isAlive())
         announce(PacketsLost);
     else if (arrived)
         m_wakeup->raise();
@@ -205,21 +205,15 @@ void JackClient::portUnregistered(std::uint32_t identifier)
     announcePorts();
 }
 
-void JackClient::connectionRemoved()
-{
-    m_awaitsGraph = true;
-    suspectCut();
-}
-
 void JackClient::graphChanged()
 {
     m_graph.happened();
-    if (m_awaitsGraph.exchange(false))
-        suspectCut();
+    suspectCut();
 }
 
-// JACK tells of the cut before it takes effect, and numbers of ports may belong to other ports by
-// now. So the connections themselves are looked at, on the control thread.
+// JACK tells of a cut before it takes effect, and of the changed graph after that. The numbers of
+// ports may belong to other ports by now. So the connections themselves are looked at, on the
+// control thread.
 void JackClient::suspectCut()
 {
     if (!m_isCutSuspected.exchange(true))

@@ -250,7 +250,7 @@ unsigned JackMIDIServices::takeChanges(JackClient& client)
     const unsigned changes = now >= m_pace.next() ? client.foreignPorts().takeChanges(now) : 0;
     if ((changes & (PortChanges::SourceAdded | PortChanges::SourceRemoved)) != 0)
         m_pace.happened(now);
-    const auto due = client.foreignPorts().due();
+    const auto due = client.foreignPorts().tellDue();
     m_alarm.set(due == Alarm::TimePoint::max() ? due : std::max(due, m_pace.next()));
     return changes;
 }
