@@ -162,8 +162,9 @@ void FileDefaultsStore::keepAsideUnknown(const std::string& key, const Bytes& va
 {
     const auto known = m_known.find(key);
     const auto stored = dataOf(m_content.root(), key);
-    if (known != m_known.end() && stored && stored != known->second && stored != value) {
-        qWarning("Another process has stored \"%s\"; its value is kept as \"%s.replaced\".",
+    const bool isSeen = known != m_known.end() && stored == known->second;
+    if (stored && !isSeen && stored != value) {
+        qWarning("Another run has stored \"%s\"; its value is kept as \"%s.replaced\".",
             key.c_str(), key.c_str());
         plist_dict_set_item(m_content.root(), (key + ".replaced").c_str(),
             plist_new_data(reinterpret_cast<const char*>(stored->data()), stored->size()));
