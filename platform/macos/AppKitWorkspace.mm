@@ -28,17 +28,20 @@ namespace {
 CFHolder<CFTypeRef> handle(AEEventID event, std::function<void()> act)
 {
     auto* const manager = NSAppleEventManager.sharedAppleEventManager;
-    if (!act) {
-        [manager removeEventHandlerForEventClass:kCoreEventClass andEventID:event];
+    // The manager does not retain the handler of an earlier call.
+    [manager removeEventHandlerForEventClass:kCoreEventClass andEventID:event];
+    if (!act)
         return {};
-    }
     auto* const handler = [[KestrelEventHandler alloc] init];
     handler.act = ^{ act(); };
+    __weak KestrelEventHandler* const present = handler;
     dispatch_async(dispatch_get_main_queue(), ^{
-        [manager setEventHandler:handler
-                     andSelector:@selector(handle:withReply:)
-                   forEventClass:kCoreEventClass
-                      andEventID:event];
+        KestrelEventHandler* const kept = present; // nil if it has been replaced meanwhile
+        if (kept)
+            [manager setEventHandler:kept
+                         andSelector:@selector(handle:withReply:)
+                       forEventClass:kCoreEventClass
+                          andEventID:event];
     });
     return CFHolder<CFTypeRef>(CFBridgingRetain(handler));
 }
