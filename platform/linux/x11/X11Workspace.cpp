@@ -23,7 +23,7 @@ void X11Workspace::visitActiveApplications(const Visitor& visit)
     if (!m_session->connection.ensureOpen())
         return;
     m_session->connection.takeIn();
-    if (const auto name = m_session->front.name())
+    if (const auto& name = m_session->front.name())
         visit(*name);
 }
 
