@@ -47,7 +47,7 @@ AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& cl
     , m_keyPermission(*platform.permissions, *platform.notices)
     , m_assignments(*platform.defaults, platform.recoveryFile)
     , m_notices(
-          m_assignments, [this] { storeForRecovery(); }, m_keyPermission)
+          m_assignments, [this] { storeAgain(); }, m_keyPermission)
     , m_keystrokes(m_assignments, *platform.workspace, *platform.keyEvents, m_keyPermission)
     , m_connection({ *platform.midiServices, *platform.processTable, mainLoop, clock },
           [this](const MIDIMessage& message) { m_dispatcher.receiveMessage(message); })
@@ -141,6 +141,13 @@ void AppDelegate::storeAssignments()
         storeForRecovery();
 }
 
+// The defaults have changes to write only if an earlier write has failed.
+void AppDelegate::storeAgain()
+{
+    storeForRecovery();
+    logIfNotStored(m_platform.defaults->synchronise());
+}
+
 void AppDelegate::storeForRecovery()
 {
     logIfNotStored(m_assignments.writeRecoveryFile());
@@ -206,13 +213,21 @@ void AppDelegate::about()
         m_myWindowController->showWindow();
 }
 
-// QCoreApplication::quit() would ask AppKit to end the program, and AppKit refuses that while a
-// modal window or a sheet is open. Nothing is lost if closing them takes too long.
 void AppDelegate::quit()
+{
+    m_quit();
+}
+
+// QCoreApplication::quit() would ask AppKit to end the program, and AppKit refuses that while a
+// modal window or a sheet is open. The set is stored before the windows close, which may take long,
+// and the places of the windows after that.
+void AppDelegate::terminate()
 {
     applicationWillTerminate();
     closeDialogs();
     QApplication::closeAllWindows();
+    if (!m_platform.defaults->synchronise())
+        qWarning("The places of the windows could not be stored.");
     QCoreApplication::exit(EXIT_SUCCESS);
 }
 

@@ -44,8 +44,13 @@ public:
     // the first call has an effect.
     void applicationWillTerminate();
     void storeAssignments();
+    // Ends in that way, closes every window and leaves the event loop, whatever windows are open.
+    void terminate();
+    // What "Quit" does; terminate() unless this was called.
+    void setQuit(std::function<void()> quit) { m_quit = std::move(quit); }
     // Keeps a copy of the live set, which the next start takes if this run is killed.
     void storeForRecovery();
+    void storeAgain();
     // Opens files from the file manager: the first one becomes the live set at once.
     void applicationOpenFiles(const QStringList& filenames);
 
@@ -104,6 +109,7 @@ private:
     std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;
     QTimer m_activeSenceTimer;
     bool m_terminated = false;
+    std::function<void()> m_quit = [this] { terminate(); };
 };
 
 } // namespace kestrel

@@ -24,8 +24,10 @@ std::int64_t nowMs()
 
 void endIfItIsTime(int)
 {
-    if (nowMs() < deadlineMs)
-        return; // another process has sent the signal
+    if (nowMs() < deadlineMs) { // another process has sent the signal, or the clocks differ
+        ::alarm(1);
+        return;
+    }
     static constexpr std::string_view Text
         = "kestrel: ended without waiting any longer for the display or the system\n";
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, Text.data(), Text.size());
@@ -47,9 +49,15 @@ void EndDeadline::set(unsigned seconds, int exitCode)
     ::alarm(seconds);
 }
 
+bool EndDeadline::isSet()
+{
+    return deadlineMs != 0;
+}
+
 void EndDeadline::cancel()
 {
     ::alarm(0);
+    deadlineMs = 0;
     ::sigaction(SIGALRM, &actionBefore, nullptr);
 }
 

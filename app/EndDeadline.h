@@ -7,6 +7,8 @@ namespace kestrel::EndDeadline {
 
 // Safe in a signal handler. Replaces an earlier deadline.
 void set(unsigned seconds, int exitCode);
+// Safe in a signal handler.
+[[nodiscard]] bool isSet();
 // Only after set().
 void cancel();
 

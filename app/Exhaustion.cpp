@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -67,7 +68,7 @@ bool areFree(rlim_t files)
 {
     std::vector<int> opened;
     while (opened.size() < files) {
-        const int descriptor = ::dup(STDERR_FILENO);
+        const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
         if (descriptor < 0)
             break;
         opened.push_back(descriptor);

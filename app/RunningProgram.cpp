@@ -35,6 +35,7 @@ RunningProgram::RunningProgram(
         qGuiApp, &QGuiApplication::commitDataRequest, &m_delegate,
         [this](QSessionManager&) { m_delegate.storeAssignments(); }, Qt::DirectConnection);
     platform.workspace->setQuitRequested([this] { terminate(); });
+    m_delegate.setQuit([this] { terminate(); });
 
     running = this;
     [[maybe_unused]] static const int registered = std::atexit(endAtExit);
@@ -68,7 +69,7 @@ void RunningProgram::terminate()
     m_setDeadline(OrderlyEndSeconds, EXIT_FAILURE);
     m_delegate.applicationWillTerminate();
     m_setDeadline(ClosingSeconds, EXIT_SUCCESS);
-    m_delegate.quit();
+    m_delegate.terminate();
 }
 
 // Qt calls exit() when it loses its connection to the display, and then no destructor runs.
@@ -76,6 +77,7 @@ void RunningProgram::endAtExit()
 {
     if (!running)
         return;
+    running->m_setDeadline(OrderlyEndSeconds, EXIT_FAILURE);
     running->m_delegate.applicationWillTerminate();
     running->m_platform.keyEvents.reset(); // releases every key that it holds
 }

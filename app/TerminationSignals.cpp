@@ -16,13 +16,12 @@ namespace kestrel {
 
 namespace {
 std::atomic<int> signalPipe { -1 };
-std::atomic<bool> isNoted { false }; // a signal has come, and the main thread has not seen it yet
 
 // Calls only functions that are safe in a signal handler.
 void noteSignal(int)
 {
     const int savedErrno = errno;
-    if (!isNoted.exchange(true)) // else somebody who repeats the signal would move the deadline
+    if (!EndDeadline::isSet()) // a signal that is repeated changes no deadline
         EndDeadline::set(TerminationSignals::PatienceSeconds, EXIT_FAILURE);
     const char byte = 0;
     // If the pipe is full, an earlier byte in it already says the same.
@@ -79,7 +78,12 @@ void TerminationSignals::handle(int number, void (*handler)(int))
     action.sa_handler = handler;
     action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
-    ::sigaction(number, &action, &m_previous[number]);
+    struct sigaction& previous = m_previous[number];
+    ::sigaction(number, &action, &previous);
+    // Whoever started the program, or a library, has other plans with the signal: nohup, for
+    // example. SIGTERM always ends.
+    if (previous.sa_handler != SIG_DFL && number != SIGTERM)
+        ::sigaction(number, &previous, nullptr);
 }
 
 void TerminationSignals::readPending()
@@ -87,7 +91,6 @@ void TerminationSignals::readPending()
     std::array<char, 16> bytes;
     while (::read(m_readEnd, bytes.data(), bytes.size()) > 0) { }
     EndDeadline::cancel();
-    isNoted = false;
     m_terminate();
 }
 

@@ -123,9 +123,9 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName(QStringLiteral("com.holvik.kestrel"));
     QApplication::setQuitOnLastWindowClosed(false);
 
-    // Before other starts can find this one, because whatever it holds must be let go of.
+    // Signals are handled before another start can find this one.
     kestrel::QtMainLoop mainLoop;
-    std::function<void()> terminate = [] { QCoreApplication::quit(); };
+    std::function<void()> terminate = [] { QCoreApplication::exit(EXIT_FAILURE); };
     const kestrel::TerminationSignals terminationSignals(
         mainLoop, kestrel::endingSignals(), [&terminate] { terminate(); });
 

@@ -112,7 +112,7 @@ Bytes date(plist_t node)
     plist_to_bin(node, &list, &size);
     const std::unique_ptr<char, decltype(&std::free)> owner(list, &std::free);
     if (!list || size < Magic.size() + Size)
-        throw std::bad_alloc();
+        throw std::bad_alloc(); // libplist has no other reason to fail
     const char* const object = list + Magic.size();
     return { object, object + Size };
 }

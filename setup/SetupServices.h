@@ -16,7 +16,7 @@ struct SetupServices {
     DefaultsStore& defaults;
     FileAttributes& fileAttributes;
     ApplicationVisibility& visibility;
-    std::function<void()> setBecameLive = {}; // called after OK has written the live set
+    std::function<void()> setBecameLive; // called after OK has written the live set
 };
 
 } // namespace kestrel

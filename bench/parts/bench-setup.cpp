@@ -103,7 +103,7 @@ private:
     test::RecordingVisibility m_visibility { m_calls };
     std::shared_ptr<UserAssignFile> m_live = std::make_shared<UserAssignFile>();
     UserAssinableWindowController m_controller { { { m_center, m_translation }, m_defaults,
-        m_attributes, m_visibility } };
+        m_attributes, m_visibility, [] {} } };
 };
 
 void showFromMenu(benchmark::State& state)

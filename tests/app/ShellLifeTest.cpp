@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace kestrel::test {
 namespace {
 
@@ -159,6 +161,21 @@ TEST(ShellLife, quit_ends_the_event_loop)
     bench.launch();
     QTimer::singleShot(0, [] { RecordedShell::action("quit").trigger(); });
     EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST(ShellLife, quit_stores_where_the_open_setup_window_is)
+{
+    RecordedShell bench;
+    bench.launch();
+    RecordedShell::action("userAssign").trigger();
+    const auto hasFrame = [&bench] {
+        return std::any_of(bench.defaults.stored.begin(), bench.defaults.stored.end(),
+            [](const auto& each) { return each.first.ends_with("UAssignWindow"); });
+    };
+    EXPECT_FALSE(hasFrame());
+    QTimer::singleShot(0, [] { RecordedShell::action("quit").trigger(); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(hasFrame());
 }
 
 TEST(ShellLife, launching_again_keeps_the_status_item_and_its_menu)

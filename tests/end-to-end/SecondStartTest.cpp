@@ -78,6 +78,18 @@ TEST_F(SecondStart, can_be_given_up_in_the_box_that_says_what_it_waits_for)
     EXPECT_EQ(terminate(*first), 0);
 }
 
+TEST_F(SecondStart, that_waits_is_ended_by_a_signal)
+{
+    const auto first = startFirst();
+    first->signal(SIGSTOP);
+    const auto second = start();
+    EXPECT_TRUE(second->waitForLineWith("another Kestrel is running", Timeout));
+    second->signal(SIGTERM);
+    EXPECT_EQ(second->wait(Timeout), 1);
+    first->signal(SIGCONT);
+    EXPECT_EQ(terminate(*first), 0);
+}
+
 TEST_F(SecondStart, is_answered_as_soon_as_the_program_has_descriptors_again)
 {
     const auto first = startFirst();
