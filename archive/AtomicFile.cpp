@@ -58,8 +58,8 @@ public:
 
     // True when nobody else writes in the folder now, or begins to before this object's end.
     [[nodiscard]] bool takeAlone() const { return lock(LOCK_EX); }
-    // Waits while somebody else has it alone, which is short. Without a lock the file is written all
-    // the same, as on file systems that have no locks.
+    // Waits while somebody else has it alone, which is short. Without a lock the file is written
+    // all the same, as on file systems that have no locks.
     void share() const
     {
         for (int i = 0; i < 100 && !lock(LOCK_SH) && errno == EWOULDBLOCK; ++i)

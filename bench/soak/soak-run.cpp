@@ -50,8 +50,7 @@ struct Sample {
 class Soak {
 public:
     explicit Soak(const Options& options)
-        : m_studio(
-            options.programs, { .cycles = stage::PrivateJackServer::Cycles::Independent })
+        : m_studio(options.programs, { .cycles = stage::PrivateJackServer::Cycles::Independent })
     {
         for (int button = 1; button <= 12; ++button)
             m_studio.assign({ std::to_string(button), "A", "⌘S", "⌥⌘D", "⇪F5" });

@@ -28,8 +28,7 @@ std::string recoveryFile()
     NSString* const folder
         = NSSearchPathForDirectoriesInDomains(NSApplicationSupportDirectory, NSUserDomainMask, YES)
               .firstObject;
-    NSString* const path =
-        [folder stringByAppendingPathComponent:@"kestrel/recovery.ZKCF"];
+    NSString* const path = [folder stringByAppendingPathComponent:@"kestrel/recovery.ZKCF"];
     return path ? path.UTF8String : "";
 }
 } // namespace
