@@ -134,6 +134,23 @@ TEST(PackageScript, there_is_no_image_of_a_program_that_was_not_notarised)
     }
 }
 
+TEST(PackageScript, an_image_that_fails_twice_is_made_at_the_third_attempt)
+{
+    PackagingBench bench;
+    const QString noPause = QStringLiteral("KESTREL_IMAGE_PAUSE=0");
+    ASSERT_TRUE(succeeded(bench.run(forThisMac, { "BUSY=2", noPause })));
+    EXPECT_EQ(bench.calls(QStringLiteral("hdiutil create")).size(), 3);
+    EXPECT_EQ(bench.calls(QStringLiteral("hdiutil verify")).size(), 1);
+}
+
+TEST(PackageScript, an_image_that_fails_three_times_is_given_up)
+{
+    PackagingBench bench;
+    EXPECT_NE(bench.run(forThisMac, { "BUSY=3", "KESTREL_IMAGE_PAUSE=0" }).exitCode, 0);
+    EXPECT_EQ(bench.calls(QStringLiteral("hdiutil create")).size(), 3);
+    EXPECT_THAT(bench.calls(QStringLiteral("hdiutil verify")), IsEmpty());
+}
+
 TEST(PackageScript, the_bundle_finds_its_own_plug_ins)
 {
     PackagingBench bench;
