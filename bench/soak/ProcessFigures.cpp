@@ -22,12 +22,12 @@ double entriesOf(const fs::path& folder)
     return static_cast<double>(std::distance(begin(entries), end(entries)));
 }
 
-double privateKibibytesIn(const fs::path& rollup)
+double writtenKibibytesIn(const fs::path& rollup)
 {
     double sum = 0;
     std::ifstream stream(rollup);
     for (std::string line; std::getline(stream, line);) {
-        if (line.starts_with("Private_Clean:") || line.starts_with("Private_Dirty:"))
+        if (line.starts_with("Private_Dirty:") || line.starts_with("Swap:"))
             sum += std::stod(line.substr(line.find(':') + 1));
     }
     return sum;
@@ -37,7 +37,7 @@ double privateKibibytesIn(const fs::path& rollup)
 ProcessFigures ProcessFigures::of(pid_t process)
 {
     const auto folder = fs::path("/proc") / std::to_string(process);
-    return { privateKibibytesIn(folder / "smaps_rollup"), entriesOf(folder / "fd"),
+    return { writtenKibibytesIn(folder / "smaps_rollup"), entriesOf(folder / "fd"),
         entriesOf(folder / "task") };
 }
 
@@ -53,7 +53,7 @@ ProcessFigures ProcessFigures::atRest(pid_t process)
             [figure](const auto& one, const auto& other) { return one.*figure < other.*figure; });
         return looks[Looks / 2].*figure;
     };
-    return { median(&ProcessFigures::privateKibibytes), median(&ProcessFigures::descriptors),
+    return { median(&ProcessFigures::writtenKibibytes), median(&ProcessFigures::descriptors),
         median(&ProcessFigures::threads) };
 }
 

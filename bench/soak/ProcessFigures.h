@@ -8,7 +8,9 @@ namespace kestrel::bench {
 
 // What a process holds at one moment.
 struct ProcessFigures {
-    double privateKibibytes = 0; // memory that no other process shares
+    // Memory that only this process can have written. Pages of libraries are left out: they count
+    // as private as soon as no other program happens to use the library.
+    double writtenKibibytes = 0;
     double descriptors = 0;
     double threads = 0;
 

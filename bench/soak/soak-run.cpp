@@ -128,7 +128,7 @@ private:
 void tell(const Sample& sample)
 {
     std::cout << "minute " << std::lround(sample.minutes) << ": "
-              << std::lround(sample.figures.privateKibibytes) << " KiB, "
+              << std::lround(sample.figures.writtenKibibytes) << " KiB, "
               << std::lround(sample.figures.descriptors) << " descriptors, "
               << std::lround(sample.figures.threads) << " threads" << std::endl;
 }
@@ -136,7 +136,7 @@ void tell(const Sample& sample)
 Row row(const std::string& name, const ProcessFigures& figures)
 {
     return { name,
-        { { "private KiB", figures.privateKibibytes }, { "descriptors", figures.descriptors },
+        { { "written KiB", figures.writtenKibibytes }, { "descriptors", figures.descriptors },
             { "threads", figures.threads } } };
 }
 
@@ -147,14 +147,14 @@ double growth(double before, double after)
 
 ProcessFigures growth(const ProcessFigures& before, const ProcessFigures& after)
 {
-    return { growth(before.privateKibibytes, after.privateKibibytes),
+    return { growth(before.writtenKibibytes, after.writtenKibibytes),
         growth(before.descriptors, after.descriptors), growth(before.threads, after.threads) };
 }
 
 Row growthRow(const ProcessFigures& percent)
 {
     return { "growth in percent",
-        { { "private KiB", percent.privateKibibytes, 1 }, { "descriptors", percent.descriptors, 1 },
+        { { "written KiB", percent.writtenKibibytes, 1 }, { "descriptors", percent.descriptors, 1 },
             { "threads", percent.threads, 1 } } };
 }
 
@@ -190,7 +190,7 @@ int run(const Options& options)
         writeJson(options.json, tables);
     if (double(soak.stream().answers()) < seconds * FewestAnswers || soak.stream().keys() == 0)
         throw std::runtime_error("the utility did not keep up its link");
-    for (const double figure : { percent.privateKibibytes, percent.descriptors, percent.threads }) {
+    for (const double figure : { percent.writtenKibibytes, percent.descriptors, percent.threads }) {
         if (std::abs(figure) > options.limit)
             throw std::runtime_error("a figure has changed by more than the limit");
     }
