@@ -141,7 +141,7 @@ void JackClient::setNotificationCallbacks()
         m_handle,
         [](jack_port_id_t, jack_port_id_t, int connected, void* self) {
             if (connected == 0)
-                static_cast<JackClient*>(self)->suspectCut();
+                static_cast<JackClient*>(self)->connectionRemoved();
         },
         this);
     jack_set_graph_order_callback(
@@ -205,15 +205,21 @@ void JackClient::portUnregistered(std::uint32_t identifier)
     announcePorts();
 }
 
-void JackClient::graphChanged()
+void JackClient::connectionRemoved()
 {
-    m_graph.happened();
+    m_awaitsGraph = true;
     suspectCut();
 }
 
-// JACK tells of a cut before it takes effect, and of the changed graph after that. The numbers of
-// ports may belong to other ports by now. So the connections themselves are looked at, on the
-// control thread.
+void JackClient::graphChanged()
+{
+    m_graph.happened();
+    if (m_awaitsGraph.exchange(false))
+        suspectCut();
+}
+
+// JACK tells of the cut before it takes effect, and numbers of ports may belong to other ports by
+// now. So the connections themselves are looked at, on the control thread.
 void JackClient::suspectCut()
 {
     if (!m_isCutSuspected.exchange(true))

@@ -70,6 +70,7 @@ private:
     void process(std::uint32_t frames);
     void portRegistered(std::uint32_t identifier);
     void portUnregistered(std::uint32_t identifier);
+    void connectionRemoved();
     void graphChanged();
     void suspectCut();
     void announcePorts();
@@ -90,6 +91,8 @@ private:
     std::multimap<std::string, _jack_port*> m_reserved; // control thread
     ForeignPorts m_foreignPorts;
     std::atomic<bool> m_isCutSuspected { false };
+    // A connection was removed, and the graph is to change.
+    std::atomic<bool> m_awaitsGraph { false };
     Changes m_graph; // told when connections change or the client dies
     std::optional<std::uint32_t> m_lastCycle; // its first frame; used by the process callback only
 };
