@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveError.h"
 #include "archive/ArchiveLimits.h"
+#include "archive/BinaryListFormat.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,7 +15,9 @@ namespace {
 
 using Kind = ArchiveError::Kind;
 
-constexpr std::size_t HeaderSize = 8;
+using namespace BinaryListFormat;
+
+constexpr std::size_t HeaderSize = Magic.size();
 constexpr std::size_t TrailerSize = 32;
 
 std::uint64_t bigEndian(ByteView bytes)
@@ -24,20 +27,6 @@ std::uint64_t bigEndian(ByteView bytes)
         value = value << 8 | byte;
     return value;
 }
-
-// The types: the high nibble of an object's first byte.
-enum Marker : std::uint8_t {
-    Simple = 0x0,
-    Integer = 0x1,
-    Real = 0x2,
-    Date = 0x3,
-    Data = 0x4,
-    Ascii = 0x5,
-    Utf16 = 0x6,
-    Uid = 0x8,
-    Array = 0xA,
-    Dictionary = 0xD,
-};
 
 class BinaryList {
 public:

@@ -1,38 +1,32 @@
 #include "archive/BinaryListWriter.h"
 
+#include "archive/BinaryListFormat.h"
 #include "archive/PropertyList.h"
 
 #include <QString>
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
-#include <string_view>
 
 namespace kestrel {
 
 namespace {
 
-// The types: the high nibble of an object's first byte.
-enum Marker : std::uint8_t {
-    Simple = 0x00,
-    Integer = 0x10,
-    Real = 0x20,
-    Date = 0x30,
-    Data = 0x40,
-    Ascii = 0x50,
-    Utf16 = 0x60,
-    Uid = 0x80,
-    Array = 0xA0,
-    Dictionary = 0xD0,
-};
+using namespace BinaryListFormat;
 
-constexpr std::string_view Magic = "bplist00";
-constexpr std::uint8_t False = Simple | 8;
-constexpr std::uint8_t True = Simple | 9;
+// An object's first byte.
+constexpr std::uint8_t mark(Marker type, std::size_t low)
+{
+    return static_cast<std::uint8_t>(type << 4 | low);
+}
+
+constexpr std::uint8_t False = mark(Simple, 8);
+constexpr std::uint8_t True = mark(Simple, 9);
 
 void append(Bytes& bytes, std::uint64_t value, std::size_t size)
 {
@@ -52,7 +46,7 @@ std::size_t sizeFor(std::uint64_t value)
 Bytes integer(PropertyListNode::Integer value)
 {
     const std::size_t size = value.isUnsigned ? 16 : sizeFor(value.bits);
-    Bytes bytes { static_cast<std::uint8_t>(Integer | std::countr_zero(size)) };
+    Bytes bytes { mark(Integer, static_cast<std::size_t>(std::countr_zero(size))) };
     append(bytes, value.bits, size);
     return bytes;
 }
@@ -60,8 +54,8 @@ Bytes integer(PropertyListNode::Integer value)
 // Counts from 15 on follow the marker as an integer object.
 Bytes counted(Marker marker, std::size_t count)
 {
-    const auto low = static_cast<std::uint8_t>(std::min<std::size_t>(count, 15));
-    Bytes bytes { static_cast<std::uint8_t>(marker | low) };
+    const std::size_t low = std::min<std::size_t>(count, 15);
+    Bytes bytes { mark(marker, low) };
     if (low == 15) {
         const Bytes number = integer({ count, false });
         bytes.insert(bytes.end(), number.begin(), number.end());
@@ -96,7 +90,7 @@ Bytes real(plist_t node)
 {
     double value = 0;
     plist_get_real_val(node, &value);
-    Bytes bytes { Real | 3 };
+    Bytes bytes { mark(Real, 3) };
     std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
     append(bytes, bits, 8);
@@ -136,7 +130,7 @@ Bytes scalar(plist_t node)
     case PLIST_UID: {
         plist_get_uid_val(node, &uid);
         const std::size_t size = sizeFor(uid);
-        Bytes bytes { static_cast<std::uint8_t>(Uid | (size - 1)) };
+        Bytes bytes { mark(Uid, size - 1) };
         append(bytes, uid, size);
         return bytes;
     }
