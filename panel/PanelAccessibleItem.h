@@ -1,31 +1,25 @@
 #pragma once
 
+#include "common/ChildlessAccessible.h"
 #include "panel/KnobRing.h"
 #include "panel/PlugInPanelView.h"
 
-#include <QAccessible>
 #include <QPointer>
 
 namespace kestrel {
 
 // One row, knob or lamp of the panel, read-only, for assistive technology.
-class PanelAccessibleItem : public QAccessibleInterface, public QAccessibleValueInterface {
+class PanelAccessibleItem : public ChildlessAccessible, public QAccessibleValueInterface {
 public:
     // `index` counts the panel's children: the rows, then the knobs, then the lamps from left to
     // right.
     PanelAccessibleItem(PlugInPanelView* view, int index);
 
     [[nodiscard]] bool isValid() const override { return !m_view.isNull(); }
-    [[nodiscard]] QObject* object() const override { return nullptr; }
     [[nodiscard]] QWindow* window() const override;
     [[nodiscard]] QAccessibleInterface* parent() const override;
-    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
-    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    [[nodiscard]] int childCount() const override { return 0; }
-    [[nodiscard]] int indexOfChild(const QAccessibleInterface*) const override { return -1; }
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override;
-    void setText(QAccessible::Text, const QString&) override { }
     [[nodiscard]] QRect rect() const override; // the part that is painted, on the screen
     [[nodiscard]] QAccessible::Role role() const override;
     [[nodiscard]] QAccessible::State state() const override;
