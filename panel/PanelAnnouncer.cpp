@@ -8,11 +8,11 @@
 namespace kestrel {
 
 PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view)
-    : PanelAnnouncer(view, Listener {})
+    : PanelAnnouncer(view, AccessibilityListener {})
 {
 }
 
-PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, Listener listener)
+PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, AccessibilityListener listener)
     : QObject(&view)
     , m_view(view)
     , m_listener(std::move(listener))

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "common/AccessibilityListener.h"
 #include "panel/KnobRing.h"
 #include "panel/PlugInPanelView.h"
 
-#include <QAccessible>
 #include <QTimer>
 
 #include <chrono>
-#include <functional>
 
 namespace kestrel {
 
@@ -19,14 +18,8 @@ class PanelAnnouncer : public QObject {
 public:
     static constexpr std::chrono::milliseconds Pause { 300 };
 
-    // The receiver of the events. `isActive` is false while no assistive technology listens.
-    struct Listener {
-        std::function<bool()> isActive = &QAccessible::isActive;
-        std::function<void(QAccessibleEvent*)> tell = &QAccessible::updateAccessibility;
-    };
-
     explicit PanelAnnouncer(PlugInPanelView& view); // the view owns the announcer
-    PanelAnnouncer(PlugInPanelView& view, Listener listener);
+    PanelAnnouncer(PlugInPanelView& view, AccessibilityListener listener);
 
 private:
     void announce();
@@ -38,7 +31,7 @@ private:
     void tellValue(int child, int value);
 
     PlugInPanelView& m_view;
-    Listener m_listener;
+    AccessibilityListener m_listener;
     QTimer m_pause;
     // The values that were announced last.
     std::array<QString, 2> m_rows;
