@@ -12,7 +12,7 @@ namespace {
 std::atomic<long> allocations { 0 };
 }
 
-// Not inlined, because GCC would take malloc() and operator delete for a mismatched pair.
+// Not inlined, because GCC would take operator new and free() for a mismatched pair.
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     allocations.fetch_add(1, std::memory_order_relaxed);
@@ -21,11 +21,11 @@ std::atomic<long> allocations { 0 };
     throw std::bad_alloc();
 }
 
-void operator delete(void* memory) noexcept
+[[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
