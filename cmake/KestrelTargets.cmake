@@ -68,11 +68,34 @@ endfunction()
 # This target builds everything that the tests with the label "unit" need, and nothing else.
 add_custom_target(unit-tests)
 
+# Tests of JACK get shared memory of their own where the kernel permits it, and run side by side.
+# Elsewhere they take turns: the clients of all servers share one registry.
+if(KESTREL_TESTS AND NOT APPLE)
+  set(KESTREL_OWN_MEMORY ${CMAKE_SOURCE_DIR}/tests/support/own-shared-memory)
+  execute_process(
+    COMMAND ${KESTREL_OWN_MEMORY} true
+    RESULT_VARIABLE KESTREL_OWN_MEMORY_REFUSED
+    OUTPUT_QUIET ERROR_QUIET)
+  if(KESTREL_OWN_MEMORY_REFUSED)
+    message(STATUS "Tests that need JACK take turns, as no namespaces are permitted here")
+    set(KESTREL_JACK_TEST RESOURCE_LOCK jack)
+  endif()
+endif()
+
+# Makes the tests of a program run in shared memory of their own. Call it before the tests are added.
+# Their properties need ${KESTREL_JACK_TEST}.
+function(kestrel_runs_jack name)
+  if(NOT KESTREL_OWN_MEMORY_REFUSED)
+    set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR ${KESTREL_OWN_MEMORY})
+  endif()
+endfunction()
+
 # Adds a GoogleTest program. Every test in it becomes a test of ctest.
-#   kestrel_test(name SOURCES … LIBRARIES … [LABEL label] [PREFIX prefix])
-# The prefix tells the tests apart when several programs hold the same ones.
+#   kestrel_test(name SOURCES … LIBRARIES … [LABEL label] [PREFIX prefix] [PROPERTIES …] [JACK])
+# The prefix tells the tests apart when several programs hold the same ones. JACK is for tests that
+# start a JACK server.
 function(kestrel_test name)
-  cmake_parse_arguments(T "" "LABEL;PREFIX" "SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(T "JACK" "LABEL;PREFIX" "SOURCES;LIBRARIES;PROPERTIES" ${ARGN})
   kestrel_program(${name} ${T_SOURCES})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${T_LIBRARIES} GTest::gmock GTest::gtest)
@@ -81,6 +104,10 @@ function(kestrel_test name)
   endif()
   if(T_LABEL MATCHES "unit")
     add_dependencies(unit-tests ${name})
+  endif()
+  if(T_JACK)
+    kestrel_runs_jack(${name})
+    list(APPEND T_PROPERTIES ${KESTREL_JACK_TEST})
   endif()
   gtest_discover_tests(
     ${name} DISCOVERY_TIMEOUT 60 TEST_PREFIX "${T_PREFIX}"

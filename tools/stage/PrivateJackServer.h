@@ -8,9 +8,9 @@
 namespace kestrel::stage {
 
 // A JACK server with its own name on the dummy driver, which needs neither sound hardware nor
-// real-time rights. Only one exists at a time on a machine, for two reasons: the sockets of clients
-// are not named after the server, so clients of the same name disturb each other even on different
-// servers; and JACK has room for eight server names, and a killed server keeps its name.
+// real-time rights. Only one exists at a time in one shared memory, for two reasons: the sockets of
+// clients are not named after the server, so clients of the same name disturb each other even on
+// different servers; and JACK has room for eight server names, and a killed server keeps its name.
 class PrivateJackServer {
 public:
     static constexpr int FramesPerPeriod = 64;
