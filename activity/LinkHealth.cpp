@@ -1,0 +1,125 @@
+#include "activity/LinkHealth.h"
+
+#include "activity/OutcomeWords.h"
+#include "activity/PacketWords.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace kestrel {
+
+using Kind = ActivityEvent::Kind;
+using Outcome = ActivityEvent::Outcome;
+
+void LinkHealth::note(const ActivityEvent& event)
+{
+    switch (event.kind()) {
+    case Kind::Packet:
+        return notePacket(event);
+    case Kind::LinkOpened:
+        ++m_counts.timesBuilt;
+        return goOffline(State::Waiting);
+    case Kind::LinkRebuilt:
+        return;
+    case Kind::NoConsole:
+        return goOffline(State::NoConsole);
+    case Kind::NoMIDIService:
+        return goOffline(State::NoMIDIService);
+    case Kind::WorkstationMissing:
+        return goOffline(State::WorkstationMissing);
+    case Kind::ConsoleSilent:
+        return goOffline(State::Silent);
+    case Kind::PacketsLost:
+        ++m_counts.lossesOfPackets;
+        return;
+    }
+}
+
+void LinkHealth::notePacket(const ActivityEvent& event)
+{
+    switch (event.outcome()) {
+    case Outcome::Answered:
+        ++m_counts.answers;
+        return noteBeat(event.time());
+    case Outcome::NotAnswered:
+        return noteBeat(event.time());
+    case Outcome::Typed:
+        m_permissionMissing = false;
+        ++m_counts.typed;
+        return;
+    case Outcome::NotPermitted:
+        m_permissionMissing = true;
+        ++m_counts.keptBack;
+        return;
+    default:
+        if (OutcomeWords::isKeptBack(event) && PacketWords::isKeyPress(event))
+            ++m_counts.keptBack;
+    }
+}
+
+void LinkHealth::noteBeat(Clock::TimePoint time)
+{
+    ++m_counts.beats;
+    if (m_state != State::Online) {
+        m_state = State::Online;
+        m_onlineSince = time;
+    } else {
+        const Duration interval = time - *m_lastBeat;
+        m_intervals[m_intervalCount % KeptIntervals] = interval;
+        ++m_intervalCount;
+        const auto periods = (interval + BeatPeriod / 2) / Duration(BeatPeriod);
+        m_counts.missedBeats += static_cast<std::uint64_t>(std::max<Duration::rep>(periods - 1, 0));
+    }
+    m_lastBeat = time;
+}
+
+void LinkHealth::goOffline(State state)
+{
+    m_state = state;
+    m_onlineSince.reset();
+}
+
+std::vector<LinkHealth::Duration> LinkHealth::intervals() const
+{
+    const std::size_t size = std::min<std::uint64_t>(m_intervalCount, KeptIntervals);
+    std::vector<Duration> oldestFirst(size);
+    for (std::size_t i = 0; i < size; ++i)
+        oldestFirst[i] = m_intervals[(m_intervalCount - size + i) % KeptIntervals];
+    return oldestFirst;
+}
+
+std::optional<LinkHealth::Duration> LinkHealth::jitter() const
+{
+    const auto beats = intervals();
+    if (beats.empty())
+        return {};
+    const Duration sum = std::accumulate(
+        beats.begin(), beats.end(), Duration::zero(), [](Duration total, Duration interval) {
+            return total + std::chrono::abs(interval - Duration(BeatPeriod));
+        });
+    return sum / static_cast<Duration::rep>(beats.size());
+}
+
+std::string LinkHealth::complaint() const
+{
+    switch (m_state) {
+    case State::Unknown:
+    case State::Waiting:
+        return {};
+    case State::WorkstationMissing:
+        return "Pro Tools is not running. The link opens once it does.";
+    case State::NoMIDIService:
+        return "The MIDI service does not answer. Start it; Kestrel tries again by itself.";
+    case State::NoConsole:
+        return "No console was found. Check its cable, its power and its driver.";
+    case State::Silent:
+        return "The console has stopped sending. Check its cable and its power.";
+    case State::Online:
+        if (m_permissionMissing)
+            return "The system does not permit Kestrel to post keys. Give it the permission.";
+        return {};
+    }
+    return {};
+}
+
+} // namespace kestrel
