@@ -15,6 +15,7 @@ namespace kestrel {
 namespace {
 constexpr std::string_view ConsoleModel = "ZENTA";
 constexpr std::size_t ControlSurfaceEntity = 4; // the fifth pair of ports carries the traffic
+constexpr std::string_view ConsoleName = "ZENTA, port 5"; // the two above in words
 constexpr std::chrono::seconds HeartbeatTimeout { 5 };
 
 // Makes a display message that clears one zone. The byte after the header is the zone's number.
@@ -38,7 +39,7 @@ MIDIConnection::MIDIConnection(const Surroundings& surroundings, Receiver receiv
     , m_clock(surroundings.clock)
     , m_receiveMessage(std::move(receiveMessage))
 {
-    m_midiServices.setPacketsLost([this] { m_releasesLost(); });
+    m_midiServices.setPacketsLost([this] { packetsLost(); });
 }
 
 MIDIConnection::~MIDIConnection()
@@ -54,7 +55,7 @@ void MIDIConnection::reconnectAllSources()
     const auto client
         = m_midiServices.createClient("inputMIDIReceiver Client", MyMIDIStateChangedHander, this);
     if (!client)
-        return;
+        return tell(LinkEvent::NoMIDIService);
     m_client = *client;
     m_outputPort
         = m_midiServices.createOutputPort(m_client, "OutputMIDIReceiver Output Port").value_or(0);
@@ -62,11 +63,15 @@ void MIDIConnection::reconnectAllSources()
         = m_midiServices
               .createInputPort(m_client, "inputMIDIReceiver Input Port", MyMIDIReadProc, this)
               .value_or(0);
-    if (m_inputPort != 0)
-        connectFirstConsole();
+    if (m_inputPort == 0)
+        return tell(LinkEvent::NoMIDIService);
+    if (connectFirstConsole())
+        tell(LinkEvent::Opened, ConsoleName);
+    else
+        tell(LinkEvent::NoConsole);
 }
 
-void MIDIConnection::connectFirstConsole()
+bool MIDIConnection::connectFirstConsole()
 {
     for (const MIDIDevice& device : m_midiServices.devices()) {
         if (device.model != ConsoleModel || device.entities.size() <= ControlSurfaceEntity)
@@ -75,8 +80,9 @@ void MIDIConnection::connectFirstConsole()
         if (m_outputPort != 0 && !entity.destinations.empty())
             m_destPointRef = entity.destinations.front();
         if (connectFirstSource(entity))
-            return;
+            return true;
     }
+    return false;
 }
 
 bool MIDIConnection::connectFirstSource(const MIDIEntity& entity)
@@ -113,15 +119,44 @@ void MIDIConnection::checkActiveSence()
     }
     const bool workstationRuns = isProTools();
     const bool consoleSilent = m_clock.now() - *m_activeDate > HeartbeatTimeout;
-    if ((!workstationRuns || consoleSilent) && m_imageOnline) {
-        if (m_statusItem)
-            m_statusItem->setImage(StatusImage::Offline);
-        sendOffLineMessage();
-        m_imageOnline = false;
-        m_releasesLost();
-    }
-    if (workstationRuns && (m_client == 0 || hasLostItsSource()))
+    tell(workstationRuns ? LinkEvent::WorkstationRuns : LinkEvent::WorkstationMissing);
+    if (consoleSilent && m_inputEndPointRef != 0)
+        tell(LinkEvent::ConsoleSilent);
+    if ((!workstationRuns || consoleSilent) && m_imageOnline)
+        goOffline();
+    if (!workstationRuns)
+        return;
+    if (m_client == 0)
         reconnectAllSources();
+    else if (hasLostItsSource())
+        sourceChanged("the console's MIDI source no longer answers");
+}
+
+void MIDIConnection::goOffline()
+{
+    if (m_statusItem)
+        m_statusItem->setImage(StatusImage::Offline);
+    sendOffLineMessage();
+    m_imageOnline = false;
+    m_releasesLost();
+}
+
+void MIDIConnection::sourceChanged(std::string_view what)
+{
+    tell(LinkEvent::Rebuilt, what);
+    reconnectAllSources();
+}
+
+void MIDIConnection::packetsLost()
+{
+    tell(LinkEvent::PacketsLost);
+    m_releasesLost();
+}
+
+void MIDIConnection::tell(LinkEvent event, std::string_view detail) const
+{
+    if (m_listener)
+        m_listener->linkChanged(event, detail);
 }
 
 // While the console is online its source is certainly there.
@@ -159,19 +194,20 @@ bool MIDIConnection::isProTools() const
     return m_processTable.isRunning(Workstation::Name);
 }
 
-void MIDIConnection::answerHeartbeat()
+bool MIDIConnection::answerHeartbeat()
 {
     m_activeDate = m_clock.now();
 
     // A failure needs no handling here: the console's next heartbeat gets an answer of its own.
-    static_cast<void>(
-        m_midiServices.send(m_outputPort, m_destPointRef, { 0, ConsoleProtocol::HeartbeatAnswer }));
+    const bool sent = m_midiServices.send(
+        m_outputPort, m_destPointRef, { 0, ConsoleProtocol::HeartbeatAnswer });
 
     if (!m_imageOnline) {
         if (m_statusItem)
             m_statusItem->setImage(StatusImage::Online);
         m_imageOnline = true;
     }
+    return sent;
 }
 
 void MIDIConnection::addLogLine(std::string_view) { }
@@ -197,7 +233,10 @@ void MyMIDIStateChangedHander(const MIDINotification& notification, void* refCon
     MainLoop& mainLoop = connection->mainLoop();
     mainLoop.perform(
         [connection] { connection->addLogLine("Changes to MIDI state were detected"); });
-    mainLoop.perform([connection] { connection->reconnectAllSources(); });
+    const std::string_view what = notification.messageID == MIDINotification::ObjectAdded
+        ? "a MIDI source has appeared"
+        : "a MIDI source has disappeared";
+    mainLoop.perform([connection, what] { connection->sourceChanged(what); });
 }
 
 } // namespace kestrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/Clock.h"
+#include "link/LinkListener.h"
 #include "link/MIDIMessage.h"
 #include "platform/MIDIServices.h"
 
@@ -40,6 +41,8 @@ public:
     // `lost` is called when the console cannot be relied on to release the keys that it has
     // pressed: the link goes offline or is taken down, or packets may have been lost.
     void setReleasesLost(std::function<void()> lost) { m_releasesLost = std::move(lost); }
+    // Outlives the connection.
+    void setListener(LinkListener* listener) { m_listener = listener; }
     // The status item and the display outlive the connection. Without them nothing is shown.
     void setStatusItem(StatusItem* statusItem) { m_statusItem = statusItem; }
     void setMyWindowController(ConsoleDisplay* display) { m_myWindowController = display; }
@@ -53,8 +56,9 @@ public:
     void sendOffLineMessage();
     // True when a process with exactly the workstation's command name runs.
     [[nodiscard]] bool isProTools() const;
-    // Answers a heartbeat that the console has sent, and shows the link as online.
-    void answerHeartbeat();
+    // Answers a heartbeat that the console has sent, and shows the link as online. False when it is
+    // certain that the answer is not sent.
+    bool answerHeartbeat();
     // A hook for a debug log. At present it keeps nothing.
     void addLogLine(std::string_view line);
 
@@ -65,12 +69,17 @@ public:
 
     // The two callbacks below use these functions.
     void receiveMessage(const MIDIMessage& message) const { m_receiveMessage(message); }
+    // Builds the link again because of `what`.
+    void sourceChanged(std::string_view what);
     [[nodiscard]] MainLoop& mainLoop() const { return m_mainLoop; }
 
 private:
-    void connectFirstConsole();
+    [[nodiscard]] bool connectFirstConsole();
     [[nodiscard]] bool connectFirstSource(const MIDIEntity& entity);
     [[nodiscard]] bool hasLostItsSource() const;
+    void goOffline();
+    void packetsLost();
+    void tell(LinkEvent event, std::string_view detail = {}) const;
 
     MIDIServices& m_midiServices;
     ProcessTable& m_processTable;
@@ -78,6 +87,7 @@ private:
     const Clock& m_clock;
     Receiver m_receiveMessage;
     std::function<void()> m_releasesLost = [] {};
+    LinkListener* m_listener = nullptr;
     StatusItem* m_statusItem = nullptr;
     ConsoleDisplay* m_myWindowController = nullptr;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/ConsoleDisplay.h"
+#include "link/LinkListener.h"
 #include "link/MIDIMessage.h"
 #include "link/StatusItem.h"
 
@@ -51,6 +52,18 @@ public:
     void setImage(std::string_view imageName) override { images.emplace_back(imageName); }
 
     std::vector<std::string> images;
+};
+
+class RecordingLinkListener final : public LinkListener {
+public:
+    void linkChanged(LinkEvent event, std::string_view detail) override
+    {
+        events.push_back(event);
+        details.emplace_back(detail);
+    }
+
+    std::vector<LinkEvent> events;
+    std::vector<std::string> details;
 };
 
 } // namespace kestrel::test

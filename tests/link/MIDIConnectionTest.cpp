@@ -27,6 +27,7 @@ public:
         processes.names = { "launchd", "Pro Tools" };
         connection.setStatusItem(&statusItem);
         connection.setMyWindowController(&display);
+        connection.setListener(&listener);
     }
 
     void tick() { connection.checkActiveSence(); }
@@ -45,6 +46,7 @@ public:
     ManualClock clock;
     RecordingStatusItem statusItem;
     RecordingDisplay display;
+    RecordingLinkListener listener;
     std::vector<std::string> received;
     std::vector<std::int32_t> sourceIDs;
     std::vector<std::uint32_t> lengths;
@@ -586,6 +588,89 @@ TEST(MIDIConnection, no_workstation_is_seen_in_an_unreadable_process_table)
     EXPECT_TRUE(bench.connection.isProTools());
     bench.processes.unreadable = true;
     EXPECT_FALSE(bench.connection.isProTools());
+}
+
+TEST(MIDIConnection, the_listener_learns_which_port_was_opened_and_why_the_link_is_built_anew)
+{
+    LinkBench bench;
+    bench.connection.reconnectAllSources();
+    EXPECT_THAT(bench.listener.events, ElementsAre(LinkEvent::Opened));
+    EXPECT_THAT(bench.listener.details, ElementsAre("ZENTA, port 5"));
+
+    bench.services.notify(MIDINotification::ObjectAdded, MIDINotification::Source);
+    bench.mainLoop.turn();
+    EXPECT_THAT(bench.listener.details,
+        ElementsAre("ZENTA, port 5", "a MIDI source has appeared", "ZENTA, port 5"));
+
+    bench.services.deviceList.clear();
+    bench.services.notify(MIDINotification::ObjectRemoved, MIDINotification::Source);
+    bench.mainLoop.turn();
+    EXPECT_EQ(bench.listener.details[3], "a MIDI source has disappeared");
+    EXPECT_EQ(bench.listener.events.back(), LinkEvent::NoConsole);
+}
+
+TEST(MIDIConnection, the_listener_learns_that_the_service_refuses_the_client_or_the_port)
+{
+    for (const char* operation : { "create client", "create input port" }) {
+        LinkBench bench;
+        bench.services.failing = { operation };
+        bench.connection.reconnectAllSources();
+        EXPECT_THAT(bench.listener.events, ElementsAre(LinkEvent::NoMIDIService)) << operation;
+    }
+}
+
+TEST(MIDIConnection, the_listener_learns_of_a_source_that_no_longer_answers)
+{
+    LinkBench bench;
+    bench.tick();
+    bench.connection.reconnectAllSources();
+    bench.services.deviceList.clear();
+    bench.listener.details.clear();
+    bench.tick();
+    EXPECT_THAT(
+        bench.listener.details, ElementsAre("", "the console's MIDI source no longer answers", ""));
+}
+
+TEST(MIDIConnection, the_listener_learns_at_each_check_what_is_missing)
+{
+    LinkBench bench;
+    bench.tick();
+    EXPECT_THAT(bench.listener.events, IsEmpty()) << "the first check only arms the clock";
+    bench.tick();
+    EXPECT_THAT(bench.listener.events, ElementsAre(LinkEvent::WorkstationRuns, LinkEvent::Opened));
+
+    bench.listener.events.clear();
+    bench.clock.advance(5s);
+    bench.tick();
+    EXPECT_THAT(bench.listener.events, ElementsAre(LinkEvent::WorkstationRuns));
+
+    bench.listener.events.clear();
+    bench.clock.advance(1ms);
+    bench.tick();
+    EXPECT_THAT(
+        bench.listener.events, ElementsAre(LinkEvent::WorkstationRuns, LinkEvent::ConsoleSilent));
+
+    bench.listener.events.clear();
+    bench.processes.names.clear();
+    bench.connection.answerHeartbeat();
+    bench.tick();
+    EXPECT_THAT(bench.listener.events, ElementsAre(LinkEvent::WorkstationMissing));
+}
+
+TEST(MIDIConnection, the_listener_learns_of_lost_packets)
+{
+    LinkBench bench;
+    bench.services.packetsLost();
+    EXPECT_THAT(bench.listener.events, ElementsAre(LinkEvent::PacketsLost));
+}
+
+TEST(MIDIConnection, an_answer_that_cannot_be_sent_is_reported)
+{
+    LinkBench bench;
+    bench.goOnline();
+    EXPECT_TRUE(bench.connection.answerHeartbeat());
+    bench.services.failing = { "send" };
+    EXPECT_FALSE(bench.connection.answerHeartbeat());
 }
 
 } // namespace

@@ -8,6 +8,11 @@ namespace kestrel::test {
 class ManualClock final : public Clock {
 public:
     [[nodiscard]] TimePoint now() const override { return m_now; }
+    // 1:00 of 1 January 1970 in UTC when the test begins.
+    [[nodiscard]] WallTime wallTime() const override
+    {
+        return WallTime(std::chrono::duration_cast<WallTime::duration>(m_now.time_since_epoch()));
+    }
     void advance(std::chrono::nanoseconds by) { m_now += by; }
 
 private:
