@@ -6,6 +6,7 @@
 #include "platform/Workspace.h"
 #include "platform/Workstation.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kestrel {
@@ -30,6 +31,34 @@ KeyEvents::Direction direction(bool keyDown)
 {
     return keyDown ? KeyEvents::Direction::Down : KeyEvents::Direction::Up;
 }
+
+bool isUsed(const ArchiveArray& entry, std::size_t offset)
+{
+    return offset + ShortcutRecord::Repeat < entry.size()
+        && !entry[offset + ShortcutRecord::Text].text().isEmpty();
+}
+
+// `offset` is that of a record in the entry.
+ModifierFlags flagsOf(const ArchiveArray& entry, std::size_t offset)
+{
+    return static_cast<ModifierFlags>(entry[offset + ShortcutRecord::Modifiers].toInt32())
+        & Modifier::Used;
+}
+
+Keystroke::Outcome outcomeOf(KeyEvents::Result result, bool keyDown)
+{
+    switch (result) {
+    case KeyEvents::Result::Posted:
+        return keyDown ? Keystroke::Outcome::Typed : Keystroke::Outcome::Released;
+    case KeyEvents::Result::NotPermitted:
+        return Keystroke::Outcome::NotPermitted;
+    case KeyEvents::Result::UnknownKey:
+        return Keystroke::Outcome::KeyUnknown;
+    case KeyEvents::Result::Unavailable:
+        return Keystroke::Outcome::SessionUnavailable;
+    }
+    return Keystroke::Outcome::SessionUnavailable;
+}
 } // namespace
 
 KeystrokePoster::KeystrokePoster(const StoredAssignments& assignments, Workspace& workspace,
@@ -41,47 +70,74 @@ KeystrokePoster::KeystrokePoster(const StoredAssignments& assignments, Workspace
 {
 }
 
-void KeystrokePoster::eventKeyPost(unsigned int buttonCode)
+Keystroke KeystrokePoster::eventKeyPost(unsigned int buttonCode)
 {
-    if (!workstationIsFrontmost())
-        return;
+    Keystroke stroke;
+    if (!workstationIsFrontmost(stroke.text))
+        return stroke;
     const bool keyDown = buttonCode >= PressedBit;
     const unsigned int index = keyDown ? buttonCode - PressedBit : buttonCode;
     if (index > LastButtonCode)
-        return;
+        return { Keystroke::Outcome::NoSuchKey, {} };
     const auto set = m_assignments.myUserAssignFile();
     const ButtonEntry entry = set ? set->getSwitchShortcut(static_cast<int>(index) + 1) : nullptr;
     if (!entry)
-        return;
-    for (std::size_t offset = 0; offset < ButtonEntrySize; offset += ShortcutRecordSize)
-        myEventPost(offset, *entry, keyDown);
+        return { index == LastButtonCode ? Keystroke::Outcome::NoSuchKey
+                                         : Keystroke::Outcome::NoShortcut,
+            {} };
+    Results results;
+    for (std::size_t record = 0; record < results.size(); ++record)
+        results[record] = myEventPost(shortcutRecordOffset(record), *entry, keyDown);
+    return describe(*entry, results, keyDown);
 }
 
-bool KeystrokePoster::workstationIsFrontmost()
+bool KeystrokePoster::workstationIsFrontmost(KeystrokeText& inFront)
 {
     bool frontmost = false;
-    m_workspace.visitActiveApplications([&frontmost](std::string_view localizedName) {
+    m_workspace.visitActiveApplications([&](std::string_view localizedName) {
         frontmost = localizedName == Workstation::Name;
+        if (!frontmost && inFront.view().empty())
+            inFront.append(localizedName);
         return !frontmost;
     });
     return frontmost;
 }
 
-void KeystrokePoster::myEventPost(std::size_t offset, const ArchiveArray& srcArry, bool keyStatus)
+std::optional<KeyEvents::Result> KeystrokePoster::myEventPost(
+    std::size_t offset, const ArchiveArray& srcArry, bool keyStatus)
 {
-    if (offset + ShortcutRecord::Repeat >= srcArry.size())
-        return;
-    if (srcArry[offset + ShortcutRecord::Text].text().isEmpty())
-        return;
-    const auto flags
-        = static_cast<ModifierFlags>(srcArry[offset + ShortcutRecord::Modifiers].toInt32())
-        & Modifier::Used;
+    if (!isUsed(srcArry, offset))
+        return {};
+    const ModifierFlags flags = flagsOf(srcArry, offset);
     const KeyCode keyCode = srcArry[offset + ShortcutRecord::KeyCode].toUInt16();
     const bool repeats = keyStatus && srcArry[offset + ShortcutRecord::Repeat].toInt32() != 0;
 
-    heed(m_keyEvents.post(keyCode, direction(keyStatus), flags,
-        repeats ? KeyEvents::AutoRepeat::Yes : KeyEvents::AutoRepeat::No));
+    const auto result = m_keyEvents.post(keyCode, direction(keyStatus), flags,
+        repeats ? KeyEvents::AutoRepeat::Yes : KeyEvents::AutoRepeat::No);
+    heed(result);
     releaseModifiers(flags);
+    return result;
+}
+
+// If one shortcut was posted, the stroke is as good as posted, and the text names what was. The
+// entry may have changed since: the system's question about the permission runs the main loop.
+Keystroke KeystrokePoster::describe(const ArchiveArray& entry, const Results& results, bool keyDown)
+{
+    const auto isUsedRecord = [](const auto& result) { return result.has_value(); };
+    const auto first = std::find_if(results.begin(), results.end(), isUsedRecord);
+    if (first == results.end())
+        return { Keystroke::Outcome::NoShortcut, {} };
+    const std::optional posted(KeyEvents::Result::Posted);
+    const auto telling
+        = std::find(results.begin(), results.end(), posted) != results.end() ? posted : *first;
+    Keystroke stroke { outcomeOf(*telling, keyDown), {} };
+    for (std::size_t record = 0; record < results.size(); ++record) {
+        const std::size_t offset = shortcutRecordOffset(record);
+        if (results[record] == telling && isUsed(entry, offset))
+            stroke.text.appendShortcut(
+                flagsOf(entry, offset), entry[offset + ShortcutRecord::Text].text());
+    }
+    return stroke;
 }
 
 // Posts a key-up for each modifier after every key-down and key-up, so that no modifier stays held.

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "assign/ButtonEntry.h"
+#include "assign/Keystroke.h"
 #include "platform/KeyEvents.h"
 
+#include <array>
 #include <cstddef>
+#include <optional>
 
 namespace kestrel {
 
@@ -23,17 +26,23 @@ public:
         KeyEvents& keyEvents, Permissions& permissions);
 
     // `buttonCode` is the value from the console: 0 to 11 for the release of keys 1 to 12, 64 to 75
-    // for their press. Other codes post nothing.
-    void eventKeyPost(unsigned int buttonCode);
+    // for their press. Other codes post nothing. Returns what became of it.
+    Keystroke eventKeyPost(unsigned int buttonCode);
 
-    // Posts the shortcut record at `offset` (0, 4, 8 or 12) of a button entry; an unused record
-    // posts nothing.
-    void myEventPost(std::size_t offset, const ArchiveArray& srcArry, bool keyStatus);
+    // Posts the shortcut record at `offset` (0, 4, 8 or 12) of a button entry. An unused record
+    // posts nothing and has no result.
+    std::optional<KeyEvents::Result> myEventPost(
+        std::size_t offset, const ArchiveArray& srcArry, bool keyStatus);
 
     void postKeyEvent(KeyCode keyCode, bool keyDown);
 
 private:
-    [[nodiscard]] bool workstationIsFrontmost();
+    using Results = std::array<std::optional<KeyEvents::Result>, ShortcutRecordCount>;
+
+    // Otherwise `inFront` gets the name of the application that is.
+    [[nodiscard]] bool workstationIsFrontmost(KeystrokeText& inFront);
+    [[nodiscard]] static Keystroke describe(
+        const ArchiveArray& entry, const Results& results, bool keyDown);
     void releaseModifiers(ModifierFlags flags);
     void heed(KeyEvents::Result result);
 

@@ -311,5 +311,61 @@ TEST(KeystrokePoster, the_permission_is_requested_only_for_what_is_kept_back)
     EXPECT_EQ(bench.permissions.requests, 2) << "the key and the release of its modifier";
 }
 
+using Told = std::pair<Keystroke::Outcome, std::string>;
+using Outcome = Keystroke::Outcome;
+
+Told told(const Keystroke& stroke)
+{
+    return { stroke.outcome, std::string(stroke.text.view()) };
+}
+
+TEST(KeystrokePoster, tells_which_shortcuts_were_typed_and_released)
+{
+    PosterBench bench;
+    bench.assign(1,
+        { chord(Modifier::Command, KeyS, "S"), unused, chord(Modifier::Used, KeyF5, "F5"),
+            chord(0, KeyA, "Ä") });
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)), Told(Outcome::Typed, "⌘S, ⇪^⌥⌘F5, Ä"));
+    EXPECT_EQ(told(bench.poster.eventKeyPost(0)), Told(Outcome::Released, "⌘S, ⇪^⌥⌘F5, Ä"));
+}
+
+TEST(KeystrokePoster, tells_why_nothing_was_typed)
+{
+    PosterBench bench;
+    bench.assign(1, { chord(Modifier::Command, KeyS, "S"), chord(0, KeyA, "A") });
+    EXPECT_EQ(told(bench.poster.eventKeyPost(65)), Told(Outcome::NoShortcut, ""));
+    EXPECT_EQ(told(bench.poster.eventKeyPost(76)), Told(Outcome::NoSuchKey, ""));
+    EXPECT_EQ(told(bench.poster.eventKeyPost(77)), Told(Outcome::NoSuchKey, ""));
+    bench.keys.result = KeyEvents::Result::NotPermitted;
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)), Told(Outcome::NotPermitted, "⌘S, A"));
+    bench.keys.result = KeyEvents::Result::UnknownKey;
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)), Told(Outcome::KeyUnknown, "⌘S, A"));
+    bench.keys.result = KeyEvents::Result::Unavailable;
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)), Told(Outcome::SessionUnavailable, "⌘S, A"));
+    bench.workspace.applications = { { "Finder", true }, { "Mail", true }, { "Dock", false } };
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)), Told(Outcome::OtherInFront, "Finder"));
+    bench.workspace.applications = {};
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)), Told(Outcome::OtherInFront, ""));
+}
+
+TEST(KeystrokePoster, of_several_shortcuts_those_that_were_typed_are_told)
+{
+    PosterBench bench;
+    bench.assign(1, { chord(0, KeyA, "A"), chord(0, KeyS, "S"), chord(0, KeyF5, "F5") });
+    bench.keys.unknown = { KeyA };
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)), Told(Outcome::Typed, "S, F5"));
+}
+
+TEST(KeystrokePoster, what_is_told_stays_on_one_line_and_is_cut_between_characters)
+{
+    PosterBench bench;
+    bench.assign(1, { chord(0, KeyS, "a\nb\x7F") });
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)).second, "a b ");
+    bench.workspace.applications = { { std::string(61, 'x') + "é", true } };
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)).second, std::string(61, 'x'));
+    bench.workspace.applications = { { std::string(60, 'x') + "é", true } };
+    EXPECT_EQ(told(bench.poster.eventKeyPost(64)).second, std::string(60, 'x') + "é");
+}
+
 } // namespace
 } // namespace kestrel::test

@@ -2,6 +2,7 @@
 
 #include "platform/KeyEvents.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,7 @@ public:
     {
         posted.push_back("key " + std::to_string(keyCode) + word(direction) + glyphs(flags)
             + (autoRepeat == AutoRepeat::Yes ? " repeat" : ""));
-        return result;
+        return unknown.contains(keyCode) ? Result::UnknownKey : result;
     }
 
     [[nodiscard]] Result postBare(KeyCode keyCode, Direction direction) override
@@ -38,6 +39,7 @@ public:
     }
 
     Result result = Result::Posted;
+    std::set<KeyCode> unknown; // keys that the keyboard does not have
     std::vector<std::string> posted;
 
 private:

@@ -1,0 +1,55 @@
+#include "assign/Keystroke.h"
+
+#include <QStringEncoder>
+
+#include <algorithm>
+
+namespace kestrel {
+
+namespace {
+// The glyphs of the modifiers, in the order of shortcut texts.
+struct Glyph {
+    ModifierFlags flag;
+    std::string_view text;
+};
+constexpr std::array<Glyph, 4> Glyphs { { { Modifier::Shift, "⇪" }, { Modifier::Control, "^" },
+    { Modifier::Option, "⌥" }, { Modifier::Command, "⌘" } } };
+
+constexpr qsizetype LongestName = 24; // longer than the name of any key
+
+bool isInsideCharacter(char byte)
+{
+    return (byte & 0xC0) == 0x80;
+}
+
+char printable(char byte)
+{
+    return (byte >= 0 && byte < ' ') || byte == '\x7F' ? ' ' : byte;
+}
+} // namespace
+
+void KeystrokeText::append(std::string_view text)
+{
+    std::size_t size = std::min(text.size(), Capacity - m_size);
+    while (size > 0 && size < text.size() && isInsideCharacter(text[size]))
+        --size;
+    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(size),
+        m_bytes.begin() + m_size, printable);
+    m_size = static_cast<std::uint8_t>(m_size + size);
+}
+
+void KeystrokeText::appendShortcut(ModifierFlags flags, QStringView keyName)
+{
+    if (m_size > 0)
+        append(", ");
+    for (const auto& [flag, text] : Glyphs) {
+        if (flags & flag)
+            append(text);
+    }
+    QStringEncoder encoder(QStringConverter::Utf8);
+    std::array<char, 4 * LongestName> utf8; // at most three bytes for each UTF-16 unit
+    const char* const end = encoder.appendToBuffer(utf8.data(), keyName.left(LongestName));
+    append({ utf8.data(), static_cast<std::size_t>(end - utf8.data()) });
+}
+
+} // namespace kestrel
