@@ -18,12 +18,13 @@ public:
     enum class Kind : std::uint8_t {
         Packet, // from the console
         LinkOpened, // text: the device
-        LinkRebuilt, // a MIDI source has appeared or disappeared
+        LinkRebuilt, // text: why
         NoConsole, // the link was opened, and no console was there
         NoMIDIService, // the MIDI service refused the link
         WorkstationMissing, // the workstation does not run
+        WorkstationFound, // it runs again
         ConsoleSilent, // no heartbeat for more than five seconds
-        PacketsLost // more packets came than the ring could hold
+        PacketsLost // packets from the console may have been lost
     };
     enum class Outcome : std::uint8_t {
         Ignored, // the packet has no meaning
@@ -45,8 +46,9 @@ public:
     static constexpr std::size_t TextBytes = 62;
 
     ActivityEvent() = default;
-    ActivityEvent(Kind kind, Clock::TimePoint time)
+    ActivityEvent(Kind kind, Clock::TimePoint time, Clock::WallTime wallTime = {})
         : m_time(time)
+        , m_wallTime(wallTime)
         , m_kind(kind)
     {
     }
@@ -58,6 +60,7 @@ public:
     void setOutcome(Outcome outcome) { m_outcome = outcome; }
 
     [[nodiscard]] Clock::TimePoint time() const { return m_time; }
+    [[nodiscard]] Clock::WallTime wallTime() const { return m_wallTime; }
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] Outcome outcome() const { return m_outcome; }
     // The bytes that were kept.
@@ -67,6 +70,7 @@ public:
 
 private:
     Clock::TimePoint m_time {};
+    Clock::WallTime m_wallTime {};
     std::uint32_t m_packetSize = 0;
     Kind m_kind = Kind::Packet;
     Outcome m_outcome = Outcome::Ignored;

@@ -26,7 +26,11 @@ void LinkHealth::note(const ActivityEvent& event)
     case Kind::NoMIDIService:
         return goOffline(State::NoMIDIService);
     case Kind::WorkstationMissing:
-        return goOffline(State::WorkstationMissing);
+        m_workstationMissing = true;
+        return;
+    case Kind::WorkstationFound:
+        m_workstationMissing = false;
+        return;
     case Kind::ConsoleSilent:
         return goOffline(State::Silent);
     case Kind::PacketsLost:
@@ -102,12 +106,12 @@ std::optional<LinkHealth::Duration> LinkHealth::jitter() const
 
 std::string LinkHealth::complaint() const
 {
+    if (m_workstationMissing)
+        return "Pro Tools is not running. Start it; the console's keys type only into it.";
     switch (m_state) {
     case State::Unknown:
     case State::Waiting:
         return {};
-    case State::WorkstationMissing:
-        return "Pro Tools is not running. The link opens once it does.";
     case State::NoMIDIService:
         return "The MIDI service does not answer. Start it; Kestrel tries again by itself.";
     case State::NoConsole:

@@ -18,7 +18,6 @@ public:
 
     enum class State : std::uint8_t {
         Unknown,
-        WorkstationMissing,
         NoMIDIService,
         NoConsole,
         Waiting, // for the first heartbeat
@@ -40,8 +39,12 @@ public:
 
     // Takes at most some ten nanoseconds and allocates nothing.
     void note(const ActivityEvent& event);
+    // Whether the system permits the program to post keys.
+    void notePermission(bool granted) { m_permissionMissing = !granted; }
 
     [[nodiscard]] State state() const { return m_state; }
+    [[nodiscard]] bool isWorkstationMissing() const { return m_workstationMissing; }
+    [[nodiscard]] bool isPermissionMissing() const { return m_permissionMissing; }
     [[nodiscard]] const Counts& counts() const { return m_counts; }
     // No value while the console is not online.
     [[nodiscard]] std::optional<Clock::TimePoint> onlineSince() const { return m_onlineSince; }
@@ -58,6 +61,7 @@ private:
     void goOffline(State state);
 
     State m_state = State::Unknown;
+    bool m_workstationMissing = false;
     bool m_permissionMissing = false;
     Counts m_counts;
     std::optional<Clock::TimePoint> m_onlineSince;

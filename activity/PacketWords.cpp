@@ -131,19 +131,29 @@ std::string PacketWords::describe(const ActivityEvent& event)
     case Kind::LinkOpened:
         return "Link opened: " + std::string(event.text());
     case Kind::LinkRebuilt:
-        return "A MIDI source came or went: the link is built anew";
+        return "Link built anew: " + std::string(event.text());
     case Kind::NoConsole:
         return "No console found";
     case Kind::NoMIDIService:
         return "The MIDI service does not answer";
     case Kind::WorkstationMissing:
         return "Pro Tools is not running";
+    case Kind::WorkstationFound:
+        return "Pro Tools is running";
     case Kind::ConsoleSilent:
         return "No heartbeat for 5 seconds";
     case Kind::PacketsLost:
-        return "Packets were lost";
+        return "Packets may have been lost";
     }
     return {};
+}
+
+bool PacketWords::selectsZone(std::span<const std::uint8_t> packet)
+{
+    if (packet.size() < 3 || packet.size() > 4 || packet[0] != ControlChange)
+        return false;
+    return (packet[1] == KeyZoneSelect && packet[2] == KeyZone)
+        || (packet[1] == LampZoneSelect && packet[2] == LampZone);
 }
 
 bool PacketWords::isKeyPress(const ActivityEvent& event)

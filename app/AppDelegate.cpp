@@ -44,17 +44,19 @@ void closeDialogs()
 
 AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
     : m_platform(platform)
+    , m_activity(clock)
     , m_keyPermission(*platform.permissions, *platform.notices)
     , m_assignments(*platform.defaults, platform.recoveryFile)
     , m_notices(
           m_assignments, [this] { storeAgain(); }, m_keyPermission)
     , m_keystrokes(m_assignments, *platform.workspace, *platform.keyEvents, m_keyPermission)
     , m_connection({ *platform.midiServices, *platform.processTable, mainLoop, clock },
-          [this](const MIDIMessage& message) { m_dispatcher.receiveMessage(message); })
+          [this](const MIDIMessage& message) { receiveMessage(message); })
     , m_windowCloseObserver(std::make_unique<WindowCloseObserver>(m_notificationCenter))
     , m_visibility(std::make_unique<QtApplicationVisibility>(*platform.workspace))
 {
     m_connection.setReleasesLost([this] { m_platform.keyEvents->releaseAll(); });
+    m_connection.setListener(&m_activity);
     m_activeSenceTimer.setTimerType(Qt::PreciseTimer);
     m_activeSenceTimer.setInterval(SupervisionInterval);
     connect(
@@ -244,14 +246,22 @@ void AppDelegate::applicationOpenFiles(const QStringList& filenames)
     storeForRecovery();
 }
 
+void AppDelegate::receiveMessage(const MIDIMessage& message)
+{
+    m_dispatcher.receiveMessage(message);
+    m_activity.record(message);
+}
+
 void AppDelegate::redrawLCDdisplay(const MIDIMessage& message)
 {
     m_myWindowController->redrawLCDdisplay(message);
+    m_activity.noteShown();
 }
 
 void AppDelegate::redrawDSParea(const MIDIMessage& message)
 {
     m_myWindowController->redrawDSParea(message);
+    m_activity.noteShown();
 }
 
 } // namespace kestrel

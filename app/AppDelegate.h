@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ActivityRecorder.h"
 #include "app/KeyPermission.h"
 #include "app/StoringNotice.h"
 #include "assign/KeystrokePoster.h"
@@ -56,6 +57,7 @@ public:
 
     // The timer runs from launch to termination.
     [[nodiscard]] QTimer& activeSenceTimer() { return m_activeSenceTimer; }
+    [[nodiscard]] ActivityRecorder& activity() { return m_activity; }
     // Null until the application has launched.
     [[nodiscard]] MyWindowController* myWindowController() const
     {
@@ -85,12 +87,17 @@ private:
     void createSetupController();
     void setupStatusItem();
 
-    void answerHeartbeat() override { m_connection.answerHeartbeat(); }
+    void receiveMessage(const MIDIMessage& message);
+    void answerHeartbeat() override { m_activity.noteHeartbeat(m_connection.answerHeartbeat()); }
     void redrawLCDdisplay(const MIDIMessage& message) override;
     void redrawDSParea(const MIDIMessage& message) override;
-    void eventKeyPost(unsigned int buttonCode) override { m_keystrokes.eventKeyPost(buttonCode); }
+    void eventKeyPost(unsigned int buttonCode) override
+    {
+        m_activity.noteKey(m_keystrokes.eventKeyPost(buttonCode));
+    }
 
     Platform& m_platform;
+    ActivityRecorder m_activity;
     KeyPermission m_keyPermission;
     StoredAssignments m_assignments;
     StoringNotice m_notices;

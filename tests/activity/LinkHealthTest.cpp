@@ -108,15 +108,34 @@ TEST_F(Health, each_state_that_is_wrong_has_a_complaint_of_its_own)
 {
     EXPECT_EQ(health.complaint(), "");
     std::vector<std::string> complaints;
-    for (const Kind kind :
-        { Kind::WorkstationMissing, Kind::NoMIDIService, Kind::NoConsole, Kind::ConsoleSilent }) {
-        link(kind);
+    const auto expectAnotherComplaint = [&] {
         for (const auto& earlier : complaints)
             EXPECT_NE(health.complaint(), earlier);
         complaints.push_back(health.complaint());
         EXPECT_NE(complaints.back(), "");
+    };
+    for (const Kind kind :
+        { Kind::NoMIDIService, Kind::NoConsole, Kind::ConsoleSilent, Kind::WorkstationMissing }) {
+        link(kind);
+        expectAnotherComplaint();
     }
+    link(Kind::WorkstationFound);
     beatAfter(1s);
+    EXPECT_EQ(health.complaint(), "");
+    health.notePermission(false);
+    expectAnotherComplaint();
+    health.notePermission(true);
+    EXPECT_EQ(health.complaint(), "");
+}
+
+TEST_F(Health, a_missing_workstation_is_complained_about_while_the_console_beats)
+{
+    link(Kind::WorkstationMissing);
+    beatAfter(1s);
+    EXPECT_EQ(health.state(), State::Online);
+    EXPECT_TRUE(health.isWorkstationMissing());
+    EXPECT_NE(health.complaint(), "");
+    link(Kind::WorkstationFound);
     EXPECT_EQ(health.complaint(), "");
 }
 
