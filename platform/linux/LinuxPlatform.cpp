@@ -1,6 +1,6 @@
 #include "platform/Platform.h"
+#include "platform/StoredDefaults.h"
 #include "platform/linux/autostart/AutostartLoginItem.h"
-#include "platform/linux/defaults/FileDefaultsStore.h"
 #include "platform/linux/midi/JackMIDIServices.h"
 #include "platform/linux/system/SessionEnvironment.h"
 #include "platform/linux/system/SystemAdapters.h"
@@ -11,6 +11,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 namespace kestrel {
 
@@ -21,6 +22,7 @@ constexpr std::chrono::seconds DisplayPatience { 10 }; // Qt would wait without 
 Platform makePlatform(MainLoop& mainLoop)
 {
     X11Adapters x11 = makeX11Adapters(mainLoop);
+    StoredDefaults defaults = openStoredDefaults();
     return {
         .midiServices = std::make_unique<JackMIDIServices>(mainLoop),
         .workspace = std::move(x11.workspace),
@@ -32,8 +34,8 @@ Platform makePlatform(MainLoop& mainLoop)
         .permissions = makePermissions(),
         .notices = makeNotices(),
         .loginItem = makeAutostartLoginItem(),
-        .defaults = makeFileDefaultsStore(),
-        .recoveryFile = standardRecoveryFile(),
+        .defaults = std::move(defaults.store),
+        .recoveryFile = std::move(defaults.recoveryFile),
     };
 }
 

@@ -1,10 +1,10 @@
 #include "platform/Platform.h"
+#include "platform/StoredDefaults.h"
 #include "platform/macos/AccessibilityPermissions.h"
 #include "platform/macos/AppKitWindowTraits.h"
 #include "platform/macos/AppKitWorkspace.h"
 #include "platform/macos/AppServiceLoginItem.h"
 #include "platform/macos/ApplicationMenu.h"
-#include "platform/macos/CFPreferencesDefaultsStore.h"
 #include "platform/macos/CoreMIDIServices.h"
 #include "platform/macos/EditMenu.h"
 #include "platform/macos/FinderFileAttributes.h"
@@ -14,24 +14,11 @@
 #include "platform/macos/StatusItemGuard.h"
 #include "platform/macos/SysctlProcessTable.h"
 
-#import <Foundation/Foundation.h>
-
 #include <csignal>
 #include <cstdlib>
+#include <utility>
 
 namespace kestrel {
-
-namespace {
-// Empty if the user has no folder for the files of applications.
-std::string recoveryFile()
-{
-    NSString* const folder
-        = NSSearchPathForDirectoriesInDomains(NSApplicationSupportDirectory, NSUserDomainMask, YES)
-              .firstObject;
-    NSString* const path = [folder stringByAppendingPathComponent:@"kestrel/recovery.ZKCF"];
-    return path ? path.UTF8String : "";
-}
-} // namespace
 
 Platform makePlatform(MainLoop& mainLoop)
 {
@@ -39,6 +26,7 @@ Platform makePlatform(MainLoop& mainLoop)
     dropApplicationMenuShortcuts();
     showTitlesOfSheets();
     offerEditMenuToSheets();
+    StoredDefaults defaults = openStoredDefaults();
     auto access = std::make_shared<PostEventAccess>(mainLoop);
     return {
         .midiServices = std::make_unique<CoreMIDIServices>(mainLoop),
@@ -51,8 +39,8 @@ Platform makePlatform(MainLoop& mainLoop)
         .permissions = std::make_unique<AccessibilityPermissions>(access),
         .notices = std::make_unique<NoNotices>(),
         .loginItem = std::make_unique<AppServiceLoginItem>(),
-        .defaults = std::make_unique<CFPreferencesDefaultsStore>(),
-        .recoveryFile = recoveryFile(),
+        .defaults = std::move(defaults.store),
+        .recoveryFile = std::move(defaults.recoveryFile),
     };
 }
 

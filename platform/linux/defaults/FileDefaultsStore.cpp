@@ -4,6 +4,7 @@
 #include "archive/ArchiveLimits.h"
 #include "archive/AtomicFile.h"
 #include "archive/FileLock.h"
+#include "platform/StoredDefaults.h"
 
 #include <QDir>
 #include <QFile>
@@ -171,15 +172,12 @@ void FileDefaultsStore::keepAsideUnknown(const std::string& key, const Bytes& va
     }
 }
 
-std::unique_ptr<DefaultsStore> makeFileDefaultsStore()
+StoredDefaults openStoredDefaults()
 {
-    return std::make_unique<FileDefaultsStore>(FileDefaultsStore::standardPath());
-}
-
-std::string standardRecoveryFile()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString()
-        + "/com.holvik.kestrel.recovery.ZKCF";
+    const QString path = FileDefaultsStore::standardPath();
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return { std::make_unique<FileDefaultsStore>(path),
+        folder.toStdString() + "/com.holvik.kestrel.recovery.ZKCF", path.toStdString() };
 }
 
 } // namespace kestrel

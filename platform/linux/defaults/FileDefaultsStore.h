@@ -53,9 +53,4 @@ private:
     std::map<std::string, Bytes, std::less<>> m_changes; // not yet in the file
 };
 
-[[nodiscard]] std::unique_ptr<DefaultsStore> makeFileDefaultsStore();
-
-// The path for a copy of the live set, beside the defaults to which it belongs.
-[[nodiscard]] std::string standardRecoveryFile();
-
 } // namespace kestrel
