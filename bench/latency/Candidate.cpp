@@ -61,7 +61,7 @@ void assignKeys(const Stage& stage, const Options& options)
     for (std::size_t i = 0; i < Buttons.size(); ++i) {
         const std::string key(1, Buttons[i].key);
         stage::ChildProcess assign(
-            { options.assign.string(), std::to_string(i + 1), key }, stage.environment());
+            { options.assign.string(), "assign", std::to_string(i + 1), key }, stage.environment());
         if (assign.wait(milliseconds(10000)) != 0)
             throw std::runtime_error(options.assign.string() + " does not put key " + key
                 + " on button " + std::to_string(i + 1));

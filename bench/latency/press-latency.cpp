@@ -104,7 +104,7 @@ int main(int count, char** arguments)
     Options options;
     options.programs = std::filesystem::read_symlink("/proc/self/exe").parent_path();
     options.kestrel = options.programs.parent_path() / "bin/kestrel";
-    options.assign = options.programs.parent_path() / "bin/kestrel-assign";
+    options.assign = options.programs.parent_path() / "bin/kestrelctl";
     Modes modes;
     bool onePacket = false;
     CLI::App app("From MIDI packet to key event");

@@ -1,4 +1,4 @@
-# One package: the utility and the two tools that go with it. What it needs is read from what its
+# One package: the utility and the two programs that go with it. What it needs is read from what its
 # programs link; menus, kinds of document and icons are taken in by the triggers of the packages
 # that keep them, so it has no scripts of its own.
 set(CPACK_GENERATOR DEB)
@@ -23,5 +23,6 @@ the console's plug-in section in a floating panel, and shows whether the
 console is connected.
 .
 The console is reached over JACK, or over PipeWire in its place. A simulator
-of the console and a program that assigns shortcuts are part of the package.")
+of the console and kestrelctl, which talks with Kestrel from the command
+line, are part of the package.")
 include(CPack)

@@ -21,7 +21,7 @@ function(compressed document folder)
   set(compressed_documents ${compressed_documents} ${output} PARENT_SCOPE)
 endfunction()
 
-foreach(program kestrel kestrel-assign zenta-console)
+foreach(program kestrel kestrelctl zenta-console)
   compressed(${CMAKE_CURRENT_SOURCE_DIR}/man/${program}.1 ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
 compressed(${DEBIAN_CHANGELOG} ${documents})

@@ -74,7 +74,7 @@ protected:
     {
         EXPECT_EQ(terminate(process), 0);
         stage::ChildProcess show(
-            { std::string(KESTREL_PROGRAMS) + "/kestrel-assign", "--show" }, environment);
+            { std::string(KESTREL_PROGRAMS) + "/kestrelctl", "show" }, environment);
         const auto line = show.waitForLineWith("1 ", Timeout);
         return line && line->starts_with("1 ") && line->ends_with("B");
     }

@@ -157,7 +157,7 @@ TEST_F(SetupOnScreens, on_a_small_display_assign_and_ok_are_reached_by_scrolling
     click(568, 423); // OK
     person->waitUntilGone(Title);
     EXPECT_EQ(studio->terminateKestrel(), 0);
-    const auto shown = studio->studio.start("kestrel-assign", { "--show" });
+    const auto shown = studio->studio.start("kestrelctl", { "show" });
     EXPECT_TRUE(shown->waitForLineWith("1 \"\" F5", Timeout).has_value());
 }
 

@@ -66,7 +66,7 @@ protected:
     }
     [[nodiscard]] std::string storedLine() const // of button 1
     {
-        const auto tool = studio.studio.start("kestrel-assign", { "--show" });
+        const auto tool = studio.studio.start("kestrelctl", { "show" });
         return tool->waitForLineWith("1 ", EndTimeout).value_or("");
     }
     // Opens a file in the running program and returns when its set has become live.

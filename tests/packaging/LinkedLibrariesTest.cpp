@@ -38,7 +38,7 @@ TEST_P(LinkedLibraries, are_listed_with_their_licences)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Program, LinkedLibraries, testing::Values("kestrel", "kestrel-assign", "zenta-console"));
+    Program, LinkedLibraries, testing::Values("kestrel", "kestrelctl", "zenta-console"));
 
 } // namespace
 } // namespace kestrel::test

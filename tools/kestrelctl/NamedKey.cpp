@@ -1,4 +1,4 @@
-#include "tools/assign-keys/NamedKey.h"
+#include "tools/kestrelctl/NamedKey.h"
 
 #include "assign/KeyNames.h"
 

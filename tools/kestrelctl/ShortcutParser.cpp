@@ -1,4 +1,4 @@
-#include "tools/assign-keys/ShortcutParser.h"
+#include "tools/kestrelctl/ShortcutParser.h"
 
 namespace kestrel {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/assign-keys/NamedKey.h"
+#include "tools/kestrelctl/NamedKey.h"
 
 namespace kestrel {
 

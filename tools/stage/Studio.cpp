@@ -50,9 +50,11 @@ std::string Studio::displayName() const
 
 void Studio::assign(const std::vector<std::string>& arguments) const
 {
-    const auto process = start("kestrel-assign", arguments);
+    std::vector<std::string> command { "assign" };
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    const auto process = start("kestrelctl", command);
     if (process->wait(milliseconds(10000)) != 0)
-        throw std::runtime_error("kestrel-assign refused its arguments");
+        throw std::runtime_error("kestrelctl refused its arguments");
 }
 
 std::unique_ptr<ChildProcess> Studio::start(

@@ -34,8 +34,8 @@ public:
     explicit Studio(std::filesystem::path programs);
     Studio(std::filesystem::path programs, const Options& options);
 
-    // Runs kestrel-assign with these arguments, e.g. { "6", "⌘S" }, to store a shortcut. Throws
-    // std::runtime_error when kestrel-assign refuses them.
+    // Runs "kestrelctl assign" with these arguments, e.g. { "6", "⌘S" }, to store a shortcut.
+    // Throws std::runtime_error when it refuses them.
     void assign(const std::vector<std::string>& arguments) const;
 
     [[nodiscard]] std::unique_ptr<ChildProcess> start(

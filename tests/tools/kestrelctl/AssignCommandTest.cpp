@@ -1,7 +1,7 @@
 #include "assign/StoredAssignments.h"
 #include "platform/linux/defaults/FileDefaultsStore.h"
 #include "tests/archive/ArchiveText.h"
-#include "tools/assign-keys/ShortcutParser.h"
+#include "tools/kestrelctl/ShortcutParser.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,7 +17,7 @@ namespace {
 constexpr int Misused = 2;
 constexpr int NotWritten = 1;
 
-class AssignKeys : public testing::Test {
+class AssignCommand : public testing::Test {
 protected:
     struct Outcome {
         int code = -1;
@@ -31,7 +31,7 @@ protected:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_CONFIG_HOME", m_folder.path());
         program.setProcessEnvironment(environment);
-        program.start(QStringLiteral(KESTREL_ASSIGN), arguments);
+        program.start(QStringLiteral(KESTRELCTL), arguments);
         EXPECT_TRUE(program.waitForFinished());
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
         return { program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
@@ -74,39 +74,39 @@ TEST(TypedShortcut, takes_glyphs_and_words_with_or_without_a_plus)
         EXPECT_EQ(parsed(text), "none") << text;
 }
 
-TEST_F(AssignKeys, writes_up_to_four_shortcuts_and_a_title)
+TEST_F(AssignCommand, writes_up_to_four_shortcuts_and_a_title)
 {
-    EXPECT_EQ(run({ "6", "⌘S", "--title", "Save ⌘" }).code, 0);
+    EXPECT_EQ(run({ "assign", "6", "⌘S", "--title", "Save ⌘" }).code, 0);
     EXPECT_EQ(entry(6), "[i1048576,i1,'S',false,i0,i0,'',false,i0,i0,'',false,i0,i0,'',false,]");
     EXPECT_EQ(stored()->getShortcutTitle(6), QString("Save ⌘"));
-    EXPECT_EQ(run({ "6", "F1", "", "Option+Q", "^1" }).code, 0);
+    EXPECT_EQ(run({ "assign", "6", "F1", "", "Option+Q", "^1" }).code, 0);
     EXPECT_EQ(entry(6),
         "[i0,i122,'F1',false,i0,i0,'',false,i524288,i12,'Q',false,i262144,i18,'1',false,]");
     EXPECT_EQ(stored()->getShortcutTitle(6), QString("Save ⌘"));
 }
 
-TEST_F(AssignKeys, a_title_alone_leaves_the_shortcuts)
+TEST_F(AssignCommand, a_title_alone_leaves_the_shortcuts)
 {
-    EXPECT_EQ(run({ "2", "F1" }).code, 0);
-    EXPECT_EQ(run({ "2", "--title", "One" }).code, 0);
+    EXPECT_EQ(run({ "assign", "2", "F1" }).code, 0);
+    EXPECT_EQ(run({ "assign", "2", "--title", "One" }).code, 0);
     EXPECT_EQ(stored()->getSwitchShortcut(2)->at(2).text(), "F1");
     EXPECT_EQ(stored()->getShortcutTitle(2), QString("One"));
 }
 
-TEST_F(AssignKeys, shows_what_is_stored)
+TEST_F(AssignCommand, shows_what_is_stored)
 {
-    EXPECT_EQ(run({ "12", "⌘S", "shift+tab", "--title", "Last" }).code, 0);
-    const Outcome outcome = run({ "--show" });
+    EXPECT_EQ(run({ "assign", "12", "⌘S", "shift+tab", "--title", "Last" }).code, 0);
+    const Outcome outcome = run({ "show" });
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.output.split('\n').value(0), "1 \"\"");
     EXPECT_EQ(outcome.output.split('\n').value(11), "12 \"Last\" ⌘+S ⇪+TAB");
 }
 
-TEST_F(AssignKeys, writes_the_changed_set_to_a_file_and_stores_nothing)
+TEST_F(AssignCommand, writes_the_changed_set_to_a_file_and_stores_nothing)
 {
-    EXPECT_EQ(run({ "6", "⌘S" }).code, 0);
+    EXPECT_EQ(run({ "assign", "6", "⌘S" }).code, 0);
     const QString file = m_folder.filePath("Mixing.ZKCF");
-    EXPECT_EQ(run({ "7", "F9", "--title", "Solo", "--to", file }).code, 0);
+    EXPECT_EQ(run({ "assign", "7", "F9", "--title", "Solo", "--to", file }).code, 0);
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
     const QByteArray bytes = written.readAll();
@@ -120,32 +120,32 @@ TEST_F(AssignKeys, writes_the_changed_set_to_a_file_and_stores_nothing)
     EXPECT_EQ(stored()->getSwitchShortcut(7)->at(2).text(), "");
 
     const QString nowhere = m_folder.filePath("none/set.ZKCF");
-    const Outcome outcome = run({ "7", "F9", "--to", nowhere });
+    const Outcome outcome = run({ "assign", "7", "F9", "--to", nowhere });
     EXPECT_EQ(outcome.code, NotWritten);
-    EXPECT_EQ(outcome.errors,
-        "kestrel-assign: cannot write " + nowhere + ": No such file or directory\n");
+    EXPECT_EQ(
+        outcome.errors, "kestrelctl: cannot write " + nowhere + ": No such file or directory\n");
 }
 
-TEST_F(AssignKeys, refuses_what_it_does_not_understand_and_writes_nothing)
+TEST_F(AssignCommand, refuses_what_it_does_not_understand_and_writes_nothing)
 {
-    EXPECT_EQ(run({ "6", "Hyper+S" }).errors, "kestrel-assign: \"Hyper+S\" names no key\n");
+    EXPECT_EQ(run({ "assign", "6", "Hyper+S" }).errors, "kestrelctl: \"Hyper+S\" names no key\n");
     for (const QStringList& arguments : { QStringList {}, { "6" }, { "0", "F1" }, { "13", "F1" },
              { "six", "F1" }, { "6", "Hyper+S" }, { "6", "1", "2", "3", "4", "5" },
              { "--title", "x" }, { "6", "--unknown" } }) {
-        const Outcome outcome = run(arguments);
+        const Outcome outcome = run(QStringList { "assign" } + arguments);
         EXPECT_EQ(outcome.code, Misused) << arguments.join(' ').toStdString();
         EXPECT_FALSE(outcome.errors.isEmpty());
     }
     EXPECT_FALSE(QFile::exists(path()));
 }
 
-TEST_F(AssignKeys, tells_when_nothing_could_be_written)
+TEST_F(AssignCommand, tells_when_nothing_could_be_written)
 {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir("com.holvik.kestrel.plist"));
-    const Outcome outcome = run({ "6", "F1" });
+    const Outcome outcome = run({ "assign", "6", "F1" });
     EXPECT_EQ(outcome.code, NotWritten);
     EXPECT_EQ(outcome.errors,
-        "kestrel-assign: cannot write " + path() + ": The file of the defaults cannot be read\n");
+        "kestrelctl: cannot write " + path() + ": The file of the defaults cannot be read\n");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "archive/AtomicFile.h"
 #include "archive/FileLock.h"
+#include "platform/StoredDefaults.h"
 #include "tests/archive/Refusal.h"
 
 #include <QDir>
@@ -305,7 +306,7 @@ TEST_F(FileDefaults, stands_in_the_users_folder_of_configuration)
 {
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.path()));
     EXPECT_EQ(FileDefaultsStore::standardPath(), m_folder.filePath("com.holvik.kestrel.plist"));
-    const auto store = makeFileDefaultsStore();
+    const auto store = openStoredDefaults().store;
     store->setData("a", Data { 1 });
     EXPECT_TRUE(store->synchronise());
     EXPECT_TRUE(QFile::exists(m_folder.filePath("com.holvik.kestrel.plist")));

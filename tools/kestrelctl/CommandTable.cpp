@@ -1,0 +1,15 @@
+#include "tools/kestrelctl/Commands.h"
+
+namespace kestrel::ctl {
+
+std::span<const Command> commandTable()
+{
+    static constexpr Command table[] = {
+        { "assign", "Assign shortcuts or a title to a key of the console", defineAssign },
+        { "show", "Print the stored assignments", defineShow },
+        { "completion", "Print the completions for a shell", defineCompletion },
+    };
+    return table;
+}
+
+} // namespace kestrel::ctl

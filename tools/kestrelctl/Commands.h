@@ -1,0 +1,12 @@
+#pragma once
+
+#include "tools/kestrelctl/Command.h"
+
+// The commands, each in a source of its own: defineAssign() is in AssignCommand.cpp.
+namespace kestrel::ctl {
+
+Run defineAssign(CLI::App& options);
+Run defineCompletion(CLI::App& options);
+Run defineShow(CLI::App& options);
+
+} // namespace kestrel::ctl
