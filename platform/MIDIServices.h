@@ -66,7 +66,9 @@ class MIDIServices {
 public:
     // The main loop calls both on the main thread, never inside an operation of the services. The
     // packets of a source come in order of arrival. Packets that arrived before a notification are
-    // delivered before any task that the notification's callback gives to MainLoop::perform().
+    // delivered before any task that the notification's callback gives to MainLoop::perform(). One
+    // notification may stand for several changes, also of both kinds: its receiver looks for what
+    // is there now.
     using NotifyProc = void (*)(const MIDINotification& notification, void* refCon);
     using ReadProc = void (*)(MIDIPacketList& packets, void* readProcRefCon, void* srcConnRefCon);
 
@@ -107,8 +109,9 @@ public:
         = 0;
 
     // `packetsLost` is called on the main thread, from the main loop and never inside an operation,
-    // when packets from a connected source may have been lost. All packets that arrived before the
-    // loss have been delivered by then. A service that loses no packets never calls it.
+    // when packets from a connected source may have been lost. All packets of the source that
+    // arrived before the loss have been delivered by then, and none that came after it. A service
+    // that loses no packets never calls it.
     virtual void setPacketsLost(std::function<void()> packetsLost) = 0;
 };
 

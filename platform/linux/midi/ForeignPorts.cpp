@@ -2,6 +2,7 @@
 
 #include <jack/jack.h>
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -53,18 +54,6 @@ void ForeignPorts::learn()
     }
 }
 
-void ForeignPorts::want(const PortListing& port)
-{
-    const std::lock_guard lock(m_mutex);
-    m_changes.want(port);
-}
-
-bool ForeignPorts::isWanted(const PortListing& port) const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_changes.isWanted(port);
-}
-
 // JACK also calls this for a port that has been listed for a while, when the port's client becomes
 // active: the port can be connected only from then on.
 void ForeignPorts::registered(std::uint32_t identifier)
@@ -90,30 +79,58 @@ std::optional<PortListing> ForeignPorts::unregistered(std::uint32_t identifier)
     return gone.mapped();
 }
 
+std::optional<PortListing> ForeignPorts::known(std::uint32_t identifier) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_known.find(jack_port_by_id(m_client, identifier));
+    return found == m_known.end() ? std::nullopt : std::optional(found->second);
+}
+
+bool ForeignPorts::hasNews()
+{
+    const std::lock_guard lock(m_mutex);
+    const PortChanges::Due due = m_changes.due();
+    const bool isNews = due.familiar < m_toldDue.familiar || due.other < m_toldDue.other;
+    m_toldDue.familiar = std::min(m_toldDue.familiar, due.familiar);
+    m_toldDue.other = std::min(m_toldDue.other, due.other);
+    return isNews;
+}
+
 void ForeignPorts::cut(const PortListing& port)
 {
     const std::lock_guard lock(m_mutex);
     m_changes.cut(port, now());
 }
 
-bool ForeignPorts::hasNews()
+void ForeignPorts::want(const PortListing& port)
 {
     const std::lock_guard lock(m_mutex);
-    const TimePoint due = m_changes.due();
-    return due < std::exchange(m_toldDue, std::min(due, m_toldDue));
+    m_changes.want(port);
 }
 
-ForeignPorts::TimePoint ForeignPorts::tellDue()
+void ForeignPorts::know(const std::string& client)
+{
+    const std::lock_guard lock(m_mutex);
+    m_changes.know(client);
+}
+
+void ForeignPorts::tryAgain()
+{
+    const std::lock_guard lock(m_mutex);
+    m_changes.tryAgain(now());
+}
+
+PortChanges::Due ForeignPorts::tellDue()
 {
     const std::lock_guard lock(m_mutex);
     m_toldDue = m_changes.due();
     return m_toldDue;
 }
 
-unsigned ForeignPorts::takeChanges(TimePoint now)
+unsigned ForeignPorts::takeChanges()
 {
     const std::lock_guard lock(m_mutex);
-    return m_changes.take(now);
+    return m_changes.take();
 }
 
 } // namespace kestrel

@@ -29,24 +29,26 @@ public:
     // Control thread. learn() records the ports that are there already.
     void learn();
     [[nodiscard]] std::vector<PortListing> list() const;
-    // The receiver relies on a connection with this port from now on.
-    void want(const PortListing& port);
 
-    // JACK's notification thread; the control thread finds cuts too.
+    // JACK's notification thread. The functions with a result return the port, unless it is none
+    // of these.
     void registered(std::uint32_t identifier);
-    // Returns the port, unless it was none of these.
     std::optional<PortListing> unregistered(std::uint32_t identifier);
-    // The connection with `port` has been cut.
-    void cut(const PortListing& port);
-    [[nodiscard]] bool isWanted(const PortListing& port) const;
+    [[nodiscard]] std::optional<PortListing> known(std::uint32_t identifier) const;
     // True when a change is due earlier than the main thread knows.
     [[nodiscard]] bool hasNews();
 
-    // Main thread. When the next change is due; TimePoint::max() when there is none. The main
-    // thread knows it from now on, so only an earlier one is news.
-    [[nodiscard]] TimePoint tellDue();
-    // Main thread. Returns the PortChanges::Kinds that are due.
-    [[nodiscard]] unsigned takeChanges(TimePoint now);
+    // Any thread. What the functions of the same names of PortChanges do.
+    void cut(const PortListing& port);
+    void want(const PortListing& port);
+    void know(const std::string& client);
+    void tryAgain();
+
+    // Main thread. When the next changes are due. The main thread knows it from now on, so only an
+    // earlier one is news.
+    [[nodiscard]] PortChanges::Due tellDue();
+    // Main thread. Returns the PortChanges::Kinds of all changes.
+    [[nodiscard]] unsigned takeChanges();
 
 private:
     [[nodiscard]] std::optional<PortListing> listing(const _jack_port* port) const;
@@ -57,7 +59,7 @@ private:
     // JACK passes only the port when a port is unregistered, so its name must be known before.
     std::map<const _jack_port*, PortListing> m_known;
     PortChanges m_changes;
-    TimePoint m_toldDue = TimePoint::max();
+    PortChanges::Due m_toldDue;
 };
 
 } // namespace kestrel

@@ -1,82 +1,34 @@
 #include "platform/linux/midi/JackClient.h"
 
-#include <jack/jack.h>
-#include <jack/midiport.h>
-#include <pthread.h>
+#include "platform/linux/midi/NamedThreads.h"
 
-#include <array>
+#include <jack/jack.h>
+
 #include <cerrno>
-#include <chrono>
 #include <utility>
 
 namespace kestrel {
 
-namespace {
-// How long to wait for a new connection. JACK makes it effective in a later cycle, as long as
-// cycles run.
-constexpr auto ConnectionTimeout = std::chrono::seconds(1);
-
-PortDirection directionOf(const jack_port_t* port)
-{
-    return (jack_port_flags(port) & JackPortIsOutput) != 0 ? PortDirection::Output
-                                                           : PortDirection::Input;
-}
-
-// Gives `name` to the threads that JACK starts while this object exists. A new thread inherits the
-// name of the thread that starts it, and JACK offers no other way to tell its threads apart.
-class NewThreadsAreNamed {
-public:
-    explicit NewThreadsAreNamed(const char* name)
-    {
-        pthread_getname_np(pthread_self(), m_before.data(), m_before.size());
-        pthread_setname_np(pthread_self(), name);
-    }
-    ~NewThreadsAreNamed() { pthread_setname_np(pthread_self(), m_before.data()); }
-    NewThreadsAreNamed(const NewThreadsAreNamed&) = delete;
-    NewThreadsAreNamed& operator=(const NewThreadsAreNamed&) = delete;
-
-private:
-    std::array<char, 16> m_before {}; // the size of the longest name that Linux keeps
-};
-
-jack_client_t* openClient(const std::string& name)
-{
-    const NewThreadsAreNamed named("jack-notify");
-    return jack_client_open(name.c_str(), JackNoStartServer, nullptr);
-}
-
-bool activate(jack_client_t* client)
-{
-    const NewThreadsAreNamed named("jack-process");
-    return jack_activate(client) == 0;
-}
-} // namespace
-
-template <typename Lane> bool JackClient::Lanes<Lane>::add(const std::shared_ptr<Lane>& lane)
-{
-    const std::size_t index = count.load(std::memory_order_relaxed);
-    if (index == lanes.size())
-        return false;
-    lanes[index] = lane;
-    count.store(index + 1, std::memory_order_release);
-    return true;
-}
-
-JackClient::JackClient(std::shared_ptr<Wakeup> wakeup)
+JackClient::JackClient(std::shared_ptr<Wakeup> wakeup, std::chrono::milliseconds connectionTimeout)
     : m_wakeup(std::move(wakeup))
+    , m_connectionTimeout(connectionTimeout)
 {
 }
 
 bool JackClient::open(const std::string& name)
 {
-    jack_client_t* const handle = openClient(name);
+    // JACK would write to standard error each time that it finds no server.
+    jack_set_error_function([](const char*) {});
+    jack_set_info_function([](const char*) {});
+    jack_client_t* const handle = openWithNamedThreads(name);
     if (!handle)
         return false;
     m_foreignPorts.bind(handle, name);
+    m_ownPorts.bind(handle);
     m_handle.store(handle);
     m_alive.store(true);
     setCallbacks();
-    if (!activate(m_handle)) {
+    if (!activateWithNamedThreads(m_handle)) {
         close();
         return false;
     }
@@ -104,7 +56,9 @@ void JackClient::setCallbacks()
     jack_set_process_callback(
         m_handle,
         [](jack_nframes_t frames, void* self) {
-            static_cast<JackClient*>(self)->process(frames);
+            auto* client = static_cast<JackClient*>(self);
+            if (client->m_lanes.process(client->m_handle, frames))
+                client->m_wakeup->raise();
             return 0;
         },
         this);
@@ -139,44 +93,18 @@ void JackClient::setNotificationCallbacks()
         this);
     jack_set_port_connect_callback(
         m_handle,
-        [](jack_port_id_t, jack_port_id_t, int connected, void* self) {
+        [](jack_port_id_t one, jack_port_id_t other, int connected, void* self) {
             if (connected == 0)
-                static_cast<JackClient*>(self)->connectionRemoved();
+                static_cast<JackClient*>(self)->connectionRemoved(one, other);
         },
         this);
     jack_set_graph_order_callback(
         m_handle,
         [](void* self) {
-            static_cast<JackClient*>(self)->graphChanged();
+            static_cast<JackClient*>(self)->m_graph.happened();
             return 0;
         },
         this);
-}
-
-// JACK goes on without a client that is late, and what the sources sent in the missed cycles is
-// gone. The first frame of a cycle shows this, because JACK counts the frames of the cycles that it
-// ran. Its xrun callback is no sign: it also tells of cycles that came too late for everybody and
-// lost nothing.
-void JackClient::process(std::uint32_t frames)
-{
-    jack_client_t* const handle = m_handle;
-    const jack_nframes_t cycle = jack_last_frame_time(handle);
-    bool arrived = false;
-    bool lost = cycle != std::exchange(m_lastCycle, cycle).value_or(cycle - frames) + frames;
-    const std::size_t sources = m_sources.count.load(std::memory_order_acquire);
-    for (std::size_t i = 0; i < sources; ++i) {
-        const SourceLane::Received received = m_sources.lanes[i]->receive(handle, frames);
-        arrived |= received.packets;
-        lost |= received.lostEvents;
-    }
-    lost |= jack_last_frame_time(handle) != cycle; // the sources write the next cycle already
-    if (lost && sources > 0 && isAlive())
-        announce(PacketsLost);
-    else if (arrived)
-        m_wakeup->raise();
-    const std::size_t destinations = m_destinations.count.load(std::memory_order_acquire);
-    for (std::size_t i = 0; i < destinations; ++i)
-        m_destinations.lanes[i]->transmit(frames);
 }
 
 std::vector<PortListing> JackClient::listForeignPorts() const
@@ -195,59 +123,29 @@ void JackClient::portUnregistered(std::uint32_t identifier)
     const auto gone = m_foreignPorts.unregistered(identifier);
     if (!gone)
         return;
-    const std::size_t destinations = m_destinations.count.load(std::memory_order_acquire);
-    for (std::size_t i = 0; i < destinations; ++i) {
-        if (m_destinations.lanes[i]->destinationName() == gone->name)
-            m_destinations.lanes[i]->disconnected();
-    }
-    if (gone->direction == PortDirection::Output && m_foreignPorts.isWanted(*gone))
-        announce(PacketsLost);
+    if (m_lanes.disconnected(*gone))
+        m_wakeup->raise(); // for the loss
     announcePorts();
 }
 
-void JackClient::connectionRemoved()
+// JACK does not say which of the two ports is the output.
+void JackClient::connectionRemoved(jack_port_id_t one, jack_port_id_t other)
 {
-    m_awaitsGraph = true;
-    suspectCut();
+    noteCut(one, other);
+    noteCut(other, one);
 }
 
-void JackClient::graphChanged()
+// The notification itself says that the connection is cut: the look of the graph does not, because
+// the cut takes effect in a later cycle. Our own port keeps its number as long as the client is
+// open. The number of a foreign port that is gone may belong to another port by now, but then its
+// removal is told as well.
+void JackClient::noteCut(jack_port_id_t foreign, jack_port_id_t ours)
 {
-    m_graph.happened();
-    if (m_awaitsGraph.exchange(false))
-        suspectCut();
-}
-
-// JACK tells of the cut before it takes effect, and numbers of ports may belong to other ports by
-// now. So the connections themselves are looked at, on the control thread.
-void JackClient::suspectCut()
-{
-    if (!m_isCutSuspected.exchange(true))
-        announce(ConnectionsInDoubt);
-}
-
-void JackClient::findCuts()
-{
-    m_isCutSuspected = false;
-    if (!isAlive())
+    const auto port = m_foreignPorts.known(foreign);
+    if (!port || !m_lanes.disconnected(*port, jack_port_by_id(m_handle, ours)))
         return;
-    const auto isCut = [](const jack_port_t* port, const std::string& otherName) {
-        return jack_port_connected_to(port, otherName.c_str()) == 0;
-    };
-    const std::size_t destinations = m_destinations.count.load(std::memory_order_acquire);
-    for (std::size_t i = 0; i < destinations; ++i) {
-        DestinationLane& lane = *m_destinations.lanes[i];
-        if (lane.isConnected() && isCut(lane.port(), lane.destinationName()))
-            lane.disconnected();
-    }
-    const std::size_t sources = m_sources.count.load(std::memory_order_acquire);
-    for (std::size_t i = 0; i < sources; ++i) {
-        const SourceLane& lane = *m_sources.lanes[i];
-        if (lane.isClosed() || !isCut(lane.port(), lane.sourceName()))
-            continue;
-        announce(PacketsLost);
-        m_foreignPorts.cut({ lane.sourceName(), PortDirection::Output });
-    }
+    m_wakeup->raise(); // for the loss
+    m_foreignPorts.cut(*port);
     announcePorts();
 }
 
@@ -263,80 +161,67 @@ void JackClient::announce(unsigned news)
     m_wakeup->raise();
 }
 
-jack_port_t* JackClient::registerPort(const std::string& name, PortDirection direction)
-{
-    const int copy = ++m_registered[name];
-    const std::string unique = copy == 1 ? name : name + " " + std::to_string(copy);
-    return jack_port_register(m_handle, unique.c_str(), JACK_DEFAULT_MIDI_TYPE,
-        direction == PortDirection::Output ? JackPortIsOutput : JackPortIsInput, 0);
-}
-
 bool JackClient::reservePort(const std::string& name, PortDirection direction)
 {
-    jack_port_t* const port = isAlive() ? registerPort(name, direction) : nullptr;
-    if (port)
-        m_reserved.emplace(name, port);
-    return port != nullptr;
+    return isAlive() && m_ownPorts.reserve(name, direction);
 }
 
-jack_port_t* JackClient::takePort(const std::string& name, PortDirection direction)
-{
-    for (auto [at, end] = m_reserved.equal_range(name); at != end; ++at) {
-        jack_port_t* const port = at->second;
-        if (directionOf(port) != direction)
-            continue;
-        m_reserved.erase(at);
-        return port;
-    }
-    return registerPort(name, direction);
-}
-
-// Returns true once packets pass. JACK drops packets that are written before the connection is
-// effective.
-bool JackClient::connectEffectively(jack_port_t* port, const std::string& otherName)
+// Returns once packets pass. JACK drops packets that are written before the connection is
+// effective, which it becomes in a later cycle, as long as cycles run.
+JackClient::Attempt JackClient::connectEffectively(jack_port_t* port, const std::string& otherName)
 {
     const char* const ours = jack_port_name(port);
-    const bool isOutput = directionOf(port) == PortDirection::Output;
+    const bool isOutput = OwnPorts::directionOf(port) == PortDirection::Output;
     const char* const output = isOutput ? ours : otherName.c_str();
     const char* const input = isOutput ? otherName.c_str() : ours;
     const int result = jack_connect(m_handle, output, input);
     if (result != 0 && result != EEXIST)
-        return false;
+        return Attempt::Refused;
     bool isConnected = false;
     const bool isDecided = m_graph.waitUntil(
         [&] {
             isConnected = isAlive() && jack_port_connected_to(port, otherName.c_str()) > 0;
             return isConnected || !isAlive();
         },
-        ConnectionTimeout);
-    return isDecided && isConnected;
+        m_connectionTimeout);
+    if (!isDecided)
+        return Attempt::TooLate;
+    return isConnected ? Attempt::Connected : Attempt::Refused;
 }
 
+// The lane is in use before the connection is made, so that no cut goes unnoticed.
 bool JackClient::connectSource(const std::shared_ptr<SourceLane>& lane, const std::string& portName)
 {
-    jack_port_t* const port = isAlive() ? takePort(portName, PortDirection::Input) : nullptr;
+    jack_port_t* const port = isAlive() ? m_ownPorts.take(portName, PortDirection::Input) : nullptr;
     if (!port)
         return false;
     lane->bind(port);
     m_foreignPorts.want({ lane->sourceName(), PortDirection::Output });
-    if (connectEffectively(port, lane->sourceName()) && m_sources.add(lane))
+    const Attempt attempt
+        = m_lanes.add(lane) ? connectEffectively(port, lane->sourceName()) : Attempt::Refused;
+    if (attempt == Attempt::Connected)
         return true;
+    lane->close();
     disconnect(port);
-    m_reserved.emplace(portName, port);
+    m_ownPorts.giveBack(portName, port);
+    if (attempt == Attempt::TooLate) {
+        m_foreignPorts.tryAgain();
+        announcePorts();
+    }
     return false;
 }
 
 bool JackClient::giveOwnPort(
     const std::shared_ptr<DestinationLane>& lane, const std::string& portName)
 {
-    jack_port_t* const port = takePort(portName, PortDirection::Output);
+    jack_port_t* const port = m_ownPorts.take(portName, PortDirection::Output);
     if (!port)
         return false;
     lane->bind(port);
-    if (m_destinations.add(lane))
+    if (m_lanes.add(lane))
         return true;
     lane->bind(nullptr);
-    m_reserved.emplace(portName, port);
+    m_ownPorts.giveBack(portName, port);
     return false;
 }
 
@@ -344,7 +229,7 @@ void JackClient::connectDestination(
     const std::shared_ptr<DestinationLane>& lane, const std::string& portName)
 {
     const bool hasPort = isAlive() && (lane->port() || giveOwnPort(lane, portName));
-    if (hasPort && connectEffectively(lane->port(), lane->destinationName()))
+    if (hasPort && connectEffectively(lane->port(), lane->destinationName()) == Attempt::Connected)
         lane->connected();
     else
         lane->disconnected();
@@ -352,7 +237,7 @@ void JackClient::connectDestination(
 
 void JackClient::disconnect(jack_port_t* port)
 {
-    if (isAlive())
+    if (isAlive() && port)
         jack_port_disconnect(m_handle, port);
 }
 

@@ -1,8 +1,7 @@
 #include "platform/linux/midi/JackMIDIServices.h"
 
+#include "platform/linux/midi/DeviceList.h"
 #include "platform/linux/midi/JackClient.h"
-
-#include <jack/jack.h>
 
 #include <algorithm>
 #include <utility>
@@ -10,6 +9,14 @@
 namespace kestrel {
 
 namespace {
+// An attempt to connect gives up before its caller does, so that the caller learns how it ended and
+// no later operation waits for it.
+constexpr std::chrono::milliseconds connectionTimeout(std::chrono::milliseconds patience)
+{
+    return patience * 4 / 5;
+}
+static_assert(connectionTimeout(JackMIDIServices::Patience) > std::chrono::milliseconds(350));
+
 template <typename Port>
 std::shared_ptr<Port> findPort(const std::vector<std::shared_ptr<Port>>& ports, MIDIPort reference)
 {
@@ -41,24 +48,16 @@ struct JackMIDIServices::OutputPort {
 };
 
 JackMIDIServices::JackMIDIServices(MainLoop& mainLoop, std::chrono::milliseconds patience)
-    : m_wakeup(std::make_shared<Wakeup>())
+    : m_patience(patience)
+    , m_wakeup(std::make_shared<Wakeup>())
     , m_control(patience, [wakeup = m_wakeup] { wakeup->raise(); })
-    , m_alarmWatch(mainLoop.watch(m_alarm.descriptor(),
-          [this] {
-              m_alarm.lower();
-              deliver(JackClient::PortsChanged);
-          }))
+    , m_changes(mainLoop, [this] { deliver(JackClient::PortsChanged); })
     , m_watch(mainLoop.watch(m_wakeup->descriptor(), [this] { deliver(0); }))
 {
-    // JACK would write to standard error each time that it finds no server.
-    jack_set_error_function([](const char*) {});
-    jack_set_info_function([](const char*) {});
 }
 
 JackMIDIServices::~JackMIDIServices()
 {
-    m_watch.reset();
-    m_alarmWatch.reset();
     disposeClient(m_clientRef);
 }
 
@@ -77,15 +76,16 @@ std::optional<MIDIClient> JackMIDIServices::createClient(
 {
     if (m_client)
         return {};
-    const auto opened = std::make_shared<JackClient>(m_wakeup);
+    const auto opened = std::make_shared<JackClient>(m_wakeup, connectionTimeout(m_patience));
+    for (const std::string& familiar : m_familiarClients)
+        opened->foreignPorts().know(familiar);
     const bool isOpen = ask([opened, name = std::string(name)] { return opened->open(name); },
         [opened] { opened->close(); });
     m_answerMissed = false;
     if (!isOpen)
         return {};
     m_client = opened;
-    m_notify = notify;
-    m_notifyRefCon = refCon;
+    m_changes.begin(notify, refCon);
     m_clientRef = ++m_lastRef;
     return m_clientRef;
 }
@@ -100,7 +100,7 @@ void JackMIDIServices::disposeClient(MIDIClient client)
     m_outputs.clear();
     m_clientRef = 0;
     m_answerMissed = false;
-    m_alarm.lower();
+    m_changes.end();
     const auto closing = std::exchange(m_client, nullptr);
     closing->abandon();
     m_control.settle([closing] { closing->close(); });
@@ -157,19 +157,7 @@ std::vector<MIDIDevice> JackMIDIServices::devices()
         *ports = jack->listForeignPorts();
         return true;
     });
-    std::vector<MIDIDevice> devices;
-    for (const PortOwner& owner : isListed ? pairPorts(*ports) : std::vector<PortOwner> {}) {
-        MIDIDevice& device = devices.emplace_back(MIDIDevice { owner.client, {} });
-        for (const PortPair& pair : owner.pairs) {
-            MIDIEntity& entity = device.entities.emplace_back();
-            if (pair.output)
-                entity.sources.push_back(
-                    { m_endpoints.endpointNamed(*pair.output), stableIdentifier(*pair.output) });
-            if (pair.input)
-                entity.destinations.push_back(m_endpoints.endpointNamed(*pair.input));
-        }
-    }
-    return devices;
+    return isListed ? listDevices(*ports, m_endpoints) : std::vector<MIDIDevice> {};
 }
 
 bool JackMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, void* srcConnRefCon)
@@ -178,10 +166,15 @@ bool JackMIDIServices::connectSource(MIDIPort inputPort, MIDIEndpoint source, vo
     const std::string* const sourceName = m_endpoints.nameOf(source);
     if (!port || !sourceName)
         return false;
+    m_familiarClients.emplace(clientOf(*sourceName));
     const auto lane = std::make_shared<SourceLane>(*sourceName, srcConnRefCon);
-    const bool isConnected = ask([jack = m_client, lane, portName = port->name] {
-        return jack->connectSource(lane, portName);
-    });
+    const bool isConnected
+        = ask([jack = m_client, lane,
+                  portName = port->name] { return jack->connectSource(lane, portName); },
+            [jack = m_client, lane] {
+                lane->close();
+                jack->disconnect(lane->port());
+            });
     if (isConnected)
         port->lanes.push_back(lane);
     return isConnected;
@@ -213,71 +206,42 @@ void JackMIDIServices::deliver(unsigned moreNews)
     // The news is taken before the packets, so that no packet that came before the news is
     // delivered after it.
     const unsigned news = client ? client->takeNews() | moreNews : 0;
-    const bool isLoss = takeLosses() || (news & JackClient::PacketsLost) != 0;
     deliverPackets();
-    if (isLoss && client && client == m_client && m_packetsLost)
-        m_packetsLost();
     if (client && client == m_client)
         deliverNews(client, news);
 }
 
 void JackMIDIServices::deliverPackets()
 {
+    const auto lost = [this] {
+        if (m_packetsLost)
+            m_packetsLost();
+    };
     const auto inputs = m_inputs; // a copy, because a read callback may dispose of any port
     for (const auto& port : inputs) {
         const auto lanes = port->lanes;
         for (const auto& lane : lanes) {
             if (port->read)
-                lane->deliver(port->read, port->refCon);
+                lane->deliver(port->read, port->refCon, lost);
         }
     }
 }
 
-bool JackMIDIServices::takeLosses()
-{
-    bool isLoss = false;
-    for (const auto& port : m_inputs) {
-        for (const auto& lane : port->lanes)
-            isLoss |= lane->takeLoss();
-    }
-    return isLoss;
-}
-
-// Returns the changes that may be told now, and sets the alarm for the rest.
-unsigned JackMIDIServices::takeChanges(JackClient& client)
-{
-    const auto now = std::chrono::steady_clock::now();
-    const unsigned changes = now >= m_pace.next() ? client.foreignPorts().takeChanges(now) : 0;
-    if ((changes & (PortChanges::SourceAdded | PortChanges::SourceRemoved)) != 0)
-        m_pace.happened(now);
-    const auto due = client.foreignPorts().tellDue();
-    m_alarm.set(due == Alarm::TimePoint::max() ? due : std::max(due, m_pace.next()));
-    return changes;
-}
-
 void JackMIDIServices::deliverNews(const std::shared_ptr<JackClient>& client, unsigned news)
 {
-    if ((news & JackClient::ConnectionsInDoubt) != 0)
-        m_control.post([client] { client->findCuts(); });
-    unsigned changes = (news & JackClient::PortsChanged) != 0 ? takeChanges(*client) : 0;
     if ((news & JackClient::ServerGone) != 0) {
         m_control.post([client] { client->close(); });
         // One is enough: the server's end removes everything.
-        changes = PortChanges::SourceRemoved;
+        m_changes.tell(PortChanges::SourceRemoved);
+        return;
     }
     if (m_answerMissed && !m_control.isBehind()) {
         m_answerMissed = false;
-        changes |= PortChanges::SourceAdded; // the server answers again, so the receiver can retry
+        client->foreignPorts().tryAgain(); // the server answers again
+        news |= JackClient::PortsChanged;
     }
-    const auto tell = [&](unsigned kind, std::int32_t message, std::int32_t type) {
-        if ((changes & kind) != 0 && m_client == client && m_notify)
-            m_notify(MIDINotification { message, type }, m_notifyRefCon);
-    };
-    using Notification = MIDINotification;
-    tell(PortChanges::SourceRemoved, Notification::ObjectRemoved, Notification::Source);
-    tell(PortChanges::DestinationRemoved, Notification::ObjectRemoved, Notification::Destination);
-    tell(PortChanges::SourceAdded, Notification::ObjectAdded, Notification::Source);
-    tell(PortChanges::DestinationAdded, Notification::ObjectAdded, Notification::Destination);
+    if ((news & JackClient::PortsChanged) != 0)
+        m_changes.tellDue(client->foreignPorts());
 }
 
 } // namespace kestrel

@@ -2,16 +2,16 @@
 
 #include "platform/MIDIServices.h"
 #include "platform/MainLoop.h"
-#include "platform/linux/midi/Alarm.h"
+#include "platform/linux/midi/ChangeTeller.h"
 #include "platform/linux/midi/ControlThread.h"
 #include "platform/linux/midi/EndpointNames.h"
-#include "platform/linux/midi/Pace.h"
 #include "platform/linux/midi/PortPairing.h"
 
 #include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,9 +19,7 @@
 
 namespace kestrel {
 
-class DestinationLane;
 class JackClient;
-class SourceLane;
 class Wakeup;
 
 // The MIDI services over JACK. A JACK client with MIDI ports is a device; its k-th output port (a
@@ -31,8 +29,8 @@ class Wakeup;
 // server; this class never starts one.
 class JackMIDIServices final : public MIDIServices {
 public:
-    // How long one operation waits for a server that does not answer. Opening or closing a client
-    // takes two periods of the server: 350 ms with 8,192 frames, the longest period in use.
+    // How long one operation waits for a server that does not answer. Opening, closing and
+    // connecting take two periods of the server: 350 ms with 8,192 frames, the longest in use.
     static constexpr std::chrono::milliseconds Patience { 500 };
 
     // `mainLoop` outlives the services.
@@ -68,26 +66,21 @@ private:
         MIDIClient client, const std::string& name, PortDirection direction);
     void deliver(unsigned moreNews);
     void deliverPackets();
-    [[nodiscard]] bool takeLosses();
     void deliverNews(const std::shared_ptr<JackClient>& client, unsigned news);
-    [[nodiscard]] unsigned takeChanges(JackClient& client);
 
+    const std::chrono::milliseconds m_patience;
     const std::shared_ptr<Wakeup> m_wakeup;
     ControlThread m_control;
     std::shared_ptr<JackClient> m_client; // null when no client is open
     std::uint32_t m_clientRef = 0;
     std::uint32_t m_lastRef = 0;
-    NotifyProc m_notify = nullptr;
-    void* m_notifyRefCon = nullptr;
     std::function<void()> m_packetsLost = [] {};
-    // Limits how often a source is told as added or removed, because the link is then rebuilt.
-    Pace m_pace;
     bool m_answerMissed = false; // whether an operation has timed out since the client was created
     std::vector<std::shared_ptr<InputPort>> m_inputs;
     std::vector<std::shared_ptr<OutputPort>> m_outputs;
     EndpointNames m_endpoints;
-    Alarm m_alarm; // set to the time of the next change of the ports that is to be told
-    std::unique_ptr<MainLoop::Watch> m_alarmWatch;
+    std::set<std::string> m_familiarClients; // those with a source that was asked for
+    ChangeTeller m_changes;
     std::unique_ptr<MainLoop::Watch> m_watch;
 };
 

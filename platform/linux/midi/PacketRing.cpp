@@ -10,7 +10,7 @@ namespace {
 struct Header {
     std::uint64_t timeStamp;
     std::uint32_t size;
-    std::uint32_t reserved;
+    std::uint32_t losses; // counted before the packet was written
 };
 constexpr std::size_t Unit = sizeof(Header);
 constexpr std::uint32_t RestIsUnused = 0xFFFFFFFF;
@@ -40,15 +40,16 @@ bool PacketRing::write(std::uint64_t timeStamp, std::span<const std::uint8_t> da
     const std::size_t untilEnd = m_capacity - (at & (m_capacity - 1));
     const std::size_t skipped = size > untilEnd ? untilEnd : 0;
     if (data.size() >= m_capacity || at + skipped + size > limit) {
-        m_lost.fetch_add(1, std::memory_order_relaxed);
+        countLoss();
         return false;
     }
+    const std::uint32_t lost = losses();
     if (skipped > 0) {
-        const Header unused { 0, RestIsUnused, 0 };
+        const Header unused { 0, RestIsUnused, lost };
         std::memcpy(byteAt(at), &unused, Unit);
         at += skipped;
     }
-    const Header header { timeStamp, static_cast<std::uint32_t>(data.size()), 0 };
+    const Header header { timeStamp, static_cast<std::uint32_t>(data.size()), lost };
     std::memcpy(byteAt(at), &header, Unit);
     if (!data.empty())
         std::memcpy(byteAt(at) + Unit, data.data(), data.size());
@@ -69,6 +70,13 @@ std::optional<MIDIPacket> PacketRing::read(Position& at, Position end) const
     const auto* data = reinterpret_cast<const std::uint8_t*>(byteAt(at) + Unit);
     at += recordSize(header.size);
     return MIDIPacket { header.timeStamp, { data, header.size } };
+}
+
+std::uint32_t PacketRing::lossesBefore(Position at) const
+{
+    Header header;
+    std::memcpy(&header, byteAt(at), Unit);
+    return header.losses;
 }
 
 } // namespace kestrel

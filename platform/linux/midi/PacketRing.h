@@ -22,17 +22,21 @@ public:
     // is stored in one piece.
     explicit PacketRing(std::size_t capacity);
 
-    // Writing thread. When there is no room, returns false and counts the packet as lost.
+    // Writing thread. When there is no room, returns false and counts a loss.
     bool write(std::uint64_t timeStamp, std::span<const std::uint8_t> data);
+
+    // Any thread. Counts a loss between the packets written before and those written from now on.
+    void countLoss() { m_losses.fetch_add(1, std::memory_order_release); }
+    [[nodiscard]] std::uint32_t losses() const { return m_losses.load(std::memory_order_acquire); }
 
     // Reading thread. The packets between begin() and end() stay in place until they are released.
     [[nodiscard]] Position begin() const { return m_read.load(std::memory_order_relaxed); }
     [[nodiscard]] Position end() const { return m_written.load(std::memory_order_acquire); }
     // Returns the packet at `at` and moves `at` behind it. No value when `at` equals `end`.
     [[nodiscard]] std::optional<MIDIPacket> read(Position& at, Position end) const;
+    // Returns how many losses were counted before the packet at `at`, which must not be the end.
+    [[nodiscard]] std::uint32_t lossesBefore(Position at) const;
     void release(Position upTo) { m_read.store(upTo, std::memory_order_release); }
-
-    [[nodiscard]] std::uint64_t lost() const { return m_lost.load(std::memory_order_relaxed); }
 
 private:
     [[nodiscard]] std::byte* byteAt(Position position) const;
@@ -40,7 +44,7 @@ private:
     const std::size_t m_capacity;
     const std::unique_ptr<std::byte[]> m_bytes;
     alignas(64) std::atomic<Position> m_written { 0 };
-    std::atomic<std::uint64_t> m_lost { 0 };
+    std::atomic<std::uint32_t> m_losses { 0 };
     alignas(64) std::atomic<Position> m_read { 0 };
 };
 

@@ -1,6 +1,7 @@
 #include "platform/linux/midi/PortChanges.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrel {
 
@@ -16,49 +17,64 @@ unsigned kindOf(PortDirection direction, bool isAdded)
 void PortChanges::came(const PortListing& port, Before before, TimePoint now)
 {
     if (before == Before::Present)
-        want(port); // the receiver may have tried it in vain
-    note(port, before == Before::Present, true, now);
+        count(port, true, kindOf(port.direction, true), now);
+    else
+        note(port, true, now);
 }
 
 void PortChanges::went(const PortListing& port, TimePoint now)
 {
-    note(port, true, false, now);
-    if (isWanted(port))
-        m_changes[port].settled = now;
+    note(port, false, now);
 }
 
 void PortChanges::cut(const PortListing& port, TimePoint now)
 {
-    Change& change = m_changes.try_emplace(port, Change { .wasPresent = true }).first->second;
-    change.kinds |= kindOf(port.direction, false);
-    change.settled = now;
+    count(port, true, kindOf(port.direction, false), now);
 }
 
-void PortChanges::note(const PortListing& port, bool wasPresent, bool isPresent, TimePoint now)
+void PortChanges::tryAgain(TimePoint now)
 {
-    const auto [at, isNew] = m_changes.try_emplace(port, Change { .wasPresent = wasPresent });
-    Change& change = at->second;
-    if (!isNew && isPresent == change.wasPresent && !isWanted(port)) {
+    m_tryAgain = std::min(m_tryAgain, now);
+}
+
+void PortChanges::want(const PortListing& port)
+{
+    m_wanted.insert(port);
+    know(std::string(clientOf(port.name)));
+}
+
+void PortChanges::note(const PortListing& port, bool isPresent, TimePoint now)
+{
+    const auto at = m_changes.find(port);
+    const bool isUndone = at != m_changes.end() && at->second.wasPresent == isPresent;
+    if (isUndone && !m_wanted.contains(port))
         m_changes.erase(at);
-        return;
-    }
-    change.kinds |= kindOf(port.direction, isPresent);
+    else
+        count(port, !isPresent, kindOf(port.direction, isPresent), now);
+}
+
+void PortChanges::count(const PortListing& port, bool wasPresent, unsigned kind, TimePoint now)
+{
+    Change& change = m_changes.try_emplace(port, Change { .wasPresent = wasPresent }).first->second;
+    change.kinds |= kind;
     change.settled = now + Settling;
 }
 
-PortChanges::TimePoint PortChanges::due() const
+PortChanges::Due PortChanges::due() const
 {
-    TimePoint due = TimePoint::max();
-    for (const auto& [port, change] : m_changes)
-        due = std::min(due, change.settled);
+    Due due { .familiar = m_tryAgain };
+    for (const auto& [port, change] : m_changes) {
+        TimePoint& time
+            = m_familiarClients.contains(clientOf(port.name)) ? due.familiar : due.other;
+        time = std::min(time, change.settled);
+    }
     return due;
 }
 
-unsigned PortChanges::take(TimePoint now)
+unsigned PortChanges::take()
 {
-    if (due() > now)
-        return 0;
-    unsigned kinds = 0;
+    unsigned kinds
+        = std::exchange(m_tryAgain, TimePoint::max()) == TimePoint::max() ? 0u : SourceAdded;
     for (const auto& [port, change] : m_changes)
         kinds |= change.kinds;
     m_changes.clear();

@@ -27,22 +27,31 @@ public:
 
     enum class Before { Absent, Present };
 
+    // When the next change has settled, of the clients that the receiver relies on and of the
+    // others. TimePoint::max() when there is none.
+    struct Due {
+        TimePoint familiar = TimePoint::max();
+        TimePoint other = TimePoint::max();
+    };
+
     // `before` is Present for a port that was listed already and can be connected only now.
     void came(const PortListing& port, Before before, TimePoint now);
-    // The removal of a wanted port has settled at once.
     void went(const PortListing& port, TimePoint now);
-    // Counts the cut connection of a wanted source as its removal, because both ask for a new
-    // connection.
+    // Counts the cut connection of a source as its removal, because both ask for a new connection.
     void cut(const PortListing& port, TimePoint now);
-    // The receiver of the changes relies on a connection with this port.
-    void want(const PortListing& port) { m_wanted.insert(port); }
-    [[nodiscard]] bool isWanted(const PortListing& port) const { return m_wanted.contains(port); }
+    // The receiver was refused something for lack of an answer. Counts at once as an added source,
+    // because that makes the receiver try again.
+    void tryAgain(TimePoint now);
 
-    // When the next change has settled. TimePoint::max() when there is none.
-    [[nodiscard]] TimePoint due() const;
-    // Returns the kinds of all changes if one of them has settled, and forgets them. The others go
-    // with it, because they often belong to the same burst.
-    [[nodiscard]] unsigned take(TimePoint now);
+    // The receiver has asked for a connection with this port. Its client is familiar from then on.
+    void want(const PortListing& port);
+    // The receiver has asked for a connection with a port of this client some time ago.
+    void know(const std::string& client) { m_familiarClients.insert(client); }
+
+    [[nodiscard]] Due due() const;
+    // Returns the kinds of all changes and forgets them. The changes that have not settled yet go
+    // with the others, because they often belong to the same burst.
+    [[nodiscard]] unsigned take();
 
 private:
     struct Change {
@@ -51,10 +60,13 @@ private:
         TimePoint settled {};
     };
 
-    void note(const PortListing& port, bool wasPresent, bool isPresent, TimePoint now);
+    void note(const PortListing& port, bool isPresent, TimePoint now);
+    void count(const PortListing& port, bool wasPresent, unsigned kind, TimePoint now);
 
     std::map<PortListing, Change> m_changes;
     std::set<PortListing> m_wanted;
+    std::set<std::string, std::less<>> m_familiarClients;
+    TimePoint m_tryAgain = TimePoint::max();
 };
 
 } // namespace kestrel

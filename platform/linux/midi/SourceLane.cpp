@@ -8,40 +8,39 @@
 
 namespace kestrel {
 
-namespace {
-// The packets that have arrived by the time this object is made. It uses the lane's own read
-// position: when the read callback runs the main loop, a nested delivery begins with the packets
-// that this one has not delivered yet.
-class ArrivedPackets final : public MIDIPacketList {
+// The packets up to the next loss, of those that had arrived when this object was made. It uses the
+// lane's own read position: when the read callback runs the main loop, a nested delivery begins
+// with the packets that this one has not delivered yet.
+class SourceLane::ArrivedPackets final : public MIDIPacketList {
 public:
-    ArrivedPackets(PacketRing& ring, PacketRing::Position& at, const std::atomic<bool>& isClosed)
-        : m_ring(ring)
-        , m_at(at)
-        , m_isClosed(isClosed)
-        , m_end(ring.end())
+    ArrivedPackets(SourceLane& lane, PacketRing::Position end)
+        : m_lane(lane)
+        , m_end(end)
     {
     }
     ~ArrivedPackets()
     {
-        m_at = std::max(m_at, m_end);
-        m_ring.release(m_at);
+        while (next())
+            ;
+        m_lane.m_ring.release(m_lane.m_taken);
     }
     ArrivedPackets(const ArrivedPackets&) = delete;
     ArrivedPackets& operator=(const ArrivedPackets&) = delete;
 
-    [[nodiscard]] bool isEmpty() const { return m_isClosed || m_at >= m_end; }
+    [[nodiscard]] bool isEmpty() const
+    {
+        return m_lane.m_isClosed || m_lane.m_taken >= m_end
+            || m_lane.m_ring.lossesBefore(m_lane.m_taken) != m_lane.m_toldLosses;
+    }
     std::optional<MIDIPacket> next() override
     {
-        return isEmpty() ? std::nullopt : m_ring.read(m_at, m_end);
+        return isEmpty() ? std::nullopt : m_lane.m_ring.read(m_lane.m_taken, m_end);
     }
 
 private:
-    PacketRing& m_ring;
-    PacketRing::Position& m_at;
-    const std::atomic<bool>& m_isClosed;
+    SourceLane& m_lane;
     const PacketRing::Position m_end;
 };
-} // namespace
 
 SourceLane::SourceLane(std::string sourceName, void* srcConnRefCon)
     : m_sourceName(std::move(sourceName))
@@ -49,16 +48,13 @@ SourceLane::SourceLane(std::string sourceName, void* srcConnRefCon)
 {
 }
 
-SourceLane::Received SourceLane::receive(_jack_client* client, std::uint32_t frames)
+bool SourceLane::receive(_jack_client* client, std::uint32_t frames)
 {
     void* const buffer = jack_port_get_buffer(m_port, frames);
     if (!buffer)
-        return {};
-    const bool lostEvents = jack_midi_get_lost_event_count(buffer) > 0;
+        return false;
     const std::uint32_t count = jack_midi_get_event_count(buffer);
-    if (count == 0)
-        return { false, lostEvents };
-    const jack_nframes_t cycleStart = jack_last_frame_time(client);
+    const jack_nframes_t cycleStart = count > 0 ? jack_last_frame_time(client) : 0;
     for (std::uint32_t i = 0; i < count; ++i) {
         jack_midi_event_t event;
         if (jack_midi_event_get(&event, buffer, i) != 0)
@@ -67,20 +63,38 @@ SourceLane::Received SourceLane::receive(_jack_client* client, std::uint32_t fra
         m_ring.write(
             jack_frames_to_time(client, cycleStart + event.time), { event.buffer, event.size });
     }
-    return { true, lostEvents };
+    const bool lostEvents = jack_midi_get_lost_event_count(buffer) > 0; // the buffer was full
+    if (lostEvents)
+        markLoss();
+    return count > 0 || lostEvents;
 }
 
-bool SourceLane::takeLoss()
+void SourceLane::deliver(
+    MIDIServices::ReadProc read, void* readProcRefCon, const std::function<void()>& lost)
 {
-    const std::uint64_t losses = m_ring.lost();
-    return std::exchange(m_knownLosses, losses) != losses;
+    const std::uint32_t losses = m_ring.losses(); // before the end, or it could overtake packets
+    const PacketRing::Position end = m_ring.end();
+    do {
+        ArrivedPackets packets(*this, end);
+        if (!packets.isEmpty())
+            read(packets, readProcRefCon, m_srcConnRefCon);
+    } while (tellLoss(end, losses, lost));
 }
 
-void SourceLane::deliver(MIDIServices::ReadProc read, void* readProcRefCon)
+// True when packets remain after the loss.
+bool SourceLane::tellLoss(
+    PacketRing::Position end, std::uint32_t losses, const std::function<void()>& lost)
 {
-    ArrivedPackets packets(m_ring, m_taken, m_isClosed);
-    if (!packets.isEmpty())
-        read(packets, readProcRefCon, m_srcConnRefCon);
+    if (m_isClosed)
+        return false;
+    const bool packetsRemain = m_taken < end;
+    const std::uint32_t next = packetsRemain ? m_ring.lossesBefore(m_taken) : losses;
+    // A nested delivery may have told of later losses. The count may wrap around.
+    if (static_cast<std::int32_t>(next - m_toldLosses) <= 0)
+        return false;
+    m_toldLosses = next;
+    lost();
+    return packetsRemain;
 }
 
 } // namespace kestrel

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 struct _jack_client;
@@ -27,33 +28,35 @@ public:
     void bind(_jack_port* port) { m_port = port; }
     [[nodiscard]] _jack_port* port() const { return m_port; }
 
-    struct Received {
-        bool packets = false;
-        bool lostEvents = false; // the source's own buffer was full
-    };
-    // Process callback. Stores the packets of this cycle.
-    [[nodiscard]] Received receive(_jack_client* client, std::uint32_t frames);
+    // Process callback. Stores the packets of this cycle. True when the main thread has something
+    // to deliver.
+    [[nodiscard]] bool receive(_jack_client* client, std::uint32_t frames);
+    // Any thread. Packets that would have come now may have been lost.
+    void markLoss() { m_ring.countLoss(); }
 
-    // Main thread. Passes the packets that have arrived so far to `read`. All of them are gone when
-    // the function returns.
-    void deliver(MIDIServices::ReadProc read, void* readProcRefCon);
+    // Main thread. Passes the packets that have arrived so far to `read`, and calls `lost` in their
+    // midst where some may be missing. All of them are gone when the function returns.
+    void deliver(
+        MIDIServices::ReadProc read, void* readProcRefCon, const std::function<void()>& lost);
 
-    // Main thread. True when packets were lost since the last call because the lane was full.
-    [[nodiscard]] bool takeLoss();
-
-    // Main thread: nothing is delivered from then on, not even the rest of a list that is being
-    // read.
+    // Nothing is delivered from then on, not even the rest of a list that is being read.
     void close() { m_isClosed = true; }
-    [[nodiscard]] bool isClosed() const { return m_isClosed; } // any thread
+    [[nodiscard]] bool isClosed() const { return m_isClosed; }
 
 private:
+    class ArrivedPackets;
+
+    [[nodiscard]] bool tellLoss(
+        PacketRing::Position end, std::uint32_t losses, const std::function<void()>& lost);
+
     const std::string m_sourceName;
     void* const m_srcConnRefCon;
     _jack_port* m_port = nullptr;
     PacketRing m_ring { RingBytes };
     std::atomic<bool> m_isClosed { false };
-    std::uint64_t m_knownLosses = 0;
-    PacketRing::Position m_taken = 0; // the read callback has taken the packets up to here
+    // The read callback has taken the packets up to here and been told of so many losses.
+    PacketRing::Position m_taken = 0;
+    std::uint32_t m_toldLosses = 0;
 };
 
 } // namespace kestrel

@@ -1,6 +1,9 @@
 #include "platform/linux/midi/PortChanges.h"
 #include "tests/platform/linux/midi/JackFixture.h"
 
+#include <atomic>
+#include <thread>
+
 namespace kestrel::test {
 namespace {
 
@@ -70,6 +73,54 @@ TEST_F(JackConnections, a_connection_that_somebody_else_made_is_not_ours_to_miss
     loop.runFor(2 * PortChanges::Settling);
     EXPECT_EQ(notifications, Texts {});
     EXPECT_EQ(losses, 0);
+}
+
+// The cut is told among the news of other changes of the graph, in any order with them.
+TEST_F(JackConnections, a_cut_is_noticed_while_other_connections_come_and_go)
+{
+    std::atomic<bool> isOver = false;
+    std::thread others([&] {
+        while (!isOver) {
+            EXPECT_TRUE(receiver.connect("ZENTA:midi_1", "receiver:midi_1_in"));
+            EXPECT_TRUE(receiver.disconnect("ZENTA:midi_1", "receiver:midi_1_in"));
+        }
+    });
+    for (int round = 0; round < 5; ++round) {
+        notifications.clear();
+        const Texts ours = zenta.connections("ZENTA:midi_5");
+        EXPECT_EQ(ours.size(), 1u);
+        EXPECT_TRUE(zenta.disconnect("ZENTA:midi_5", ours.empty() ? "" : ours[0]));
+        EXPECT_TRUE(loop.runUntil([this] { return !notifications.empty(); }, 5s)) << round;
+        services.disposeClient(link.client);
+        link = connect("receiver");
+    }
+    isOver = true;
+    others.join();
+}
+
+// A patchbay that knows only the connections of its own plan does so.
+TEST_F(JackConnections, a_connection_that_is_cut_as_soon_as_it_stands_is_missed)
+{
+    services.disposeClient(link.client);
+    for (int round = 0; round < 5; ++round) {
+        notifications.clear();
+        std::thread patchbay([this] {
+            Texts found;
+            while (found.empty())
+                found = zenta.connections("ZENTA:midi_5");
+            EXPECT_TRUE(zenta.disconnect("ZENTA:midi_5", found[0]));
+        });
+        MIDIClient client = 0;
+        MIDIPort input = 0;
+        EXPECT_TRUE(create(client));
+        EXPECT_TRUE(take(services.createInputPort(client, "in", read, this), input));
+        const auto found = device("ZENTA");
+        const bool stood
+            = services.connectSource(input, found->entities.at(4).sources.at(0).endpoint, &idArray);
+        EXPECT_TRUE(!stood || waitForNotifications(1)) << round;
+        patchbay.join();
+        services.disposeClient(client);
+    }
 }
 
 TEST_F(JackConnections, those_of_a_disposed_port_are_not_missed)

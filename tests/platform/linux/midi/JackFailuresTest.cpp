@@ -240,6 +240,25 @@ TEST_F(JackFailures, what_could_not_be_had_from_a_silent_server_is_announced_onc
     EXPECT_TRUE(take(impatient.createInputPort(client, "in", read, this), port));
 }
 
+// The server waits for a client that stands still, so it runs no cycles and connects nothing.
+TEST_F(JackFailures, a_connection_that_is_not_made_in_time_is_given_up_and_announced_once_it_can_be)
+{
+    JackPeer zenta("ZENTA");
+    zenta.addPairs(1);
+    MIDIPort input = 0;
+    ASSERT_TRUE(take(impatient.createClient("client", notified, this), client));
+    ASSERT_TRUE(take(impatient.createInputPort(client, "in", read, this), input));
+    const MIDIEndpoint source = impatient.devices().at(0).entities.at(0).sources.at(0).endpoint;
+    zenta.overrun(1500ms);
+    std::this_thread::sleep_for(50ms); // a cycle has begun
+    EXPECT_FALSE(impatient.connectSource(input, source, &idArray));
+    EXPECT_FALSE(impatient.devices().empty()) << "the attempt still occupies the control thread";
+    ASSERT_TRUE(waitForNotifications(1));
+    EXPECT_EQ(notifications.front(), "added source");
+    ASSERT_TRUE(
+        loop.runUntil([&] { return impatient.connectSource(input, source, &idArray); }, Long));
+}
+
 TEST_F(JackFailures, a_link_lives_through_two_seconds_of_silence_and_loses_nothing)
 {
     JackPeer zenta("ZENTA");

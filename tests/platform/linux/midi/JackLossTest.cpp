@@ -1,5 +1,6 @@
 #include "tests/platform/linux/midi/JackFixture.h"
 
+#include <gmock/gmock.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -7,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 
 namespace kestrel::test {
 namespace {
@@ -58,6 +60,25 @@ TEST_F(JackLoss, cycles_that_the_process_callback_missed_are_told)
         const int before = losses;
         holdUp(processThread());
         ASSERT_TRUE(isTold(before));
+    }
+}
+
+// A key that is pressed after a loss must not be let go because of it.
+TEST_F(JackLoss, a_loss_is_told_between_the_packets_before_it_and_those_after_it)
+{
+    connect();
+    std::vector<std::size_t> deliveredBefore; // each loss: how many packets came before it
+    services.setPacketsLost([&] { deliveredBefore.push_back(packets.size()); });
+    for (const std::size_t round : { 1u, 2u, 3u }) {
+        // The main loop does not run meanwhile, so one wake-up brings all of it.
+        zenta.send("midi_5", { { 0xB0, 0x2F, 0x40 } });
+        std::this_thread::sleep_for(50ms);
+        holdUp(processThread());
+        std::this_thread::sleep_for(50ms);
+        zenta.send("midi_5", { { 0xB0, 0x2F, 0x41 } });
+        std::this_thread::sleep_for(50ms);
+        ASSERT_TRUE(waitForPackets(2 * round));
+        EXPECT_THAT(deliveredBefore, testing::Contains(2 * round - 1));
     }
 }
 

@@ -70,10 +70,10 @@ TEST(PacketRing, a_full_ring_refuses_counts_and_keeps_what_it_has)
     EXPECT_TRUE(ring.write(0, Bytes(16, 2)));
     EXPECT_FALSE(ring.write(0, Bytes { 3 }));
     EXPECT_FALSE(ring.write(0, {}));
-    EXPECT_EQ(ring.lost(), 2u);
+    EXPECT_EQ(ring.losses(), 2u);
     EXPECT_EQ(takeAll(ring), (std::vector<Bytes> { Bytes(16, 1), Bytes(16, 2) }));
     EXPECT_TRUE(ring.write(0, Bytes { 4 }));
-    EXPECT_EQ(ring.lost(), 2u);
+    EXPECT_EQ(ring.losses(), 2u);
 }
 
 TEST(PacketRing, room_is_free_only_once_it_is_released)
@@ -97,6 +97,23 @@ TEST(PacketRing, a_packet_that_does_not_fit_before_the_end_stays_in_one_piece)
     EXPECT_EQ(takeAll(ring), (std::vector<Bytes> { large }));
 }
 
+TEST(PacketRing, each_packet_knows_the_losses_before_it_also_across_the_end_of_the_buffer)
+{
+    PacketRing ring(128);
+    ring.write(0, Bytes(48, 1)); // leaves 64 bytes, and the next one 16
+    ring.write(0, Bytes(32, 2));
+    PacketRing::Position at = ring.begin();
+    EXPECT_EQ(ring.lossesBefore(at), 0u);
+    ASSERT_TRUE(ring.read(at, ring.end()));
+    ring.release(at);
+    ring.countLoss();
+    ring.write(0, Bytes(16, 3)); // does not fit into the rest of the buffer
+    EXPECT_EQ(ring.lossesBefore(at), 0u);
+    ASSERT_TRUE(ring.read(at, ring.end()));
+    EXPECT_EQ(ring.lossesBefore(at), 1u);
+    EXPECT_EQ(bytes(*ring.read(at, ring.end())), Bytes(16, 3));
+}
+
 TEST(PacketRing, a_packet_larger_than_the_ring_is_refused)
 {
     PacketRing ring(64);
@@ -105,7 +122,7 @@ TEST(PacketRing, a_packet_larger_than_the_ring_is_refused)
     EXPECT_FALSE(ring.write(0, Bytes(49, 1)));
     EXPECT_FALSE(ring.write(0, Bytes(64, 1)));
     EXPECT_FALSE(ring.write(0, Bytes(5000, 1)));
-    EXPECT_EQ(ring.lost(), 3u);
+    EXPECT_EQ(ring.losses(), 3u);
 }
 
 TEST(PacketRing, every_size_passes_at_every_place_of_the_buffer)

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace kestrel::test {
 namespace {
 
@@ -14,31 +16,39 @@ const PortListing Source { "ZENTA:midi_1", PortDirection::Output };
 const PortListing Destination { "ZENTA:midi_1_in", PortDirection::Input };
 constexpr auto Absent = PortChanges::Before::Absent;
 constexpr auto Present = PortChanges::Before::Present;
+constexpr auto Never = PortChanges::TimePoint::max();
+
+// Returns what has settled by then, as a receiver without a pace takes it.
+unsigned takeAt(PortChanges& changes, PortChanges::TimePoint now)
+{
+    const auto due = changes.due();
+    return std::min(due.familiar, due.other) <= now ? changes.take() : 0;
+}
 
 TEST(PortChanges, without_any_nothing_is_due)
 {
     PortChanges changes;
-    EXPECT_EQ(changes.due(), PortChanges::TimePoint::max());
-    EXPECT_EQ(changes.take(Settled), 0u);
+    EXPECT_EQ(changes.due().other, Never);
+    EXPECT_EQ(takeAt(changes, Settled), 0u);
 }
 
 TEST(PortChanges, a_port_that_stays_has_come_when_it_has_settled_and_only_once)
 {
     PortChanges changes;
     changes.came(Source, Absent, Start);
-    EXPECT_EQ(changes.due(), Settled);
-    EXPECT_EQ(changes.take(Settled - 1ms), 0u);
-    EXPECT_EQ(changes.take(Settled), SourceAdded);
-    EXPECT_EQ(changes.take(Settled + 1h), 0u);
-    EXPECT_EQ(changes.due(), PortChanges::TimePoint::max());
+    EXPECT_EQ(changes.due().other, Settled);
+    EXPECT_EQ(takeAt(changes, Settled - 1ms), 0u);
+    EXPECT_EQ(takeAt(changes, Settled), SourceAdded);
+    EXPECT_EQ(takeAt(changes, Settled + 1h), 0u);
+    EXPECT_EQ(changes.due().other, Never);
 }
 
 TEST(PortChanges, a_port_that_stays_away_is_gone_when_that_has_settled)
 {
     PortChanges changes;
     changes.went(Destination, Start);
-    EXPECT_EQ(changes.due(), Settled);
-    EXPECT_EQ(changes.take(Settled), DestinationRemoved);
+    EXPECT_EQ(changes.due().other, Settled);
+    EXPECT_EQ(takeAt(changes, Settled), DestinationRemoved);
 }
 
 TEST(PortChanges, each_kind_is_one_change_however_many_ports_it_has)
@@ -49,7 +59,7 @@ TEST(PortChanges, each_kind_is_one_change_however_many_ports_it_has)
         changes.came({ name, PortDirection::Input }, Absent, Start);
     }
     changes.went({ "b:1", PortDirection::Output }, Start);
-    EXPECT_EQ(changes.take(Settled), SourceAdded | DestinationAdded | SourceRemoved);
+    EXPECT_EQ(takeAt(changes, Settled), SourceAdded | DestinationAdded | SourceRemoved);
 }
 
 TEST(PortChanges, ports_that_come_one_after_the_other_are_one_change)
@@ -57,8 +67,8 @@ TEST(PortChanges, ports_that_come_one_after_the_other_are_one_change)
     PortChanges changes;
     changes.came(Source, Absent, Start);
     changes.came(Destination, Absent, Settled - 1ms);
-    EXPECT_EQ(changes.take(Settled), SourceAdded | DestinationAdded);
-    EXPECT_EQ(changes.due(), PortChanges::TimePoint::max());
+    EXPECT_EQ(takeAt(changes, Settled), SourceAdded | DestinationAdded);
+    EXPECT_EQ(changes.due().other, Never);
 }
 
 TEST(PortChanges, a_port_that_comes_and_goes_has_not_changed)
@@ -66,11 +76,11 @@ TEST(PortChanges, a_port_that_comes_and_goes_has_not_changed)
     PortChanges changes;
     for (auto now = Start; now < Start + 10s; now += 100ms) {
         changes.came(Source, Absent, now);
-        EXPECT_EQ(changes.take(now), 0u);
+        EXPECT_EQ(takeAt(changes, now), 0u);
         changes.went(Source, now + 50ms);
-        EXPECT_EQ(changes.take(now + 50ms), 0u);
+        EXPECT_EQ(takeAt(changes, now + 50ms), 0u);
     }
-    EXPECT_EQ(changes.due(), PortChanges::TimePoint::max());
+    EXPECT_EQ(changes.due().other, Never);
 }
 
 TEST(PortChanges, a_port_that_goes_and_returns_has_not_changed)
@@ -78,7 +88,7 @@ TEST(PortChanges, a_port_that_goes_and_returns_has_not_changed)
     PortChanges changes;
     changes.went(Source, Start);
     changes.came(Source, Absent, Start + 1ms);
-    EXPECT_EQ(changes.take(Start + 1h), 0u);
+    EXPECT_EQ(takeAt(changes, Start + 1h), 0u);
 }
 
 TEST(PortChanges, a_flapping_port_holds_up_no_other)
@@ -86,46 +96,90 @@ TEST(PortChanges, a_flapping_port_holds_up_no_other)
     PortChanges changes;
     changes.came(Source, Absent, Start);
     changes.came({ "flapping:1", PortDirection::Output }, Absent, Settled - 1ms);
-    EXPECT_EQ(changes.due(), Settled);
-    EXPECT_EQ(changes.take(Settled), SourceAdded);
+    EXPECT_EQ(changes.due().other, Settled);
+    EXPECT_EQ(takeAt(changes, Settled), SourceAdded);
 }
 
-TEST(PortChanges, the_removal_of_a_wanted_port_is_due_at_once)
-{
-    PortChanges changes;
-    changes.want(Source);
-    changes.went(Source, Start);
-    EXPECT_EQ(changes.due(), Start);
-    EXPECT_EQ(changes.take(Start), SourceRemoved);
-}
-
-TEST(PortChanges, a_wanted_port_that_goes_and_returns_has_changed_both_ways)
+TEST(PortChanges, a_wanted_port_that_goes_and_returns_has_changed)
 {
     PortChanges changes;
     changes.want(Source);
     changes.went(Source, Start);
     changes.came(Source, Absent, Start);
-    EXPECT_EQ(changes.take(Settled), SourceRemoved | SourceAdded);
+    EXPECT_EQ(takeAt(changes, Settled), SourceRemoved | SourceAdded);
 }
 
-// The receiver could not connect it before.
-TEST(PortChanges, a_listed_port_that_comes_counts_also_when_it_goes_soon)
+TEST(PortChanges, a_listed_port_that_comes_counts_however_often_it_is_told)
 {
     PortChanges changes;
     changes.came(Source, Present, Start);
-    EXPECT_EQ(changes.take(Settled), SourceAdded);
-    changes.went(Source, Settled);
-    changes.came(Source, Absent, Settled);
-    EXPECT_EQ(changes.take(Settled + 1h), SourceRemoved | SourceAdded);
+    changes.came(Source, Present, Start);
+    EXPECT_EQ(takeAt(changes, Settled), SourceAdded);
 }
 
-TEST(PortChanges, a_cut_connection_counts_as_a_removal_at_once)
+// The receiver has not asked for it.
+TEST(PortChanges, a_listed_port_that_came_is_not_wanted)
+{
+    PortChanges changes;
+    changes.came(Source, Present, Start);
+    EXPECT_EQ(takeAt(changes, Settled), SourceAdded);
+    changes.went(Source, Settled);
+    changes.came(Source, Absent, Settled);
+    EXPECT_EQ(takeAt(changes, Settled + 1h), 0u);
+}
+
+TEST(PortChanges, a_cut_connection_counts_as_a_removal)
 {
     PortChanges changes;
     changes.want(Source);
     changes.cut(Source, Start);
-    EXPECT_EQ(changes.due(), Start);
-    EXPECT_EQ(changes.take(Start), SourceRemoved);
+    EXPECT_EQ(takeAt(changes, Settled), SourceRemoved);
+}
+
+TEST(PortChanges, a_cut_that_is_told_before_or_after_the_removal_is_one_change_with_it)
+{
+    for (const bool cutFirst : { false, true }) {
+        PortChanges changes;
+        changes.want(Source);
+        if (cutFirst)
+            changes.cut(Source, Start);
+        changes.went(Source, Start);
+        if (!cutFirst)
+            changes.cut(Source, Start);
+        EXPECT_EQ(takeAt(changes, Settled - 1ms), 0u);
+        EXPECT_EQ(takeAt(changes, Settled), SourceRemoved);
+        EXPECT_EQ(takeAt(changes, Settled + 1h), 0u);
+    }
+}
+
+TEST(PortChanges, all_ports_of_the_client_of_a_wanted_port_are_familiar_and_no_others)
+{
+    PortChanges changes;
+    changes.came({ "ZENTA:midi_2", PortDirection::Output }, Absent, Start);
+    EXPECT_EQ(changes.due().familiar, Never);
+    changes.want(Source);
+    changes.came({ "other:1", PortDirection::Output }, Absent, Start + 1ms);
+    EXPECT_EQ(changes.due().familiar, Settled);
+    EXPECT_EQ(changes.due().other, Settled + 1ms);
+}
+
+TEST(PortChanges, a_client_that_was_known_before_is_familiar_but_its_ports_are_not_wanted)
+{
+    PortChanges changes;
+    changes.know("ZENTA");
+    changes.came(Source, Absent, Start);
+    EXPECT_EQ(changes.due().familiar, Settled);
+    changes.went(Source, Start + 1ms);
+    EXPECT_EQ(changes.due().familiar, Never);
+}
+
+TEST(PortChanges, another_try_is_due_at_once_and_counts_as_one_added_source)
+{
+    PortChanges changes;
+    changes.tryAgain(Start);
+    EXPECT_EQ(changes.due().familiar, Start);
+    EXPECT_EQ(takeAt(changes, Start), SourceAdded);
+    EXPECT_EQ(takeAt(changes, Start + 1h), 0u);
 }
 
 } // namespace
