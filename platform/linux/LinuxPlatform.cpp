@@ -2,6 +2,7 @@
 #include "platform/StoredDefaults.h"
 #include "platform/linux/autostart/AutostartLoginItem.h"
 #include "platform/linux/midi/JackMIDIServices.h"
+#include "platform/linux/midi/JackNotice.h"
 #include "platform/linux/system/SessionEnvironment.h"
 #include "platform/linux/system/SystemAdapters.h"
 #include "platform/linux/x11/X11Adapters.h"
@@ -23,8 +24,10 @@ Platform makePlatform(MainLoop& mainLoop)
 {
     X11Adapters x11 = makeX11Adapters(mainLoop);
     StoredDefaults defaults = openStoredDefaults();
+    auto midiServices = std::make_unique<JackMIDIServices>(mainLoop);
+    auto notices = std::make_unique<JackNotice>(*midiServices, makeNotices());
     return {
-        .midiServices = std::make_unique<JackMIDIServices>(mainLoop),
+        .midiServices = std::move(midiServices),
         .workspace = std::move(x11.workspace),
         .keyEvents = std::move(x11.keyEvents),
         .keyTranslation = std::move(x11.keyTranslation),
@@ -32,7 +35,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .fileAttributes = makeFileAttributes(),
         .windowTraits = std::move(x11.windowTraits),
         .permissions = makePermissions(),
-        .notices = makeNotices(),
+        .notices = std::move(notices),
         .loginItem = makeAutostartLoginItem(),
         .defaults = std::move(defaults.store),
         .recoveryFile = std::move(defaults.recoveryFile),

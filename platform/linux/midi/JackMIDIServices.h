@@ -56,6 +56,8 @@ public:
     {
         m_packetsLost = std::move(packetsLost);
     }
+    // True while an operation that was given up has not ended. No other operation succeeds then.
+    [[nodiscard]] bool isUnanswered() const { return m_control.isBehind(); }
 
 private:
     struct InputPort;

@@ -1,3 +1,4 @@
+#include "platform/linux/midi/JackNotice.h"
 #include "tests/platform/linux/midi/JackFixture.h"
 
 #include <algorithm>
@@ -178,6 +179,20 @@ TEST_F(JackFailures, a_silent_server_holds_up_creation_only_once_and_then_not_at
     }
     EXPECT_TRUE(take(impatient.createClient("late", notified, this), client));
     EXPECT_TRUE(notifications.empty());
+}
+
+TEST_F(JackFailures, a_notice_says_that_jack_does_not_answer_until_it_does)
+{
+    JackNotice notice(impatient, std::make_unique<NoNotices>());
+    EXPECT_TRUE(notice.current().empty());
+    server.stop();
+    EXPECT_FALSE(take(impatient.createClient("late", notified, this), client));
+    const auto notices = notice.current();
+    ASSERT_EQ(notices.size(), 1u);
+    EXPECT_EQ(notices[0].text, "JACK does not answer");
+    server.resume();
+    ASSERT_TRUE(waitForCatchingUp());
+    EXPECT_TRUE(notice.current().empty());
 }
 
 TEST_F(JackFailures, a_server_killed_while_a_call_waits_for_it_frees_the_way_for_the_next)
