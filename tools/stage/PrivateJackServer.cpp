@@ -1,5 +1,7 @@
 #include "tools/stage/PrivateJackServer.h"
 
+#include "tools/stage/JackMetadataStore.h"
+
 #include <fcntl.h>
 #include <jack/jack.h>
 #include <sys/file.h>
@@ -7,13 +9,16 @@
 
 #include <chrono>
 #include <csignal>
+#include <future>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace kestrel::stage {
 
 namespace {
 constexpr auto TurnPatience = std::chrono::minutes(4);
+constexpr auto ProbePatience = std::chrono::seconds(10);
 
 std::string nameForUser()
 {
@@ -29,6 +34,21 @@ bool answers(const std::string& serverName)
     if (client)
         jack_client_close(client);
     return client != nullptr;
+}
+
+// Asks on a thread of its own, which is given up when JACK's library never returns.
+bool answersInTime(const std::string& serverName)
+{
+    std::promise<bool> promise;
+    auto answer = promise.get_future();
+    std::thread([promise = std::move(promise), serverName]() mutable {
+        promise.set_value(answers(serverName));
+    }).detach();
+    if (answer.wait_for(ProbePatience) == std::future_status::ready)
+        return answer.get();
+    throw std::runtime_error("no JACK client can be opened, perhaps because one was killed while "
+                             "it held the lock of "
+        + jackMetadataFolder().string());
 }
 } // namespace
 
@@ -66,10 +86,15 @@ PrivateJackServer::PrivateJackServer(Cycles cycles)
     start();
 }
 
-PrivateJackServer::~PrivateJackServer() = default;
+PrivateJackServer::~PrivateJackServer()
+{
+    m_process.reset();
+    removeUnusedJackMetadata(); // the user's own clients need it unlocked
+}
 
 void PrivateJackServer::start()
 {
+    removeUnusedJackMetadata();
     std::vector<std::string> command { "jackd", "--silent", "-n", m_name, "-r" };
     if (m_cycles == Cycles::WaitForClients)
         command.insert(command.end(), { "-S", "-t", "10000" });
@@ -79,7 +104,7 @@ void PrivateJackServer::start()
     jack_set_error_function([](const char*) {});
     jack_set_info_function([](const char*) {});
     for (int attempt = 0; attempt < 200; ++attempt) {
-        if (answers(m_name))
+        if (answersInTime(m_name))
             return;
         if (m_process->wait(milliseconds(50)))
             break;
