@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveError.h"
 #include "archive/ArchiveLimits.h"
+#include "archive/XmlContent.h"
 
 #include <QStringDecoder>
 
@@ -14,8 +15,9 @@ namespace kestrel {
 namespace {
 
 using Kind = ArchiveError::Kind;
-
-constexpr std::string_view Blanks = " \t\r\n";
+using XmlContent::Blanks;
+using XmlContent::isBlank;
+using XmlContent::refuse;
 
 struct Element {
     std::string_view name;
@@ -34,16 +36,6 @@ bool isKnown(std::string_view name)
     static constexpr std::array Names { "plist", "dict", "array", "key", "string", "integer",
         "real", "true", "false", "data", "date" };
     return std::find(Names.begin(), Names.end(), name) != Names.end();
-}
-
-bool isBlank(std::string_view text)
-{
-    return text.find_first_not_of(Blanks) == std::string_view::npos;
-}
-
-[[noreturn]] void refuse(const char* text)
-{
-    throw ArchiveError(Kind::MalformedXml, text);
 }
 
 class XmlScanner {
@@ -187,32 +179,6 @@ void XmlScanner::close(std::string_view name)
     m_open.pop_back();
 }
 
-// Refuses a numeric reference to a character that text cannot contain. libplist checks names
-// itself.
-void checkCharacters(std::string_view content)
-{
-    for (std::size_t at = content.find("&#"); at != content.npos; at = content.find("&#", at + 2)) {
-        const std::size_t end = content.find(';', at);
-        const bool isHex = content.substr(at + 2).starts_with('x');
-        const std::size_t digits = at + (isHex ? 3 : 2);
-        if (end == content.npos || end <= digits)
-            refuse("reference to a character without an end");
-        bool isNumber = false;
-        const QByteArray number(content.data() + digits, static_cast<qsizetype>(end - digits));
-        const uint character = number.toUInt(&isNumber, isHex ? 16 : 10);
-        if (!isNumber || character == 0 || character > 0x10FFFF
-            || (character >= 0xD800 && character <= 0xDFFF))
-            throw ArchiveError(Kind::BadText, "reference to a character that does not exist");
-    }
-}
-
-// libplist takes a number that begins with a zero for an octal one.
-bool isDecimal(const QByteArray& number)
-{
-    const qsizetype sign = number.startsWith('-') || number.startsWith('+') ? 1 : 0;
-    return number.size() == sign + 1 || number[sign] != '0';
-}
-
 void XmlScanner::countMoves(std::string_view text)
 {
     for (std::size_t at = text.find('&'); at != text.npos; at = text.find('&', at + 1)) {
@@ -224,34 +190,9 @@ void XmlScanner::countMoves(std::string_view text)
 
 void XmlScanner::checkContent(std::string_view name, std::string_view content)
 {
-    if (name == "string" || name == "key") {
-        checkCharacters(content);
+    XmlContent::check(name, content);
+    if (name == "string" || name == "key")
         countMoves(content);
-        return;
-    }
-    if (name == "true" || name == "false") {
-        if (!isBlank(content))
-            refuse("text inside a boolean");
-        return;
-    }
-    const QByteArray text
-        = QByteArray(content.data(), static_cast<qsizetype>(content.size())).trimmed();
-    bool isGood = true;
-    if (name == "integer") {
-        (void)text.toLongLong(&isGood);
-        if (!isGood)
-            (void)text.toULongLong(&isGood);
-        isGood = isGood && isDecimal(text);
-    } else if (name == "real") {
-        (void)text.toDouble(&isGood);
-    } else if (name == "data") {
-        isGood = std::all_of(text.begin(), text.end(), [](char c) {
-            return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')
-                || c == '+' || c == '/' || c == '=' || Blanks.find(c) != Blanks.npos;
-        });
-    }
-    if (!isGood)
-        refuse("value that is not of its element's kind");
 }
 
 void checkEncoding(ByteView list)
