@@ -1,5 +1,6 @@
 #include "archive/AtomicFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QSaveFile>
 
@@ -19,6 +20,9 @@ namespace {
 
 constexpr qsizetype SuffixLength = 6;
 constexpr int MaxLinks = 40; // as in the Linux kernel
+// Other programs that replace a file whole name their temporary files alike and take no lock. They
+// write for far less than this.
+constexpr std::chrono::minutes OldestInUse { 1 };
 
 // Some errors show only when the data goes to the disk. A file system without fsync() is no error.
 bool isOnDisk(int descriptor)
@@ -73,6 +77,12 @@ private:
 
     int m_descriptor;
 };
+
+bool isAbandoned(const QFileInfo& file)
+{
+    const qint64 age = file.lastModified().msecsTo(QDateTime::currentDateTime());
+    return file.ownerId() == geteuid() && std::chrono::milliseconds(age) > OldestInUse;
+}
 
 bool isLetter(QChar c)
 {
@@ -135,9 +145,26 @@ void AtomicFile::removeLeftovers(const QString& path)
     for (const QFileInfo& file : files) {
         const QString name = file.fileName();
         if (name.startsWith(prefix) && isRandomSuffix(QStringView(name).sliced(prefix.size()))
-            && file.ownerId() == geteuid())
+            && isAbandoned(file))
             QFile::remove(file.filePath());
     }
+}
+
+bool AtomicFile::removeIfStill(const QString& path, ByteView content)
+{
+    const QString target = targetOf(path);
+    if (target.isEmpty())
+        return false;
+    const Folder folder(target);
+    if (!folder.takeAlone())
+        return false; // somebody writes, and may write this file
+    QFile file(target);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray present = file.read(static_cast<qint64>(content.size()) + 1);
+    const ByteView bytes = viewOf(present);
+    return std::equal(bytes.begin(), bytes.end(), content.begin(), content.end())
+        && QFile::remove(target);
 }
 
 } // namespace kestrel

@@ -18,10 +18,13 @@ struct Result {
 // file is left behind. A link stays one, and the file to which it leads need not exist yet.
 [[nodiscard]] Result write(const QString& path, ByteView content);
 
-// Removes the temporary files that killed saves of this file left behind, unless somebody writes in
-// the folder now. They belong to this user and are named like the file with six random letters
-// added. Endings that a person might have chosen (all small, all capital, or a capital first) are
-// left alone.
+// Removes the temporary files that killed saves of this file left behind, unless one of our
+// processes writes in the folder now. They belong to this user, have been unchanged for a minute
+// and are named like the file with six random letters added. Endings that a person might have
+// chosen (all small, all capital, or a capital first) are left alone.
 void removeLeftovers(const QString& path);
+
+// Removes the file if it has this content and none of our processes writes in the folder now.
+bool removeIfStill(const QString& path, ByteView content);
 
 } // namespace kestrel::AtomicFile

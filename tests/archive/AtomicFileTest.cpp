@@ -1,5 +1,6 @@
 #include "archive/AtomicFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -40,6 +41,8 @@ private:
     rlimit m_previous {};
 };
 
+constexpr int LongAgo = 120; // seconds
+
 class AtomicFileTest : public testing::Test {
 protected:
     QString path(const QString& name = QStringLiteral("set.ZKCF")) const
@@ -59,6 +62,8 @@ protected:
     {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_TRUE(file.setFileTime(
+            QDateTime::currentDateTime().addSecs(-LongAgo), QFileDevice::FileModificationTime));
     }
 
     QTemporaryDir m_folder;
@@ -226,6 +231,38 @@ TEST_F(AtomicFileTest, a_failure_says_why)
     EXPECT_EQ(problemOf("folder"), "Filename refers to a directory");
     const FullDisk disk(4096);
     EXPECT_EQ(problemOf("set.ZKCF"), "No space is left");
+}
+
+// Other programs replace files in the same way and take no lock.
+TEST_F(AtomicFileTest, leaves_alone_what_another_program_may_be_writing)
+{
+    leave("set.ZKCF.oLdEsT");
+    leave("set.ZKCF.yOuNgE");
+    QFile young(path("set.ZKCF.yOuNgE"));
+    ASSERT_TRUE(young.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(young.setFileTime(
+        QDateTime::currentDateTime().addSecs(-30), QFileDevice::FileModificationTime));
+    EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
+    EXPECT_EQ(names(), (QStringList { "set.ZKCF", "set.ZKCF.yOuNgE" }));
+}
+
+TEST_F(AtomicFileTest, removes_a_file_only_if_it_still_has_the_content)
+{
+    const auto removes = [this](const char* text) {
+        return AtomicFile::removeIfStill(path(), viewOf(QByteArray(text)));
+    };
+    EXPECT_FALSE(removes("old")) << "there is none";
+    ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
+    for (const char* other : { "old", "", "ne", "new and more" }) {
+        EXPECT_FALSE(removes(other)) << other;
+        EXPECT_EQ(content(), "new");
+    }
+    const int folder = ::open(QFileInfo(path()).path().toLocal8Bit().constData(), O_RDONLY);
+    ASSERT_EQ(::flock(folder, LOCK_SH), 0);
+    EXPECT_FALSE(removes("new")) << "somebody writes in the folder";
+    ::close(folder);
+    EXPECT_TRUE(removes("new"));
+    EXPECT_FALSE(QFile::exists(path()));
 }
 
 TEST_F(AtomicFileTest, leaves_alone_whatever_else_lies_there)

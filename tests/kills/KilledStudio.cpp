@@ -30,6 +30,7 @@ constexpr milliseconds QuestionTimeout { 3000 };
 const std::string FirstSet = "first";
 const std::string SecondSet = "second";
 const std::string Extension = ".ZKCF";
+constexpr std::string_view TemporaryEnding = ".XXXXXX";
 
 void check(bool isTrue, const std::string& otherwise)
 {
@@ -140,6 +141,19 @@ void KilledStudio::kill()
 {
     m_studio.kestrel->signal(SIGKILL);
     check(m_studio.kestrel->wait(ProgramTimeout).has_value(), "the program outlived a kill");
+    ageTemporaryFiles();
+}
+
+// The program removes only temporary files that nobody has written to for a minute.
+void KilledStudio::ageTemporaryFiles() const
+{
+    const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::minutes(2);
+    for (const auto& entry :
+        std::filesystem::recursive_directory_iterator(m_studio.studio.home())) {
+        const std::string ending = entry.path().extension().string();
+        if (entry.is_regular_file() && ending.size() == TemporaryEnding.size())
+            std::filesystem::last_write_time(entry.path(), longAgo);
+    }
 }
 
 void KilledStudio::startAgain()

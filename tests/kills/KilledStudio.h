@@ -37,6 +37,7 @@ private:
     void killWhileStoring();
     void killWhileHolding();
     void kill();
+    void ageTemporaryFiles() const;
     void startAgain();
 
     void save();
