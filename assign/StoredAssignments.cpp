@@ -3,6 +3,7 @@
 #include "archive/ArchiveLimits.h"
 #include "archive/AtomicFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -10,6 +11,25 @@
 #include <utility>
 
 namespace kestrel {
+
+namespace {
+constexpr std::string_view Damaged = ".damaged";
+constexpr std::string_view Replaced = ".replaced";
+
+// Keeps the file under its name with the ending added.
+void keepFileAside(const QString& path, std::string_view ending)
+{
+    const QString aside = path + QLatin1String(ending.data(), static_cast<int>(ending.size()));
+    QFile::remove(aside);
+    QFile::rename(path, aside);
+}
+
+Bytes textOfNow()
+{
+    const QByteArray text = QByteArray::number(QDateTime::currentMSecsSinceEpoch());
+    return { text.begin(), text.end() };
+}
+} // namespace
 
 StoredAssignments::StoredAssignments(DefaultsStore& defaults, std::string recoveryFile)
     : m_defaults(defaults)
@@ -19,7 +39,8 @@ StoredAssignments::StoredAssignments(DefaultsStore& defaults, std::string recove
 
 void StoredAssignments::setupShortcutKey()
 {
-    m_myUserAssignFile = recovered();
+    m_stored = {};
+    m_myUserAssignFile = recovered(timeOfStoring());
     if (m_myUserAssignFile)
         return;
     m_myUserAssignFile = std::make_shared<UserAssignFile>();
@@ -36,6 +57,15 @@ void StoredAssignments::setupShortcutKey()
             return set.getShortcutTitleArray() != nullptr;
         }))
         set.initShortcutTitleArray();
+    if (hasTable())
+        m_stored = { set.getData(), set.getTitleData() };
+}
+
+// In milliseconds since 1970; 0 if it is not known.
+std::int64_t StoredAssignments::timeOfStoring()
+{
+    const Bytes text = m_defaults.data(StoredAtKey).value_or(Bytes());
+    return QByteArray(reinterpret_cast<const char*>(text.data()), std::ssize(text)).toLongLong();
 }
 
 // Returns false if the key has no value or `take` does not accept it.
@@ -53,15 +83,23 @@ bool StoredAssignments::restore(std::string_view key, const std::function<bool(A
     return false;
 }
 
-// Null if there is no sound copy.
-std::shared_ptr<UserAssignFile> StoredAssignments::recovered()
+// Null if there is no sound copy, or if another run has stored a set since.
+std::shared_ptr<UserAssignFile> StoredAssignments::recovered(std::int64_t storedAt)
 {
     const QString path = QString::fromStdString(m_recoveryFile);
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    const QFileInfo info(path);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         return nullptr;
+    if (info.lastModified().toMSecsSinceEpoch() < storedAt) {
+        qWarning("The assignments that were stored last are newer than those of a run that was "
+                 "killed, which are kept as %s%s.",
+            m_recoveryFile.c_str(), Replaced.data());
+        keepFileAside(path, Replaced);
+        return nullptr;
+    }
     const QByteArray copy = file.read(static_cast<qint64>(ArchiveLimits::FileBytes) + 1);
-    m_ownsRecoveryFile = true;
+    m_recoveryContent = Bytes(copy.begin(), copy.end());
     try {
         auto set = UserAssignFile::fromFileImage(viewOf(copy));
         if (set && set->isUserAssignFile() && set->getShortcutArray()
@@ -69,9 +107,7 @@ std::shared_ptr<UserAssignFile> StoredAssignments::recovered()
             return set;
     } catch (const ArchiveError&) {
     }
-    file.close();
-    QFile::remove(path + QStringLiteral(".damaged"));
-    file.rename(path + QStringLiteral(".damaged"));
+    keepFileAside(path, Damaged);
     return nullptr;
 }
 
@@ -89,6 +125,8 @@ bool StoredAssignments::writeUserDefault()
         const auto titles = m_myUserAssignFile->getTitleData();
         m_defaults.setData(ShortcutsKey, shortcuts);
         m_defaults.setData(TitlesKey, titles);
+        if (!m_recoveryFile.empty() && m_stored != std::pair(shortcuts, titles))
+            m_defaults.setData(StoredAtKey, textOfNow());
     } catch (const ArchiveError& error) {
         m_problem = error.what();
         return false;
@@ -96,9 +134,9 @@ bool StoredAssignments::writeUserDefault()
     m_problem.clear();
     if (!m_defaults.synchronise())
         return false;
-    // One that only another process has written stays.
-    if (std::exchange(m_ownsRecoveryFile, false))
-        QFile::remove(QString::fromStdString(m_recoveryFile));
+    // A file that another run has written since stays.
+    if (const auto content = std::exchange(m_recoveryContent, {}))
+        (void)AtomicFile::removeIfStill(QString::fromStdString(m_recoveryFile), *content);
     return true;
 }
 
@@ -109,11 +147,13 @@ bool StoredAssignments::writeRecoveryFile()
     const QString path = QString::fromStdString(m_recoveryFile);
     try {
         QDir().mkpath(QFileInfo(path).absolutePath());
-        m_problem = AtomicFile::write(path, m_myUserAssignFile->fileImage()).problem.toStdString();
+        Bytes content = m_myUserAssignFile->fileImage();
+        m_problem = AtomicFile::write(path, content).problem.toStdString();
+        if (m_problem.empty())
+            m_recoveryContent = std::move(content);
     } catch (const ArchiveError& error) {
         m_problem = error.what();
     }
-    m_ownsRecoveryFile = m_ownsRecoveryFile || m_problem.empty();
     return m_problem.empty();
 }
 
@@ -125,7 +165,7 @@ std::string StoredAssignments::problem() const
 // If this synchronisation fails, the next write stores the copy as well.
 void StoredAssignments::keepAside(std::string_view key, Archive damaged)
 {
-    m_defaults.setData(std::string(key) + ".damaged", damaged);
+    m_defaults.setData(std::string(key).append(Damaged), damaged);
     (void)m_defaults.synchronise();
 }
 

@@ -1,13 +1,16 @@
 #pragma once
 
+#include "archive/Bytes.h"
 #include "assign/UserAssignFile.h"
 #include "platform/DefaultsStore.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kestrel {
 
@@ -16,11 +19,16 @@ class StoredAssignments {
 public:
     static constexpr std::string_view ShortcutsKey = "PT_UserAssign";
     static constexpr std::string_view TitlesKey = "PT_UserAssignTitle";
+    // When a run last stored a set that had changed, in milliseconds since 1970 as text. Written
+    // only by runs with a recovery file.
+    static constexpr std::string_view StoredAtKey = "KestrelAssignmentsStoredAt";
 
     // The store outlives this object. Without a recovery file (a path in UTF-8) no copy is kept.
     explicit StoredAssignments(DefaultsStore& defaults, std::string recoveryFile = {});
 
     // Makes a new live set from the recovery file of a run that was killed, else from the defaults.
+    // A recovery file that is older than what another run has stored since is kept under its name
+    // with ".replaced" appended.
     // A table that is missing there starts empty. So does a table that is damaged or no dictionary;
     // its bytes are first copied to its key with ".damaged" appended. An archive of nil is accepted
     // for the shortcuts: the set then has no shortcut table.
@@ -46,7 +54,8 @@ public:
 private:
     using Archive = std::span<const std::uint8_t>;
 
-    [[nodiscard]] std::shared_ptr<UserAssignFile> recovered();
+    [[nodiscard]] std::int64_t timeOfStoring();
+    [[nodiscard]] std::shared_ptr<UserAssignFile> recovered(std::int64_t storedAt);
     [[nodiscard]] bool hasTable() const;
     [[nodiscard]] bool restore(std::string_view key, const std::function<bool(Archive)>& take);
     void keepAside(std::string_view key, Archive damaged);
@@ -54,7 +63,11 @@ private:
     DefaultsStore& m_defaults;
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;
     std::string m_recoveryFile;
-    bool m_ownsRecoveryFile = false; // this run has read or written it
+    // What this run last read from the recovery file or wrote to it. The file is removed only if it
+    // still has this content: another run may have replaced it.
+    std::optional<Bytes> m_recoveryContent;
+    // Shortcuts and titles as the defaults had them at the start; empty after a recovery.
+    std::pair<Bytes, Bytes> m_stored;
     std::string m_problem;
 };
 

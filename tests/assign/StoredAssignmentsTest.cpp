@@ -4,6 +4,7 @@
 #include "tests/archive/Refusal.h"
 #include "tests/assign/RecordedDefaults.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -229,6 +230,14 @@ protected:
             reinterpret_cast<const char*>(content.data()), static_cast<qint64>(content.size()));
     }
 
+    void age(int seconds) const
+    {
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(
+            QDateTime::currentDateTime().addSecs(-seconds), QFileDevice::FileModificationTime));
+    }
+
     QTemporaryDir folder;
 };
 
@@ -277,6 +286,75 @@ TEST_F(RecoveryFile, of_another_run_is_left_to_it)
     EXPECT_TRUE(QFile::exists(path()));
     EXPECT_TRUE(second.writeUserDefault());
     EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(RecoveryFile, that_another_run_has_read_and_replaced_is_left_to_it)
+{
+    StoredAssignments killed = run();
+    killed.setupShortcutKey();
+    ASSERT_TRUE(killed.writeRecoveryFile());
+    StoredAssignments first = run();
+    first.setupShortcutKey();
+    StoredAssignments second = run();
+    second.setupShortcutKey();
+    second.myUserAssignFile()->setShortcutTitle("Undo", 1);
+    ASSERT_TRUE(second.writeRecoveryFile());
+    EXPECT_TRUE(first.writeUserDefault());
+    EXPECT_TRUE(QFile::exists(path())) << "it holds what only the second run has";
+    EXPECT_TRUE(second.writeUserDefault());
+    EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(RecoveryFile, that_is_older_than_the_defaults_is_kept_aside)
+{
+    StoredAssignments other = run();
+    other.setupShortcutKey();
+    StoredAssignments killed = run();
+    killed.setupShortcutKey();
+    killed.myUserAssignFile()->setShortcutTitle("Older", 1);
+    ASSERT_TRUE(killed.writeRecoveryFile());
+    age(3600);
+    other.myUserAssignFile()->setShortcutTitle("Newer", 1);
+    EXPECT_TRUE(other.writeUserDefault());
+    EXPECT_TRUE(QFile::exists(path())) << "its run may be alive";
+
+    StoredAssignments next = run();
+    next.setupShortcutKey();
+    EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(1), QString("Newer"));
+    EXPECT_FALSE(QFile::exists(path()));
+    EXPECT_TRUE(QFile::exists(path() + ".replaced"));
+}
+
+TEST_F(RecoveryFile, wins_over_a_run_that_has_stored_nothing_new_since)
+{
+    StoredAssignments other = run();
+    other.setupShortcutKey();
+    StoredAssignments killed = run();
+    killed.setupShortcutKey();
+    killed.myUserAssignFile()->setShortcutTitle("Undo", 1);
+    ASSERT_TRUE(killed.writeRecoveryFile());
+    age(3600);
+    EXPECT_TRUE(other.writeUserDefault());
+    StoredAssignments next = run();
+    next.setupShortcutKey();
+    EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(1), QString("Undo"));
+}
+
+TEST_F(RecoveryFile, wins_over_older_defaults)
+{
+    StoredAssignments first = run();
+    first.setupShortcutKey();
+    first.myUserAssignFile()->setShortcutTitle("Older", 1);
+    EXPECT_TRUE(first.writeUserDefault());
+    StoredAssignments killed = run();
+    killed.setupShortcutKey();
+    killed.myUserAssignFile()->setShortcutTitle("Newer", 1);
+    ASSERT_TRUE(killed.writeRecoveryFile());
+    age(-3600); // the clock of the file system may tick more slowly
+    StoredAssignments next = run();
+    next.setupShortcutKey();
+    EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(1), QString("Newer"));
+    EXPECT_FALSE(QFile::exists(path() + ".replaced"));
 }
 
 TEST_F(RecoveryFile, that_is_no_whole_set_is_kept_aside_and_the_defaults_are_restored)
