@@ -217,7 +217,7 @@ void AppDelegate::about()
 
 void AppDelegate::quit()
 {
-    m_quit();
+    terminate();
 }
 
 // QCoreApplication::quit() would ask AppKit to end the program, and AppKit refuses that while a
@@ -225,7 +225,9 @@ void AppDelegate::quit()
 // and the places of the windows after that.
 void AppDelegate::terminate()
 {
+    m_ending(Ending::Storing);
     applicationWillTerminate();
+    m_ending(Ending::Closing);
     closeDialogs();
     QApplication::closeAllWindows();
     if (!m_platform.defaults->synchronise())

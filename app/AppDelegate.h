@@ -45,10 +45,12 @@ public:
     // the first call has an effect.
     void applicationWillTerminate();
     void storeAssignments();
-    // Ends in that way, closes every window and leaves the event loop, whatever windows are open.
+    // What "Quit" does: ends in that way, closes every window and leaves the event loop, whatever
+    // windows are open.
     void terminate();
-    // What "Quit" does; terminate() unless this was called.
-    void setQuit(std::function<void()> quit) { m_quit = std::move(quit); }
+    // `ending` runs before each part of terminate().
+    enum class Ending { Storing, Closing };
+    void setEnding(std::function<void(Ending)> ending) { m_ending = std::move(ending); }
     // Keeps a copy of the live set, which the next start takes if this run is killed.
     void storeForRecovery();
     void storeAgain();
@@ -116,7 +118,7 @@ private:
     std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;
     QTimer m_activeSenceTimer;
     bool m_terminated = false;
-    std::function<void()> m_quit = [this] { terminate(); };
+    std::function<void(Ending)> m_ending = [](Ending) {};
 };
 
 } // namespace kestrel

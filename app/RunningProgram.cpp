@@ -35,7 +35,13 @@ RunningProgram::RunningProgram(
         qGuiApp, &QGuiApplication::commitDataRequest, &m_delegate,
         [this](QSessionManager&) { m_delegate.storeAssignments(); }, Qt::DirectConnection);
     platform.workspace->setQuitRequested([this] { terminate(); });
-    m_delegate.setQuit([this] { terminate(); });
+    // Closing the windows comes last, because it may hang with the X server.
+    m_delegate.setEnding([this](AppDelegate::Ending ending) {
+        if (ending == AppDelegate::Ending::Storing)
+            m_setDeadline(OrderlyEndSeconds, EXIT_FAILURE);
+        else
+            m_setDeadline(ClosingSeconds, EXIT_SUCCESS);
+    });
 
     running = this;
     [[maybe_unused]] static const int registered = std::atexit(endAtExit);
@@ -63,12 +69,8 @@ int RunningProgram::run(const QStringList& files)
     return exitCode;
 }
 
-// Closing the windows comes last, because it may hang with the X server.
 void RunningProgram::terminate()
 {
-    m_setDeadline(OrderlyEndSeconds, EXIT_FAILURE);
-    m_delegate.applicationWillTerminate();
-    m_setDeadline(ClosingSeconds, EXIT_SUCCESS);
     m_delegate.terminate();
 }
 
