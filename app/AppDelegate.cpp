@@ -40,6 +40,18 @@ void closeDialogs()
             dialog->reject();
     }
 }
+
+// An open menu of ours has the keyboard: it would take a key that is for the workstation, perhaps
+// as the mnemonic of an entry.
+void closeMenus()
+{
+    QWidget* menu = QApplication::activePopupWidget();
+    if (!menu)
+        return;
+    while (menu && menu->close())
+        menu = QApplication::activePopupWidget();
+    QGuiApplication::sync(); // the window system gives the keyboard back before the key is posted
+}
 } // namespace
 
 AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
@@ -55,6 +67,7 @@ AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& cl
     , m_windowCloseObserver(std::make_unique<WindowCloseObserver>(m_notificationCenter))
     , m_visibility(std::make_unique<QtApplicationVisibility>(*platform.workspace))
 {
+    m_keystrokes.setBeforePosting(&closeMenus);
     m_connection.setReleasesLost([this] { m_platform.keyEvents->releaseAll(); });
     m_connection.setListener(&m_activity);
     m_activeSenceTimer.setTimerType(Qt::PreciseTimer);

@@ -85,6 +85,8 @@ Keystroke KeystrokePoster::eventKeyPost(unsigned int buttonCode)
         return { index == LastButtonCode ? Keystroke::Outcome::NoSuchKey
                                          : Keystroke::Outcome::NoShortcut,
             {} };
+    if (m_beforePosting)
+        m_beforePosting();
     Results results;
     for (std::size_t record = 0; record < results.size(); ++record)
         results[record] = myEventPost(shortcutRecordOffset(record), *entry, keyDown);

@@ -6,7 +6,9 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace kestrel {
 
@@ -24,6 +26,9 @@ public:
     // does not permit.
     KeystrokePoster(const StoredAssignments& assignments, Workspace& workspace,
         KeyEvents& keyEvents, Permissions& permissions);
+
+    // Runs before the shortcuts of a console key are posted.
+    void setBeforePosting(std::function<void()> prepare) { m_beforePosting = std::move(prepare); }
 
     // `buttonCode` is the value from the console: 0 to 11 for the release of keys 1 to 12, 64 to 75
     // for their press. Other codes post nothing. Returns what became of it.
@@ -50,6 +55,7 @@ private:
     Workspace& m_workspace;
     KeyEvents& m_keyEvents;
     Permissions& m_permissions;
+    std::function<void()> m_beforePosting;
 };
 
 } // namespace kestrel

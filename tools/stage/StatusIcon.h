@@ -21,6 +21,9 @@ public:
     // Clicks the icon and then the first entry of its menu, which shows the plug-in panel. Throws
     // when there is no icon or no menu appears.
     void choosePanel() const;
+    // Clicks the icon. Returns where the menu is on the screen.
+    [[nodiscard]] Area openMenu() const;
+    void waitUntilMenuIsGone() const;
     // Clicks the icon and presses the entry's mnemonic. The window that gets the focus after the
     // menu may see the release of that key.
     void choose(char mnemonic) const;
@@ -28,8 +31,6 @@ public:
 private:
     [[nodiscard]] std::optional<ShownWindow> icon() const;
     [[nodiscard]] std::optional<ShownWindow> menu() const;
-    [[nodiscard]] Area openMenu() const;
-    void waitUntilMenuIsGone() const;
     void click(int x, int y) const;
     void xdotool(std::vector<std::string> arguments) const;
 
