@@ -31,6 +31,8 @@ const KeyPlan& KeyLedger::press(
     for (const XKeyCode modifier : modifiers) {
         if (modifier == key)
             continue;
+        if (!m_held.test(modifier) && m_lentModifiers.test(modifier))
+            continue;
         if (!m_held.test(modifier))
             down(modifier);
         m_standIns.reset(modifier);

@@ -58,6 +58,10 @@ public:
     // Until the first call, the ledger assumes that any key may be down.
     void setForeignKeys(const XKeySet& keys) { m_foreignKeys = keys; }
 
+    // Tells the ledger which keys other programs hold down on the keyboard through which we post. A
+    // press that names such a modifier uses it as it is: our own release would take it from them.
+    void setLentModifiers(const XKeySet& keys) { m_lentModifiers = keys; }
+
     // Forgets the keys that we held, because they are no longer held. The user's keys stay known.
     void forget();
 
@@ -76,6 +80,7 @@ private:
     XKeySet m_modifiers; // modifiers that we hold because a press named them
     XKeySet m_userModifiers;
     XKeySet m_foreignKeys = XKeySet().set();
+    XKeySet m_lentModifiers;
 };
 
 } // namespace kestrel

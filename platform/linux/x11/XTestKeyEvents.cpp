@@ -73,6 +73,7 @@ KeyEvents::Result XTestKeyEvents::post(
     if (direction == Direction::Up)
         return send(m_held.ledger().release(*key));
     m_held.ledger().setForeignKeys(m_keyboards.keysOfUser() | m_foreign);
+    m_held.ledger().setLentModifiers(m_foreign);
 
     std::array<XKeyCode, NamedModifiers.size()> modifiers;
     std::size_t count = 0;

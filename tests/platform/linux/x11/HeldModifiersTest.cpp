@@ -1,4 +1,7 @@
 #include "tests/platform/linux/x11/X11Bench.h"
+#include "tests/platform/linux/x11/XClient.h"
+
+#include <xcb/xtest.h>
 
 namespace kestrel::test {
 
@@ -105,6 +108,30 @@ TEST_F(HeldModifiers, following_them_costs_nothing_while_none_changes)
     EXPECT_EQ(session->connection.roundTrips(), before);
     settle();
     EXPECT_EQ(user->modifiers() & 1u, 1u);
+}
+
+TEST_F(HeldModifiers, one_that_another_program_holds_through_xtest_stays_with_it)
+{
+    const XClient other(server->display());
+    const auto post = [&](std::uint8_t type) {
+        xcb_test_fake_input(other.xcb(), type, Shift, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+        other.synchronise();
+        settle();
+        received();
+    };
+    post(XCB_KEY_PRESS);
+    pressShortcut(KeyS, Modifier::Shift);
+    EXPECT_EQ(received(), "S down Shift");
+    releaseShortcut(KeyS, Modifier::Shift);
+    EXPECT_EQ(received(), "S up Shift");
+    EXPECT_EQ(user->modifiers(), 1u) << "as it was before";
+    keyEvents->releaseAll();
+    settle();
+    EXPECT_EQ(user->modifiers(), 1u);
+    post(XCB_KEY_RELEASE);
+    EXPECT_EQ(user->modifiers(), 0u);
+    pressShortcut(KeyS, Modifier::Shift);
+    EXPECT_EQ(received(), "Shift down; S down Shift; Shift up Shift") << "it is ours again";
 }
 
 TEST_F(HeldModifiers, one_that_stood_in_at_the_end_is_not_left_down)
