@@ -22,8 +22,10 @@ MyWindowController::MyWindowController(const QString& windowNibName, WindowTrait
         return;
     loadWindow();
     awakeFromNib();
-    m_proportion = std::make_unique<PanelProportion>(*m_window, *m_plugInPanelView,
-        [this](QSize content) { return contentInProportion(content); });
+    m_proportion = std::make_unique<PanelProportion>(
+        *m_window, *m_plugInPanelView,
+        [this](QSize content) { return contentInProportion(content); },
+        [this] { return m_windowTraits.isSizeGiven(m_window->internalWinId()); });
     m_placement = std::make_unique<PanelPlacement>(*m_window, defaults);
     m_placement->restore();
     m_placement->followScreens();

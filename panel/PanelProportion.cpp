@@ -20,10 +20,12 @@ constexpr Qt::WindowStates GivenSize
     = Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized;
 } // namespace
 
-PanelProportion::PanelProportion(QWidget& window, QWidget& view, Better better)
+PanelProportion::PanelProportion(
+    QWidget& window, QWidget& view, Better better, IsSizeGiven isSizeGiven)
     : m_window(window)
     , m_view(view)
     , m_better(std::move(better))
+    , m_isSizeGiven(std::move(isSizeGiven))
 {
     m_settle.setSingleShot(true);
     m_settle.setInterval(SettleTime);
@@ -58,7 +60,7 @@ void PanelProportion::settled()
         m_refused = content;
         m_timesAsked = 0;
     }
-    if (isInProportion(content) || m_timesAsked == MostTimesAsked)
+    if (isInProportion(content) || m_timesAsked == MostTimesAsked || m_isSizeGiven())
         return;
     ++m_timesAsked;
     m_window.resize(m_better(content));

@@ -20,7 +20,11 @@ public:
     // Returns the content size to request in place of `content`.
     using Better = std::function<QSize(QSize content)>;
 
-    PanelProportion(QWidget& window, QWidget& view, Better better); // both outlive this object
+    // Tells whether the window system gives the size in a way that Qt does not tell.
+    using IsSizeGiven = std::function<bool()>;
+
+    // The window and its view outlive this object.
+    PanelProportion(QWidget& window, QWidget& view, Better better, IsSizeGiven isSizeGiven);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -31,6 +35,7 @@ private:
     QWidget& m_window;
     QWidget& m_view;
     Better m_better;
+    IsSizeGiven m_isSizeGiven;
     QTimer m_settle; // runs until a new size has stayed for 250 ms
     QSize m_refused; // the size of the window at the last request for a better one
     int m_timesAsked = 0; // the number of requests at that size

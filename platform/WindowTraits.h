@@ -25,6 +25,10 @@ public:
     // Puts a window that is shown before all others of its level, also while another application
     // is active, which QWidget::raise() does not do on every system.
     virtual void orderFront(NativeWindow window) = 0;
+
+    // True while the window system gives the window its size in a way that Qt does not tell, such as
+    // a window that is maximised in one direction only. May wait for the window system.
+    [[nodiscard]] virtual bool isSizeGiven(NativeWindow window) = 0;
 };
 
 } // namespace kestrel

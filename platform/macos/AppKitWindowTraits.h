@@ -13,6 +13,7 @@ public:
     void setFloating(NativeWindow view) override;
     void setNeverFocused(NativeWindow view) override;
     void orderFront(NativeWindow view) override;
+    bool isSizeGiven(NativeWindow) override { return false; } // Qt tells of every such state
 };
 
 } // namespace kestrel

@@ -106,7 +106,9 @@ public:
     void setFloating(NativeWindow) override { calls.push_back("floating"); }
     void setNeverFocused(NativeWindow) override { calls.push_back("never focused"); }
     void orderFront(NativeWindow) override { calls.push_back("front"); }
+    [[nodiscard]] bool isSizeGiven(NativeWindow) override { return sizeGiven; }
 
+    bool sizeGiven = false;
     std::vector<std::string> calls;
 };
 

@@ -79,6 +79,18 @@ void X11WindowTraits::setNeverFocused(NativeWindow window)
     m_connection.flush();
 }
 
+// Qt calls a window maximised only when it is so in both directions.
+bool X11WindowTraits::isSizeGiven(NativeWindow window)
+{
+    if (window == 0 || !m_connection.ensureOpen())
+        return false;
+    const Words states = X11Atoms::words(
+        m_connection, static_cast<xcb_window_t>(window), m_atoms.netWmState, MaxWords);
+    return std::ranges::any_of(states, [this](std::uint32_t state) {
+        return state == m_atoms.maximisedWide || state == m_atoms.maximisedHigh;
+    });
+}
+
 X11WindowTraits::Traits* X11WindowTraits::traitsOf(NativeWindow window)
 {
     if (window == 0 || !m_connection.ensureOpen())
@@ -97,7 +109,8 @@ void X11WindowTraits::connectionOpened()
     m_atoms = { atom("WM_PROTOCOLS"), atom("WM_TAKE_FOCUS"), atom("_NET_WM_STATE"),
         atom("_NET_WM_STATE_ABOVE"), atom("_NET_WM_STATE_SKIP_TASKBAR"),
         atom("_NET_WM_STATE_SKIP_PAGER"), atom("_NET_WM_WINDOW_TYPE"),
-        atom("_NET_WM_WINDOW_TYPE_UTILITY") };
+        atom("_NET_WM_WINDOW_TYPE_UTILITY"), atom("_NET_WM_STATE_MAXIMIZED_HORZ"),
+        atom("_NET_WM_STATE_MAXIMIZED_VERT") };
 }
 
 // Qt's windows are gone together with the server.

@@ -20,6 +20,7 @@ public:
     void setFloating(NativeWindow window) override;
     void setNeverFocused(NativeWindow window) override;
     void orderFront(NativeWindow) override { } // QWidget::raise() suffices
+    bool isSizeGiven(NativeWindow window) override;
 
 private:
     struct Traits {
@@ -30,7 +31,7 @@ private:
     };
     struct Atoms {
         xcb_atom_t wmProtocols, wmTakeFocus, netWmState, stateAbove, skipTaskbar, skipPager,
-            netWmWindowType, typeUtility;
+            netWmWindowType, typeUtility, maximisedWide, maximisedHigh;
     };
 
     void connectionOpened() override;

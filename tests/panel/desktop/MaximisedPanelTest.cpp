@@ -6,12 +6,12 @@ namespace kestrel::test {
 
 namespace {
 // A double click on the title of this panel maximises or restores it.
-class MaximisedPanel : public Desk, public testing::WithParamInterface<const char*> {
+class PanelOnLargeDesk : public Desk {
 protected:
-    MaximisedPanel()
+    explicit PanelOnLargeDesk(const char* argument)
         : Desk({ .screen = "2200x1400x24" })
     {
-        startPanel({ GetParam() });
+        startPanel({ argument });
         showPanel();
         drag(framePlace().x + 100, framePlace().y + 8, 700, 500);
     }
@@ -48,6 +48,22 @@ protected:
     {
         static_cast<void>(panel->linesUntilQuiet(stage::milliseconds(700)));
         settle();
+    }
+};
+
+class MaximisedPanel : public PanelOnLargeDesk, public testing::WithParamInterface<const char*> {
+protected:
+    MaximisedPanel()
+        : PanelOnLargeDesk(GetParam())
+    {
+    }
+};
+
+class HalfMaximisedPanel : public PanelOnLargeDesk {
+protected:
+    HalfMaximisedPanel()
+        : PanelOnLargeDesk("--traits")
+    {
     }
 };
 } // namespace
@@ -100,6 +116,31 @@ TEST_P(MaximisedPanel, gets_them_back_in_the_next_run)
     startPanel({ GetParam(), "--frame", frame });
     showPanel();
     EXPECT_EQ(panelPlace(), before);
+}
+
+// Qt does not tell of these states.
+TEST_F(HalfMaximisedPanel, keeps_the_size_that_the_window_manager_gives)
+{
+    const Place before = panelPlace();
+    for (const bool isHigh : { true, false }) {
+        const char* state
+            = isHigh ? "_NET_WM_STATE_MAXIMIZED_VERT" : "_NET_WM_STATE_MAXIMIZED_HORZ";
+        const auto set = [&](std::uint32_t isOn) {
+            constexpr std::uint32_t FromPager = 2;
+            workstation.tell(
+                panelWindow, "_NET_WM_STATE", { isOn, workstation.atom(state), 0, FromPager });
+        };
+        set(1);
+        waitUntil("the panel is maximised",
+            [&] { return isHigh ? panelPlace().height > 1000 : panelPlace().width > 2000; });
+        const Place given = panelPlace();
+        outlastCorrections();
+        EXPECT_EQ(panelPlace(), given) << state;
+        set(0);
+        waitUntil("the panel is restored", [&] { return panelPlace().width == before.width; });
+        outlastCorrections();
+        EXPECT_EQ(panelPlace(), before) << state;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(, MaximisedPanel, testing::Values("--traits", "--plain"),
