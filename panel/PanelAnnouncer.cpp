@@ -18,22 +18,38 @@ PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, AccessibilityListener list
     , m_listener(std::move(listener))
 {
     PlugInPanelAccessible::install();
-    for (std::size_t i = 0; i < m_knobNames.size(); ++i)
+    for (std::size_t i = 0; i < m_knobNames.size(); ++i) {
         m_knobNames[i] = PanelText::knobName(view.myZonesArray(), i);
+        m_knobs[i] = (*view.myKnobArray())[i];
+    }
+    m_rows.fill(QString());
+    m_lit.fill(false);
     m_pause.setSingleShot(true);
     m_pause.setInterval(Pause);
     connect(&m_pause, &QTimer::timeout, this, &PanelAnnouncer::announce);
     connect(&view, &PlugInPanelView::contentChanged, this, [this] {
-        if (m_listener.isActive() && !m_pause.isActive())
+        if (!m_listener.isActive())
+            m_hasMissed = true;
+        else if (!m_pause.isActive())
             m_pause.start();
     });
 }
 
 void PanelAnnouncer::announce()
 {
+    if (std::exchange(m_hasMissed, false))
+        forgetAnnounced();
     announceRows();
     announceKnobs();
     announceSwitches();
+}
+
+void PanelAnnouncer::forgetAnnounced()
+{
+    m_rows = {};
+    m_knobNames = {};
+    m_knobs = {};
+    m_lit = {};
 }
 
 void PanelAnnouncer::announceRows()
@@ -55,17 +71,18 @@ void PanelAnnouncer::announceKnobs()
         if (std::exchange(m_knobNames[i], name) != name)
             tell(QAccessible::NameChanged, PlugInPanelAccessible::FirstKnob + static_cast<int>(i));
         const std::uint8_t now = (*m_view.myKnobArray())[i];
-        announceKnob(i, KnobRing(std::exchange(m_knobs[i], now)), KnobRing(now));
+        announceKnob(i, std::exchange(m_knobs[i], now), KnobRing(now));
     }
 }
 
 // The description tells the mode, the lower lamp and the position; the value is the position alone.
-void PanelAnnouncer::announceKnob(std::size_t knob, KnobRing before, KnobRing now)
+void PanelAnnouncer::announceKnob(
+    std::size_t knob, std::optional<std::uint8_t> before, KnobRing now)
 {
     const int child = PlugInPanelAccessible::FirstKnob + static_cast<int>(knob);
-    if (before.position() != now.position())
+    if (!before || KnobRing(*before).position() != now.position())
         tellValue(child, now.position());
-    if (PanelText::ring(before) != PanelText::ring(now))
+    if (!before || PanelText::ring(KnobRing(*before)) != PanelText::ring(now))
         tell(QAccessible::DescriptionChanged, child);
 }
 

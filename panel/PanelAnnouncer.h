@@ -7,11 +7,13 @@
 #include <QTimer>
 
 #include <chrono>
+#include <optional>
 
 namespace kestrel {
 
 // Tells assistive technology what has changed on the panel, at most a few times a second. A value
-// that changes and changes back between two announcements is not announced.
+// that changes and changes back between two announcements is not announced. After changes that
+// nobody listened to, the next announcement tells everything.
 class PanelAnnouncer : public QObject {
     Q_OBJECT
 
@@ -23,9 +25,10 @@ public:
 
 private:
     void announce();
+    void forgetAnnounced();
     void announceRows();
     void announceKnobs();
-    void announceKnob(std::size_t knob, KnobRing before, KnobRing now);
+    void announceKnob(std::size_t knob, std::optional<std::uint8_t> before, KnobRing now);
     void announceSwitches();
     void tell(QAccessible::Event type, int child);
     void tellValue(int child, int value);
@@ -33,11 +36,12 @@ private:
     PlugInPanelView& m_view;
     AccessibilityListener m_listener;
     QTimer m_pause;
-    // The values that were announced last.
-    std::array<QString, 2> m_rows;
-    std::array<QString, PanelLayout::Knobs> m_knobNames;
-    PanelKnobs m_knobs {};
-    std::array<bool, PanelLayout::Switches> m_lit {};
+    bool m_hasMissed = false; // something has changed while nobody listened
+    // The values that were announced last; no value where a listener may have another one.
+    std::array<std::optional<QString>, 2> m_rows;
+    std::array<std::optional<QString>, PanelLayout::Knobs> m_knobNames;
+    std::array<std::optional<std::uint8_t>, PanelLayout::Knobs> m_knobs;
+    std::array<std::optional<bool>, PanelLayout::Switches> m_lit;
 };
 
 } // namespace kestrel

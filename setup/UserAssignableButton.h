@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include <functional>
+#include <optional>
 
 namespace kestrel {
 
@@ -89,9 +90,9 @@ private:
     std::function<void(const QString&)> m_renamed;
     QPointer<RenameBox> m_editBox;
     int m_tag = 0;
-    // The words that were announced last.
-    QString m_toldName;
-    QString m_toldShortcuts;
+    // The words that were announced last; no value where a listener may have heard others.
+    std::optional<QString> m_toldName;
+    std::optional<QString> m_toldShortcuts;
 };
 
 } // namespace kestrel

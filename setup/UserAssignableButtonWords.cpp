@@ -26,14 +26,18 @@ QString UserAssignableButton::spokenShortcuts() const
 // The button is not told of changes in its entry, so this compares the words at each display.
 void UserAssignableButton::announceWords()
 {
-    if (!AccessibilityListener::shared().isActive())
+    if (!AccessibilityListener::shared().isActive()) {
+        m_toldName.reset(); // whoever listens next may have heard something else
+        m_toldShortcuts.reset();
         return;
-    const auto tellIfChanged = [this](QString& told, const QString& now, QAccessible::Event type) {
-        if (std::exchange(told, now) == now)
-            return;
-        QAccessibleEvent event(this, type);
-        AccessibilityListener::shared().tell(&event);
-    };
+    }
+    const auto tellIfChanged
+        = [this](std::optional<QString>& told, const QString& now, QAccessible::Event type) {
+              if (std::exchange(told, now) == now)
+                  return;
+              QAccessibleEvent event(this, type);
+              AccessibilityListener::shared().tell(&event);
+          };
     tellIfChanged(m_toldName, spokenName(), QAccessible::NameChanged);
     tellIfChanged(m_toldShortcuts, spokenShortcuts(), QAccessible::DescriptionChanged);
 }

@@ -19,8 +19,12 @@ FieldAnnouncer::FieldAnnouncer(MyShortcutField& field)
 
 void FieldAnnouncer::fieldChanged()
 {
-    if (AccessibilityListener::shared().isActive() && !m_turn.isActive())
+    if (!AccessibilityListener::shared().isActive()) {
+        m_shortcut = m_field.shownShortcut(); // whoever listens next finds this
+        m_isRefused = m_field.bNotAvailable();
+    } else if (!m_turn.isActive()) {
         m_turn.start();
+    }
 }
 
 void FieldAnnouncer::announce()

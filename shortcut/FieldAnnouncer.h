@@ -13,14 +13,14 @@ class FieldAnnouncer {
 public:
     explicit FieldAnnouncer(MyShortcutField& field);
 
-    void fieldChanged(); // does nothing while no assistive technology listens
+    void fieldChanged(); // tells nothing while no assistive technology listens
 
 private:
     void announce();
 
     MyShortcutField& m_field;
     QTimer m_turn;
-    // The values that were announced last.
+    // The values that a listener has.
     QString m_shortcut;
     bool m_isRefused = false;
 };

@@ -6,6 +6,7 @@
 #include "tests/panel/MirroringPanel.h"
 
 #include <QAccessible>
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -15,6 +16,7 @@ namespace kestrel::test {
 namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 
 class Accessibility : public testing::Test, protected MirroringPanel {
 protected:
@@ -67,6 +69,7 @@ TEST_F(Accessibility, the_panel_has_two_rows_four_knobs_and_eight_lamps)
     ASSERT_NE(panel(), nullptr);
     EXPECT_EQ(panel()->text(QAccessible::Name), "Plug-in panel");
     EXPECT_EQ(panel()->childCount(), 14);
+    EXPECT_EQ(panel()->role(), QAccessible::Grouping);
     EXPECT_EQ(row(0)->role(), QAccessible::StaticText);
     EXPECT_EQ(knobItem(3)->role(), QAccessible::Dial);
     EXPECT_EQ(lampItem(7)->role(), QAccessible::CheckBox);
@@ -178,6 +181,12 @@ TEST_F(Accessibility, a_lamp_tells_whether_it_is_lit)
     EXPECT_EQ(lampItem(7)->text(QAccessible::Value), "unlit");
     EXPECT_TRUE(lampItem(6)->state().readOnly);
     EXPECT_EQ(row(0)->valueInterface(), nullptr);
+    for (const std::uint8_t number : { 0, 1, 2, 3 })
+        lamp(number, true);
+    for (int part = 0; part < PlugInPanelAccessible::FirstSwitch; ++part) {
+        EXPECT_FALSE(panel()->child(part)->state().checkable) << part;
+        EXPECT_FALSE(panel()->child(part)->state().checked) << part;
+    }
 }
 
 TEST_F(Accessibility, a_lamp_is_a_value_of_0_or_1_and_says_it_in_words)
@@ -223,6 +232,7 @@ TEST(AccessiblePanel, a_part_is_as_large_as_it_is_seen)
     const QRect knob = seen(2);
     EXPECT_TRUE(view.knobRect(0).contains(knob));
     EXPECT_GT(knob.width(), 90);
+    EXPECT_LT(knob.width(), view.knobRect(0).width());
     for (int child = 0; child < 14; ++child) {
         const QPoint middle = panel.child(child)->rect().center();
         EXPECT_EQ(panel.indexOfChild(panel.childAt(middle.x(), middle.y())), child);
@@ -305,15 +315,67 @@ TEST_F(Accessibility, a_change_of_the_mode_or_of_the_lower_lamp_alone_is_told)
     EXPECT_THAT(told, ElementsAre("words 2")) << "the lower lamp";
 }
 
-TEST_F(Accessibility, who_starts_to_listen_late_is_told_what_has_changed_so_far)
+TEST_F(Accessibility, who_starts_to_listen_late_is_told_everything_with_the_first_change)
 {
     active = false;
     knob(0, 0x05);
     active = true;
     lamp(3, true);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    EXPECT_THAT(told, IsSupersetOf({ "value 2 at 5", "words 2", "lamp 10", "value 10 at 1" }));
+    EXPECT_EQ(told.size(), 4U * 3U + 8U * 3U);
+    told.clear();
+    lamp(3, false);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    EXPECT_THAT(told, ElementsAre("lamp 10", "value 10 at 0", "words 10")) << "once only";
+}
+
+TEST_F(Accessibility, what_changes_back_after_a_time_without_listeners_is_told)
+{
+    display(0, "Threshold ");
+    knob(0, 0x05);
+    lamp(3, true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    active = false;
+    display(0, "Ratio     ");
+    knob(0, 0x07);
+    lamp(3, false);
+    active = true; // a listener that starts now reads the present values for itself
+    told.clear();
+    display(0, "Threshold ");
+    knob(0, 0x05);
+    lamp(3, true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
     EXPECT_THAT(
-        told, ElementsAre("value 2 at 5", "words 2", "lamp 10", "value 10 at 1", "words 10"));
+        told, IsSupersetOf({ "name 0", "name 2", "value 2 at 5", "words 2", "value 10 at 1" }));
+}
+
+TEST_F(Accessibility, nothing_is_told_while_nobody_listens)
+{
+    active = false;
+    knob(0, 0x05);
+    // An announcement of the next panel comes after one of this panel.
+    PlugInPanelView other({ 0, 0, 782, 220 });
+    bool isOtherTold = false;
+    new PanelAnnouncer(
+        other, { [] { return true; }, [&](QAccessibleEvent*) { isOtherTold = true; } });
+    other.updateDSParea(PanelMessages::knob(0, 0x05), true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isOtherTold; }));
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(Accessibility, changes_that_never_pause_are_told_three_times_a_second_at_most)
+{
+    QElapsedTimer time;
+    time.start();
+    int value = 0;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        knob(0, 1 + ++value % 11);
+        return !told.empty();
+    })) << "each change would put the announcement off";
+    constexpr double CoarseTimer = 0.95; // Qt's coarse timers may be early by a twentieth
+    EXPECT_GE(static_cast<double>(time.elapsed()),
+        CoarseTimer * static_cast<double>(PanelAnnouncer::Pause.count()));
 }
 
 TEST(PanelText, special_glyphs_read_as_what_they_show)

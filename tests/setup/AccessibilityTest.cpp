@@ -74,6 +74,14 @@ TEST(SetupAccessibility, controls_headings_and_legend_stand_in_reading_order)
     EXPECT_EQ(bench.window().child(31), nullptr);
 }
 
+TEST(SetupAccessibility, a_sheet_is_no_part_of_the_window)
+{
+    AccessibleBench bench;
+    bench.controller.save();
+    EXPECT_EQ(bench.names(), ReadingOrder);
+    QApplication::activeModalWidget()->close();
+}
+
 TEST(SetupAccessibility, each_part_has_its_role)
 {
     const AccessibleBench bench;
@@ -81,6 +89,7 @@ TEST(SetupAccessibility, each_part_has_its_role)
     EXPECT_EQ(role("User assignable keys"), QAccessible::Heading);
     EXPECT_EQ(role("Shortcuts"), QAccessible::Heading);
     EXPECT_EQ(role("⌘ Command"), QAccessible::StaticText);
+    EXPECT_TRUE(bench.named("⌘ Command").state().readOnly);
     EXPECT_EQ(role("User-assignable button 2"), QAccessible::RadioButton);
     EXPECT_EQ(role("Shortcut 1"), QAccessible::EditableText);
     for (const char* button : { "Load", "Save", "Clear shortcut 1", "Assign", "Cancel", "OK" })
@@ -235,6 +244,33 @@ TEST(SetupAccessibility, a_key_tells_its_number_its_name_and_its_shortcuts)
     EXPECT_EQ(accessible(bench.button(11)).text(QAccessible::Description), "");
 }
 
+TEST(SetupAccessibility, a_key_tells_whether_it_is_selected_and_pressed)
+{
+    const AccessibleBench bench;
+    for (const int key : { 0, 5 }) {
+        EXPECT_TRUE(accessible(bench.button(key)).state().checkable);
+        EXPECT_EQ(accessible(bench.button(key)).state().checked, key == 0);
+        EXPECT_FALSE(accessible(bench.button(key)).state().pressed);
+        bench.button(key).setDown(true);
+        EXPECT_TRUE(accessible(bench.button(key)).state().pressed);
+    }
+}
+
+TEST(SetupAccessibility, toggling_a_key_selects_it_alone_and_never_turns_it_off)
+{
+    const AccessibleBench bench;
+    const QString& toggle = QAccessibleActionInterface::toggleAction();
+    QAccessibleActionInterface& key = *accessible(bench.button(5)).actionInterface();
+    EXPECT_THAT(key.actionNames(), Contains(toggle));
+    EXPECT_THAT(key.actionNames(), Contains(QAccessibleActionInterface::setFocusAction()));
+    for (int i = 0; i < 2; ++i) {
+        key.doAction(toggle);
+        for (int other = 0; other < 12; ++other)
+            EXPECT_EQ(accessible(bench.button(other)).state().checked, other == 5) << other;
+    }
+    EXPECT_EQ(bench.field(0).stringValue(), "") << "the shortcuts of the key";
+}
+
 TEST(SetupAccessibility, renaming_is_an_action_of_a_key_with_a_shortcut)
 {
     const AccessibleBench bench;
@@ -242,10 +278,13 @@ TEST(SetupAccessibility, renaming_is_an_action_of_a_key_with_a_shortcut)
     const QString& action = UserAssignableButtonAccessible::RenameAction;
     ASSERT_TRUE(key.actionNames().contains(action));
     EXPECT_EQ(key.localizedActionName(action), "Rename");
+    EXPECT_EQ(key.localizedActionDescription(action), "Opens a box for the name of the key");
     key.doAction(action);
     ASSERT_NE(bench.button(0).editBox(), nullptr);
     EXPECT_TRUE(bench.button(0).editBox()->hasFocus());
     EXPECT_EQ(bench.names()[4], "Name of button 1") << "it stands after its key";
+    const QPoint inBox = bench.named("Name of button 1").rect().center();
+    EXPECT_EQ(bench.window().childAt(inBox.x(), inBox.y()), &bench.named("Name of button 1"));
     bench.button(0).editBox()->setPlainText("Store");
     bench.button(0).editBox()->document()->setModified(true);
     press(*bench.button(0).editBox(), Keys::Return);
@@ -285,6 +324,13 @@ TEST(SetupAccessibility, the_shortcut_of_a_field_is_its_value_and_its_text)
     EXPECT_EQ(field.textInterface()->characterCount(), shortcut.size());
     EXPECT_EQ(field.textInterface()->text(0, field.textInterface()->characterCount()), shortcut);
     EXPECT_EQ(field.textInterface()->text(1, 3), shortcut.mid(1, 2));
+    int start = -1;
+    int end = -1;
+    EXPECT_EQ(field.textInterface()->attributes(2, &start, &end), "");
+    EXPECT_EQ(std::pair(start, end), std::pair(0, static_cast<int>(shortcut.size())))
+        << "all of the text looks the same";
+    EXPECT_EQ(field.textInterface()->offsetAtPoint(field.rect().center()), 0);
+    EXPECT_EQ(field.textInterface()->offsetAtPoint(field.rect().topLeft() - QPoint(1, 1)), -1);
     click(bench.clear(1));
     EXPECT_EQ(field.text(QAccessible::Value), "");
     EXPECT_EQ(field.textInterface()->characterCount(), 0);
@@ -303,7 +349,7 @@ TEST(SetupAccessibility, a_text_that_breaks_into_two_lines_is_one_value)
 
 TEST(SetupAccessibility, not_available_is_an_alert_while_the_key_is_refused)
 {
-    const AccessibleBench bench;
+    AccessibleBench bench;
     press(bench.field(0), Keys::F3);
     QAccessibleInterface& field = accessible(bench.field(1));
     ASSERT_EQ(field.childCount(), 1);
@@ -311,6 +357,7 @@ TEST(SetupAccessibility, not_available_is_an_alert_while_the_key_is_refused)
     EXPECT_EQ(alert.role(), QAccessible::AlertMessage);
     EXPECT_EQ(alert.parent(), &field);
     EXPECT_EQ(field.indexOfChild(&alert), 0);
+    EXPECT_EQ(field.indexOfChild(&field), -1);
     EXPECT_TRUE(alert.state().invisible);
     press(bench.field(1), Keys::F5);
     EXPECT_EQ(alert.text(QAccessible::Name), "Not Available");
@@ -318,6 +365,11 @@ TEST(SetupAccessibility, not_available_is_an_alert_while_the_key_is_refused)
     EXPECT_EQ(alert.rect(), field.rect());
     EXPECT_EQ(field.text(QAccessible::Value), "") << "it is no shortcut";
     EXPECT_EQ(field.text(QAccessible::Description), "Not Available");
+    bench.controller.window()->hide();
+    EXPECT_TRUE(alert.state().invisible) << "the window is not shown";
+    bench.open();
+    press(bench.field(1), Keys::F5);
+    ASSERT_FALSE(alert.state().invisible);
     press(bench.field(1), Keys::A);
     EXPECT_TRUE(alert.state().invisible);
     EXPECT_EQ(field.text(QAccessible::Value), "A");

@@ -15,9 +15,13 @@ using testing::IsEmpty;
 // Records what assistive technology is told about keys and fields while it is switched on.
 class Listener {
 public:
-    explicit Listener(bool isActive = true)
+    Listener()
+        : Listener(AlwaysActive)
     {
-        AccessibilityListener::shared() = { [isActive] { return isActive; },
+    }
+    explicit Listener(const bool& isActive)
+    {
+        AccessibilityListener::shared() = { [&isActive] { return isActive; },
             [this](QAccessibleEvent* event) { listen(event); } };
     }
     ~Listener() { AccessibilityListener::shared() = {}; }
@@ -33,6 +37,8 @@ public:
     }
 
 private:
+    static constexpr bool AlwaysActive = true;
+
     void listen(QAccessibleEvent* event)
     {
         const QAccessibleInterface* about = event->accessibleInterface();
@@ -125,11 +131,33 @@ TEST(SetupAnnouncement, a_key_tells_its_new_name_and_shortcuts)
     EXPECT_THAT(listener.all(), ElementsAre("words: A"));
 }
 
+TEST(SetupAnnouncement, what_changes_back_after_a_time_without_listeners_is_told)
+{
+    SetupBench bench;
+    bench.give(1, 0, 0, 96, "F5");
+    bench.open();
+    bool isActive = true;
+    Listener listener(isActive);
+    bench.button(0).setUniqueName("Save");
+    press(bench.field(0), Keys::A);
+    static_cast<void>(listener.all());
+    isActive = false;
+    bench.button(0).setUniqueName("Undo");
+    press(bench.field(0), Keys::F3);
+    isActive = true;
+    bench.button(0).setUniqueName("Save");
+    press(bench.field(0), Keys::A);
+    EXPECT_THAT(listener.all(),
+        ElementsAre("name: User-assignable button 1, Save", "words: F5", "Shortcut 1 text: F3 -> A",
+            "Shortcut 1 value: A"));
+}
+
 TEST(SetupAnnouncement, nobody_is_told_while_no_assistive_technology_listens)
 {
     SetupBench bench;
     bench.open();
-    Listener listener(false);
+    const bool isActive = false;
+    Listener listener(isActive);
     press(bench.field(0), Keys::F3);
     press(bench.field(1), Keys::F5);
     bench.controller.assign();
