@@ -42,7 +42,7 @@ public:
         SessionUnavailable // the session takes no keys at present
     };
 
-    static constexpr std::size_t KeptBytes = 112; // more than the longest packet of the console
+    static constexpr std::size_t KeptBytes = 128; // more than the longest packet of the console
     static constexpr std::size_t TextBytes = 62;
 
     ActivityEvent() = default;

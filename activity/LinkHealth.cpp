@@ -11,6 +11,11 @@ namespace kestrel {
 using Kind = ActivityEvent::Kind;
 using Outcome = ActivityEvent::Outcome;
 
+bool LinkHealth::isGap(Duration interval)
+{
+    return interval >= BeatPeriod + BeatPeriod / 2.0;
+}
+
 void LinkHealth::note(const ActivityEvent& event)
 {
     switch (event.kind()) {
@@ -94,7 +99,8 @@ std::vector<LinkHealth::Duration> LinkHealth::intervals() const
 
 std::optional<LinkHealth::Duration> LinkHealth::jitter() const
 {
-    const auto beats = intervals();
+    auto beats = intervals();
+    std::erase_if(beats, isGap);
     if (beats.empty())
         return {};
     const Duration sum = std::accumulate(

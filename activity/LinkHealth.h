@@ -50,7 +50,10 @@ public:
     [[nodiscard]] std::optional<Clock::TimePoint> onlineSince() const { return m_onlineSince; }
     // The times between the last beats, oldest first.
     [[nodiscard]] std::vector<Duration> intervals() const;
-    // How far the last intervals are from one second on average; no value without an interval.
+    // True for an interval in which at least one beat is missing.
+    [[nodiscard]] static bool isGap(Duration interval);
+    // How far the last intervals without the gaps are from one second on average; no value without
+    // an interval.
     [[nodiscard]] std::optional<Duration> jitter() const;
     // Says in one sentence what is wrong now and what to do, in UTF-8. Empty when nothing is.
     [[nodiscard]] std::string complaint() const;

@@ -17,6 +17,17 @@ std::string keyOf(const ActivityEvent& event)
     return "key " + std::to_string((code & ~ConsoleProtocol::KeyPressed) + 1);
 }
 
+// The controllers of keys and lamps mean something only after their zone was selected.
+std::string ignoredWords(const ActivityEvent& event)
+{
+    using namespace ConsoleProtocol;
+    const auto bytes = event.bytes();
+    if (bytes.size() >= 3 && bytes[0] == ControlChange
+        && (bytes[1] == KeyPort || bytes[1] == LampPort))
+        return "nothing: no packet before it selected its zone";
+    return "nothing: unknown packet";
+}
+
 std::string frontWords(std::string_view inFront)
 {
     if (inFront.empty())
@@ -32,7 +43,7 @@ std::string OutcomeWords::describe(const ActivityEvent& event)
     const std::string text(event.text());
     switch (event.outcome()) {
     case Outcome::Ignored:
-        return "nothing: unknown packet";
+        return ignoredWords(event);
     case Outcome::Awaited:
         return {};
     case Outcome::Answered:

@@ -41,6 +41,20 @@ TEST(OutcomeWords, a_key_that_typed_nothing_says_why)
     EXPECT_EQ(words(Outcome::KeyUnknown, "F19"), "nothing: the keyboard has no key for F19");
 }
 
+TEST(OutcomeWords, a_packet_that_means_nothing_says_whether_it_might_have)
+{
+    const auto ignored = [](std::array<std::uint8_t, 3> bytes) {
+        ActivityEvent event(Kind::Packet, {});
+        event.setPacket(bytes);
+        event.setOutcome(Outcome::Ignored);
+        return OutcomeWords::describe(event);
+    };
+    EXPECT_EQ(ignored({ 0x80, 0x00, 0x00 }), "nothing: unknown packet");
+    EXPECT_EQ(ignored({ 0xB0, 0x07, 0x00 }), "nothing: unknown packet");
+    EXPECT_EQ(ignored({ 0xB0, 0x2F, 0x45 }), "nothing: no packet before it selected its zone");
+    EXPECT_EQ(ignored({ 0xB0, 0x2C, 0x45 }), "nothing: no packet before it selected its zone");
+}
+
 TEST(OutcomeWords, the_key_is_named_in_the_second_of_two_packets_too)
 {
     ActivityEvent event(Kind::Packet, {});

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "activity/ActivityLog.h"
+
+#include <string>
+
+// Writes what was recorded as a script for zenta-console, which can play it back.
+namespace kestrel::Recording {
+
+// Each packet from the console is sent at its time, counted from the first event. Comments say what
+// it was, what became of it and what happened to the link. A packet of which only the beginning was
+// kept is a comment too.
+[[nodiscard]] std::string script(const ActivityLog& log);
+
+// An event in one line for people.
+[[nodiscard]] std::string line(const ActivityEvent& event);
+
+} // namespace kestrel::Recording
