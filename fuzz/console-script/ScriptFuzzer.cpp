@@ -9,6 +9,7 @@ namespace kestrel::console {
 namespace {
 
 constexpr auto LongestTime = std::chrono::hours(1);
+constexpr auto LatestMoment = std::chrono::hours(25);
 
 // A file in memory, from which scripts are read as from standard input.
 class ScriptFile {
@@ -28,14 +29,29 @@ private:
 };
 
 struct Check {
+    const std::string& line;
+
     std::string operator()(const Nothing&) const { return {}; }
     std::string operator()(const SwitchHeartbeat&) const { return {}; }
     std::string operator()(const Show&) const { return {}; }
     std::string operator()(const Quit&) const { return {}; }
     std::string operator()(const Wait& wait) const { return time(wait.duration); }
     std::string operator()(const ExpectAnswer& expected) const { return time(expected.within); }
+    std::string operator()(const ExpectListener& expected) const { return time(expected.within); }
+    // What comes at a time is a command that comes at no time of its own.
+    std::string operator()(const At& at) const
+    {
+        if (at.time.count() < 0 || at.time > LatestMoment)
+            return "a moment out of range";
+        const Command command = parseCommand(at.command);
+        return std::holds_alternative<At>(command) || std::holds_alternative<Malformed>(command)
+            ? "a moment without a command"
+            : "";
+    }
     std::string operator()(const Malformed& malformed) const
     {
+        if (malformed.column < 1 || malformed.column > line.size() + 1)
+            return "refused outside the line";
         return malformed.reason.empty() ? "refused without a reason" : "";
     }
     // Each packet, written out as bytes, is the same packet again.
@@ -64,7 +80,7 @@ std::string scriptFault(std::span<const std::uint8_t> input)
         reader.readMore();
         while (const auto line = reader.next()) {
             lines += *line + '\n';
-            if (auto fault = std::visit(Check(), parseCommand(*line)); !fault.empty())
+            if (auto fault = std::visit(Check { *line }, parseCommand(*line)); !fault.empty())
                 return fault + " in: " + *line;
         }
     }

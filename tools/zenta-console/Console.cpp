@@ -1,25 +1,25 @@
 #include "tools/zenta-console/Console.h"
 
-#include "tools/zenta-console/EditingScene.h"
-
 #include <poll.h>
 
 #include <algorithm>
 #include <array>
 #include <iostream>
-#include <variant>
 
 namespace kestrel::console {
 
 namespace {
 constexpr auto BeatPeriod = std::chrono::seconds(1);
+constexpr auto LookForListener = std::chrono::milliseconds(10);
 } // namespace
 
-Console::Console(ConsolePorts& ports, int scriptDescriptor, int stopDescriptor)
+Console::Console(
+    ConsolePorts& ports, int scriptDescriptor, int stopDescriptor, const Options& options)
     : m_ports(ports)
     , m_script(scriptDescriptor)
     , m_stopDescriptor(stopDescriptor)
-    , m_nextBeat(Clock::now())
+    , m_options(options)
+    , m_nextBeat(options.beats ? std::optional(Clock::now()) : std::nullopt)
 {
 }
 
@@ -34,22 +34,23 @@ ExitCode Console::run()
             break;
         waitForSomething();
         reportArrivals();
-        checkExpectation();
+        checkExpectations();
     }
     return *m_exitCode;
 }
 
-int Console::timeoutMs() const
+std::optional<Console::Clock::duration> Console::timeout() const
 {
     std::optional<Clock::time_point> next;
-    for (const auto& moment : { m_nextBeat, m_waitUntil, m_answerUntil }) {
+    for (const auto& moment : { m_nextBeat, m_waitUntil, m_answerUntil, m_listenerUntil }) {
         if (moment && (!next || *moment < *next))
             next = moment;
     }
+    if (m_listenerUntil)
+        next = std::min(*next, Clock::now() + LookForListener);
     if (!next)
-        return -1;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - Clock::now()).count();
-    return static_cast<int>(std::max<std::int64_t>(left, 0));
+        return {};
+    return std::max(*next - Clock::now(), Clock::duration::zero());
 }
 
 void Console::waitForSomething()
@@ -57,7 +58,14 @@ void Console::waitForSomething()
     const int script = m_script.isAtEnd() ? -1 : m_script.descriptor();
     std::array<pollfd, 3> watched { { { m_ports.descriptor(), POLLIN, 0 },
         { m_stopDescriptor, POLLIN, 0 }, { script, POLLIN, 0 } } };
-    if (::poll(watched.data(), watched.size(), timeoutMs()) <= 0)
+    timespec time {};
+    const auto left = timeout();
+    if (left) {
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(*left);
+        time.tv_sec = seconds.count();
+        time.tv_nsec = std::chrono::nanoseconds(*left - seconds).count();
+    }
+    if (::ppoll(watched.data(), watched.size(), left ? &time : nullptr, nullptr) <= 0)
         return;
     if (watched[0].revents != 0)
         m_ports.lower();
@@ -94,92 +102,28 @@ void Console::reportArrivals()
         std::cout << (isTraffic ? "answer " : "stray midi_" + std::to_string(arrival.pair) + " ")
                   << hexText(arrival.packet) << " at " << arrival.monotonicUs << std::endl;
         if (isTraffic && arrival.packet == heartbeatAnswer())
-            m_answerUntil.reset();
+            expectationMet(m_answerUntil);
     }
 }
 
-void Console::checkExpectation()
+void Console::expectationMet(std::optional<Clock::time_point>& until)
 {
-    if (m_answerUntil && Clock::now() >= *m_answerUntil && !m_exitCode)
-        fail(ExpectationFailed,
-            "line " + std::to_string(m_lineNumber) + ": " + m_line + ": no answer "
-                + hexText(heartbeatAnswer()) + " came in time");
+    if (until)
+        m_begin = Clock::now();
+    until.reset();
 }
 
-void Console::followScript()
+void Console::checkExpectations()
 {
-    if (m_waitUntil && Clock::now() >= *m_waitUntil)
-        m_waitUntil.reset();
-    while (!m_exitCode && !m_isQuitting && !m_waitUntil && !m_answerUntil) {
-        if (!m_scene.empty()) {
-            playScene();
-            continue;
-        }
-        const auto line = m_script.next();
-        if (!line)
-            return;
-        ++m_lineNumber;
-        obey(*line);
-    }
-}
-
-void Console::playScene()
-{
-    const Command command = m_scene.front();
-    m_scene.pop_front();
-    std::visit([this](const auto& each) { obey(each); }, command);
-    if (m_scene.empty())
-        std::cout << "shown" << std::endl;
-}
-
-void Console::obey(const std::string& line)
-{
-    m_line = line;
-    std::visit([this](const auto& command) { obey(command); }, parseCommand(line));
-}
-
-void Console::obey(const Send& command)
-{
-    for (const Bytes& packet : command.packets) {
-        send(packet);
-        std::cout << "sent " << hexText(packet) << std::endl;
-    }
-}
-
-void Console::obey(const SwitchHeartbeat& command)
-{
-    if (command.on != m_nextBeat.has_value())
-        m_nextBeat = command.on ? std::optional(Clock::now()) : std::nullopt;
-    beat();
-}
-
-void Console::obey(const Wait& command)
-{
-    m_waitUntil = Clock::now() + command.duration;
-}
-
-void Console::obey(const ExpectAnswer& command)
-{
-    reportArrivals(); // answers that came before do not count
-    m_answerUntil = Clock::now() + command.within;
-}
-
-void Console::obey(const Show&)
-{
-    const auto scene = editingScene();
-    m_scene.assign(scene.begin(), scene.end());
-}
-
-void Console::obey(const Quit&)
-{
-    m_isQuitting = true;
-    m_nextBeat.reset();
-}
-
-void Console::obey(const Malformed& command)
-{
-    fail(
-        BadCommand, "line " + std::to_string(m_lineNumber) + ": " + m_line + ": " + command.reason);
+    if (m_listenerUntil && m_ports.hasListener())
+        expectationMet(m_listenerUntil);
+    const auto failIfLate = [this](const auto& until, const std::string& reason) {
+        if (until && Clock::now() >= *until && !m_exitCode)
+            fail(ExpectationFailed,
+                "line " + std::to_string(m_lineNumber) + ": " + m_line + ": " + reason);
+    };
+    failIfLate(m_answerUntil, "no answer " + hexText(heartbeatAnswer()) + " came in time");
+    failIfLate(m_listenerUntil, "no client was connected in time");
 }
 
 void Console::fail(ExitCode code, const std::string& reason)

@@ -1,63 +1,31 @@
 #include "tools/zenta-console/ConsoleCommand.h"
 
+#include "tools/zenta-console/ScriptWords.h"
+
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 
 namespace kestrel::console {
 
 namespace {
-constexpr std::string_view Blanks = " \t\r";
 constexpr int MaxMilliseconds = 3600 * 1000;
 constexpr std::size_t MaxPacketBytes = 32720; // the largest MIDI event that JACK carries
 
-std::string_view trimmed(std::string_view text)
+// What parseCommand() returns as Malformed.
+struct Refusal {
+    std::string reason;
+    const char* where; // in the line
+};
+
+[[noreturn]] void refuse(std::string_view where, std::string reason)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
-    return text.substr(0, text.find_last_not_of(Blanks) + 1);
+    throw Refusal { std::move(reason), where.data() };
 }
 
-// Cuts the next word off the front of `text` and returns it. Empty when there is no further word.
-std::string_view takeWord(std::string_view& text)
+[[noreturn]] void refuseExpecting(std::string_view where, const std::string& expected)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
-    const std::string_view word = text.substr(0, text.find_first_of(Blanks));
-    text.remove_prefix(word.size());
-    return word;
-}
-
-std::vector<std::string_view> wordsOf(std::string_view text)
-{
-    std::vector<std::string_view> words;
-    while (!trimmed(text).empty())
-        words.push_back(takeWord(text));
-    return words;
-}
-
-std::optional<int> parseNumber(std::string_view text, int base = 10)
-{
-    int number = 0;
-    const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number, base);
-    if (text.empty() || result.ec != std::errc() || result.ptr != end)
-        return {};
-    return number;
-}
-
-// Reads a decimal number, or a hexadecimal one after 0x. No value outside `least` to `most`.
-std::optional<int> numberBetween(std::string_view text, int least, int most)
-{
-    const bool isHex = text.starts_with("0x");
-    const auto number = isHex ? parseNumber(text.substr(2), 16) : parseNumber(text);
-    if (!number || *number < least || *number > most)
-        return {};
-    return number;
-}
-
-Malformed expected(const std::string& what)
-{
-    return { "expected " + what };
+    refuse(where, "expected " + expected);
 }
 
 std::string range(int least, int most)
@@ -69,38 +37,51 @@ Command parseButton(std::string_view arguments, Motion motion)
 {
     const auto button = numberBetween(trimmed(arguments), FirstButton, LastButton);
     if (!button)
-        return expected("one button, " + range(FirstButton, LastButton));
+        refuseExpecting(trimmed(arguments), "one button, " + range(FirstButton, LastButton));
     return Send { userButton(*button, motion) };
 }
 
 // The text begins one blank after the zone number and keeps its own blanks.
 Command parseDisplay(std::string_view arguments)
 {
-    const auto zone = numberBetween(takeWord(arguments), 0, LastZone);
+    const std::string_view word = takeWord(arguments);
+    const auto zone = numberBetween(word, 0, LastZone);
     if (!zone)
-        return expected("a zone, " + range(0, LastZone));
+        refuseExpecting(word, "a zone, " + range(0, LastZone));
     if (!arguments.empty())
         arguments.remove_prefix(1);
     if (arguments.ends_with('\r'))
         arguments.remove_suffix(1);
-    if (arguments.size() > ConsoleProtocol::ZoneCharacters)
-        return expected(
-            "at most " + std::to_string(ConsoleProtocol::ZoneCharacters) + " characters");
-    const bool isPlain = std::all_of(arguments.begin(), arguments.end(),
-        [](char character) { return static_cast<unsigned char>(character) < 0x80; });
-    if (!isPlain)
-        return expected("characters of 7 bits");
+    constexpr std::size_t Most = ConsoleProtocol::ZoneCharacters;
+    if (arguments.size() > Most)
+        refuseExpecting(arguments.substr(Most), "at most " + std::to_string(Most) + " characters");
+    const auto other = std::find_if(arguments.begin(), arguments.end(),
+        [](char character) { return static_cast<unsigned char>(character) >= 0x80; });
+    if (other != arguments.end())
+        refuseExpecting(arguments.substr(static_cast<std::size_t>(other - arguments.begin())),
+            "characters of 7 bits");
     return Send { { displayText(*zone, arguments) } };
+}
+
+// The two words of a command. Refuses at the first one that is missing or too many.
+std::array<std::string_view, 2> twoWords(std::string_view arguments, const std::string& expected)
+{
+    const auto words = wordsOf(arguments);
+    if (words.size() < 2)
+        refuseExpecting(arguments.substr(arguments.size()), expected);
+    if (words.size() > 2)
+        refuseExpecting(words[2], expected);
+    return { words[0], words[1] };
 }
 
 Command parseKnob(std::string_view arguments)
 {
-    const auto words = wordsOf(arguments);
-    const auto knob
-        = words.size() == 2 ? numberBetween(words[0], FirstKnob, LastKnob) : std::nullopt;
-    const auto value = knob ? numberBetween(words[1], 0, 127) : std::nullopt;
-    if (!value)
-        return expected("a knob, " + range(FirstKnob, LastKnob) + ", and a value, 0..127");
+    const std::string expected = "a knob, " + range(FirstKnob, LastKnob) + ", and a value, 0..127";
+    const auto [first, second] = twoWords(arguments, expected);
+    const auto knob = numberBetween(first, FirstKnob, LastKnob);
+    const auto value = numberBetween(second, 0, 127);
+    if (!knob || !value)
+        refuseExpecting(knob ? second : first, expected);
     return Send { { knobPosition(*knob, static_cast<std::uint8_t>(*value)) } };
 }
 
@@ -115,11 +96,12 @@ std::optional<bool> parseSwitch(std::string_view text)
 
 Command parseLamp(std::string_view arguments)
 {
-    const auto words = wordsOf(arguments);
-    const auto lamp = words.size() == 2 ? numberBetween(words[0], 0, LastLamp) : std::nullopt;
-    const auto on = lamp ? parseSwitch(words[1]) : std::nullopt;
-    if (!on)
-        return expected("a lamp, " + range(0, LastLamp) + ", and on or off");
+    const std::string expected = "a lamp, " + range(0, LastLamp) + ", and on or off";
+    const auto [first, second] = twoWords(arguments, expected);
+    const auto lamp = numberBetween(first, 0, LastLamp);
+    const auto on = parseSwitch(second);
+    if (!lamp || !on)
+        refuseExpecting(lamp ? second : first, expected);
     return Send { lampMessage(*lamp, *on ? Lamp::On : Lamp::Off) };
 }
 
@@ -127,7 +109,7 @@ Command parseHeartbeat(std::string_view arguments)
 {
     const auto on = parseSwitch(trimmed(arguments));
     if (!on)
-        return expected("on or off");
+        refuseExpecting(trimmed(arguments), "on or off");
     return SwitchHeartbeat { *on };
 }
 
@@ -137,43 +119,53 @@ Command parseSend(std::string_view arguments)
     for (const std::string_view word : wordsOf(arguments)) {
         const auto byte = word.size() <= 2 ? parseNumber(word, 16) : std::nullopt;
         if (!byte || *byte < 0)
-            return Malformed { std::string("\"").append(word).append(
-                "\" is not a byte of two hex digits") };
+            refuse(
+                word, std::string("\"").append(word).append("\" is not a byte of two hex digits"));
         packet.push_back(static_cast<std::uint8_t>(*byte));
     }
     if (packet.empty() || packet.size() > MaxPacketBytes)
-        return expected("1.." + std::to_string(MaxPacketBytes) + " bytes");
+        refuseExpecting(trimmed(arguments), "1.." + std::to_string(MaxPacketBytes) + " bytes");
     return Send { { packet } };
+}
+
+std::chrono::milliseconds parseMilliseconds(std::string_view text, const std::string& before = "")
+{
+    const auto number = numberBetween(text, 0, MaxMilliseconds);
+    if (!number)
+        refuseExpecting(text, before + "milliseconds, " + range(0, MaxMilliseconds));
+    return std::chrono::milliseconds(*number);
 }
 
 Command parseWait(std::string_view arguments)
 {
-    const auto duration = numberBetween(trimmed(arguments), 0, MaxMilliseconds);
-    if (!duration)
-        return expected("milliseconds, " + range(0, MaxMilliseconds));
-    return Wait { std::chrono::milliseconds(*duration) };
+    return Wait { parseMilliseconds(trimmed(arguments)) };
 }
 
 Command parseExpect(std::string_view arguments)
 {
-    const bool isAnswer = takeWord(arguments) == "answer";
-    const auto within = numberBetween(trimmed(arguments), 0, MaxMilliseconds);
-    if (!isAnswer || !within)
-        return expected("\"answer\" and milliseconds, " + range(0, MaxMilliseconds));
-    return ExpectAnswer { std::chrono::milliseconds(*within) };
+    const std::string_view what = takeWord(arguments);
+    const std::string_view time = trimmed(arguments);
+    if (what == "answer")
+        return ExpectAnswer { parseMilliseconds(time, "\"answer\" and ") };
+    if (what == "listener")
+        return ExpectListener { parseMilliseconds(time, "\"listener\" and ") };
+    refuseExpecting(
+        what, "\"answer\" or \"listener\" and milliseconds, " + range(0, MaxMilliseconds));
 }
+
+Command parseTimed(std::string_view arguments);
 
 Command parseShow(std::string_view arguments)
 {
     if (!trimmed(arguments).empty())
-        return expected("nothing after show");
+        refuseExpecting(trimmed(arguments), "nothing after show");
     return Show {};
 }
 
 Command parseQuit(std::string_view arguments)
 {
     if (!trimmed(arguments).empty())
-        return expected("nothing after quit");
+        refuseExpecting(trimmed(arguments), "nothing after quit");
     return Quit {};
 }
 
@@ -191,13 +183,13 @@ constexpr std::array Verbs {
     Verb { "heartbeat", parseHeartbeat },
     Verb { "send", parseSend },
     Verb { "wait", parseWait },
+    Verb { "at", parseTimed },
     Verb { "expect", parseExpect },
     Verb { "show", parseShow },
     Verb { "quit", parseQuit },
 };
-} // namespace
 
-Command parseCommand(std::string_view line)
+Command parseLine(std::string_view line)
 {
     std::string_view rest = line;
     const std::string_view name = takeWord(rest);
@@ -206,25 +198,31 @@ Command parseCommand(std::string_view line)
     const auto verb = std::find_if(
         Verbs.begin(), Verbs.end(), [name](const Verb& known) { return known.name == name; });
     if (verb == Verbs.end())
-        return Malformed { "unknown command \"" + std::string(name) + "\"" };
+        refuse(name, "unknown command \"" + std::string(name) + "\"");
     return verb->parse(rest);
 }
 
-std::string_view commandSummary()
+Command parseTimed(std::string_view arguments)
 {
-    return "Commands, one a line; empty lines and lines that begin with # are skipped:\n"
-           "  press N            user button N = 1..12 goes down (two packets)\n"
-           "  release N          user button N = 1..12 goes up (two packets)\n"
-           "  display ZONE TEXT  up to 10 characters of the large display, zone 0..9\n"
-           "  knob N VALUE       knob N = 1..4 shows VALUE = 0..127\n"
-           "  lamp N on|off      lamp N = 0..7 (two packets)\n"
-           "  heartbeat on|off   the beat of every second\n"
-           "  send HEX...        one packet as it stands\n"
-           "  wait MS            the next command comes after MS milliseconds\n"
-           "  expect answer MS   the heartbeat is answered within MS milliseconds from now\n"
-           "  show               plays a scene of a few seconds: an equaliser is edited on the\n"
-           "                     display, the knobs and the lamps; prints \"shown\" at its end\n"
-           "  quit               ends the program when all is sent\n";
+    const std::string_view word = takeWord(arguments);
+    const auto time = parseSeconds(word);
+    if (!time)
+        refuseExpecting(word, "seconds, " + range(0, MaxSeconds));
+    const Command command = parseLine(arguments);
+    if (std::holds_alternative<At>(command))
+        refuseExpecting(trimmed(arguments), "another command than \"at\"");
+    return At { *time, std::string(arguments) };
+}
+} // namespace
+
+Command parseCommand(std::string_view line)
+{
+    try {
+        return parseLine(line);
+    } catch (const Refusal& refusal) {
+        return Malformed { refusal.reason,
+            static_cast<std::size_t>(refusal.where - line.data()) + 1 };
+    }
 }
 
 } // namespace kestrel::console

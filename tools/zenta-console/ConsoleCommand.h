@@ -29,6 +29,16 @@ struct ExpectAnswer {
     std::chrono::milliseconds within {};
     bool operator==(const ExpectAnswer&) const = default;
 };
+struct ExpectListener { // a client is connected to the port that carries the traffic
+    std::chrono::milliseconds within {};
+    bool operator==(const ExpectListener&) const = default;
+};
+struct At {
+    // Since the script began or an expectation was last met.
+    std::chrono::microseconds time {};
+    std::string command; // what comes then; a command that parseCommand() takes, and no At
+    bool operator==(const At&) const = default;
+};
 struct Show { // plays the editing scene
     bool operator==(const Show&) const = default;
 };
@@ -37,11 +47,12 @@ struct Quit {
 };
 struct Malformed {
     std::string reason;
+    std::size_t column = 1; // of the word that is wrong, in bytes from 1
     bool operator==(const Malformed&) const = default;
 };
 
-using Command
-    = std::variant<Nothing, Send, SwitchHeartbeat, Wait, ExpectAnswer, Show, Quit, Malformed>;
+using Command = std::variant<Nothing, Send, SwitchHeartbeat, Wait, ExpectAnswer, ExpectListener, At,
+    Show, Quit, Malformed>;
 
 [[nodiscard]] Command parseCommand(std::string_view line);
 

@@ -83,6 +83,11 @@ int ConsolePorts::trafficPair() const
     return std::min(TrafficPair, static_cast<int>(m_outputs.size()));
 }
 
+bool ConsolePorts::hasListener() const
+{
+    return jack_port_connected(m_outputs[static_cast<std::size_t>(trafficPair()) - 1]) > 0;
+}
+
 bool ConsolePorts::send(const Bytes& packet)
 {
     if (!m_toSend.write(0, packet))

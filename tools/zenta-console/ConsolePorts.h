@@ -44,6 +44,8 @@ public:
     [[nodiscard]] std::vector<Arrival> takeArrivals();
     // True when the connected clients have had a whole cycle to read every packet.
     [[nodiscard]] bool isAllSent() const { return m_left.load() == m_pushed; }
+    // True when a client is connected to the output that carries the traffic.
+    [[nodiscard]] bool hasListener() const;
     [[nodiscard]] bool isServerGone() const { return m_isServerGone.load(); }
     [[nodiscard]] int trafficPair() const;
 

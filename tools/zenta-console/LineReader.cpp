@@ -16,6 +16,13 @@ void LineReader::readMore()
         m_isAtEnd = true;
 }
 
+void LineReader::rewind()
+{
+    ::lseek(m_descriptor, 0, SEEK_SET);
+    m_pending.clear();
+    m_isAtEnd = false;
+}
+
 std::optional<std::string> LineReader::next()
 {
     const auto end = m_pending.find('\n');

@@ -19,6 +19,9 @@ public:
     // input, the last line needs no line feed.
     [[nodiscard]] std::optional<std::string> next();
 
+    // Begins again at the start of a file.
+    void rewind();
+
     [[nodiscard]] int descriptor() const { return m_descriptor; }
     [[nodiscard]] bool isAtEnd() const { return m_isAtEnd; }
 

@@ -1,9 +1,11 @@
 #include "tools/zenta-console/Console.h"
+#include "tools/zenta-console/ScriptFile.h"
 
 #include <CLI/CLI.hpp>
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/signalfd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <iostream>
@@ -23,6 +25,13 @@ int takeStopSignals()
     sigaddset(&stop, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &stop, nullptr);
     return ::signalfd(-1, &stop, SFD_CLOEXEC);
+}
+
+// A pipe can be read only once, as it comes.
+bool isFile(int descriptor)
+{
+    struct stat status { };
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
 std::string footer()
@@ -48,6 +57,11 @@ int main(int argc, char** argv)
     app.add_option("--pairs", pairs, "Number of port pairs")
         ->check(CLI::Range(1, 32))
         ->capture_default_str();
+    Console::Options options;
+    app.add_option("--speed", options.speed, "Plays the times of the script that much faster")
+        ->check(CLI::Range(0.01, 1000.0))
+        ->capture_default_str();
+    app.add_flag("--loop", options.loops, "Begins again at the end of the script, which is a file");
     app.add_option("script", scriptPath, "File of commands; standard input without it");
     app.footer(footer());
     try {
@@ -63,12 +77,24 @@ int main(int argc, char** argv)
         std::cerr << "zenta-console: cannot read " << scriptPath << std::endl;
         return BadCommand;
     }
+    if (isFile(script)) {
+        const ScriptCheck check = checkScript(script);
+        if (check.fault) {
+            std::cerr << "zenta-console: " << (scriptPath.empty() ? "" : scriptPath + ": ")
+                      << *check.fault << std::endl;
+            return BadCommand;
+        }
+        options.beats = !check.beginsSilently;
+    } else if (options.loops) {
+        std::cerr << "zenta-console: --loop needs a script in a file" << std::endl;
+        return BadCommand;
+    }
     const int stop = takeStopSignals();
     try {
         ConsolePorts ports(name, pairs);
         std::cout << "ready " << name << ": " << pairs << " pairs, traffic on midi_"
                   << ports.trafficPair() << std::endl;
-        return Console(ports, script, stop).run();
+        return Console(ports, script, stop, options).run();
     } catch (const std::runtime_error& error) {
         std::cerr << "zenta-console: " << error.what() << std::endl;
         return ServerGone;

@@ -74,6 +74,48 @@ TEST(ConsoleCommand, the_rest_of_the_language)
     EXPECT_EQ(parseCommand("quit"), Command(Quit {}));
 }
 
+TEST(ConsoleCommand, a_command_can_come_at_a_moment)
+{
+    using std::chrono::microseconds;
+    EXPECT_EQ(parseCommand("at 1.5 press 7"), Command(At { microseconds(1500000), " press 7" }));
+    EXPECT_EQ(parseCommand("at 0.000001 quit"), Command(At { microseconds(1), " quit" }));
+    EXPECT_EQ(parseCommand("at 86400"), Command(At { std::chrono::hours(24), "" }));
+    EXPECT_EQ(
+        parseCommand("at 0 display 1  a "), Command(At { microseconds(0), " display 1  a " }));
+    EXPECT_EQ(parseCommand("expect listener 250"), Command(ExpectListener { milliseconds(250) }));
+}
+
+TEST(ConsoleCommand, a_moment_that_is_none_or_without_a_sound_command_is_refused)
+{
+    for (const auto* line : { "at", "at x quit", "at -1 quit", "at 1. quit", "at .5 quit",
+             "at 1.0000001 quit", "at 86401 quit", "at 1,5 quit" })
+        EXPECT_EQ(reasonFor(line), "expected seconds, 0..86400") << line;
+    EXPECT_EQ(reasonFor("at 1 at 2 quit"), "expected another command than \"at\"");
+    EXPECT_EQ(reasonFor("at 1 press 13"), "expected one button, 1..12");
+}
+
+TEST(ConsoleCommand, a_refusal_names_the_column_of_the_word)
+{
+    const auto column
+        = [](std::string_view line) { return std::get<Malformed>(parseCommand(line)).column; };
+    EXPECT_EQ(column("pres 7"), 1U);
+    EXPECT_EQ(column("  pres 7"), 3U);
+    EXPECT_EQ(column("press 13"), 7U);
+    EXPECT_EQ(column("press"), 6U);
+    EXPECT_EQ(column("knob 9 5"), 6U);
+    EXPECT_EQ(column("knob 1 x"), 8U);
+    EXPECT_EQ(column("knob 1"), 7U);
+    EXPECT_EQ(column("knob 1 2 3"), 10U);
+    EXPECT_EQ(column("lamp 1 On"), 8U);
+    EXPECT_EQ(column("display 0 01234567890"), 21U);
+    EXPECT_EQ(column("display 0 ab\xC3\xA9"), 13U);
+    EXPECT_EQ(column("send 90 0g"), 9U);
+    EXPECT_EQ(column("at 1.5 knob 1 x"), 15U);
+    EXPECT_EQ(column("at 1 at 2 quit"), 6U);
+    EXPECT_EQ(column("expect it 5"), 8U);
+    EXPECT_EQ(column("expect answer x"), 15U);
+}
+
 TEST(ConsoleCommand, an_unknown_command_is_named)
 {
     EXPECT_EQ(reasonFor("pres 7"), "unknown command \"pres\"");
@@ -123,7 +165,9 @@ TEST(ConsoleCommand, what_is_left_over_is_refused)
     EXPECT_EQ(reasonFor("wait"), "expected milliseconds, 0..3600000");
     EXPECT_EQ(reasonFor("wait 3600001"), "expected milliseconds, 0..3600000");
     EXPECT_EQ(reasonFor("wait 1 2"), "expected milliseconds, 0..3600000");
-    EXPECT_EQ(reasonFor("expect 5"), "expected \"answer\" and milliseconds, 0..3600000");
+    EXPECT_EQ(
+        reasonFor("expect 5"), "expected \"answer\" or \"listener\" and milliseconds, 0..3600000");
+    EXPECT_EQ(reasonFor("expect listener"), "expected \"listener\" and milliseconds, 0..3600000");
     EXPECT_EQ(reasonFor("expect answer"), "expected \"answer\" and milliseconds, 0..3600000");
     EXPECT_EQ(reasonFor("show it"), "expected nothing after show");
     EXPECT_EQ(reasonFor("quit now"), "expected nothing after quit");
@@ -131,9 +175,9 @@ TEST(ConsoleCommand, what_is_left_over_is_refused)
 
 TEST(ConsoleCommand, the_summary_names_every_command)
 {
-    for (const auto* name :
-        { "press N", "release N", "display ZONE TEXT", "knob N VALUE", "lamp N on|off",
-            "heartbeat on|off", "send HEX", "wait MS", "expect answer MS", "show", "quit" })
+    for (const auto* name : { "press N", "release N", "display ZONE TEXT", "knob N VALUE",
+             "lamp N on|off", "heartbeat on|off", "send HEX", "wait MS", "at SECONDS COMMAND",
+             "expect listener MS", "expect answer MS", "show", "quit" })
         EXPECT_NE(commandSummary().find(name), std::string_view::npos) << name;
 }
 

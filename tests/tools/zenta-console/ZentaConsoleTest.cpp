@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -37,6 +38,23 @@ public:
         console.writeLine(command);
         return console.waitForLineWith("", Soon);
     }
+};
+
+// A file of commands that goes with the test.
+class ScriptFile {
+public:
+    explicit ScriptFile(const std::string& commands) { std::ofstream(m_path) << commands; }
+    ~ScriptFile() { std::filesystem::remove(m_path); }
+    ScriptFile(const ScriptFile&) = delete;
+    ScriptFile& operator=(const ScriptFile&) = delete;
+
+    // For a command line.
+    [[nodiscard]] std::string quoted() const { return "\"" + m_path.string() + "\""; }
+    [[nodiscard]] std::string path() const { return m_path.string(); }
+
+private:
+    const std::filesystem::path m_path = std::filesystem::temp_directory_path()
+        / ("zenta-console-script-" + std::to_string(::getpid()));
 };
 
 using Packets = std::vector<Bytes>;
@@ -107,17 +125,15 @@ TEST_F(ZentaConsole, names_the_line_of_a_malformed_command_and_sends_nothing_aft
     console.writeLine("knob 2 5");
     EXPECT_EQ(console.waitForLineWith("", Soon), "sent B0 18 05");
     EXPECT_EQ(console.waitForLineWith("", Soon),
-        "zenta-console: line 2: knob 9 5: expected a knob, 1..4, and a value, 0..127");
+        "zenta-console: line 2, column 6: knob 9 5: expected a knob, 1..4, and a value, 0..127");
     EXPECT_EQ(console.wait(Soon), 2);
     EXPECT_FALSE(console.waitForLineWith("B0 19", Soon));
 }
 
 TEST_F(ZentaConsole, follows_a_script_from_a_file_and_sends_all_before_it_quits)
 {
-    const auto path = std::filesystem::temp_directory_path()
-        / ("zenta-console-script-" + std::to_string(::getpid()));
-    std::ofstream(path) << "expect answer 20000\nheartbeat off\nlamp 3 on\ndisplay 2 Gain\nquit";
-    ChildProcess console = start(std::string("\"").append(path.string()).append("\""));
+    const ScriptFile script("expect answer 20000\nheartbeat off\nlamp 3 on\ndisplay 2 Gain\nquit");
+    ChildProcess console = start(script.quoted());
     waitUntilReady(console);
     ASSERT_TRUE(send(connect(), { 0x90, 0x00, 0x7F })); // now it may go on
     EXPECT_EQ(console.wait(Soon), 0);
@@ -126,7 +142,99 @@ TEST_F(ZentaConsole, follows_a_script_from_a_file_and_sends_all_before_it_quits)
     ASSERT_TRUE(loop.runUntil([&] { return !packets.empty() && packets.back() == display; }, Soon));
     std::erase(packets, Bytes { 0x90, 0x00, 0x00 });
     EXPECT_EQ(packets, (Packets { { 0xB0, 0x0C, 0x1C }, { 0xB0, 0x2C, 0x43 }, display }));
-    std::filesystem::remove(path);
+}
+
+// The n-th packet comes n times the step after the first one. A busy machine delays a few of them.
+std::string evenScript(int packets, int stepMs)
+{
+    std::string script = "heartbeat off\nexpect listener 20000\n";
+    for (int n = 0; n < packets; ++n) {
+        const int time = 500 + n * stepMs;
+        script += "at " + std::to_string(time / 1000) + "."
+            + std::to_string(1000 + time % 1000).substr(1) + " send B0 18 " + (n % 2 ? "01" : "02")
+            + "\n";
+    }
+    return script;
+}
+
+milliseconds medianDistance(
+    const std::vector<PollMainLoop::Clock::time_point>& arrivals, std::chrono::microseconds step)
+{
+    std::vector<PollMainLoop::Clock::duration> distances;
+    for (std::size_t n = 0; n < arrivals.size(); ++n)
+        distances.push_back(arrivals[n] - arrivals[0] - step * n);
+    std::sort(distances.begin(), distances.end());
+    const auto median = distances[distances.size() / 2];
+    for (auto& distance : distances)
+        distance = std::chrono::abs(distance - median);
+    std::sort(distances.begin(), distances.end());
+    return std::chrono::ceil<milliseconds>(distances[distances.size() / 2]);
+}
+
+TEST_F(ZentaConsole, sends_a_recording_at_its_times)
+{
+    const ScriptFile script(evenScript(60, 30));
+    ChildProcess console = start(script.quoted());
+    waitUntilReady(console);
+    connect();
+    ASSERT_TRUE(waitForPackets(60));
+    EXPECT_LE(medianDistance(arrivals, 30ms), 2ms);
+}
+
+TEST_F(ZentaConsole, plays_faster_on_demand)
+{
+    const ScriptFile script(evenScript(60, 60));
+    ChildProcess console = start("--speed 4 " + script.quoted());
+    waitUntilReady(console);
+    connect();
+    ASSERT_TRUE(waitForPackets(60));
+    EXPECT_LE(medianDistance(arrivals, 15ms), 2ms);
+}
+
+TEST_F(ZentaConsole, begins_again_when_told_to_loop)
+{
+    const ScriptFile script("heartbeat off\nexpect listener 20000\nsend 01\nat 0.05 send 02\n");
+    ChildProcess console = start("--loop " + script.quoted());
+    waitUntilReady(console);
+    connect();
+    ASSERT_TRUE(waitForPackets(6));
+    packets.resize(6);
+    EXPECT_EQ(packets, (Packets { { 1 }, { 2 }, { 1 }, { 2 }, { 1 }, { 2 } }));
+    EXPECT_GE(arrivals[4] - arrivals[0], 90ms);
+}
+
+TEST_F(ZentaConsole, a_file_that_begins_silently_sends_no_beat)
+{
+    const ScriptFile script("# a comment\n\nheartbeat off\nexpect listener 20000\nsend 01\nquit\n");
+    ChildProcess console = start(script.quoted());
+    waitUntilReady(console);
+    connect();
+    EXPECT_EQ(console.wait(Soon), 0);
+    ASSERT_TRUE(waitForPackets(1));
+    EXPECT_EQ(packets, (Packets { { 1 } }));
+}
+
+TEST_F(ZentaConsole, without_a_listener_the_expectation_fails)
+{
+    const ScriptFile script("expect listener 50\nquit\n");
+    ChildProcess console = start(script.quoted());
+    waitUntilReady(console);
+    EXPECT_EQ(console.waitForLineWith("", Soon),
+        "zenta-console: line 1: expect listener 50: no client was connected in time");
+    EXPECT_EQ(console.wait(Soon), 1);
+}
+
+TEST_F(ZentaConsole, a_file_with_a_mistake_anywhere_sends_nothing_and_says_where_it_is)
+{
+    const ScriptFile script("send 01\n\nat 1 knob 9 5\n");
+    ChildProcess console = start(script.quoted());
+    EXPECT_EQ(console.waitForLineWith("", Soon),
+        "zenta-console: " + script.path()
+            + ": line 3, column 11: at 1 knob 9 5: expected a knob, 1..4, and a value, 0..127");
+    EXPECT_EQ(console.wait(Soon), 2);
+    ChildProcess piped = start("--loop");
+    EXPECT_EQ(piped.waitForLineWith("", Soon), "zenta-console: --loop needs a script in a file");
+    EXPECT_EQ(piped.wait(Soon), 2);
 }
 
 TEST_F(ZentaConsole, plays_the_editing_scene_and_goes_on_with_its_script)

@@ -27,8 +27,10 @@ void JackFixture::read(MIDIPacketList& list, void* readProcRefCon, void* srcConn
     auto* self = static_cast<JackFixture*>(readProcRefCon);
     EXPECT_EQ(srcConnRefCon, &self->idArray);
     ++self->lists;
-    while (const auto packet = list.next())
+    while (const auto packet = list.next()) {
         self->packets.emplace_back(packet->data.begin(), packet->data.end());
+        self->arrivals.push_back(PollMainLoop::Clock::now());
+    }
 }
 
 bool JackFixture::take(std::optional<std::uint32_t> created, std::uint32_t& reference)

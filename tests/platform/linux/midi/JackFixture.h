@@ -53,6 +53,7 @@ public:
     PollMainLoop loop;
     JackMIDIServices services { loop, Long };
     std::vector<Bytes> packets;
+    std::vector<PollMainLoop::Clock::time_point> arrivals; // of the packets, on the main loop
     std::vector<std::string> notifications; // "added source"
     int lists = 0;
     int losses = 0; // how often the services told of lost packets
