@@ -1,6 +1,6 @@
 #include "setup/SetupTables.h"
 #include "setup/UserAssignableButtonAccessible.h"
-#include "tests/setup/AccessibleTree.h"
+#include "tests/support/AccessibleTree.h"
 #include "tests/setup/SetupBench.h"
 
 #include <QAbstractButton>

@@ -1,5 +1,5 @@
 #include "common/AccessibilityListener.h"
-#include "tests/setup/AccessibleTree.h"
+#include "tests/support/AccessibleTree.h"
 #include "tests/setup/SetupBench.h"
 
 #include <QTest>

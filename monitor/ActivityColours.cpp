@@ -1,0 +1,58 @@
+#include "monitor/ActivityColours.h"
+
+#include <QPalette>
+
+namespace kestrel {
+
+const ActivityColours& ActivityColours::of(const QPalette& palette)
+{
+    const bool isDark = palette.color(QPalette::Window).lightness()
+        < palette.color(QPalette::WindowText).lightness();
+    return isDark ? dark() : light();
+}
+
+const ActivityColours& ActivityColours::dark()
+{
+    static const ActivityColours colours {
+        .headTop = { 0x2C, 0x2E, 0x31 },
+        .headBottom = { 0x1E, 0x20, 0x22 },
+        .list = { 0x12, 0x13, 0x14 },
+        .band = { 0x17, 0x18, 0x1A },
+        .selected = { 0x1E, 0x43, 0x46 },
+        .line = { 0x05, 0x05, 0x06 },
+        .text = { 0xE2, 0xE3, 0xE5 },
+        .dim = { 0x9B, 0x9F, 0xA4 },
+        .good = { 0x74, 0xD9, 0xCD },
+        .warning = { 0xFF, 0xBC, 0x5E },
+        .bad = { 0xFF, 0x8A, 0x78 },
+        .keyTop = { 0x4A, 0x4B, 0x4F },
+        .keyBottom = { 0x36, 0x37, 0x3A },
+        .keyEdge = { 0x08, 0x08, 0x09 },
+        .focus = { 0x6F, 0xE0, 0xD4 },
+    };
+    return colours;
+}
+
+const ActivityColours& ActivityColours::light()
+{
+    static const ActivityColours colours {
+        .headTop = { 0xF6, 0xF5, 0xF3 },
+        .headBottom = { 0xE6, 0xE4, 0xE1 },
+        .list = { 0xFD, 0xFC, 0xFB },
+        .band = { 0xF5, 0xF4, 0xF2 },
+        .selected = { 0xCB, 0xE8, 0xE5 },
+        .line = { 0xC6, 0xC3, 0xBF },
+        .text = { 0x1D, 0x1E, 0x20 },
+        .dim = { 0x5A, 0x5D, 0x61 },
+        .good = { 0x00, 0x65, 0x60 },
+        .warning = { 0x85, 0x4A, 0x00 },
+        .bad = { 0xA8, 0x21, 0x14 },
+        .keyTop = { 0xFF, 0xFF, 0xFE },
+        .keyBottom = { 0xEE, 0xEC, 0xE9 },
+        .keyEdge = { 0xA9, 0xA6, 0xA1 },
+        .focus = { 0x00, 0x7F, 0x79 },
+    };
+    return colours;
+}
+
+} // namespace kestrel

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "activity/LinkHealth.h"
+#include "monitor/ActivityModel.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <array>
+#include <chrono>
+
+class QHBoxLayout;
+
+namespace kestrel {
+
+class ActivityList;
+class HealthHeader;
+class MonitorButton;
+
+// The "Activity" window: the health of the link, and what the console has sent with what became of
+// it, as it happens. While it is hidden it does nothing.
+class ActivityWindow : public QWidget {
+public:
+    // How often the window takes in what has happened. A flood of events costs no more than this.
+    static constexpr std::chrono::milliseconds RefreshPeriod { 100 };
+
+    // All of them outlive the window.
+    struct Subject {
+        ActivityLog& log;
+        const LinkHealth& health;
+        const Clock& clock;
+    };
+
+    // `showPermission` leads the user to where the permission to post keys is given.
+    ActivityWindow(const Subject& subject, std::function<void()> showPermission);
+
+    // Takes in what has happened. A timer calls it while the window is shown.
+    void refresh();
+
+    [[nodiscard]] HealthHeader& header() { return *m_header; }
+    [[nodiscard]] ActivityList& list() { return *m_list; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    MonitorButton* addButton(const QString& text, const QString& description,
+        void (ActivityWindow::*act)(), QHBoxLayout& bar);
+    [[nodiscard]] QHBoxLayout* makeBar();
+    void addFilters(QHBoxLayout& bar);
+    void filter();
+    void pause();
+    void clear();
+    void copy();
+    void save();
+
+    ActivityLog& m_log;
+    ActivityModel m_model;
+    HealthHeader* m_header;
+    ActivityList* m_list;
+    std::array<MonitorButton*, EventGroups> m_filters {};
+    MonitorButton* m_pause = nullptr;
+    QTimer m_refresh;
+};
+
+} // namespace kestrel

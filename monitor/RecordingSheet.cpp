@@ -1,0 +1,39 @@
+#include "monitor/RecordingSheet.h"
+
+#include "archive/AtomicFile.h"
+
+#include <QMessageBox>
+
+namespace kestrel {
+
+RecordingSheet::RecordingSheet(std::string script, QWidget& window)
+    : QFileDialog(&window, QStringLiteral("Save Activity"))
+    , m_script(std::move(script))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowModality(Qt::WindowModal);
+    setAcceptMode(AcceptSave);
+    setFileMode(AnyFile);
+    setNameFilter(QStringLiteral("Console scripts (*.txt)"));
+    setDefaultSuffix(QStringLiteral("txt"));
+    selectFile(QStringLiteral("recording.txt"));
+    connect(this, &QDialog::accepted, this, &RecordingSheet::save);
+}
+
+void RecordingSheet::save()
+{
+    const QString path = selectedUrls().value(0).toLocalFile();
+    if (path.isEmpty())
+        return;
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(m_script.data());
+    const AtomicFile::Result result = AtomicFile::write(path, { bytes, m_script.size() });
+    if (result)
+        return;
+    auto* const alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Save Activity"),
+        QStringLiteral("The recording could not be saved."), QMessageBox::Ok, parentWidget());
+    alert->setInformativeText(result.problem);
+    alert->setAttribute(Qt::WA_DeleteOnClose);
+    alert->open();
+}
+
+} // namespace kestrel
