@@ -1,15 +1,13 @@
 #include "app/AppDelegate.h"
 
-#include "app/BundleInfo.h"
 #include "app/LoginItemChoice.h"
 #include "app/NoticeItems.h"
 #include "app/QtApplicationVisibility.h"
 #include "app/TrayStatusItem.h"
 #include "link/ConsoleProtocol.h"
-#include "panel/DSPWindow.h"
+#include "monitor/ActivityWindow.h"
 #include "panel/MyWindowController.h"
 #include "platform/Platform.h"
-#include "setup/SetupWindow.h"
 #include "setup/UserAssinableWindowController.h"
 #include "setup/WindowCloseObserver.h"
 #include "ui_MainMenu.h"
@@ -17,7 +15,6 @@
 #include <QApplication>
 #include <QDialog>
 #include <QMainWindow>
-#include <QMessageBox>
 
 #include <chrono>
 #include <cstdlib>
@@ -29,7 +26,6 @@ static_assert(KeystrokePoster::PressedBit == ConsoleProtocol::KeyPressed);
 
 namespace {
 constexpr std::chrono::seconds SupervisionInterval { 5 };
-constexpr std::string_view ConsolePreferences = "/Library/PreferencePanes/HolvikZentaMIDI.prefPane";
 
 // Native dialogs too, which have no QWindow of their own to close.
 void closeDialogs()
@@ -56,6 +52,7 @@ void closeMenus()
 
 AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& clock)
     : m_platform(platform)
+    , m_clock(clock)
     , m_activity(clock)
     , m_keyPermission(*platform.permissions, *platform.notices)
     , m_assignments(*platform.defaults, platform.recoveryFile)
@@ -72,8 +69,10 @@ AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& cl
     m_connection.setListener(&m_activity);
     m_activeSenceTimer.setTimerType(Qt::PreciseTimer);
     m_activeSenceTimer.setInterval(SupervisionInterval);
-    connect(
-        &m_activeSenceTimer, &QTimer::timeout, this, [this] { m_connection.checkActiveSence(); });
+    connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] {
+        m_connection.checkActiveSence();
+        m_activity.notePermission(m_keyPermission.mayPostKeyEvents());
+    });
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -121,6 +120,7 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->openDocument, &QAction::triggered, this, &AppDelegate::openDocument);
     connect(m_mainMenu->saveDocument, &QAction::triggered, this, &AppDelegate::saveDocument);
     connect(m_mainMenu->userAssign, &QAction::triggered, this, &AppDelegate::userAssign);
+    connect(m_mainMenu->activity, &QAction::triggered, this, &AppDelegate::showActivity);
     connect(m_mainMenu->kestrel, &QAction::triggered, this, &AppDelegate::kestrel);
     connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
@@ -174,65 +174,6 @@ void AppDelegate::logIfNotStored(bool isStored) const
         qWarning("The assignments could not be stored: %s", m_assignments.problem().c_str());
 }
 
-void AppDelegate::newDocument()
-{
-    if (!m_connection.isProTools())
-        m_myWindowController->initMessage();
-    DSPWindow* const panel = m_myWindowController->window();
-    const bool wasVisible = m_myWindowController->isVisible(); // never hidden with the application
-    m_myWindowController->showWindow();
-    if (!wasVisible) {
-        m_myWindowController->setNeedDisplay();
-        return;
-    }
-    m_visibility->activate();
-    panel->raise(); // it never becomes the key window
-}
-
-void AppDelegate::kestrel()
-{
-    // If the driver is not installed, there is nothing to open and no error to report.
-    static_cast<void>(m_platform.workspace->openFile(ConsolePreferences));
-}
-
-void AppDelegate::userAssign()
-{
-    const bool wasVisible = m_visibility->shows(*m_userAssignableWindowController->window());
-    m_userAssignableWindowController->showWindow();
-    m_visibility->activate();
-    m_userAssignableWindowController->makeKeyAndOrderFront();
-    if (!wasVisible)
-        m_userAssignableWindowController->setupUI(*m_assignments.myUserAssignFile());
-}
-
-void AppDelegate::about()
-{
-    // Some trays allow their menu while a modal window is open. A sheet is modal only to its own
-    // window, so it does not count.
-    QWidget* const open = QApplication::activeModalWidget();
-    if (open && open->windowModality() != Qt::WindowModal) {
-        open->activateWindow();
-        return;
-    }
-    QMessageBox alert(QMessageBox::Warning, QStringLiteral("ZENTA Kestrel"),
-        QStringLiteral("ZENTA Kestrel"), QMessageBox::Ok);
-    alert.setInformativeText(aboutInstalled());
-    m_visibility->activate(); // else the alert would open behind other windows
-    alert.exec();
-
-    const bool panelWasVisible = m_myWindowController->isVisible();
-    if (!panelWasVisible && m_visibility->shows(*m_userAssignableWindowController->window()))
-        return;
-    m_visibility->hide();
-    if (panelWasVisible)
-        m_myWindowController->showWindow();
-}
-
-void AppDelegate::quit()
-{
-    terminate();
-}
-
 // QCoreApplication::quit() would ask AppKit to end the program, and AppKit refuses that while a
 // modal window or a sheet is open. The set is stored before the windows close, which may take long,
 // and the places of the windows after that.
@@ -277,6 +218,11 @@ void AppDelegate::redrawDSParea(const MIDIMessage& message)
 {
     m_myWindowController->redrawDSParea(message);
     m_activity.noteShown();
+}
+
+void AppDelegate::eventKeyPost(unsigned int buttonCode)
+{
+    m_activity.noteKey(m_keystrokes.eventKeyPost(buttonCode));
 }
 
 } // namespace kestrel

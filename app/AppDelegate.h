@@ -21,6 +21,7 @@ class QMainWindow;
 
 namespace kestrel {
 
+class ActivityWindow;
 class LoginItemChoice;
 class MyWindowController;
 class NoticeItems;
@@ -60,6 +61,8 @@ public:
     // The timer runs from launch to termination.
     [[nodiscard]] QTimer& activeSenceTimer() { return m_activeSenceTimer; }
     [[nodiscard]] ActivityRecorder& activity() { return m_activity; }
+    // Null until it is first shown.
+    [[nodiscard]] ActivityWindow* activityWindow() const { return m_activityWindow.get(); }
     // Null until the application has launched.
     [[nodiscard]] MyWindowController* myWindowController() const
     {
@@ -79,6 +82,7 @@ public slots:
     void openDocument() { } // the setup window opens and saves files
     void saveDocument() { }
     void userAssign();
+    void showActivity();
     void kestrel();
     void about();
     void quit();
@@ -93,12 +97,10 @@ private:
     void answerHeartbeat() override { m_activity.noteHeartbeat(m_connection.answerHeartbeat()); }
     void redrawLCDdisplay(const MIDIMessage& message) override;
     void redrawDSParea(const MIDIMessage& message) override;
-    void eventKeyPost(unsigned int buttonCode) override
-    {
-        m_activity.noteKey(m_keystrokes.eventKeyPost(buttonCode));
-    }
+    void eventKeyPost(unsigned int buttonCode) override;
 
     Platform& m_platform;
+    const Clock& m_clock;
     ActivityRecorder m_activity;
     KeyPermission m_keyPermission;
     StoredAssignments m_assignments;
@@ -116,6 +118,7 @@ private:
     std::unique_ptr<TrayStatusItem> m_statusItem;
     std::unique_ptr<MyWindowController> m_myWindowController;
     std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;
+    std::unique_ptr<ActivityWindow> m_activityWindow; // made when it is first shown
     QTimer m_activeSenceTimer;
     bool m_terminated = false;
     std::function<void(Ending)> m_ending = [](Ending) {};

@@ -16,14 +16,22 @@ void KeyPermission::requestKeyEvents()
         m_system.requestKeyEvents();
 }
 
+// The system's question offers the settings too, and adds the program to their list.
+void KeyPermission::offer()
+{
+    if (m_requested)
+        showKeyEventSettings();
+    else
+        requestKeyEvents();
+}
+
 std::vector<Notice> KeyPermission::current()
 {
     std::vector<Notice> notices = m_session.current();
     if (m_system.mayPostKeyEvents())
         return notices;
-    // The system's question offers the settings too, and adds the program to their list.
-    const auto act = [this] { m_requested ? showKeyEventSettings() : requestKeyEvents(); };
-    notices.insert(notices.begin(), { "Keys Need the Accessibility Permission…", act });
+    notices.insert(
+        notices.begin(), { "Keys Need the Accessibility Permission…", [this] { offer(); } });
     return notices;
 }
 

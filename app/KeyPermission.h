@@ -17,6 +17,9 @@ public:
     void requestKeyEvents() override;
     void showKeyEventSettings() override { m_system.showKeyEventSettings(); }
 
+    // Leads the user to where the permission is given.
+    void offer();
+
     // The missing permission first, then the notices of the session.
     std::vector<Notice> current() override;
 

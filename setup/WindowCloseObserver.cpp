@@ -24,6 +24,15 @@ WindowCloseObserver::WindowCloseObserver(NotificationCenter& notificationCenter)
     qApp->installEventFilter(this);
 }
 
+bool WindowCloseObserver::isExcepted(const QWidget& window) const
+{
+    for (const QWidget* each = &window; m_excepted && each; each = each->parentWidget()) {
+        if (each == m_excepted)
+            return true;
+    }
+    return false;
+}
+
 // Qt hides a window that agrees to close before QWidget::close() returns. The queued call forgets a
 // window that refuses.
 bool WindowCloseObserver::eventFilter(QObject* watched, QEvent* event)
@@ -32,7 +41,7 @@ bool WindowCloseObserver::eventFilter(QObject* watched, QEvent* event)
         return false;
     auto* window = qobject_cast<QWidget*>(watched);
     if (!window || !window->isWindow() || !isOrdinaryWindow(*window)
-        || qobject_cast<QMessageBox*>(window))
+        || qobject_cast<QMessageBox*>(window) || isExcepted(*window))
         return false;
     if (event->type() == QEvent::Close) {
         m_closing = window;

@@ -85,8 +85,8 @@ TEST_F(Activity, a_packet_does_not_inherit_what_became_of_the_one_before)
     bench.receive(ZoneOfA);
     bench.receive({ 0xB0, 0x2F, 0x45 }); // no zone was selected before
     EXPECT_THAT(story(activity),
-        ElementsAre(
-            "Display zone 0: AAAAAAAAAA → shown", "Key 6 pressed → nothing: unknown packet"));
+        ElementsAre("Display zone 0: AAAAAAAAAA → shown",
+            "Key 6 pressed → nothing: no packet before it selected its zone"));
 }
 
 TEST_F(Activity, a_state_that_lasts_is_told_once)

@@ -1,3 +1,6 @@
+#include "monitor/ActivityWindow.h"
+#include "monitor/HealthHeader.h"
+#include "monitor/MonitorButton.h"
 #include "panel/DSPWindow.h"
 #include "panel/PlugInPanelView.h"
 #include "setup/SetupWindow.h"
@@ -88,6 +91,49 @@ TEST(ApplicationWindows, closing_the_panel_hides_the_application_and_drops_what_
     EXPECT_FALSE(bench.setup().isVisible());
     const ButtonEntry restored = bench.setup().myShortcutArray()->value(1).array();
     EXPECT_EQ(restored->at(ShortcutRecord::Text).text(), QString());
+}
+
+TEST(ApplicationWindows, the_menu_opens_the_activity_window_and_its_closing_drops_nothing)
+{
+    Bench bench;
+    bench.delegate->userAssign();
+    const ButtonEntry working = bench.setup().myShortcutArray()->value(1).array();
+    working->replace(ShortcutRecord::Text, QStringLiteral("S"));
+    EXPECT_EQ(bench.delegate->activityWindow(), nullptr);
+    bench.workspace.calls.clear();
+    for (QAction* const item : LaunchedBench::menu().actions()) {
+        if (item->text() == QStringLiteral("Acti&vity…"))
+            item->trigger();
+    }
+    ASSERT_NE(bench.delegate->activityWindow(), nullptr);
+    EXPECT_TRUE(bench.delegate->activityWindow()->isVisible());
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
+
+    bench.delegate->activityWindow()->close();
+    EXPECT_FALSE(bench.delegate->activityWindow()->isVisible());
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
+    EXPECT_TRUE(bench.setup().isVisible());
+    EXPECT_EQ(working->at(ShortcutRecord::Text).text(), QStringLiteral("S"));
+    bench.delegate->showActivity();
+    EXPECT_TRUE(bench.delegate->activityWindow()->isVisible());
+}
+
+TEST(ApplicationWindows, the_activity_window_leads_to_the_permission_until_it_is_there)
+{
+    Bench bench;
+    bench.permissions.granted = false;
+    bench.tick();
+    bench.delegate->showActivity();
+    MonitorButton* const button = bench.delegate->activityWindow()->header().permissionButton();
+    ASSERT_TRUE(button->isVisible());
+    button->click();
+    button->click();
+    EXPECT_EQ(bench.permissions.requests, 1);
+    EXPECT_EQ(bench.permissions.settingsShown, 1);
+    bench.permissions.granted = true;
+    bench.tick();
+    bench.delegate->activityWindow()->refresh();
+    EXPECT_FALSE(button->isVisible());
 }
 
 TEST(ApplicationWindows, choosing_the_setup_window_gives_it_the_keyboard)
