@@ -27,7 +27,8 @@ std::vector<CandidateKind> allKinds(const Options& options)
         { "floor --delay-us 1000", { floor, "--delay-us", "1000" } },
         { "xdotool", { (options.programs / "spawn-keys").string() } },
         { "kestrel", { options.kestrel.string() }, true },
-        { "kestrel with panel", { options.kestrel.string() }, true, true } };
+        { "kestrel with panel", { options.kestrel.string() }, true, true },
+        { "kestrel with activity", { options.kestrel.string() }, true, false, true } };
     if (!options.baseline.empty())
         kinds.push_back({ "baseline", { options.baseline.string() }, true });
     return kinds;
@@ -82,6 +83,8 @@ Candidate::Candidate(Stage& stage, const CandidateKind& kind)
     waitForAnswer();
     if (m_kind.showsPanel)
         m_stage.showPanel();
+    if (m_kind.showsActivity)
+        m_stage.showActivity();
     m_stage.console().setHeartbeatEachSecond(true);
     warmUp();
 }

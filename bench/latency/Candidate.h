@@ -16,6 +16,7 @@ struct CandidateKind {
     bool connectsItself = false; // the utility does so once it sees the workstation run
     // The panel is opened from the icon in the tray before the measurement.
     bool showsPanel = false;
+    bool showsActivity = false; // likewise its window of events
 };
 
 // The name of the row whose figures divide those of all other rows.

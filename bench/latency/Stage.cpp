@@ -1,7 +1,6 @@
 #include "bench/latency/Stage.h"
 
 #include "tools/stage/Patience.h"
-#include "tools/stage/StatusIcon.h"
 
 #include <sys/prctl.h>
 
@@ -10,6 +9,12 @@
 
 namespace kestrel::bench {
 
+namespace {
+constexpr stage::milliseconds Timeout { 10000 };
+constexpr std::string_view PanelTitle = "Plug-in Panel";
+constexpr std::string_view ActivityTitle = "Activity";
+} // namespace
+
 Stage::Stage()
     : m_window(m_x.display())
     , m_console(m_jack.name())
@@ -17,25 +22,38 @@ Stage::Stage()
     ::prctl(PR_SET_NAME, "Pro Tools");
 }
 
-void Stage::showPanel()
+stage::StatusIcon Stage::statusIcon()
 {
-    constexpr stage::milliseconds Timeout { 10000 };
     if (!std::exchange(m_hasTray, true))
         m_x.startTray();
-    const stage::StatusIcon icon(m_x.display(), m_x.environment());
+    stage::StatusIcon icon(m_x.display(), m_x.environment());
     const auto hasIcon = [&] { return icon.face() != stage::StatusIcon::Face::None; };
     if (!stage::comesTrue(hasIcon, Timeout))
         throw std::runtime_error("the utility has no icon in the tray");
-    icon.choosePanel();
-    if (!stage::comesTrue([this] { return panelArea().has_value(); }, Timeout))
+    return icon;
+}
+
+void Stage::showPanel()
+{
+    statusIcon().choosePanel();
+    if (!stage::comesTrue([this] { return areaOf(PanelTitle).has_value(); }, Timeout))
         throw std::runtime_error("the utility does not show its panel");
+}
+
+void Stage::showActivity()
+{
+    constexpr char Mnemonic = 'v';
+    statusIcon().choose(Mnemonic);
+    if (!stage::comesTrue([this] { return areaOf(ActivityTitle).has_value(); }, Timeout))
+        throw std::runtime_error("the utility does not show what happens");
+    m_window.comeToFront();
 }
 
 bool Stage::panelShowsText() const
 {
     constexpr stage::Area Display { 288, 9, 401, 44 }; // in pixels, relative to the panel
     constexpr int FewestDots = 500;
-    const auto panel = panelArea();
+    const auto panel = areaOf(PanelTitle);
     if (!panel)
         return false;
     const auto isDot = [](stage::Colour colour) { return colour.green > 180; };
@@ -44,10 +62,10 @@ bool Stage::panelShowsText() const
     return stage::Screen(m_x.display()).count(display, isDot) > FewestDots;
 }
 
-std::optional<stage::Area> Stage::panelArea() const
+std::optional<stage::Area> Stage::areaOf(std::string_view title) const
 {
     for (const auto& window : stage::shownWindows(m_x.display(), "kestrel")) {
-        if (window.title == "Plug-in Panel")
+        if (window.title == title)
             return window.area;
     }
     return {};

@@ -7,6 +7,7 @@
 #include "tools/stage/PrivateJackServer.h"
 #include "tools/stage/PrivateXServer.h"
 #include "tools/stage/Screen.h"
+#include "tools/stage/StatusIcon.h"
 #include "tools/stage/ThrowAwaySettings.h"
 
 #include <optional>
@@ -24,6 +25,9 @@ public:
     // Opens the panel of the running utility from its icon in the tray, as a person would. Throws
     // std::runtime_error when the panel does not appear.
     void showPanel();
+    // Opens the utility's window of events and puts the workstation's window in front again. Throws
+    // std::runtime_error when that fails.
+    void showActivity();
     // True when the panel's display shows characters.
     [[nodiscard]] bool panelShowsText() const;
 
@@ -35,7 +39,8 @@ public:
     [[nodiscard]] stage::ChildProcess::Environment environment() const;
 
 private:
-    [[nodiscard]] std::optional<stage::Area> panelArea() const;
+    [[nodiscard]] stage::StatusIcon statusIcon();
+    [[nodiscard]] std::optional<stage::Area> areaOf(std::string_view title) const;
 
     stage::ThrowAwaySettings m_settings;
     stage::PrivateJackServer m_jack;

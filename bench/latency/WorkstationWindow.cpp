@@ -74,6 +74,22 @@ bool WorkstationWindow::isInFront()
     return window == m_window && focus && focus->focus == m_window;
 }
 
+// As a task bar asks the window manager for it.
+void WorkstationWindow::comeToFront()
+{
+    xcb_client_message_event_t request {};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = m_window;
+    request.type = atom("_NET_ACTIVE_WINDOW");
+    request.data.data32[0] = 2; // a pager asks
+    xcb_send_event(m_connection.get(), 0, m_root,
+        XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<const char*>(&request));
+    xcb_flush(m_connection.get());
+    waitForFront();
+}
+
 void WorkstationWindow::waitForFront()
 {
     for (int attempt = 0; attempt < 1000; ++attempt) {

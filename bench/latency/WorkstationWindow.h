@@ -22,6 +22,9 @@ public:
     // Throws std::runtime_error when the window does not get the focus within ten seconds.
     explicit WorkstationWindow(const std::string& display);
 
+    // Throws std::runtime_error when the window does not get the focus within ten seconds.
+    void comeToFront();
+
     // The next key event of any button. No value when none has come by the deadline (monotonic,
     // ns).
     [[nodiscard]] std::optional<KeyEvent> nextKey(std::int64_t deadline);
