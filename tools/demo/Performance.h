@@ -32,6 +32,8 @@ public:
     [[nodiscard]] std::string keysAfter(const std::string& consoleCommand);
     void photograph(const std::string& name);
 
+    // The folder for what the demonstration leaves behind.
+    [[nodiscard]] const std::filesystem::path& pictures() const { return m_pictures; }
     [[nodiscard]] int missing() const { return m_missing; }
 
     stage::Studio studio;

@@ -13,6 +13,7 @@ Scene::Scene(std::filesystem::path programs, std::filesystem::path pictures,
     , m_keys(m_performance)
     , m_setup(m_performance)
     , m_panel(m_performance, std::move(approved))
+    , m_activity(m_performance)
 {
 }
 
@@ -30,6 +31,7 @@ int Scene::play(Ending ending)
     m_panel.fallSilent();
     m_panel.comeBack();
     m_keys.pressBehindAnotherWindow();
+    m_activity.explainAndPlayBack();
     if (ending == Ending::WhenTheWorkstationIsClosed)
         waitForUser();
     quit();

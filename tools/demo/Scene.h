@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/demo/ActivityAct.h"
 #include "tools/demo/KeyAct.h"
 #include "tools/demo/PanelAct.h"
 #include "tools/demo/Performance.h"
@@ -31,6 +32,7 @@ private:
     KeyAct m_keys;
     SetupAct m_setup;
     PanelAct m_panel;
+    ActivityAct m_activity;
 };
 
 } // namespace kestrel

@@ -73,6 +73,11 @@ Area Person::windowAtRest(const std::string& title) const
     return *last;
 }
 
+void Person::bringToFront(const std::string& title) const
+{
+    run({ "search", "--onlyvisible", "--name", titlePattern(title), "windowactivate", "--sync" });
+}
+
 void Person::moveWindow(const std::string& title, int x, int y) const
 {
     run({ "search", "--onlyvisible", "--name", titlePattern(title), "windowmove", "--sync",

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] std::optional<Area> window(const std::string& title) const;
     // Waits until the window no longer moves: window managers move a window after it was shown.
     [[nodiscard]] Area windowAtRest(const std::string& title) const;
+    // Of any program, with the keyboard focus.
+    void bringToFront(const std::string& title) const;
     void moveWindow(const std::string& title, int x, int y) const;
     void waitUntilShown(const std::string& title) const; // with the keyboard focus
     void waitUntilGone(const std::string& title) const;
