@@ -1,7 +1,7 @@
 #include "setup/SetupTables.h"
 #include "setup/UserAssignableButtonAccessible.h"
-#include "tests/support/AccessibleTree.h"
 #include "tests/setup/SetupBench.h"
+#include "tests/support/AccessibleTree.h"
 
 #include <QAbstractButton>
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "common/AccessibilityListener.h"
-#include "tests/support/AccessibleTree.h"
 #include "tests/setup/SetupBench.h"
+#include "tests/support/AccessibleTree.h"
 
 #include <QTest>
 
