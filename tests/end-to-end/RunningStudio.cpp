@@ -1,5 +1,6 @@
 #include "tests/end-to-end/RunningStudio.h"
 
+#include "tools/stage/KeyLines.h"
 #include "tools/stage/KeysDown.h"
 #include "tools/stage/Screen.h"
 
@@ -100,12 +101,9 @@ RunningStudio::Keys RunningStudio::keysAfter(const std::string& consoleCommand)
 RunningStudio::Keys RunningStudio::arrivingKeys(stage::ChildProcess& window) const
 {
     Keys keys;
-    for (auto& line : window.linesUntilQuiet(Quiet)) {
-        if (!line.starts_with("down ") && !line.starts_with("up "))
-            continue;
-        for (const char* end : { " t=", " repeat=no", " none" })
-            line = line.substr(0, line.find(end));
-        keys.push_back(std::move(line));
+    for (const auto& line : window.linesUntilQuiet(Quiet)) {
+        if (stage::isKeyLine(line))
+            keys.push_back(stage::briefKeyLine(line));
     }
     return keys;
 }

@@ -1,26 +1,11 @@
 #include "tools/demo/Performance.h"
 
+#include "tools/stage/KeyLines.h"
 #include "tools/stage/Patience.h"
 
 #include <iostream>
 
 namespace kestrel {
-
-namespace {
-// Leaves out the time and the usual values:
-// "down S Command repeat=no t=123" becomes "down S Command", "up S none repeat=no t=124" "up S".
-std::string brief(std::string line)
-{
-    for (const char* end : { " t=", " repeat=no", " none" })
-        line = line.substr(0, line.find(end));
-    return line;
-}
-} // namespace
-
-bool isKey(std::string_view line)
-{
-    return line.starts_with("down ") || line.starts_with("up ");
-}
 
 Performance::Performance(std::filesystem::path programs, std::filesystem::path pictures,
     const stage::Studio::Options& options)
@@ -47,8 +32,8 @@ std::string Performance::keysAfter(const std::string& consoleCommand)
     console->writeLine(consoleCommand);
     std::string keys;
     for (const auto& line : workstation->linesUntilQuiet(Quiet)) {
-        if (isKey(line))
-            keys += (keys.empty() ? "" : "; ") + brief(line);
+        if (stage::isKeyLine(line))
+            keys += (keys.empty() ? "" : "; ") + stage::briefKeyLine(line);
     }
     std::cout << "  " << consoleCommand << "  →  " << (keys.empty() ? "nothing" : keys) << '\n';
     return keys;

@@ -46,7 +46,4 @@ private:
     int m_missing = 0;
 };
 
-// True for the workstation's lines about keys; it prints other lines too.
-[[nodiscard]] bool isKey(std::string_view line);
-
 } // namespace kestrel

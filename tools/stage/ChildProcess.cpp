@@ -1,8 +1,8 @@
 #include "tools/stage/ChildProcess.h"
 
-#include <fcntl.h>
+#include "tools/stage/NativeProcess.h"
+
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -31,7 +31,7 @@ int millisecondsUntil(Clock::time_point deadline)
 [[noreturn]] void runChild(
     const std::vector<std::string>& command, const ChildProcess::Environment& environment)
 {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    endWithParent();
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
@@ -53,9 +53,9 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Enviro
     ::signal(SIGPIPE, SIG_IGN);
     int input[2];
     int output[2];
-    if (::pipe2(input, O_CLOEXEC) != 0)
+    if (!makePrivatePipe(input))
         throwErrno("pipe");
-    if (::pipe2(output, O_CLOEXEC) != 0) {
+    if (!makePrivatePipe(output)) {
         ::close(input[0]);
         ::close(input[1]);
         throwErrno("pipe");

@@ -14,8 +14,8 @@ namespace kestrel::stage {
 
 using std::chrono::milliseconds;
 
-// A program started for a test, a demonstration or a bench. It ends with this object, and also when
-// the process that started it is killed.
+// A program started for a test, a demonstration or a bench. It ends with this object, and on Linux
+// also when the process that started it is killed.
 class ChildProcess {
 public:
     using Environment = std::map<std::string, std::string>; // added to the caller's own environment

@@ -2,31 +2,6 @@
 
 namespace kestrel::stage {
 
-namespace {
-// The centres of the controls, in the window's content.
-struct Place {
-    int x;
-    int y;
-};
-constexpr Place Load { 31, 19 };
-constexpr Place Save { 89, 19 };
-constexpr Place Assign { 568, 319 };
-constexpr Place OK { 568, 423 };
-constexpr Place Cancel { 488, 423 };
-
-constexpr Place buttonPlace(int number)
-{
-    return { 75 + 98 * ((number - 1) % 4), 142 + 98 * ((number - 1) / 4) };
-}
-
-constexpr int fieldLine(int number)
-{
-    return 121 + 49 * (number - 1);
-}
-constexpr int FieldColumn = 480;
-constexpr int ClearColumn = 572;
-} // namespace
-
 void SetupWindowOnScreen::open() const
 {
     person.chooseFromTray('u');
@@ -35,24 +10,23 @@ void SetupWindowOnScreen::open() const
 
 void SetupWindowOnScreen::select(int button) const
 {
-    const Place place = buttonPlace(button);
-    click(place.x, place.y);
+    click(SetupPlaces::button(button));
 }
 
 void SetupWindowOnScreen::focus(int field) const
 {
-    click(FieldColumn, fieldLine(field));
+    click(SetupPlaces::field(field));
 }
 
 void SetupWindowOnScreen::clear(int field) const
 {
-    click(ClearColumn, fieldLine(field));
+    click(SetupPlaces::clearButton(field));
 }
 
 void SetupWindowOnScreen::openRenameBox(int button) const
 {
     const Area window = person.windowAtRest(Title);
-    const Place place = buttonPlace(button);
+    const auto place = SetupPlaces::button(button);
     person.doubleClick(window.x + place.x, window.y + place.y);
 }
 
@@ -66,24 +40,24 @@ void SetupWindowOnScreen::rename(int button, const std::string& name) const
 
 void SetupWindowOnScreen::assign() const
 {
-    click(Assign.x, Assign.y);
+    click(SetupPlaces::Assign);
 }
 
 void SetupWindowOnScreen::ok() const
 {
-    click(OK.x, OK.y);
+    click(SetupPlaces::OK);
     person.waitUntilGone(Title);
 }
 
 void SetupWindowOnScreen::cancel() const
 {
-    click(Cancel.x, Cancel.y);
+    click(SetupPlaces::Cancel);
     person.waitUntilGone(Title);
 }
 
 void SetupWindowOnScreen::load(const std::string& path) const
 {
-    click(Load.x, Load.y);
+    click(SetupPlaces::Load);
     person.waitUntilShown(LoadTitle);
     chooseFile(LoadTitle, path);
 }
@@ -96,14 +70,14 @@ void SetupWindowOnScreen::save(const std::string& path) const
 
 void SetupWindowOnScreen::openSaveSheet() const
 {
-    click(Save.x, Save.y);
+    click(SetupPlaces::Save);
     person.waitUntilShown(SaveTitle);
 }
 
-void SetupWindowOnScreen::click(int x, int y) const
+void SetupWindowOnScreen::click(SetupPlaces::Place place) const
 {
     const Area window = person.windowAtRest(Title);
-    person.click(window.x + x, window.y + y);
+    person.click(window.x + place.x, window.y + place.y);
 }
 
 void SetupWindowOnScreen::chooseFile(const std::string& sheet, const std::string& path) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/stage/Person.h"
+#include "tools/stage/SetupPlaces.h"
 
 namespace kestrel::stage {
 
@@ -8,9 +9,9 @@ namespace kestrel::stage {
 // numbered from 1 to 12, fields from 1 to 4.
 class SetupWindowOnScreen {
 public:
-    static inline const std::string Title = "User Assignable Setup";
-    static inline const std::string LoadTitle = "Open Kestrel Console File";
-    static inline const std::string SaveTitle = "Save Kestrel Console File";
+    static inline const std::string Title = SetupPlaces::Title;
+    static inline const std::string LoadTitle = SetupPlaces::LoadTitle;
+    static inline const std::string SaveTitle = SetupPlaces::SaveTitle;
 
     explicit SetupWindowOnScreen(const Studio& studio)
         : person(studio)
@@ -33,7 +34,7 @@ public:
     Person person;
 
 private:
-    void click(int x, int y) const; // coordinates in the window's content
+    void click(SetupPlaces::Place place) const;
     void chooseFile(const std::string& sheet, const std::string& path) const;
 };
 

@@ -57,12 +57,14 @@ void Studio::assign(const std::vector<std::string>& arguments) const
         throw std::runtime_error("kestrelctl refused its arguments");
 }
 
-std::unique_ptr<ChildProcess> Studio::start(
-    const std::string& program, const std::vector<std::string>& arguments) const
+std::unique_ptr<ChildProcess> Studio::start(const std::string& program,
+    const std::vector<std::string>& arguments, const ChildProcess::Environment& added) const
 {
     std::vector<std::string> command { (m_programs / program).string() };
     command.insert(command.end(), arguments.begin(), arguments.end());
-    auto process = std::make_unique<ChildProcess>(command, environment());
+    ChildProcess::Environment all = added;
+    all.merge(environment());
+    auto process = std::make_unique<ChildProcess>(command, all);
     m_processes.add(process->pid());
     return process;
 }

@@ -38,8 +38,9 @@ public:
     // Throws std::runtime_error when it refuses them.
     void assign(const std::vector<std::string>& arguments) const;
 
-    [[nodiscard]] std::unique_ptr<ChildProcess> start(
-        const std::string& program, const std::vector<std::string>& arguments = {}) const;
+    [[nodiscard]] std::unique_ptr<ChildProcess> start(const std::string& program,
+        const std::vector<std::string>& arguments = {},
+        const ChildProcess::Environment& added = {}) const;
 
     // Writes a picture of the screen, or of one window, as a PNG. False when that fails.
     [[nodiscard]] bool photograph(const std::filesystem::path& picture) const;
