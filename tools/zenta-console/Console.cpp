@@ -1,9 +1,8 @@
 #include "tools/zenta-console/Console.h"
 
-#include <poll.h>
+#include <sys/select.h>
 
 #include <algorithm>
-#include <array>
 #include <iostream>
 
 namespace kestrel::console {
@@ -56,8 +55,14 @@ std::optional<Console::Clock::duration> Console::timeout() const
 void Console::waitForSomething()
 {
     const int script = m_script.isAtEnd() ? -1 : m_script.descriptor();
-    std::array<pollfd, 3> watched { { { m_ports.descriptor(), POLLIN, 0 },
-        { m_stopDescriptor, POLLIN, 0 }, { script, POLLIN, 0 } } };
+    fd_set readable;
+    FD_ZERO(&readable);
+    int last = -1;
+    for (const int descriptor : { m_ports.descriptor(), m_stopDescriptor, script }) {
+        if (descriptor >= 0)
+            FD_SET(descriptor, &readable);
+        last = std::max(last, descriptor);
+    }
     timespec time {};
     const auto left = timeout();
     if (left) {
@@ -65,16 +70,18 @@ void Console::waitForSomething()
         time.tv_sec = seconds.count();
         time.tv_nsec = std::chrono::nanoseconds(*left - seconds).count();
     }
-    if (::ppoll(watched.data(), watched.size(), left ? &time : nullptr, nullptr) <= 0)
+    // Unlike poll(), it waits for times below a millisecond, and unlike ppoll(), every system has
+    // it.
+    if (::pselect(last + 1, &readable, nullptr, nullptr, left ? &time : nullptr, nullptr) <= 0)
         return;
-    if (watched[0].revents != 0)
+    if (FD_ISSET(m_ports.descriptor(), &readable))
         m_ports.lower();
-    if (watched[1].revents != 0)
+    if (FD_ISSET(m_stopDescriptor, &readable))
         m_exitCode = Done;
-    if (watched[2].revents != 0)
+    if (script >= 0 && FD_ISSET(script, &readable))
         m_script.readMore();
     if (m_ports.isServerGone())
-        fail(ServerGone, "the JACK server has gone");
+        fail(ServerGone, "the " + std::string(serverName()) + " has gone");
 }
 
 void Console::beat()
@@ -92,7 +99,7 @@ void Console::beat()
 void Console::send(const Bytes& packet)
 {
     if (!m_ports.send(packet))
-        fail(ExpectationFailed, "too much waits to be sent");
+        fail(ExpectationFailed, "a packet cannot be sent");
 }
 
 void Console::reportArrivals()

@@ -14,7 +14,7 @@ namespace kestrel::console {
 enum ExitCode : int { Done = 0, ExpectationFailed = 1, BadCommand = 2, ServerGone = 3 };
 
 // Sends heartbeats, carries out its script and prints what arrives, until the script, a signal or
-// the end of the JACK server ends it.
+// the end of the MIDI server ends it.
 class Console {
 public:
     struct Options {

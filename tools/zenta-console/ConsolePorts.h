@@ -1,23 +1,16 @@
 #pragma once
 
-#include "platform/linux/midi/PacketRing.h"
-#include "platform/linux/midi/Wakeup.h"
 #include "tools/zenta-console/ConsolePackets.h"
 
-#include <array>
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
-
-struct _jack_client;
-struct _jack_port;
 
 namespace kestrel::console {
 
-// The console's MIDI ports: a JACK client with pairs of an output and an input port. One pair
-// carries the traffic.
+// The console's MIDI ports: pairs of an output and an input. One pair carries the traffic.
 class ConsolePorts {
 public:
     static constexpr int TrafficPair = 5; // the last pair when there are fewer
@@ -28,48 +21,33 @@ public:
         Bytes packet;
     };
 
-    // Throws std::runtime_error when there is no server, or the name is taken.
-    ConsolePorts(const std::string& name, int pairs);
-    ~ConsolePorts();
-    ConsolePorts(const ConsolePorts&) = delete;
-    ConsolePorts& operator=(const ConsolePorts&) = delete;
+    virtual ~ConsolePorts() = default;
 
     // descriptor() is readable when packets have arrived, packets have been sent, or the server has
-    // gone.
-    [[nodiscard]] int descriptor() const { return m_wakeup.descriptor(); }
-    void lower() { m_wakeup.lower(); }
+    // gone. lower() is called before the news is taken.
+    [[nodiscard]] virtual int descriptor() const = 0;
+    virtual void lower() = 0;
 
-    // False when the queue of packets to send is full.
-    [[nodiscard]] bool send(const Bytes& packet);
-    [[nodiscard]] std::vector<Arrival> takeArrivals();
-    // True when the connected clients have had a whole cycle to read every packet.
-    [[nodiscard]] bool isAllSent() const { return m_left.load() == m_pushed; }
+    // False when the packet cannot be sent.
+    [[nodiscard]] virtual bool send(const Bytes& packet) = 0;
+    [[nodiscard]] virtual std::vector<Arrival> takeArrivals() = 0;
+    // True when the connected clients have had the time to read every packet.
+    [[nodiscard]] virtual bool isAllSent() const = 0;
     // True when a client is connected to the output that carries the traffic.
-    [[nodiscard]] bool hasListener() const;
-    [[nodiscard]] bool isServerGone() const { return m_isServerGone.load(); }
-    [[nodiscard]] int trafficPair() const;
-
-private:
-    struct Input {
-        _jack_port* port = nullptr;
-        PacketRing ring { std::size_t(1) << 16 };
-    };
-
-    void registerPorts(int pairs);
-    void process(std::uint32_t frames);
-    [[nodiscard]] bool receive(std::uint32_t frames);
-    [[nodiscard]] bool transmit(std::uint32_t frames);
-
-    Wakeup m_wakeup;
-    _jack_client* m_client = nullptr;
-    std::vector<_jack_port*> m_outputs;
-    std::vector<std::unique_ptr<Input>> m_inputs;
-    PacketRing m_toSend { std::size_t(1) << 20 };
-    std::uint64_t m_pushed = 0;
-    // Packets written by the end of this cycle and of each of the two cycles before.
-    std::array<std::uint64_t, 3> m_written {};
-    std::atomic<std::uint64_t> m_left { 0 };
-    std::atomic<bool> m_isServerGone { false };
+    [[nodiscard]] virtual bool hasListener() const = 0;
+    [[nodiscard]] virtual bool isServerGone() const = 0;
+    [[nodiscard]] virtual int trafficPair() const = 0;
 };
+
+// Each system's folder defines the following three once.
+
+// Throws std::runtime_error when there is no MIDI server, or the name is taken.
+[[nodiscard]] std::unique_ptr<ConsolePorts> openConsolePorts(const std::string& name, int pairs);
+
+// What this system calls the ports, for the help text.
+[[nodiscard]] std::string_view portsDescription();
+
+// What this system calls its MIDI server, in messages.
+[[nodiscard]] std::string_view serverName();
 
 } // namespace kestrel::console

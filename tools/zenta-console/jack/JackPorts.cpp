@@ -1,4 +1,4 @@
-#include "tools/zenta-console/ConsolePorts.h"
+#include "tools/zenta-console/jack/JackPorts.h"
 
 #include <jack/jack.h>
 #include <jack/midiport.h>
@@ -33,21 +33,21 @@ jack_client_t* openClient(const std::string& name)
 }
 } // namespace
 
-ConsolePorts::ConsolePorts(const std::string& name, int pairs)
+JackPorts::JackPorts(const std::string& name, int pairs)
     : m_client(openClient(name))
 {
     jack_set_process_callback(
         m_client,
         [](jack_nframes_t frames, void* self) {
-            static_cast<ConsolePorts*>(self)->process(frames);
+            static_cast<JackPorts*>(self)->process(frames);
             return 0;
         },
         this);
     jack_on_shutdown(
         m_client,
         [](void* self) {
-            static_cast<ConsolePorts*>(self)->m_isServerGone.store(true);
-            static_cast<ConsolePorts*>(self)->m_wakeup.raise();
+            static_cast<JackPorts*>(self)->m_isServerGone.store(true);
+            static_cast<JackPorts*>(self)->m_wakeup.raise();
         },
         this);
     registerPorts(pairs);
@@ -57,12 +57,12 @@ ConsolePorts::ConsolePorts(const std::string& name, int pairs)
     }
 }
 
-ConsolePorts::~ConsolePorts()
+JackPorts::~JackPorts()
 {
     jack_client_close(m_client);
 }
 
-void ConsolePorts::registerPorts(int pairs)
+void JackPorts::registerPorts(int pairs)
 {
     for (int pair = 1; pair <= pairs; ++pair) {
         const std::string name = "midi_" + std::to_string(pair);
@@ -78,17 +78,17 @@ void ConsolePorts::registerPorts(int pairs)
     }
 }
 
-int ConsolePorts::trafficPair() const
+int JackPorts::trafficPair() const
 {
     return std::min(TrafficPair, static_cast<int>(m_outputs.size()));
 }
 
-bool ConsolePorts::hasListener() const
+bool JackPorts::hasListener() const
 {
     return jack_port_connected(m_outputs[static_cast<std::size_t>(trafficPair()) - 1]) > 0;
 }
 
-bool ConsolePorts::send(const Bytes& packet)
+bool JackPorts::send(const Bytes& packet)
 {
     if (!m_toSend.write(0, packet))
         return false;
@@ -96,7 +96,7 @@ bool ConsolePorts::send(const Bytes& packet)
     return true;
 }
 
-std::vector<ConsolePorts::Arrival> ConsolePorts::takeArrivals()
+std::vector<ConsolePorts::Arrival> JackPorts::takeArrivals()
 {
     std::vector<Arrival> arrivals;
     for (std::size_t i = 0; i < m_inputs.size(); ++i) {
@@ -111,7 +111,7 @@ std::vector<ConsolePorts::Arrival> ConsolePorts::takeArrivals()
     return arrivals;
 }
 
-void ConsolePorts::process(std::uint32_t frames)
+void JackPorts::process(std::uint32_t frames)
 {
     const bool arrived = receive(frames);
     const bool left = transmit(frames);
@@ -119,7 +119,7 @@ void ConsolePorts::process(std::uint32_t frames)
         m_wakeup.raise();
 }
 
-bool ConsolePorts::receive(std::uint32_t frames)
+bool JackPorts::receive(std::uint32_t frames)
 {
     bool arrived = false;
     for (const auto& input : m_inputs) {
@@ -134,7 +134,7 @@ bool ConsolePorts::receive(std::uint32_t frames)
 }
 
 // True when the connected clients have read more packets than at the last call.
-bool ConsolePorts::transmit(std::uint32_t frames)
+bool JackPorts::transmit(std::uint32_t frames)
 {
     std::rotate(m_written.begin(), m_written.end() - 1, m_written.end());
     m_written[0] = m_written[1];
@@ -152,6 +152,22 @@ bool ConsolePorts::transmit(std::uint32_t frames)
         ++m_written[0];
     }
     return m_left.exchange(m_written[2]) != m_written[2];
+}
+
+std::unique_ptr<ConsolePorts> openConsolePorts(const std::string& name, int pairs)
+{
+    return std::make_unique<JackPorts>(name, pairs);
+}
+
+std::string_view portsDescription()
+{
+    return "The JACK client has the output ports midi_1, midi_2, ... and the input ports\n"
+           "midi_1_in, midi_2_in, ...";
+}
+
+std::string_view serverName()
+{
+    return "JACK server";
 }
 
 } // namespace kestrel::console
