@@ -19,15 +19,6 @@ struct Request {
     std::optional<std::string> file; // the command writes this file instead of the stored set
 };
 
-void setRecord(ArchiveArray& entry, std::size_t record, const TypedShortcut& shortcut)
-{
-    const std::size_t start = record * ShortcutRecordSize;
-    entry.replace(start + ShortcutRecord::Modifiers, shortcut.modifiers);
-    entry.replace(start + ShortcutRecord::KeyCode, shortcut.key.code);
-    entry.replace(start + ShortcutRecord::Text, shortcut.key.name);
-    entry.replace(start + ShortcutRecord::Repeat, false);
-}
-
 // An empty or omitted text empties its record.
 std::optional<std::vector<TypedShortcut>> parsed(const std::vector<std::string>& texts)
 {
@@ -57,7 +48,7 @@ ExitCode change(UserAssignFile& set, const Request& request)
             return Failed;
         }
         for (std::size_t record = 0; record < ShortcutRecordCount; ++record)
-            setRecord(*entry, record, (*shortcuts)[record]);
+            (*shortcuts)[record].writeTo(*entry, record);
     }
     if (request.title)
         set.setShortcutTitle(QString::fromStdString(*request.title), request.key);

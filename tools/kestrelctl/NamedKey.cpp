@@ -37,4 +37,16 @@ std::optional<NamedKey> NamedKey::find(const QString& name)
     return std::nullopt;
 }
 
+QString NamedKey::nameOf(KeyCode code)
+{
+    const QString fixed = KeyNames::fixedName(code);
+    if (!fixed.isEmpty())
+        return fixed;
+    for (const TypingKey& key : AnsiKeys) {
+        if (key.code == code)
+            return key.name.toString();
+    }
+    return QStringLiteral("key %1").arg(code);
+}
+
 } // namespace kestrel

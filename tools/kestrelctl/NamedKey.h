@@ -16,6 +16,8 @@ struct NamedKey {
     // Case does not matter. Letters, digits and punctuation are those of an ANSI keyboard. No value
     // when no key has that name.
     [[nodiscard]] static std::optional<NamedKey> find(const QString& name);
+    // "key 123" for a code without a name.
+    [[nodiscard]] static QString nameOf(KeyCode code);
 };
 
 } // namespace kestrel

@@ -60,6 +60,15 @@ std::optional<TypedShortcut> TypedShortcut::parse(QString text)
     return shortcut;
 }
 
+void TypedShortcut::writeTo(ArchiveArray& entry, std::size_t record) const
+{
+    const std::size_t start = record * ShortcutRecordSize;
+    entry.replace(start + ShortcutRecord::Modifiers, modifiers);
+    entry.replace(start + ShortcutRecord::KeyCode, key.code);
+    entry.replace(start + ShortcutRecord::Text, key.name);
+    entry.replace(start + ShortcutRecord::Repeat, false);
+}
+
 QString shortcutText(ModifierFlags modifiers, const QString& keyName)
 {
     QString text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assign/ButtonEntry.h"
 #include "tools/kestrelctl/NamedKey.h"
 
 namespace kestrel {
@@ -11,6 +12,9 @@ struct TypedShortcut {
 
     // No value when the text names no key or an unknown one.
     [[nodiscard]] static std::optional<TypedShortcut> parse(QString text);
+
+    // `record` counts from 0. The entry is long enough.
+    void writeTo(ArchiveArray& entry, std::size_t record) const;
 };
 
 // The text that a shortcut field shows for the shortcut.

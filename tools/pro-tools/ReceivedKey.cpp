@@ -30,7 +30,8 @@ std::string ReceivedKey::line() const
     std::string line(down ? "down " : "up ");
     line.append(key).append(" ").append(names.empty() ? "none" : names);
     line.append(" repeat=").append(repeat ? "yes" : "no");
-    return line.append(" t=").append(std::to_string(microseconds));
+    line.append(" t=").append(std::to_string(microseconds));
+    return details.empty() ? line : line.append(" ").append(details);
 }
 
 std::string ReceivedKey::glyphs() const

@@ -1,10 +1,11 @@
 // Stands in for the workstation. It has the same process name and window class, and prints the keys
 // that it receives.
 
+#include "tools/pro-tools/KeyReader.h"
 #include "tools/pro-tools/WorkstationWindow.h"
-#include "tools/pro-tools/XKeyReader.h"
 
 #include <QApplication>
+#include <QSocketNotifier>
 
 #include <CLI/CLI.hpp>
 #include <unistd.h>
@@ -18,6 +19,38 @@ void print(const std::string& line)
 {
     std::cout << line << std::endl;
 }
+
+// Obeys "secure on" and "secure off" from the standard input.
+class Commands {
+public:
+    Commands()
+    {
+        QObject::connect(&m_input, &QSocketNotifier::activated, &m_input, [this] { read(); });
+    }
+
+private:
+    void read()
+    {
+        char buffer[256];
+        const ssize_t size = ::read(STDIN_FILENO, buffer, sizeof buffer);
+        m_input.setEnabled(size > 0);
+        m_text.append(buffer, size > 0 ? static_cast<std::size_t>(size) : 0);
+        for (std::size_t end = 0; (end = m_text.find('\n')) != std::string::npos;) {
+            obey(m_text.substr(0, end));
+            m_text.erase(0, end + 1);
+        }
+    }
+
+    static void obey(const std::string& line)
+    {
+        if (line != "secure on" && line != "secure off")
+            return print("unknown command " + line);
+        print(kestrel::setSecureInput(line == "secure on") ? line : "secure unavailable");
+    }
+
+    QSocketNotifier m_input { STDIN_FILENO, QSocketNotifier::Read };
+    std::string m_text;
+};
 
 [[noreturn]] void runWithoutWindow()
 {
@@ -42,11 +75,12 @@ int runWithWindow(
             print("ready");
         wasReady = wasReady || focused;
     });
-    kestrel::XKeyReader reader([&window](const kestrel::ReceivedKey& key) {
+    const auto reader = kestrel::makeKeyReader([&window](const kestrel::ReceivedKey& key) {
         print(key.line());
         window.show(key);
     });
-    application.installNativeEventFilter(&reader);
+    application.installNativeEventFilter(reader.get());
+    const Commands commands;
     window.setWindowTitle(QString::fromStdString(title));
     window.show();
     return QApplication::exec();

@@ -1,4 +1,4 @@
-#include "tools/pro-tools/XKeyReader.h"
+#include "tools/pro-tools/x11/XKeyReader.h"
 
 #include "platform/linux/x11/XkbProtocol.h"
 
@@ -49,7 +49,7 @@ std::int64_t monotonicMicroseconds()
 }
 } // namespace
 
-XKeyReader::XKeyReader(Received received)
+XKeyReader::XKeyReader(KeyReceived received)
     : m_received(std::move(received))
     , m_keymap(coreKeymap(qtConnection()), &xkb_keymap_unref)
 {
@@ -83,6 +83,16 @@ std::string XKeyReader::nameOf(xcb_keycode_t key) const
     char name[64] = "";
     xkb_keysym_get_name(xkb_keysym_to_upper(*keysyms), name, sizeof name);
     return name;
+}
+
+std::unique_ptr<QAbstractNativeEventFilter> makeKeyReader(KeyReceived received)
+{
+    return std::make_unique<XKeyReader>(std::move(received));
+}
+
+bool setSecureInput(bool)
+{
+    return false;
 }
 
 } // namespace kestrel
