@@ -1,0 +1,104 @@
+#include "tools/selftest/macos/InstalledImage.h"
+
+#include "tools/stage/ChildProcess.h"
+#include "tools/stage/Patience.h"
+
+namespace kestrel::selftest {
+
+namespace {
+using stage::milliseconds;
+
+constexpr milliseconds ToolTimeout { 120000 };
+constexpr milliseconds StartTimeout { 60000 }; // macOS examines a new program at its first start
+constexpr milliseconds EndTimeout { 2000 };
+constexpr const char* Domain = "com.holvik.kestrel";
+constexpr const char* Name = "ZENTA Kestrel";
+
+bool succeeds(const std::vector<std::string>& command)
+{
+    stage::ChildProcess process(command);
+    while (process.waitForLineWith("", ToolTimeout)) { }
+    return process.wait(ToolTimeout) == 0;
+}
+
+bool runs()
+{
+    return succeeds({ "pgrep", "-x", Name });
+}
+} // namespace
+
+std::string runTool(const std::vector<std::string>& command)
+{
+    stage::ChildProcess process(command);
+    std::string output;
+    while (const auto line = process.waitForLineWith("", ToolTimeout))
+        output += (output.empty() ? "" : "\n") + *line;
+    static_cast<void>(process.wait(ToolTimeout));
+    return output;
+}
+
+InstalledImage::InstalledImage(
+    const std::filesystem::path& image, const std::filesystem::path& folder)
+    : m_image(image)
+    , m_volume(folder / "volume")
+    , m_app(folder / "installed" / (std::string(Name) + ".app"))
+    , m_settings(folder / "settings.plist")
+{
+    succeeds({ "defaults", "export", Domain, m_settings.string() });
+}
+
+InstalledImage::~InstalledImage()
+{
+    succeeds({ "defaults", "delete", Domain });
+    succeeds({ "defaults", "import", Domain, m_settings.string() });
+    if (m_isMounted)
+        succeeds({ "hdiutil", "detach", m_volume.string(), "-force" });
+}
+
+std::string InstalledImage::fault(const std::string& set)
+{
+    if (runs())
+        return "ZENTA Kestrel runs already: quit it first";
+    if (std::string problem = install(); !problem.empty())
+        return problem;
+    return use(set);
+}
+
+std::string InstalledImage::install()
+{
+    std::filesystem::create_directories(m_volume);
+    m_isMounted = succeeds({ "hdiutil", "attach", m_image.string(), "-nobrowse", "-readonly",
+        "-mountpoint", m_volume.string() });
+    if (!m_isMounted)
+        return "the image cannot be mounted";
+    std::filesystem::create_directories(m_app.parent_path());
+    if (!succeeds({ "ditto", (m_volume / m_app.filename()).string(), m_app.string() }))
+        return "the program cannot be copied from the image";
+    if (!succeeds({ "codesign", "--verify", "--deep", "--strict", m_app.string() }))
+        return "the signature of the installed program is not valid";
+    return {};
+}
+
+std::string InstalledImage::use(const std::string& set)
+{
+    if (!succeeds({ "open", "-a", m_app.string(), set }))
+        return "the installed program cannot be opened with a set";
+    if (!stage::comesTrue(runs, StartTimeout))
+        return "the installed program does not run";
+    // The set has become live when its copy is there; a set that is refused has none.
+    const std::filesystem::path copy = std::filesystem::path(std::getenv("HOME"))
+        / "Library/Application Support/kestrel/recovery.ZKCF";
+    if (!stage::comesTrue([&copy] { return std::filesystem::exists(copy); }, StartTimeout))
+        return "the installed program did not open the set";
+    if (!succeeds({ "killall", "-TERM", Name }))
+        return "the installed program has ended by itself";
+    if (!stage::comesTrue([] { return !runs(); }, EndTimeout))
+        return "the installed program did not end within two seconds";
+    if (!succeeds({ "defaults", "read", Domain, "PT_UserAssign" }))
+        return "the installed program has stored no assignments";
+    return succeeds({ "codesign", "--verify", "--deep", "--strict", m_app.string() })
+        ? std::string()
+        : "the signature is no longer valid after a run";
+}
+
+} // namespace kestrel::selftest
