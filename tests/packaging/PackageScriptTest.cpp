@@ -229,18 +229,20 @@ TEST(PackageScript, a_bundle_that_depends_on_something_outside_is_refused)
 {
     const QString plugin = QStringLiteral("PlugIns/platforms/libqcocoa.dylib");
     const QString said = "package-macos: " + app + "/Contents/" + plugin;
-    EXPECT_EQ(refusalOf(plugin, { "needs libbare.dylib", "arch arm64" }),
+    EXPECT_EQ(refusalOf(plugin, { "needs libbare.dylib", "minos 12.0", "arch arm64" }),
         said + " needs libbare.dylib, which is outside of the bundle");
-    EXPECT_EQ(refusalOf(plugin, { "needs @rpath/libmissing.dylib", "arch arm64" }),
+    EXPECT_EQ(refusalOf(plugin, { "needs @rpath/libmissing.dylib", "minos 12.0", "arch arm64" }),
         said + " needs @rpath/libmissing.dylib, which the bundle does not hold");
-    EXPECT_EQ(refusalOf(plugin, { "needs @loader_path/../libmissing.dylib", "arch arm64" }),
+    EXPECT_EQ(
+        refusalOf(plugin, { "needs @loader_path/../libmissing.dylib", "minos 12.0", "arch arm64" }),
         said + " needs @loader_path/../libmissing.dylib, which the bundle does not hold");
     EXPECT_EQ(refusalOf(plugin,
-                  { "needs /opt/homebrew/lib/QtGui.framework/Versions/A/QtGui", "arch arm64" }),
+                  { "needs /opt/homebrew/lib/QtGui.framework/Versions/A/QtGui", "minos 12.0",
+                      "arch arm64" }),
         "package-macos: macdeployqt has left /opt/homebrew/lib/QtGui.framework/Versions/A/QtGui "
         "outside");
     EXPECT_EQ(refusalOf(QStringLiteral("Frameworks/libown.dylib"),
-                  { "id /usr/local/lib/libown.dylib", "arch arm64" }),
+                  { "id /usr/local/lib/libown.dylib", "minos 12.0", "arch arm64" }),
         "package-macos: " + app
             + "/Contents/Frameworks/libown.dylib needs /usr/local/lib/libown.dylib, which is "
               "outside of the bundle");
@@ -249,7 +251,7 @@ TEST(PackageScript, a_bundle_that_depends_on_something_outside_is_refused)
 TEST(PackageScript, a_binary_that_names_no_library_has_not_been_read_and_is_refused)
 {
     const QString plugin = QStringLiteral("PlugIns/platforms/libqcocoa.dylib");
-    EXPECT_EQ(refusalOf(plugin, { "arch arm64" }),
+    EXPECT_EQ(refusalOf(plugin, { "minos 12.0", "arch arm64" }),
         "package-macos: otool names no library of " + app + "/Contents/" + plugin);
 }
 
@@ -272,27 +274,32 @@ TEST(PackageScript, a_binary_for_another_processor_is_refused)
         << result.errors.toStdString();
 }
 
-TEST(PackageScript, the_property_list_names_the_newest_system_that_a_library_was_built_for)
+TEST(PackageScript, a_binary_that_needs_a_newer_system_is_refused)
+{
+    const QString plugin = QStringLiteral("PlugIns/platforms/libqcocoa.dylib");
+    const QString said = "package-macos: " + app + "/Contents/" + plugin;
+    EXPECT_EQ(refusalOf(plugin, { "needs /usr/lib/libSystem.B.dylib", "minos 13.0", "arch arm64" }),
+        said + " needs macOS 13.0 on arm64, and the image is for 12.0");
+    EXPECT_EQ(refusalOf(plugin, { "needs /usr/lib/libSystem.B.dylib", "minos 12.1", "arch arm64" }),
+        said + " needs macOS 12.1 on arm64, and the image is for 12.0");
+    EXPECT_EQ(refusalOf(plugin, { "needs /usr/lib/libSystem.B.dylib", "arch arm64" }),
+        said + " does not tell which system it needs on arm64");
+}
+
+TEST(PackageScript, a_binary_for_an_older_system_is_taken)
 {
     PackagingBench bench;
     bench.write(bench.tool(QStringLiteral("deployed/Contents/PlugIns/platforms/libqcocoa.dylib")),
-        { "needs /usr/lib/libSystem.B.dylib", "minos 9.9", "minos 14.0", "arch arm64" });
-    const auto result = bench.run(forThisMac);
-    ASSERT_TRUE(succeeded(result));
-    EXPECT_THAT(bench.calls(QStringLiteral("plutil")),
-        ElementsAre(
-            "plutil -replace LSMinimumSystemVersion -string 14.0 " + app + "/Contents/Info.plist"));
-    EXPECT_TRUE(result.output.contains(QStringLiteral(
-        "package-macos: the libraries need macOS 14.0, and so does the program then")));
+        { "needs /usr/lib/libSystem.B.dylib", "minos 9.9", "arch arm64" });
+    EXPECT_TRUE(succeeded(bench.run(forThisMac)));
 }
 
-TEST(PackageScript, the_property_list_stays_at_the_target_of_the_build)
+TEST(PackageScript, the_image_is_for_both_processors_unless_one_is_named)
 {
     PackagingBench bench;
-    ASSERT_TRUE(succeeded(bench.run(forThisMac)));
-    EXPECT_THAT(bench.calls(QStringLiteral("plutil")),
-        ElementsAre(
-            "plutil -replace LSMinimumSystemVersion -string 12.0 " + app + "/Contents/Info.plist"));
+    const auto output = bench.run({ "--dry-run" }).output;
+    EXPECT_TRUE(output.contains(QStringLiteral("cmake --preset macos-universal")));
+    EXPECT_TRUE(output.last().endsWith(QStringLiteral("-universal.dmg")));
 }
 
 TEST(PackageScript, says_what_is_wrong_with_its_arguments)

@@ -16,7 +16,7 @@ const QDir source(QStringLiteral(KESTREL_SOURCE));
 constexpr int TimeoutMs = 60000;
 constexpr const char* Tools[]
     = { "cmake", "codesign", "cp", "ditto", "hdiutil", "install_name_tool", "lipo", "macdeployqt",
-          "ninja", "otool", "pkg-config", "plutil", "qtpaths", "spctl", "xcrun" };
+          "ninja", "otool", "pkg-config", "qtpaths", "spctl", "xcrun" };
 } // namespace
 
 PackagingBench::PackagingBench()
