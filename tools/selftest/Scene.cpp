@@ -8,7 +8,9 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
+#include <iostream>
 #include <set>
+#include <utility>
 
 namespace kestrel::selftest {
 
@@ -185,7 +187,11 @@ void Scene::clickInSetup(stage::SetupPlaces::Place place)
 
 void Scene::photograph(const std::string& name)
 {
-    studio.photograph(folder / (name + ".png"));
+    try {
+        studio.photograph(folder / (name + ".png"));
+    } catch (const std::runtime_error& error) {
+        std::cerr << "no picture " << name << ": " << error.what() << std::endl;
+    }
 }
 
 std::filesystem::path Scene::writeSet(const std::string& name) const

@@ -55,7 +55,7 @@ public:
     void showPanel();
     void openSetup();
     void clickInSetup(stage::SetupPlaces::Place place);
-    void photograph(const std::string& name);
+    void photograph(const std::string& name); // a picture that cannot be taken is only logged
     [[nodiscard]] std::filesystem::path writeSet(const std::string& name) const;
 
     Studio& studio;

@@ -74,6 +74,13 @@ TEST(TypedShortcut, takes_glyphs_and_words_with_or_without_a_plus)
         EXPECT_EQ(parsed(text), "none") << text;
 }
 
+TEST(NamedKey, has_the_name_by_which_it_is_found)
+{
+    for (const char* name : { "A", "Z", "0", "`", "F5", "TAB", "ESC" })
+        EXPECT_EQ(NamedKey::nameOf(NamedKey::find(name).value().code), name);
+    EXPECT_EQ(NamedKey::nameOf(200), "key 200");
+}
+
 TEST_F(AssignCommand, writes_up_to_four_shortcuts_and_a_title)
 {
     EXPECT_EQ(run({ "assign", "6", "⌘S", "--title", "Save ⌘" }).code, 0);

@@ -78,6 +78,18 @@ TEST_F(StandIn, plays_another_application_on_demand)
     EXPECT_TRUE(loop.runUntil([this] { return session->front.name() == "Editor"; }));
 }
 
+TEST_F(StandIn, obeys_commands_and_tells_that_X11_has_no_secure_input)
+{
+    const auto program = run({});
+    ASSERT_TRUE(program->waitForLineWith("ready", milliseconds(10000)));
+    program->writeLine("secure on\nbeep");
+    EXPECT_TRUE(program->waitForLineWith("secure unavailable", milliseconds(5000)));
+    EXPECT_TRUE(program->waitForLineWith("unknown command beep", milliseconds(5000)));
+    program->closeInput();
+    pressShortcut(KeyS, 0);
+    EXPECT_TRUE(program->waitForLineWith("down S", milliseconds(5000))) << "it goes on";
+}
+
 TEST_F(StandIn, without_a_window_is_a_process_of_its_name)
 {
     const auto program = run({ "--no-window" });

@@ -28,11 +28,13 @@ protected:
 
 TEST_F(ConsoleAsDeviceTest, without_a_simulated_console_shows_the_real_devices_alone)
 {
+    ASSERT_TRUE(services->createClient("client", nullptr, nullptr));
     EXPECT_THAT(services->devices(), SizeIs(1));
 }
 
 TEST_F(ConsoleAsDeviceTest, shows_the_simulated_console_after_the_real_devices)
 {
+    ASSERT_TRUE(services->createClient("client", nullptr, nullptr));
     entities = { { .sources = { { .endpoint = 7, .uniqueID = -7 } }, .destinations = { 8 } } };
     const auto devices = services->devices();
     ASSERT_THAT(devices, SizeIs(2));

@@ -28,6 +28,14 @@ std::string factOf(const std::string& answer, const std::string& name)
     return rest.substr(0, rest.find(' '));
 }
 
+bool isLaunched(pid_t process)
+{
+    @autoreleasepool {
+        return [NSRunningApplication runningApplicationWithProcessIdentifier:process]
+            .finishedLaunching;
+    }
+}
+
 // The user's own session, with stand-ins beside whatever else runs.
 class MacStudio final : public Studio {
 public:
@@ -65,8 +73,12 @@ public:
 
     Process startWorkstation() override
     {
-        return std::make_unique<stage::ChildProcess>(
+        auto process = std::make_unique<stage::ChildProcess>(
             std::vector { executable("Pro Tools.app", "Pro Tools") });
+        // Before the launch services know it, "open" would start another one.
+        if (!stage::comesTrue([&process] { return isLaunched(process->pid()); }, Timeout))
+            throw std::runtime_error("the launch services do not know the workstation");
+        return process;
     }
 
     Process startConsole() override
