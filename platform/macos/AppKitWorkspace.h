@@ -1,13 +1,15 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "platform/macos/CFHolder.h"
+#include "platform/macos/AppleEventHandler.h"
 
 namespace kestrel {
 
 // The workspace of AppKit. NSWorkspace updates its list of applications in the main run loop.
 class AppKitWorkspace final : public Workspace {
 public:
+    AppKitWorkspace();
+
     void visitActiveApplications(const Visitor& visit) override;
     bool openFile(std::string_view path) override;
     bool hideApplication() override;
@@ -17,9 +19,8 @@ public:
     void setQuitRequested(std::function<void()> quitRequested) override;
 
 private:
-    // The handlers of Apple events, which the event manager does not retain.
-    CFHolder<CFTypeRef> m_reopening;
-    CFHolder<CFTypeRef> m_quitting;
+    AppleEventHandler m_reopening;
+    AppleEventHandler m_quitting;
 };
 
 } // namespace kestrel

@@ -1,64 +1,29 @@
 #include "platform/macos/AppKitWorkspace.h"
 
+#include "platform/macos/ActiveApplications.h"
 #include "platform/macos/FoundationText.h"
 
 #import <AppKit/AppKit.h>
 
 #include <utility>
 
-@interface KestrelEventHandler : NSObject
-@property (copy) void (^act)(void);
-- (void)handle:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply;
-@end
-
-@implementation KestrelEventHandler
-- (void)handle:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply
-{
-    (void)event;
-    (void)reply;
-    self.act();
-}
-@end
-
 namespace kestrel {
 
-namespace {
-// Handles an Apple event of the core class in AppKit's place, from the time when the application
-// runs: AppKit installs its own handlers when it starts. An empty `act` ends that.
-CFHolder<CFTypeRef> handle(AEEventID event, std::function<void()> act)
+AppKitWorkspace::AppKitWorkspace()
+    : m_reopening(kAEReopenApplication)
+    , m_quitting(kAEQuitApplication)
 {
-    auto* const manager = NSAppleEventManager.sharedAppleEventManager;
-    // The manager does not retain the handler of an earlier call.
-    [manager removeEventHandlerForEventClass:kCoreEventClass andEventID:event];
-    if (!act)
-        return {};
-    auto* const handler = [[KestrelEventHandler alloc] init];
-    handler.act = ^{ act(); };
-    __weak KestrelEventHandler* const present = handler;
-    dispatch_async(dispatch_get_main_queue(), ^{
-        KestrelEventHandler* const kept = present; // nil if it has been replaced meanwhile
-        if (kept)
-            [manager setEventHandler:kept
-                         andSelector:@selector(handle:withReply:)
-                       forEventClass:kCoreEventClass
-                          andEventID:event];
-    });
-    return CFHolder<CFTypeRef>(CFBridgingRetain(handler));
 }
-} // namespace
 
-// This runs at each press of a console key. The name of an application costs a message to the
-// launch services the first time, so only active applications are asked for it.
+// A name is valid until the pool drains.
 void AppKitWorkspace::visitActiveApplications(const Visitor& visit)
 {
     @autoreleasepool {
-        for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
-            if (!application.active)
-                continue;
-            const char* name = application.localizedName.UTF8String; // valid until the pool drains
-            if (!visit(name ? name : ""))
-                return;
-        }
+        NSArray<NSRunningApplication*>* const applications
+            = NSWorkspace.sharedWorkspace.runningApplications;
+        visitActive(
+            applications, visit, [](NSRunningApplication* each) { return each.active; },
+            [](NSRunningApplication* each) { return each.localizedName.UTF8String; });
     }
 }
 
@@ -91,7 +56,7 @@ void AppKitWorkspace::activateApplication()
 // AppKit's own handler would do no more than activate this program.
 void AppKitWorkspace::setReopened(std::function<void()> reopened)
 {
-    m_reopening = handle(kAEReopenApplication, std::move(reopened));
+    m_reopening.setAct(std::move(reopened));
 }
 
 // AppKit's own handler refuses while a modal window or a sheet is open. Otherwise it asks Qt, which
@@ -99,7 +64,7 @@ void AppKitWorkspace::setReopened(std::function<void()> reopened)
 // reports no error, and the process ends.
 void AppKitWorkspace::setQuitRequested(std::function<void()> quitRequested)
 {
-    m_quitting = handle(kAEQuitApplication, std::move(quitRequested));
+    m_quitting.setAct(std::move(quitRequested));
 }
 
 } // namespace kestrel
