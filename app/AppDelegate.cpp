@@ -104,7 +104,7 @@ void AppDelegate::createSetupController()
     m_assignments.setupShortcutKey();
     m_userAssignableWindowController = std::make_unique<UserAssinableWindowController>(
         SetupServices { { m_notificationCenter, *m_platform.keyTranslation }, *m_platform.defaults,
-            *m_platform.fileAttributes, *m_visibility, [this] { storeForRecovery(); } });
+            *m_platform.documentFiles, *m_visibility, [this] { storeForRecovery(); } });
     m_userAssignableWindowController->setMyWindowController(m_myWindowController.get());
     m_userAssignableWindowController->initShortcut(m_assignments.myUserAssignFile());
 }

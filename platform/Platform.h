@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/DefaultsStore.h"
-#include "platform/FileAttributes.h"
+#include "platform/DocumentFiles.h"
 #include "platform/KeyEvents.h"
 #include "platform/KeyTranslation.h"
 #include "platform/LoginItem.h"
@@ -28,7 +28,7 @@ struct Platform {
     std::unique_ptr<KeyEvents> keyEvents;
     std::unique_ptr<KeyTranslation> keyTranslation;
     std::unique_ptr<ProcessTable> processTable;
-    std::unique_ptr<FileAttributes> fileAttributes;
+    std::unique_ptr<DocumentFiles> documentFiles;
     std::unique_ptr<WindowTraits> windowTraits;
     std::unique_ptr<Permissions> permissions;
     std::unique_ptr<Notices> notices;

@@ -1,8 +1,8 @@
 #include "setup/AssignmentFiles.h"
 
 #include "archive/ArchiveLimits.h"
-#include "archive/AtomicFile.h"
-#include "platform/FileAttributes.h"
+#include "archive/Bytes.h"
+#include "platform/DocumentFiles.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -41,17 +41,17 @@ std::shared_ptr<UserAssignFile> AssignmentFiles::read(const QString& path) const
 
 bool AssignmentFiles::write(const QString& path, const UserAssignFile& set)
 {
-    QString problem;
+    std::string problem;
     try {
-        problem = AtomicFile::write(path, set.fileImage()).problem;
+        problem = m_documents.replace(path.toStdString(), set.fileImage());
     } catch (const std::exception& error) {
-        problem = QString::fromUtf8(error.what());
+        problem = error.what();
     }
-    if (!problem.isEmpty()) {
-        qWarning("Cannot save %s: %s", qUtf8Printable(path), qUtf8Printable(problem));
+    if (!problem.empty()) {
+        qWarning("Cannot save %s: %s", qUtf8Printable(path), problem.c_str());
         return false;
     }
-    (void)m_attributes.setCodes(path.toStdString(), Codes);
+    (void)m_documents.setCodes(path.toStdString(), Codes);
     return true;
 }
 

@@ -8,15 +8,15 @@
 
 namespace kestrel {
 
-class FileAttributes;
+class DocumentFiles;
 
 // Reads and writes assignment files. Each file holds one whole assignment set.
 class AssignmentFiles {
 public:
     inline static const QString Extension = QStringLiteral("ZKCF");
 
-    explicit AssignmentFiles(FileAttributes& attributes)
-        : m_attributes(attributes)
+    explicit AssignmentFiles(DocumentFiles& documents)
+        : m_documents(documents)
     {
     }
 
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool write(const QString& path, const UserAssignFile& set);
 
 private:
-    FileAttributes& m_attributes;
+    DocumentFiles& m_documents;
 };
 
 } // namespace kestrel

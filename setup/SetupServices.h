@@ -8,13 +8,13 @@ namespace kestrel {
 
 class ApplicationVisibility;
 class DefaultsStore;
-class FileAttributes;
+class DocumentFiles;
 
 // The services that the setup window uses. All of them outlive the window.
 struct SetupServices {
     InterfaceServices interface;
     DefaultsStore& defaults;
-    FileAttributes& fileAttributes;
+    DocumentFiles& documentFiles;
     ApplicationVisibility& visibility;
     std::function<void()> setBecameLive; // called after OK has written the live set
 };

@@ -13,7 +13,7 @@ const QString FrameAutosaveName = QStringLiteral("UAssignWindow");
 
 UserAssinableWindowController::UserAssinableWindowController(const SetupServices& services)
     : m_services(services)
-    , m_files(services.fileAttributes)
+    , m_files(services.documentFiles)
     , m_savedFrame(FrameAutosaveName.toStdString(), services.defaults)
     , m_screens([this] {
         if (isVisible())

@@ -1,6 +1,7 @@
 // Loading and saving of assignment files, down to the disk.
 
-#include "platform/FileAttributes.h"
+#include "archive/AtomicFile.h"
+#include "platform/DocumentFiles.h"
 #include "setup/AssignmentFiles.h"
 
 #include <QFile>
@@ -16,8 +17,14 @@
 namespace kestrel {
 namespace {
 
-class NoAttributes final : public FileAttributes {
+class PlainFiles final : public DocumentFiles {
 public:
+    [[nodiscard]] std::string replace(
+        std::string_view path, std::span<const std::uint8_t> content) override
+    {
+        return AtomicFile::write(QString::fromStdString(std::string(path)), content)
+            .problem.toStdString();
+    }
     [[nodiscard]] bool setCodes(std::string_view, FileCodes) override { return false; }
     [[nodiscard]] std::optional<FileCodes> codes(std::string_view) override { return {}; }
 };
@@ -52,8 +59,8 @@ void asMedian(benchmark::internal::Benchmark* benchmark)
 struct Disk {
     QTemporaryDir folder;
     QString path = folder.filePath(QStringLiteral("set.ZKCF"));
-    NoAttributes attributes;
-    AssignmentFiles files { attributes };
+    PlainFiles documents;
+    AssignmentFiles files { documents };
 };
 
 void loadSet(benchmark::State& state)

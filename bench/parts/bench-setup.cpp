@@ -99,7 +99,7 @@ private:
     NotificationCenter m_center;
     test::FakeKeyTranslation m_translation;
     test::FakeDefaultsStore m_defaults;
-    test::FakeFileAttributes m_attributes;
+    test::FakeDocumentFiles m_attributes;
     test::RecordingVisibility m_visibility { m_calls };
     std::shared_ptr<UserAssignFile> m_live = std::make_shared<UserAssignFile>();
     UserAssinableWindowController m_controller { { { m_center, m_translation }, m_defaults,

@@ -32,7 +32,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .keyEvents = std::move(x11.keyEvents),
         .keyTranslation = std::move(x11.keyTranslation),
         .processTable = makeProcessTable(),
-        .fileAttributes = makeFileAttributes(),
+        .documentFiles = makeDocumentFiles(),
         .windowTraits = std::move(x11.windowTraits),
         .permissions = makePermissions(),
         .notices = std::move(notices),

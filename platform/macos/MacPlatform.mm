@@ -7,7 +7,7 @@
 #include "platform/macos/ApplicationMenu.h"
 #include "platform/macos/CoreMIDIServices.h"
 #include "platform/macos/EditMenu.h"
-#include "platform/macos/FinderFileAttributes.h"
+#include "platform/macos/FoundationDocumentFiles.h"
 #include "platform/macos/QuartzKeyEvents.h"
 #include "platform/macos/QuartzKeyTranslation.h"
 #include "platform/macos/SheetTitles.h"
@@ -34,7 +34,7 @@ Platform makePlatform(MainLoop& mainLoop)
         .keyEvents = std::make_unique<QuartzKeyEvents>(access),
         .keyTranslation = std::make_unique<QuartzKeyTranslation>(),
         .processTable = std::make_unique<SysctlProcessTable>(),
-        .fileAttributes = std::make_unique<FinderFileAttributes>(),
+        .documentFiles = std::make_unique<FoundationDocumentFiles>(),
         .windowTraits = std::make_unique<AppKitWindowTraits>(),
         .permissions = std::make_unique<AccessibilityPermissions>(access),
         .notices = std::make_unique<NoNotices>(),

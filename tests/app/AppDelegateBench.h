@@ -50,7 +50,7 @@ public:
         platform.processTable.reset(&processes);
         platform.defaults.reset(&defaults);
         platform.keyTranslation = std::make_unique<NoKeyTranslation>();
-        platform.fileAttributes = std::make_unique<FakeFileAttributes>();
+        platform.documentFiles = std::make_unique<FakeDocumentFiles>();
         platform.windowTraits = std::make_unique<FakeWindowTraits>();
         platform.permissions.reset(&permissions);
         platform.loginItem.reset(&loginItem);

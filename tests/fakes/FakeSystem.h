@@ -1,7 +1,8 @@
 #pragma once
 
+#include "archive/AtomicFile.h"
 #include "platform/DefaultsStore.h"
-#include "platform/FileAttributes.h"
+#include "platform/DocumentFiles.h"
 #include "platform/LoginItem.h"
 #include "platform/Notices.h"
 #include "platform/Permissions.h"
@@ -78,8 +79,17 @@ public:
     std::vector<std::string> calls;
 };
 
-class FakeFileAttributes final : public FileAttributes {
+// Writes real files.
+class FakeDocumentFiles final : public DocumentFiles {
 public:
+    [[nodiscard]] std::string replace(
+        std::string_view path, std::span<const std::uint8_t> content) override
+    {
+        if (!failure.empty())
+            return failure;
+        return AtomicFile::write(QString::fromStdString(std::string(path)), content)
+            .problem.toStdString();
+    }
     [[nodiscard]] bool setCodes(std::string_view path, FileCodes codes) override
     {
         if (refusing)
@@ -93,7 +103,8 @@ public:
         return found == byPath.end() ? std::nullopt : std::optional(found->second);
     }
 
-    bool refusing = false;
+    std::string failure; // what replace() says instead of writing
+    bool refusing = false; // codes
     std::map<std::string, FileCodes> byPath;
 };
 

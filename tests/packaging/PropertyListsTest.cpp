@@ -57,6 +57,8 @@ std::map<std::string, std::string> membersOf(const QString& path)
 
 TEST(InfoPlist, says_what_the_bundle_is)
 {
+    const std::string useOfFolders
+        = "\"ZENTA Kestrel opens and saves the sets of assignments that you choose.\"";
     const auto info = membersOf(QStringLiteral(":/Info.plist"));
     EXPECT_THAT(info,
         UnorderedElementsAre(Pair("CFBundleDevelopmentRegion", "\"en\""),
@@ -76,6 +78,9 @@ TEST(InfoPlist, says_what_the_bundle_is)
             Pair("CFBundleVersion", "\"" KESTREL_VERSION "\""),
             Pair("LSApplicationCategoryType", "\"public.app-category.music\""),
             Pair("LSMinimumSystemVersion", "\"12.0\""), Pair("LSUIElement", "true"),
+            Pair("NSDesktopFolderUsageDescription", useOfFolders),
+            Pair("NSDocumentsFolderUsageDescription", useOfFolders),
+            Pair("NSDownloadsFolderUsageDescription", useOfFolders),
             Pair("NSHighResolutionCapable", "true"),
             Pair("NSHumanReadableCopyright", "\"" KESTREL_COPYRIGHT "\""),
             Pair("NSPrincipalClass", "\"NSApplication\""),

@@ -27,7 +27,7 @@ struct FileBench {
     }
 
     QTemporaryDir folder;
-    FakeFileAttributes attributes;
+    FakeDocumentFiles attributes;
     AssignmentFiles files { attributes };
     UserAssignFile set;
 };
@@ -90,6 +90,16 @@ TEST(AssignmentFiles, a_file_that_cannot_be_made_is_reported_and_gets_no_attribu
 {
     FileBench bench;
     EXPECT_FALSE(bench.files.write(bench.path("missing/a.ZKCF"), bench.set));
+    EXPECT_TRUE(bench.attributes.byPath.empty());
+}
+
+TEST(AssignmentFiles, a_file_that_the_system_does_not_replace_keeps_its_content_and_codes)
+{
+    FileBench bench;
+    const QString path = bench.writeBytes({ 1, 2, 3 });
+    bench.attributes.failure = "You do not have permission";
+    EXPECT_FALSE(bench.files.write(path, bench.set));
+    EXPECT_EQ(QFileInfo(path).size(), 3);
     EXPECT_TRUE(bench.attributes.byPath.empty());
 }
 

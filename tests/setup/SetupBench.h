@@ -116,7 +116,7 @@ struct SetupBench {
     int becameLive = 0; // how often the live set was written
     FakeDefaultsStore ownDefaults;
     FakeDefaultsStore& defaults;
-    FakeFileAttributes attributes;
+    FakeDocumentFiles attributes;
     RecordingVisibility visibility { calls };
     RecordingPanel panel { calls };
     WindowCloseObserver observer { center };

@@ -3,7 +3,7 @@
 #include "platform/linux/system/LinuxPermissions.h"
 #include "platform/linux/system/ProcProcessTable.h"
 #include "platform/linux/system/SessionNotices.h"
-#include "platform/linux/system/XattrFileAttributes.h"
+#include "platform/linux/system/XattrDocumentFiles.h"
 
 namespace kestrel {
 
@@ -12,9 +12,9 @@ std::unique_ptr<ProcessTable> makeProcessTable()
     return std::make_unique<ProcProcessTable>();
 }
 
-std::unique_ptr<FileAttributes> makeFileAttributes()
+std::unique_ptr<DocumentFiles> makeDocumentFiles()
 {
-    return std::make_unique<XattrFileAttributes>();
+    return std::make_unique<XattrDocumentFiles>();
 }
 
 std::unique_ptr<Permissions> makePermissions()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileAttributes.h"
+#include "platform/DocumentFiles.h"
 #include "platform/Notices.h"
 #include "platform/Permissions.h"
 #include "platform/ProcessTable.h"
@@ -11,7 +11,7 @@ namespace kestrel {
 
 // Adapters that need only the kernel.
 [[nodiscard]] std::unique_ptr<ProcessTable> makeProcessTable();
-[[nodiscard]] std::unique_ptr<FileAttributes> makeFileAttributes();
+[[nodiscard]] std::unique_ptr<DocumentFiles> makeDocumentFiles();
 [[nodiscard]] std::unique_ptr<Permissions> makePermissions();
 
 // Notices about what the desktop session denies the program.

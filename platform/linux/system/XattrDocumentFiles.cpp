@@ -1,4 +1,6 @@
-#include "platform/linux/system/XattrFileAttributes.h"
+#include "platform/linux/system/XattrDocumentFiles.h"
+
+#include "archive/AtomicFile.h"
 
 #include <sys/xattr.h>
 
@@ -17,7 +19,7 @@ std::optional<FinderInfo> read(const std::string& path)
 {
     FinderInfo info {};
     const ssize_t size
-        = ::getxattr(path.c_str(), XattrFileAttributes::AttributeName, info.data(), info.size());
+        = ::getxattr(path.c_str(), XattrDocumentFiles::AttributeName, info.data(), info.size());
     if (size != static_cast<ssize_t>(info.size()))
         return {};
     return info;
@@ -38,7 +40,14 @@ void setCode(FinderInfo& info, std::size_t offset, std::uint32_t value)
 }
 } // namespace
 
-bool XattrFileAttributes::setCodes(std::string_view path, FileCodes codes)
+std::string XattrDocumentFiles::replace(
+    std::string_view path, std::span<const std::uint8_t> content)
+{
+    const auto file = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
+    return AtomicFile::write(file, content).problem.toStdString();
+}
+
+bool XattrDocumentFiles::setCodes(std::string_view path, FileCodes codes)
 {
     const std::string file(path);
     FinderInfo info = read(file).value_or(FinderInfo {});
@@ -47,7 +56,7 @@ bool XattrFileAttributes::setCodes(std::string_view path, FileCodes codes)
     return ::setxattr(file.c_str(), AttributeName, info.data(), info.size(), 0) == 0;
 }
 
-std::optional<FileCodes> XattrFileAttributes::codes(std::string_view path)
+std::optional<FileCodes> XattrDocumentFiles::codes(std::string_view path)
 {
     const auto info = read(std::string(path));
     if (!info)
