@@ -1,5 +1,9 @@
 # Finds the libraries of others that Kestrel uses. Nothing is downloaded.
 
+# Qt before 6.9.2 links AGL, which Xcode 26 no longer has. Nothing uses it.
+if(APPLE)
+  set(WrapOpenGL_AGL "-framework OpenGL" CACHE STRING "What Qt links in place of AGL")
+endif()
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
