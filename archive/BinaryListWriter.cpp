@@ -22,7 +22,7 @@ using namespace BinaryListFormat;
 // An object's first byte.
 constexpr std::uint8_t mark(Marker type, std::size_t low)
 {
-    return static_cast<std::uint8_t>(type << 4 | low);
+    return static_cast<std::uint8_t>(static_cast<std::size_t>(type) << 4 | low);
 }
 
 constexpr std::uint8_t False = mark(Simple, 8);
