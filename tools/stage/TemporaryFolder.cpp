@@ -1,5 +1,7 @@
 #include "tools/stage/TemporaryFolder.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdlib>
 #include <string>
