@@ -75,6 +75,15 @@ void run(const Checks& checks, Scene& scene, Tap& tap)
     }
 }
 
+// Those of an earlier run would be taken for this one's.
+void removeOldFailures(const std::filesystem::path& folder)
+{
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().filename().string().starts_with("failed-"))
+            std::filesystem::remove(entry.path());
+    }
+}
+
 // Messages of the programs are no part of the report.
 void writeErrorsTo(const std::filesystem::path& log)
 {
@@ -108,6 +117,7 @@ int main(int argc, char* argv[])
             options.programs = std::filesystem::canonical(argv[0]).parent_path();
         std::filesystem::create_directories(folder);
         folder = std::filesystem::canonical(folder);
+        removeOldFailures(folder);
     } catch (const CLI::ParseError& error) {
         return arguments.exit(error) == 0 ? EXIT_SUCCESS : ExitCodeOfWrongUsage;
     } catch (const std::exception& error) {
