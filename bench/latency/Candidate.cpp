@@ -72,7 +72,7 @@ void assignKeys(const Stage& stage, const Options& options)
 Candidate::Candidate(Stage& stage, const CandidateKind& kind)
     : m_stage(stage)
     , m_kind(kind)
-    , m_process(kind.command, stage.environment())
+    , m_process(kind.command, environment())
 {
     if (!m_kind.connectsItself) {
         const auto ready = m_process.waitForLineWith("ready ", milliseconds(10000));
@@ -87,6 +87,13 @@ Candidate::Candidate(Stage& stage, const CandidateKind& kind)
         m_stage.showActivity();
     m_stage.console().setHeartbeatEachSecond(true);
     warmUp();
+}
+
+stage::ChildProcess::Environment Candidate::environment() const
+{
+    auto environment = m_stage.environment();
+    environment["XDG_RUNTIME_DIR"] = m_runtimeFolder.path().string();
+    return environment;
 }
 
 Candidate::~Candidate()

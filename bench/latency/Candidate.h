@@ -3,6 +3,7 @@
 #include "bench/latency/Options.h"
 #include "bench/latency/Stage.h"
 #include "tools/stage/ChildProcess.h"
+#include "tools/stage/TemporaryFolder.h"
 
 #include <string>
 #include <vector>
@@ -47,8 +48,12 @@ private:
     void waitForAnswer();
     void warmUp();
 
+    [[nodiscard]] stage::ChildProcess::Environment environment() const;
+
     Stage& m_stage;
     const CandidateKind& m_kind;
+    // Another version of the utility may take a lock file of this one for a running program.
+    stage::TemporaryFolder m_runtimeFolder;
     stage::ChildProcess m_process;
 };
 
