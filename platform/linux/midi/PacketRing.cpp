@@ -1,6 +1,9 @@
 #include "platform/linux/midi/PacketRing.h"
 
+#include <sys/mman.h>
+
 #include <cstring>
+#include <new>
 
 namespace kestrel {
 
@@ -23,8 +26,24 @@ constexpr std::size_t recordSize(std::size_t size)
 
 PacketRing::PacketRing(std::size_t capacity)
     : m_capacity(capacity)
-    , m_bytes(std::make_unique<std::byte[]>(capacity)) // zeroed: maps all pages now
+    , m_bytes(map(capacity))
 {
+}
+
+// Not from the heap: every new link has new rings, and what was allocated behind an old one would
+// keep the heap from shrinking. Maps all pages now, so that the writing thread never waits for one.
+PacketRing::Mapping PacketRing::map(std::size_t size)
+{
+    void* const bytes = ::mmap(
+        nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
+    if (bytes == MAP_FAILED)
+        throw std::bad_alloc();
+    return { static_cast<std::byte*>(bytes), Unmap { size } };
+}
+
+void PacketRing::Unmap::operator()(std::byte* bytes) const
+{
+    ::munmap(bytes, size);
 }
 
 std::byte* PacketRing::byteAt(Position position) const

@@ -41,8 +41,15 @@ public:
 private:
     [[nodiscard]] std::byte* byteAt(Position position) const;
 
+    struct Unmap {
+        std::size_t size;
+        void operator()(std::byte* bytes) const;
+    };
+    using Mapping = std::unique_ptr<std::byte, Unmap>;
+    [[nodiscard]] static Mapping map(std::size_t size); // throws std::bad_alloc
+
     const std::size_t m_capacity;
-    const std::unique_ptr<std::byte[]> m_bytes;
+    const Mapping m_bytes;
     alignas(64) std::atomic<Position> m_written { 0 };
     std::atomic<std::uint32_t> m_losses { 0 };
     alignas(64) std::atomic<Position> m_read { 0 };

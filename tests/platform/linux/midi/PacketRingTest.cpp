@@ -1,8 +1,11 @@
 #include "platform/linux/midi/PacketRing.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdint>
+#include <fstream>
+#include <memory>
 #include <thread>
 #include <vector>
 
@@ -25,6 +28,14 @@ std::vector<Bytes> takeAll(PacketRing& ring)
         packets.push_back(bytes(*packet));
     ring.release(end);
     return packets;
+}
+
+std::size_t residentBytes()
+{
+    std::ifstream statm("/proc/self/statm");
+    std::size_t size = 0, resident = 0;
+    statm >> size >> resident;
+    return resident * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }
 
 TEST(PacketRing, packets_come_out_whole_in_order_and_with_their_time)
@@ -163,6 +174,24 @@ TEST(PacketRing, two_threads_lose_and_reorder_nothing)
     }
     writer.join();
     EXPECT_EQ(wrong, 0u);
+}
+
+TEST(PacketRing, a_ring_that_has_gone_leaves_nothing_behind_among_later_allocations)
+{
+    constexpr std::size_t Capacity = std::size_t(1) << 20;
+    constexpr std::size_t Rings = 8;
+    // After this, malloc would take a block of this size from the heap.
+    PacketRing { Capacity };
+    const std::size_t before = residentBytes();
+    std::vector<std::unique_ptr<PacketRing>> rings;
+    std::vector<std::unique_ptr<Bytes>> later;
+    for (std::size_t i = 0; i < Rings; ++i) {
+        rings.push_back(std::make_unique<PacketRing>(Capacity));
+        later.push_back(std::make_unique<Bytes>(1024));
+    }
+    EXPECT_GE(residentBytes(), before + Rings * Capacity) << "the pages are there from the start";
+    rings.clear();
+    EXPECT_LT(residentBytes(), before + Capacity);
 }
 
 } // namespace
