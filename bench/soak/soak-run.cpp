@@ -83,8 +83,15 @@ public:
             throw std::runtime_error("the panel is gone");
     }
 
+    // The utility has the memory for packets of a link only while it is open and answers, so the
+    // figures are taken in that state.
     [[nodiscard]] ProcessFigures figures() const
     {
+        constexpr long Settled = 2; // the first answer may be that of a link about to be rebuilt
+        const long before = m_stream->answers();
+        const auto answers = [this, before] { return m_stream->answers() >= before + Settled; };
+        if (!stage::comesTrue(answers, LinkTimeout))
+            throw std::runtime_error("the utility does not answer");
         return ProcessFigures::atRest(m_kestrel->pid());
     }
     [[nodiscard]] const EventStream& stream() const { return *m_stream; }
