@@ -98,7 +98,7 @@ void KeyLedger::takeAwayUnnamed(const XKeySet& named)
 
 void KeyLedger::takeFromHolders(XKeyCode key)
 {
-    if (m_held.test(key) || m_foreignKeys.test(key))
+    if (m_held.test(key) || !m_bounceKeys)
         up(key);
 }
 

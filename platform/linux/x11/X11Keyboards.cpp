@@ -10,9 +10,8 @@ namespace kestrel {
 
 namespace {
 constexpr std::string_view XTestSuffix = "XTEST keyboard";
-// From XInput 2.1 on, the server reports keys also while another program grabs the keyboard.
 constexpr std::uint16_t InputMajorVersion = 2;
-constexpr std::uint16_t InputMinorVersion = 1;
+constexpr std::uint16_t InputMinorVersion = 0;
 
 std::string_view nameOf(const xcb_input_xi_device_info_t& device)
 {
@@ -23,10 +22,10 @@ std::string_view nameOf(const xcb_input_xi_device_info_t& device)
 
 X11Keyboards::X11Keyboards(X11Connection& connection,
     std::function<void(const XKeySet&)> userModifiersChanged,
-    std::function<void(const XTestKey&)> xtestKeyChanged)
+    std::function<void(const XTestModifier&)> xtestModifierChanged)
     : m_connection(connection)
     , m_userModifiersChanged(std::move(userModifiersChanged))
-    , m_xtestKeyChanged(std::move(xtestKeyChanged))
+    , m_xtestModifierChanged(std::move(xtestModifierChanged))
 {
     m_connection.add(*this);
 }
@@ -41,6 +40,7 @@ void X11Keyboards::connectionOpened()
     beginExtensions();
     findDevices();
     keepFromRepeating();
+    learnControls();
     turnToUserKeyboard();
 }
 
@@ -48,7 +48,6 @@ void X11Keyboards::connectionLost()
 {
     m_xtest.reset();
     m_userKeyboards.clear();
-    m_knowsUserKeyboards = false;
     m_modifierKeys.reset();
     m_userModifiersChanged({});
 }
@@ -85,7 +84,6 @@ void X11Keyboards::findDevices()
 {
     m_xtest.reset();
     m_userKeyboards.clear();
-    m_knowsUserKeyboards = false;
     const auto core = coreKeyboard();
     const auto devices = m_connection.reply<xcb_input_xi_query_device_reply_t>(
         xcb_input_xi_query_device(m_connection.xcb(), XCB_INPUT_DEVICE_ALL).sequence);
@@ -102,15 +100,11 @@ void X11Keyboards::findDevices()
             m_userKeyboards[device.deviceid];
     }
     if (m_xtest)
-        followKeys(*m_xtest);
-    for (auto& [device, keyboard] : m_userKeyboards) {
-        followKeys(device);
+        followModifiers(*m_xtest);
+    for (auto& [device, modifiers] : m_userKeyboards) {
         followModifiers(device);
-        const auto down = keysDown(device);
-        keyboard.down = down.value_or(XKeySet().set());
-        keyboard.modifiers = down.value_or(XKeySet()) & modifierKeys();
+        modifiers = keysDown(device).value_or(XKeySet()) & modifierKeys();
     }
-    m_knowsUserKeyboards = true;
     tellModifiers();
 }
 
@@ -137,6 +131,16 @@ void X11Keyboards::keepFromRepeating()
         XTestRepeat::switchOff(m_connection, static_cast<std::uint8_t>(*m_xtest));
 }
 
+void X11Keyboards::learnControls()
+{
+    m_haveBounceKeys = false;
+    if (!m_xtest || m_xkbEvent == 0)
+        return;
+    const auto controls = m_connection.reply<xcb_xkb_get_controls_reply_t>(
+        xcb_xkb_get_controls(m_connection.xcb(), *m_xtest).sequence);
+    m_haveBounceKeys = controls && (controls->enabledControls & XCB_XKB_BOOL_CTRL_BOUNCE_KEYS) != 0;
+}
+
 // Posts, on one of the user's keyboards, the release of a key that is not down.
 void X11Keyboards::turnToUserKeyboard()
 {
@@ -150,12 +154,6 @@ void X11Keyboards::turnToUserKeyboard()
         XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, device);
 }
 
-void X11Keyboards::followKeys(DeviceId device)
-{
-    selectInputEvents(
-        device, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-}
-
 void X11Keyboards::followModifiers(DeviceId device)
 {
     xcb_xkb_select_events_details_t details {};
@@ -163,14 +161,6 @@ void X11Keyboards::followModifiers(DeviceId device)
     details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_BASE;
     xcb_xkb_select_events_aux(
         m_connection.xcb(), device, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0, &details);
-}
-
-XKeySet X11Keyboards::keysOfUser() const
-{
-    XKeySet all;
-    for (const auto& [device, keyboard] : m_userKeyboards)
-        all |= keyboard.down;
-    return m_knowsUserKeyboards ? all : XKeySet().set();
 }
 
 std::optional<XKeySet> X11Keyboards::keysDownOnXTest()
@@ -213,8 +203,8 @@ const XKeySet& X11Keyboards::modifierKeys()
 void X11Keyboards::tellModifiers() const
 {
     XKeySet all;
-    for (const auto& [device, keyboard] : m_userKeyboards)
-        all |= keyboard.modifiers;
+    for (const auto& [device, modifiers] : m_userKeyboards)
+        all |= modifiers;
     m_userModifiersChanged(all);
 }
 
@@ -239,40 +229,36 @@ void X11Keyboards::inputEventArrived(const xcb_ge_generic_event_t& event)
     if (event.event_type == XCB_INPUT_HIERARCHY) {
         findDevices();
         keepFromRepeating();
-    } else if (event.event_type == XCB_INPUT_RAW_KEY_PRESS
-        || event.event_type == XCB_INPUT_RAW_KEY_RELEASE) {
-        keyEventArrived(reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event));
+        learnControls();
     }
 }
 
-// The event of a release has the same form.
-void X11Keyboards::keyEventArrived(const xcb_input_raw_key_press_event_t& event)
+void X11Keyboards::modifiersChanged(const xcb_generic_event_t& event)
 {
-    const bool isDown = event.event_type == XCB_INPUT_RAW_KEY_PRESS;
-    const auto user = m_userKeyboards.find(event.deviceid);
-    if (event.detail >= XKeySet().size())
-        return;
-    if (user != m_userKeyboards.end())
-        user->second.down.set(event.detail, isDown);
-    else if (m_xtest == event.deviceid)
-        m_xtestKeyChanged({ static_cast<XKeyCode>(event.detail), isDown, event.full_sequence });
+    const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+    const auto user = m_userKeyboards.find(state.deviceID);
+    if (user != m_userKeyboards.end()) {
+        user->second = state.baseMods == 0
+            ? XKeySet()
+            : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
+        tellModifiers();
+    } else if (m_xtest == state.deviceID && state.keycode != 0) {
+        m_xtestModifierChanged(
+            { state.keycode, state.eventType == XCB_KEY_PRESS, event.full_sequence });
+    }
 }
 
 void X11Keyboards::xkbEventArrived(const xcb_generic_event_t& event)
 {
     const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
     if (state.xkbType == XCB_XKB_STATE_NOTIFY) {
-        const auto user = m_userKeyboards.find(state.deviceID);
-        if (user == m_userKeyboards.end())
-            return;
-        user->second.modifiers = state.baseMods == 0
-            ? XKeySet()
-            : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
-        tellModifiers();
+        modifiersChanged(event);
     } else if (state.xkbType == XCB_XKB_CONTROLS_NOTIFY) {
         const auto& controls = reinterpret_cast<const xcb_xkb_controls_notify_event_t&>(event);
-        if (m_xtest == controls.deviceID
-            && (controls.enabledControls & XCB_XKB_BOOL_CTRL_REPEAT_KEYS) != 0)
+        if (m_xtest != controls.deviceID)
+            return;
+        m_haveBounceKeys = (controls.enabledControls & XCB_XKB_BOOL_CTRL_BOUNCE_KEYS) != 0;
+        if ((controls.enabledControls & XCB_XKB_BOOL_CTRL_REPEAT_KEYS) != 0)
             keepFromRepeating();
     }
 }

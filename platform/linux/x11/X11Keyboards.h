@@ -18,8 +18,9 @@ namespace kestrel {
 // only.
 class X11Keyboards final : private X11Connection::Listener {
 public:
-    // A key of the XTEST keyboard has gone down or up, through us or through another program.
-    struct XTestKey {
+    // A modifier key of the XTEST keyboard has gone down or up, through us or through another
+    // program.
+    struct XTestModifier {
         XKeyCode key;
         bool isDown;
         unsigned sequence; // number of our last request that the server had handled by then
@@ -28,11 +29,12 @@ public:
     // `userModifiersChanged` runs when the user has pressed or released a modifier key.
     X11Keyboards(X11Connection& connection,
         std::function<void(const XKeySet&)> userModifiersChanged,
-        std::function<void(const XTestKey&)> xtestKeyChanged);
+        std::function<void(const XTestModifier&)> xtestModifierChanged);
     ~X11Keyboards(); // the server restores the repeat setting when the connection ends
 
-    // Every key that is down, or may be down, on the user's keyboards. Does not ask the server.
-    [[nodiscard]] XKeySet keysOfUser() const;
+    // True when the XTEST keyboard ignores a press shortly after a release of the same key. Does
+    // not ask the server.
+    [[nodiscard]] bool haveBounceKeys() const { return m_haveBounceKeys; }
 
     // The keys that are down on the XTEST keyboard, including those that other programs pressed.
     // Waits for the server. No value when the server cannot tell.
@@ -44,24 +46,20 @@ public:
 
 private:
     using DeviceId = xcb_input_device_id_t;
-    struct Keyboard {
-        XKeySet down; // keys that are down or may be down
-        XKeySet modifiers; // the modifier keys that are down
-    };
 
     void connectionOpened() override;
     void connectionLost() override;
     void eventArrived(const xcb_generic_event_t& event) override;
 
     void inputEventArrived(const xcb_ge_generic_event_t& event);
-    void keyEventArrived(const xcb_input_raw_key_press_event_t& event);
     void xkbEventArrived(const xcb_generic_event_t& event);
+    void modifiersChanged(const xcb_generic_event_t& event);
     void beginExtensions();
     void findDevices();
     [[nodiscard]] std::optional<DeviceId> coreKeyboard();
     void keepFromRepeating();
+    void learnControls();
     void selectInputEvents(DeviceId device, std::uint32_t mask);
-    void followKeys(DeviceId device);
     void followModifiers(DeviceId device);
     void tellModifiers() const;
     [[nodiscard]] std::optional<XKeySet> keysDown(DeviceId device);
@@ -69,13 +67,13 @@ private:
 
     X11Connection& m_connection;
     std::function<void(const XKeySet&)> m_userModifiersChanged;
-    std::function<void(const XTestKey&)> m_xtestKeyChanged;
+    std::function<void(const XTestModifier&)> m_xtestModifierChanged;
     std::uint8_t m_xkbEvent = 0;
     std::uint8_t m_inputOpcode = 0;
     std::uint8_t m_inputEvent = 0;
     std::optional<DeviceId> m_xtest;
-    std::map<DeviceId, Keyboard> m_userKeyboards;
-    bool m_knowsUserKeyboards = false;
+    std::map<DeviceId, XKeySet> m_userKeyboards; // the modifier keys that are down on each
+    bool m_haveBounceKeys = false;
     // No value until it is needed after a change of the layout.
     std::optional<XKeySet> m_modifierKeys;
 };

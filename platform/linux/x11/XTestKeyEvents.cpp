@@ -44,7 +44,7 @@ XTestKeyEvents::XTestKeyEvents(std::shared_ptr<X11Session> session)
               if (m_connection.isUsable())
                   send(m_held.ledger().setUserModifiers(keys));
           },
-          [this](const X11Keyboards::XTestKey& change) { xtestKeyChanged(change); })
+          [this](const X11Keyboards::XTestModifier& change) { xtestModifierChanged(change); })
 {
     m_connection.add(*this);
     m_session->front.setChanged([this] { releaseAll(); });
@@ -72,8 +72,8 @@ KeyEvents::Result XTestKeyEvents::post(
         return Result::Unavailable;
     if (direction == Direction::Up)
         return send(m_held.ledger().release(*key));
-    m_held.ledger().setForeignKeys(m_keyboards.keysOfUser() | m_foreign);
-    m_held.ledger().setLentModifiers(m_foreign);
+    m_held.ledger().setBounceKeys(m_keyboards.haveBounceKeys());
+    m_held.ledger().setLentModifiers(m_foreignModifiers);
 
     std::array<XKeyCode, NamedModifiers.size()> modifiers;
     std::size_t count = 0;
@@ -91,8 +91,8 @@ KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
         return Result::UnknownKey;
     if (!isReady())
         return Result::Unavailable;
-    m_held.ledger().setForeignKeys(m_keyboards.keysOfUser() | m_foreign);
     KeyLedger& ledger = m_held.ledger();
+    ledger.setBounceKeys(m_keyboards.haveBounceKeys());
     return send(direction == Direction::Down ? ledger.pressBare(*key) : ledger.release(*key));
 }
 
@@ -110,7 +110,7 @@ void XTestKeyEvents::connectionOpened()
     if (!m_canPost)
         return;
     m_held.letGoOfWhatWasLeftDown();
-    m_foreign = keysDown().value_or(XKeySet()) & ~m_held.ledger().held();
+    m_foreignModifiers = keysDown().value_or(XKeySet()) & ~m_held.ledger().held();
 }
 
 void XTestKeyEvents::connectionLost()
@@ -126,11 +126,10 @@ void XTestKeyEvents::eventArrived(const xcb_generic_event_t& event)
     m_held.answered(event.full_sequence);
 }
 
-// The event of a press of ours bears the number of that press. What is taken for foreign by mistake
-// costs its next press a release that nobody sees.
-void XTestKeyEvents::xtestKeyChanged(const X11Keyboards::XTestKey& change)
+// The event of a press of ours bears the number of that press.
+void XTestKeyEvents::xtestModifierChanged(const X11Keyboards::XTestModifier& change)
 {
-    m_foreign.set(change.key, change.isDown && change.sequence != m_lastPress[change.key]);
+    m_foreignModifiers.set(change.key, change.isDown && change.sequence != m_lastPress[change.key]);
 }
 
 bool XTestKeyEvents::isReady()
@@ -156,7 +155,7 @@ unsigned XTestKeyEvents::post(const KeyStep& step)
     if (down)
         m_lastPress[step.key] = request.sequence;
     else
-        m_foreign.reset(step.key);
+        m_foreignModifiers.reset(step.key);
     return request.sequence;
 }
 

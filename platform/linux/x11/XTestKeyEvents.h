@@ -41,15 +41,16 @@ private:
     bool synchronise() override;
     std::optional<XKeySet> keysDown() override;
 
-    void xtestKeyChanged(const X11Keyboards::XTestKey& change);
+    void xtestModifierChanged(const X11Keyboards::XTestModifier& change);
     [[nodiscard]] bool isReady();
     Result send(const KeyPlan& plan);
 
     std::shared_ptr<X11Session> m_session;
     X11Connection& m_connection;
     HeldKeys m_held { *this };
-    // Keys that other programs hold on the XTEST keyboard.
-    XKeySet m_foreign;
+    // Modifier keys that other programs hold on the XTEST keyboard. What they held when the
+    // connection was opened is here with keys of all kinds, of which only modifiers are used.
+    XKeySet m_foreignModifiers;
     // Sequence number of our last press of each key on this connection; 0 = none.
     std::array<unsigned, XKeySet().size()> m_lastPress {};
     bool m_canPost = false;

@@ -105,21 +105,21 @@ TEST_F(Ledger, a_modifier_key_may_be_the_key_itself)
     EXPECT_EQ(release(Shift), "");
 }
 
-TEST_F(Ledger, a_key_that_nobody_holds_is_only_pressed)
+TEST_F(Ledger, each_press_takes_the_key_from_whoever_holds_it)
 {
-    ledger.setForeignKeys({});
-    EXPECT_EQ(press(S), "39d");
-    EXPECT_EQ(press(S), "39u 39d+2ms");
-    EXPECT_EQ(release(S), "39u");
-    EXPECT_EQ(text(ledger.pressBare(S)), "39d");
-}
-
-TEST_F(Ledger, a_key_that_the_user_holds_is_taken_from_the_user)
-{
-    ledger.setForeignKeys(keys({ A }));
     EXPECT_EQ(press(A), "38u 38d");
     EXPECT_EQ(release(A), "38u");
-    EXPECT_EQ(text(ledger.pressBare(A)), "38u 38d");
+    EXPECT_EQ(press(A), "38u 38d");
+    EXPECT_EQ(text(ledger.pressBare(S)), "39u 39d");
+}
+
+TEST_F(Ledger, with_bounce_keys_a_press_takes_a_key_only_from_ourselves)
+{
+    ledger.setBounceKeys(true);
+    EXPECT_EQ(press(A), "38d");
+    EXPECT_EQ(press(A), "38u 38d+2ms");
+    EXPECT_EQ(release(A), "38u");
+    EXPECT_EQ(text(ledger.pressBare(A)), "38d");
 }
 
 TEST_F(Ledger, a_bare_press_touches_no_modifier)
