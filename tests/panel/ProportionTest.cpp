@@ -68,13 +68,28 @@ protected:
     Window window;
     QWidget view { &window };
     int asked = 0;
-    PanelProportion proportion { window, view, [this](QSize content) {
-                                    ++asked;
-                                    return QSize(
-                                        content.width(), qRound(panelHeight(content.width())));
-                                } };
+    bool isGiven = false;
+    PanelProportion proportion { window, view,
+        [this](QSize content) {
+            ++asked;
+            return QSize(content.width(), qRound(panelHeight(content.width())));
+        },
+        [this] { return isGiven; } };
 };
 } // namespace
+
+TEST_F(Proportion, a_size_that_the_window_system_gives_is_not_corrected)
+{
+    isGiven = true;
+    window.resize(1000, 600);
+    int turns = 0; // of the event loop, for longer than it takes a size to settle
+    static_cast<void>(QTest::qWaitFor([&] { return ++turns > 100; }));
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(window.size(), QSize(1000, 600));
+    isGiven = false;
+    window.resize(1000, 601);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return asked > 0; })) << "it is out of proportion";
+}
 
 TEST_F(Proportion, a_window_out_of_proportion_corrects_its_height)
 {

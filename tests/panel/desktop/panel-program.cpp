@@ -2,7 +2,8 @@
 // commands from standard input and reports events on standard output, one per line:
 //   show | hide | size W H | repeat (says the content again) | quit
 //   shown ID | hidden | content W H panel X Y W H | pressed | frame X Y W H
-// With --plain no window traits are set. --frame gives the stored frame.
+// With --plain no window traits are set, and with --no-aspect all but the aspect ratio. --frame
+// gives the stored frame.
 
 #include "app/QtMainLoop.h"
 #include "panel/MyWindowController.h"
@@ -22,6 +23,23 @@
 namespace kestrel::test {
 
 namespace {
+// Like a window manager that does not heed the hint.
+class WithoutAspect final : public WindowTraits {
+public:
+    explicit WithoutAspect(WindowTraits& traits)
+        : m_traits(traits)
+    {
+    }
+    void setContentAspectRatio(NativeWindow, int, int) override { }
+    void setFloating(NativeWindow window) override { m_traits.setFloating(window); }
+    void setNeverFocused(NativeWindow window) override { m_traits.setNeverFocused(window); }
+    void orderFront(NativeWindow window) override { m_traits.orderFront(window); }
+    bool isSizeGiven(NativeWindow window) override { return m_traits.isSizeGiven(window); }
+
+private:
+    WindowTraits& m_traits;
+};
+
 class PanelProgram : public QObject {
 public:
     PanelProgram(WindowTraits& traits, DefaultsStore& defaults)
@@ -113,8 +131,10 @@ int run(int argc, char** argv)
     QtMainLoop mainLoop;
     X11Adapters adapters = makeX11Adapters(mainLoop);
     FakeWindowTraits none;
-    WindowTraits& traits
-        = arguments.contains("--plain") ? static_cast<WindowTraits&>(none) : *adapters.windowTraits;
+    WithoutAspect withoutAspect(*adapters.windowTraits);
+    WindowTraits& traits = arguments.contains("--plain") ? static_cast<WindowTraits&>(none)
+        : arguments.contains("--no-aspect")              ? withoutAspect
+                                                         : *adapters.windowTraits;
     int result = 0;
     {
         PanelProgram program(traits, defaults);
