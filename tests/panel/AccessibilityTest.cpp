@@ -181,7 +181,7 @@ TEST_F(Accessibility, a_lamp_tells_whether_it_is_lit)
     EXPECT_EQ(lampItem(7)->text(QAccessible::Value), "unlit");
     EXPECT_TRUE(lampItem(6)->state().readOnly);
     EXPECT_EQ(row(0)->valueInterface(), nullptr);
-    for (const std::uint8_t number : { 0, 1, 2, 3 })
+    for (std::uint8_t number = 0; number < 4; ++number)
         lamp(number, true);
     for (int part = 0; part < PlugInPanelAccessible::FirstSwitch; ++part) {
         EXPECT_FALSE(panel()->child(part)->state().checkable) << part;

@@ -349,7 +349,7 @@ TEST(SetupAccessibility, a_text_that_breaks_into_two_lines_is_one_value)
 
 TEST(SetupAccessibility, not_available_is_an_alert_while_the_key_is_refused)
 {
-    AccessibleBench bench;
+    const AccessibleBench bench;
     press(bench.field(0), Keys::F3);
     QAccessibleInterface& field = accessible(bench.field(1));
     ASSERT_EQ(field.childCount(), 1);
@@ -367,8 +367,7 @@ TEST(SetupAccessibility, not_available_is_an_alert_while_the_key_is_refused)
     EXPECT_EQ(field.text(QAccessible::Description), "Not Available");
     bench.controller.window()->hide();
     EXPECT_TRUE(alert.state().invisible) << "the window is not shown";
-    bench.open();
-    press(bench.field(1), Keys::F5);
+    bench.controller.window()->show();
     ASSERT_FALSE(alert.state().invisible);
     press(bench.field(1), Keys::A);
     EXPECT_TRUE(alert.state().invisible);
