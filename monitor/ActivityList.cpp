@@ -91,6 +91,14 @@ void ActivityList::resizeEvent(QResizeEvent* event)
         scrollToBottom();
 }
 
+int ActivityList::usualWidth() const
+{
+    int width = verticalScrollBar()->sizeHint().width();
+    for (int column = 0; column < ActivityModel::ColumnCount; ++column)
+        width += ActivityRowDelegate::usualWidth(font(), column);
+    return width;
+}
+
 // The bytes get what the words leave.
 void ActivityList::shareWidth()
 {

@@ -16,6 +16,8 @@ public:
     // above it.
     void refresh();
     void scrollToNewest();
+    // The width in which the usual words of all columns have room.
+    [[nodiscard]] int usualWidth() const;
     // The selected rows, else all rows, one a line.
     [[nodiscard]] QString text() const;
 

@@ -104,7 +104,7 @@ int ActivityRowDelegate::usualWidth(const QFont& font, int column)
         return widthOf(QStringLiteral("nothing: the permission to post keys is missing"))
             + MarkRoom;
     default:
-        return 0;
+        return widthOf(QStringLiteral("F0 00 00 66 05 00 12 04 …"));
     }
 }
 

@@ -13,7 +13,7 @@ class ActivityRowDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    // The width of a column in which its usual words have room; 0 for that of the bytes.
+    // The width of a column in which its usual words have room.
     [[nodiscard]] static int usualWidth(const QFont& font, int column);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -12,12 +12,15 @@
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kestrel {
 
 namespace {
-constexpr QSize FirstSize { 880, 560 };
+constexpr int FirstHeight = 560;
 constexpr QSize LeastSize { 720, 400 };
 
 struct Filter {
@@ -42,7 +45,8 @@ ActivityWindow::ActivityWindow(const Subject& subject, std::function<void()> sho
 {
     installMonitorAccessibility();
     setWindowTitle(QStringLiteral("Activity"));
-    resize(FirstSize);
+    const int room = screen()->availableGeometry().width();
+    resize(std::min(m_list->usualWidth(), room), FirstHeight);
     setMinimumSize(LeastSize);
     m_header->setShowPermission(std::move(showPermission));
     auto* const column = new QVBoxLayout(this);
