@@ -61,6 +61,7 @@ public:
     // The timer runs from launch to termination.
     [[nodiscard]] QTimer& activeSenceTimer() { return m_activeSenceTimer; }
     [[nodiscard]] ActivityRecorder& activity() { return m_activity; }
+    [[nodiscard]] Notices& notices() { return m_notices; }
     // Null until it is first shown.
     [[nodiscard]] ActivityWindow* activityWindow() const { return m_activityWindow.get(); }
     // Null until the application has launched.

@@ -1,6 +1,6 @@
 #include "app/InstanceServer.h"
 
-#include "app/InstanceMessageReader.h"
+#include "control/InstanceMessageReader.h"
 
 #include <QFile>
 #include <QLocalSocket>
@@ -59,6 +59,17 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
+    [[nodiscard]] bool isFollower() const { return static_cast<bool>(m_feed); }
+    void feed()
+    {
+        while (m_socket.bytesToWrite() < MaxUnread) {
+            const QByteArray body = m_feed();
+            if (body.isEmpty())
+                return;
+            m_socket.write(InstanceMessage { InstanceMessage::Kind::Events, body }.encoded());
+        }
+    }
+
 private:
     void read()
     {
@@ -84,9 +95,25 @@ private:
     void carryOut(const InstanceMessage request)
     {
         const QPointer<Connection> guard(this);
-        const InstanceMessage result = m_server.m_handler(request);
-        if (guard)
-            answer(result);
+        const InstanceReply reply = m_server.m_handler(request);
+        if (!guard)
+            return;
+        if (!reply.feed)
+            answer(reply.message);
+        else if (m_server.hasPlaceForFollower())
+            follow(reply);
+        else
+            answer(InstanceMessage::refused("Too many programs follow the activity."));
+    }
+
+    void follow(const InstanceReply& reply)
+    {
+        m_deadline.stop();
+        m_feed = reply.feed;
+        m_socket.write(reply.message.encoded());
+        connect(&m_socket, &QLocalSocket::bytesWritten, this, [this] { feed(); });
+        m_server.m_feeding.start();
+        feed();
     }
 
     // The answer leaves in a later turn of the loop. If this turn is the last one, the sender gets
@@ -102,7 +129,13 @@ private:
     QTimer m_deadline;
     InstanceMessageReader m_reader;
     bool m_requested = false;
+    std::function<QByteArray()> m_feed;
 };
+
+InstanceReply InstanceReply::unknown()
+{
+    return { InstanceMessage::refused("The running Kestrel does not know this request.") };
+}
 
 InstanceServer::InstanceServer(Handler handler)
     : m_handler(std::move(handler))
@@ -110,6 +143,8 @@ InstanceServer::InstanceServer(Handler handler)
     m_pause.setSingleShot(true);
     m_pause.setInterval(PauseWithoutDescriptors);
     connect(&m_pause, &QTimer::timeout, this, [this] { m_notifier->setEnabled(true); });
+    m_feeding.setInterval(FeedInterval);
+    connect(&m_feeding, &QTimer::timeout, this, [this] { feedFollowers(); });
 }
 
 InstanceServer::~InstanceServer()
@@ -174,7 +209,8 @@ void InstanceServer::add(int descriptor)
 {
     prepare(descriptor);
     if (m_connections.size() >= MaxConnections)
-        remove(*m_connections.first());
+        remove(**std::find_if_not(m_connections.begin(), m_connections.end(),
+            [](const Connection* connection) { return connection->isFollower(); }));
     m_connections.append(new Connection(*this, descriptor));
 }
 
@@ -182,6 +218,26 @@ void InstanceServer::remove(Connection& connection)
 {
     if (m_connections.removeOne(&connection))
         connection.deleteLater();
+}
+
+bool InstanceServer::hasPlaceForFollower() const
+{
+    return std::count_if(m_connections.begin(), m_connections.end(),
+               [](const Connection* connection) { return connection->isFollower(); })
+        < MaxFollowers;
+}
+
+void InstanceServer::feedFollowers()
+{
+    bool isFollowed = false;
+    for (Connection* const connection : QList(m_connections)) {
+        if (!connection->isFollower())
+            continue;
+        connection->feed();
+        isFollowed = true;
+    }
+    if (!isFollowed)
+        m_feeding.stop();
 }
 
 } // namespace kestrel

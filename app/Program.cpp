@@ -11,12 +11,12 @@
 #include "app/SingleInstance.h"
 #include "app/StartBox.h"
 #include "app/TerminationSignals.h"
+#include "control/InstancePlace.h"
 #include "link/Clock.h"
 #include "platform/SessionFolder.h"
 #include "platform/Utf8Path.h"
 
 #include <QApplication>
-#include <QFile>
 
 #include <algorithm>
 #include <cstdio>
@@ -96,12 +96,6 @@ int startAgain(const Start& start, const QStringList& files)
     return EXIT_FAILURE;
 }
 
-QString folderOfInstance(const std::string& name)
-{
-    const std::string session = sessionFolder();
-    return session.empty() ? QString() : QFile::decodeName((session + '/' + name).c_str());
-}
-
 } // namespace
 
 int runProgram(int argc, char* argv[], const ProgramParts& parts)
@@ -131,7 +125,7 @@ int runProgram(int argc, char* argv[], const ProgramParts& parts)
         mainLoop, endingSignals(), [&terminate] { terminate(); });
 
     using Claim = SingleInstance::Claim;
-    SingleInstance instance(folderOfInstance(parts.instanceFolder));
+    SingleInstance instance(instanceFolder(sessionFolder(), parts.instanceFolder));
     FileOpenEvents fileOpenEvents;
     const Start start { parts, mainLoop, terminate, instance, fileOpenEvents };
     switch (instance.claim()) {

@@ -25,11 +25,14 @@ RunningProgram::RunningProgram(
     , m_fileOpenEvents(surroundings.fileOpenEvents)
     , m_setDeadline(setDeadline)
     , m_delegate(platform, surroundings.mainLoop, surroundings.clock)
+    , m_requests(platform, m_delegate, surroundings.clock)
 {
     m_fileOpenEvents.setHandler(
         [this](const QStringList& files) { m_delegate.applicationOpenFiles(files); });
     QObject::connect(&m_instance, &SingleInstance::startedAgain, &m_delegate,
         [this](const QStringList& files) { startAgain(files); });
+    m_instance.setRequests(
+        [this](const InstanceMessage& request) { return m_requests.answer(request); });
     // The session may end the program after this signal without another message.
     QObject::connect(
         qGuiApp, &QGuiApplication::commitDataRequest, &m_delegate,
@@ -50,6 +53,7 @@ RunningProgram::RunningProgram(
 RunningProgram::~RunningProgram()
 {
     running = nullptr;
+    m_instance.setRequests({});
     m_platform.workspace->setQuitRequested({});
     m_fileOpenEvents.setHandler({});
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/InstanceRequests.h"
 
 namespace kestrel {
 
@@ -43,6 +44,7 @@ private:
     FileOpenEvents& m_fileOpenEvents;
     SetDeadline m_setDeadline;
     AppDelegate m_delegate;
+    InstanceRequests m_requests;
 };
 
 } // namespace kestrel

@@ -95,8 +95,8 @@ void SecondStart::receive()
         m_problem = QString::fromUtf8(m_answer.message().body);
         finish(Outcome::Refused);
         return;
-    case InstanceMessage::Kind::Open:
-        return; // no answer
+    default:
+        return; // no answer to this request
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/InstanceMessageReader.h"
+#include "control/InstanceMessageReader.h"
 #include "app/SingleInstance.h"
 
 #include <QEventLoop>

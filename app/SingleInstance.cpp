@@ -2,6 +2,7 @@
 
 #include "app/InstanceServer.h"
 #include "app/PrivateFolder.h"
+#include "control/InstancePlace.h"
 
 #include <chrono>
 
@@ -16,7 +17,7 @@ SingleInstance::~SingleInstance() = default;
 
 QString SingleInstance::socketPath() const
 {
-    return m_directory + QStringLiteral("/kestrel.socket");
+    return instanceSocket(m_directory);
 }
 
 SingleInstance::Claim SingleInstance::claim()
@@ -51,15 +52,15 @@ void SingleInstance::close()
     m_server.reset();
 }
 
-InstanceMessage SingleInstance::answer(const InstanceMessage& request)
+InstanceReply SingleInstance::answer(const InstanceMessage& request)
 {
     if (request.kind != InstanceMessage::Kind::Open)
-        return InstanceMessage::refused("The running Kestrel does not know this request.");
+        return m_requests ? m_requests(request) : InstanceReply::unknown();
     const auto paths = request.paths();
     if (!paths)
-        return InstanceMessage::refused("A path is not absolute or not in UTF-8.");
+        return { InstanceMessage::refused("A path is not absolute or not in UTF-8.") };
     emit startedAgain(*paths);
-    return { InstanceMessage::Kind::Done, {} };
+    return { { InstanceMessage::Kind::Done, {} } };
 }
 
 } // namespace kestrel

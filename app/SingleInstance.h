@@ -5,13 +5,16 @@
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace kestrel {
 
 class InstanceServer;
 struct InstanceMessage;
+struct InstanceReply;
 
 // Allows one running program for each user. The first start claims the place by a lock. A later one
 // hands its files to the first through a socket (see SecondStart). Lock and socket are in a folder
@@ -31,6 +34,10 @@ public:
     [[nodiscard]] Claim claim();
     [[nodiscard]] const QString& problem() const { return m_problem; } // without a full stop
 
+    // Answers what other programs ask, apart from later starts. Without it they are refused.
+    using Requests = std::function<InstanceReply(const InstanceMessage& request)>;
+    void setRequests(Requests requests) { m_requests = std::move(requests); }
+
     // Answers no further start. Those wait for the end of this program and take its place.
     void close();
 
@@ -42,11 +49,12 @@ signals:
     void startedAgain(const QStringList& paths);
 
 private:
-    [[nodiscard]] InstanceMessage answer(const InstanceMessage& request);
+    [[nodiscard]] InstanceReply answer(const InstanceMessage& request);
 
     QString m_directory;
     QString m_problem;
     std::optional<FileLock> m_lock;
+    Requests m_requests;
     std::unique_ptr<InstanceServer> m_server;
 };
 

@@ -1,5 +1,6 @@
 #include "link/MIDIConnection.h"
 
+#include "link/ConsoleDevice.h"
 #include "link/ConsoleDisplay.h"
 #include "link/ConsoleProtocol.h"
 #include "link/StatusItem.h"
@@ -13,8 +14,6 @@
 namespace kestrel {
 
 namespace {
-constexpr std::string_view ConsoleModel = "ZENTA";
-constexpr std::size_t ControlSurfaceEntity = 4; // the fifth pair of ports carries the traffic
 constexpr std::string_view ConsoleName = "ZENTA, port 5"; // the two above in words
 constexpr std::chrono::seconds HeartbeatTimeout { 5 };
 
@@ -74,9 +73,10 @@ void MIDIConnection::reconnectAllSources()
 bool MIDIConnection::connectFirstConsole()
 {
     for (const MIDIDevice& device : m_midiServices.devices()) {
-        if (device.model != ConsoleModel || device.entities.size() <= ControlSurfaceEntity)
+        if (device.model != ConsoleDevice::Model
+            || device.entities.size() <= ConsoleDevice::ControlSurfaceEntity)
             continue;
-        const MIDIEntity& entity = device.entities[ControlSurfaceEntity];
+        const MIDIEntity& entity = device.entities[ConsoleDevice::ControlSurfaceEntity];
         if (m_outputPort != 0 && !entity.destinations.empty())
             m_destPointRef = entity.destinations.front();
         if (connectFirstSource(entity))

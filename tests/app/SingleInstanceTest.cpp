@@ -147,7 +147,7 @@ TEST(SingleInstance, a_closed_one_keeps_the_place_and_ends_its_connections)
 TEST(InstanceServer, a_place_that_cannot_be_listened_at_is_named)
 {
     const QTemporaryDir folder;
-    InstanceServer server([](const InstanceMessage&) { return InstanceMessage(); });
+    InstanceServer server([](const InstanceMessage&) { return InstanceReply(); });
     EXPECT_EQ(server.listen(folder.filePath(QString(200, 'x'))), std::errc::filename_too_long);
     EXPECT_EQ(
         server.listen(folder.filePath("missing/socket")), std::errc::no_such_file_or_directory);

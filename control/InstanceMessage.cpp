@@ -1,4 +1,4 @@
-#include "app/InstanceMessage.h"
+#include "control/InstanceMessage.h"
 
 #include <QDir>
 #include <QStringDecoder>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/InstanceMessage.h"
+#include "control/InstanceMessage.h"
 
 namespace kestrel {
 
@@ -12,6 +12,9 @@ public:
     // Bytes behind the end of the message are ignored.
     State add(const QByteArray& bytes);
 
+    // How many bytes of the message are still to come, as far as it is known: of the header, or
+    // after that of the body. Bytes of the next message are not among them.
+    [[nodiscard]] qsizetype missing() const;
     // Valid in the state Complete.
     [[nodiscard]] const InstanceMessage& message() const { return m_message; }
     // What is wrong, in the state Malformed.
@@ -19,6 +22,7 @@ public:
 
 private:
     [[nodiscard]] const char* problemOfHeader() const;
+    [[nodiscard]] qsizetype length() const; // of the body; the header has arrived
 
     QByteArray m_bytes;
     InstanceMessage m_message;

@@ -1,4 +1,4 @@
-#include "app/InstanceMessageReader.h"
+#include "control/InstanceMessageReader.h"
 
 #include <gtest/gtest.h>
 

@@ -16,16 +16,23 @@ namespace kestrel {
 //   6       4       the length of the body, big-endian, at most MaxBodySize
 //   10              the body
 //
-// A connection carries one request and then one answer, after which the program closes it. Every
-// request is answered. A connection that ends without an answer comes from a program that is
-// ending, and nothing has been done. All versions keep the first ten bytes.
+// A connection carries one request and then one answer, after which the program closes it. Only the
+// answer to Follow is followed by others. Every request is answered. A connection that ends without
+// an answer comes from a program that is ending, and nothing has been done. All versions keep the
+// first ten bytes. docs/socket.md describes the requests.
 struct InstanceMessage {
     enum class Kind : char {
         // Request: open the files, or show the setup window if there are none. The body is a list
         // of absolute paths in UTF-8, each one followed by a NUL.
         Open = 'O',
+        Status = 'S', // request: what does the program do? no body
+        Follow = 'F', // request: what happens from now on, and what has happened before? no body
         Done = 'D', // answer, after the request was carried out; no body
         Refused = 'R', // answer; the body is the reason, a sentence in UTF-8
+        Report = 'I', // answer to Status; the body is a StatusReport in JSON
+        // After Done, the answer to Follow. The body is a number of lines, each an ActivityLine or
+        // a line of droppedLine(), with a line feed.
+        Events = 'E',
     };
 
     static constexpr int Version = 1;

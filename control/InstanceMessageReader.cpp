@@ -1,4 +1,4 @@
-#include "app/InstanceMessageReader.h"
+#include "control/InstanceMessageReader.h"
 
 #include <QtEndian>
 
@@ -10,9 +10,20 @@ const char* InstanceMessageReader::problemOfHeader() const
         return "This is not a message to Kestrel.";
     if (m_bytes[4] != InstanceMessage::Version)
         return "The running Kestrel speaks version 1 of the protocol.";
-    if (qFromBigEndian<quint32>(m_bytes.constData() + 6) > InstanceMessage::MaxBodySize)
+    if (length() > InstanceMessage::MaxBodySize)
         return "The message is too long.";
     return nullptr;
+}
+
+qsizetype InstanceMessageReader::length() const
+{
+    return static_cast<qsizetype>(qFromBigEndian<quint32>(m_bytes.constData() + 6));
+}
+
+qsizetype InstanceMessageReader::missing() const
+{
+    constexpr qsizetype Header = InstanceMessage::HeaderSize;
+    return (m_bytes.size() < Header ? Header : Header + length()) - m_bytes.size();
 }
 
 InstanceMessageReader::State InstanceMessageReader::add(const QByteArray& bytes)
@@ -27,11 +38,10 @@ InstanceMessageReader::State InstanceMessageReader::add(const QByteArray& bytes)
     m_problem = problemOfHeader();
     if (m_problem)
         return State::Malformed;
-    const auto length = static_cast<qsizetype>(qFromBigEndian<quint32>(m_bytes.constData() + 6));
-    if (m_bytes.size() < Message::HeaderSize + length)
+    if (m_bytes.size() < Message::HeaderSize + length())
         return State::Incomplete;
     m_message
-        = { static_cast<Message::Kind>(m_bytes[5]), m_bytes.sliced(Message::HeaderSize, length) };
+        = { static_cast<Message::Kind>(m_bytes[5]), m_bytes.sliced(Message::HeaderSize, length()) };
     return State::Complete;
 }
 
