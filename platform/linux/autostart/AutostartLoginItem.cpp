@@ -22,6 +22,19 @@ QString escaped(QString text)
         .replace(QLatin1Char('\n'), QStringLiteral("\\n"));
 }
 
+// The text that escaped() has escaped.
+QString unescaped(const QString& value)
+{
+    QString text;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        const bool isEscape = value[i] == u'\\' && i + 1 < value.size();
+        if (isEscape)
+            ++i;
+        text += isEscape && value[i] == u'n' ? QChar(u'\n') : value[i];
+    }
+    return text;
+}
+
 // Quotes one argument of an Exec line, in which `%` starts a field code.
 QString quoted(const QString& argument)
 {
@@ -90,12 +103,31 @@ LoginItem::Result AutostartLoginItem::setEnabled(bool enabled)
         : Result::Failed;
 }
 
+QString AutostartLoginItem::missingProgram() const
+{
+    constexpr QByteArrayView Key = "TryExec=";
+    QFile file(m_entryPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    const auto line = std::find_if(
+        lines.begin(), lines.end(), [](const QByteArray& text) { return text.startsWith(Key); });
+    if (line == lines.end())
+        return {};
+    const QString program = unescaped(QString::fromUtf8(line->sliced(Key.size())));
+    return QFileInfo(program).isExecutable() ? QString() : program;
+}
+
+QString standardAutostartEntry()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + QStringLiteral("/autostart/kestrel.desktop");
+}
+
 std::unique_ptr<LoginItem> makeAutostartLoginItem()
 {
     return std::make_unique<AutostartLoginItem>(
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-            + QStringLiteral("/autostart/kestrel.desktop"),
-        QCoreApplication::applicationFilePath());
+        standardAutostartEntry(), QCoreApplication::applicationFilePath());
 }
 
 } // namespace kestrel

@@ -20,12 +20,18 @@ public:
     Result setEnabled(bool enabled) override;
     void showSettings() override { }
 
+    // The path of the program that the entry starts, if that program is not there any more.
+    [[nodiscard]] QString missingProgram() const;
+
 private:
     QString m_entryPath;
     QString m_program;
 };
 
-// An entry for the running program in the user's configuration folder.
+// The path of the entry in the user's configuration folder.
+[[nodiscard]] QString standardAutostartEntry();
+
+// That entry for the running program.
 [[nodiscard]] std::unique_ptr<LoginItem> makeAutostartLoginItem();
 
 } // namespace kestrel

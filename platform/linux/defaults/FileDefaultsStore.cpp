@@ -55,7 +55,9 @@ FileDefaultsStore::FileDefaultsStore(QString path, std::chrono::milliseconds loc
     , m_lockTimeout(lockTimeout)
     , m_content(emptyDictionary())
 {
-    m_wasUnreadable = read() == Health::Unreadable;
+    const Health health = read();
+    m_wasDamaged = health == Health::Damaged;
+    m_wasUnreadable = health == Health::Unreadable;
     if (m_wasUnreadable)
         m_problem = Unreadable;
 }

@@ -23,6 +23,9 @@ public:
     explicit FileDefaultsStore(
         QString path, std::chrono::milliseconds lockTimeout = std::chrono::seconds(2));
 
+    // True when the file was there at the first reading and is no dictionary.
+    [[nodiscard]] bool wasDamaged() const { return m_wasDamaged; }
+
     // com.holvik.kestrel.plist in the user's configuration folder.
     [[nodiscard]] static QString standardPath();
 
@@ -46,6 +49,7 @@ private:
     QString m_path;
     std::chrono::milliseconds m_lockTimeout;
     PropertyList m_content; // the dictionary when the file was last read
+    bool m_wasDamaged = false;
     bool m_wasUnreadable = false; // at the first reading, so its content is unknown
     // What this object last knew of each key that it was asked for.
     std::map<std::string, std::optional<Bytes>, std::less<>> m_known;

@@ -22,9 +22,9 @@ bool isProcess(const dirent& entry)
 }
 
 // Missing when the process has ended meanwhile.
-std::optional<std::string_view> shortName(int folder, const dirent& process, ShortName& buffer)
+std::optional<std::string_view> shortName(int folder, const std::string& process, ShortName& buffer)
 {
-    const std::string path = std::string(process.d_name) + "/comm";
+    const std::string path = process + "/comm";
     const int file = ::openat(folder, path.c_str(), O_RDONLY | O_CLOEXEC);
     if (file < 0)
         return {};
@@ -54,10 +54,20 @@ bool ProcProcessTable::isRunning(std::string_view commandName)
         return false;
     ShortName buffer;
     while (const dirent* entry = ::readdir(processes.get())) {
-        if (isProcess(*entry) && shortName(::dirfd(processes.get()), *entry, buffer) == commandName)
+        if (isProcess(*entry)
+            && shortName(::dirfd(processes.get()), entry->d_name, buffer) == commandName)
             return true;
     }
     return false;
+}
+
+std::string ProcProcessTable::commandNameOf(std::uint32_t process)
+{
+    const int folder = ::open("/proc", O_PATH | O_DIRECTORY | O_CLOEXEC);
+    ShortName buffer;
+    const auto name = shortName(folder, std::to_string(process), buffer);
+    ::close(folder);
+    return std::string(name.value_or(std::string_view()));
 }
 
 } // namespace kestrel

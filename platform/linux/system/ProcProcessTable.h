@@ -2,6 +2,7 @@
 
 #include "platform/ProcessTable.h"
 
+#include <cstdint>
 #include <string>
 
 namespace kestrel {
@@ -12,6 +13,9 @@ public:
     explicit ProcProcessTable(std::string folder = "/proc");
 
     bool isRunning(std::string_view commandName) override;
+
+    // Empty when there is no such process.
+    [[nodiscard]] static std::string commandNameOf(std::uint32_t process);
 
 private:
     std::string m_folder;

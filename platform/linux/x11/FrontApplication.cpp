@@ -132,7 +132,7 @@ xcb_window_t FrontApplication::focusWindow()
     return window ? reply->focus : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
-std::optional<std::string> FrontApplication::classOf(xcb_window_t window)
+std::optional<std::string> FrontApplication::classOf(xcb_window_t window) const
 {
     const auto reply
         = m_connection.reply<xcb_get_property_reply_t>(xcb_get_property(m_connection.xcb(), 0,

@@ -19,6 +19,9 @@ public:
     // UTF-8. No value when the front application is unknown.
     [[nodiscard]] const std::optional<std::string>& name() const { return m_name; }
 
+    // The class of any window. No value when it has none or the server does not answer.
+    [[nodiscard]] std::optional<std::string> classOf(xcb_window_t window) const;
+
     // `changed` runs when another application has come to the front, or when the front application
     // has become unknown.
     void setChanged(std::function<void()> changed) { m_changed = std::move(changed); }
@@ -32,7 +35,6 @@ private:
     void setName(std::optional<std::string> name);
     [[nodiscard]] xcb_window_t activeWindow();
     [[nodiscard]] xcb_window_t focusWindow();
-    [[nodiscard]] std::optional<std::string> classOf(xcb_window_t window);
     [[nodiscard]] std::optional<std::string> classOfFocus();
     void follow(xcb_window_t window);
 

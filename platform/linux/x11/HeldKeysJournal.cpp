@@ -55,7 +55,12 @@ int openOwn(const std::string& path)
 constexpr ssize_t FileSize = 40;
 using Content = std::array<std::uint8_t, FileSize>;
 
-XKeySet keysIn(const Content& content)
+bool isJournal(const Content& content)
+{
+    return std::equal(Mark.begin(), Mark.end(), content.begin());
+}
+
+XKeySet keysOf(const Content& content)
 {
     XKeySet keys;
     for (std::size_t key = 0; key < keys.size(); ++key)
@@ -81,6 +86,18 @@ std::string HeldKeysJournal::pathFor(std::string_view display)
     return folder.empty() ? folder : folder + "/kestrel-held-keys-" + mangled(display);
 }
 
+// O_NONBLOCK: a FIFO in the place of the journal is not waited for.
+XKeySet HeldKeysJournal::keysIn(const std::string& path)
+{
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    if (descriptor < 0)
+        return {};
+    Content content {};
+    const bool isWhole = ::read(descriptor, content.data(), content.size()) == FileSize;
+    ::close(descriptor);
+    return isWhole && isJournal(content) ? keysOf(content) : XKeySet();
+}
+
 HeldKeysJournal::HeldKeysJournal(const std::string& path)
 {
     if (path.empty())
@@ -90,13 +107,13 @@ HeldKeysJournal::HeldKeysJournal(const std::string& path)
         return;
     Content content {};
     struct stat status { };
-    const bool isJournal = ::fstat(m_descriptor, &status) == 0 && status.st_size == FileSize
+    const bool wasJournal = ::fstat(m_descriptor, &status) == 0 && status.st_size == FileSize
         && ::pread(m_descriptor, content.data(), content.size(), 0) == FileSize
-        && std::equal(Mark.begin(), Mark.end(), content.begin());
-    if (isJournal)
-        m_keys = keysIn(content);
+        && isJournal(content);
+    if (wasJournal)
+        m_keys = keysOf(content);
     // Allocates the file's blocks now, so that a disk that fills up later does not matter.
-    if ((!isJournal && ::ftruncate(m_descriptor, 0) != 0)
+    if ((!wasJournal && ::ftruncate(m_descriptor, 0) != 0)
         || ::posix_fallocate(m_descriptor, 0, FileSize) != 0 || !write())
         close();
 }

@@ -19,6 +19,10 @@ public:
     // display's name as in $DISPLAY; its screen number plays no part.
     [[nodiscard]] static std::string pathFor(std::string_view display);
 
+    // The keys in the journal at `path`, which stays as it is, also while another program has it
+    // open. None when there is no journal.
+    [[nodiscard]] static XKeySet keysIn(const std::string& path);
+
     HeldKeysJournal() = default;
     explicit HeldKeysJournal(const std::string& path);
     ~HeldKeysJournal();

@@ -120,5 +120,21 @@ TEST_F(AutostartLoginItemTest, an_entry_that_cannot_be_removed_is_a_failure)
     EXPECT_EQ(item.setEnabled(false), LoginItem::Result::Failed);
 }
 
+TEST_F(AutostartLoginItemTest, names_the_program_of_its_entry_when_it_is_missing)
+{
+    EXPECT_EQ(item.missingProgram(), "") << "without an entry";
+    for (const QString& program : { QStringLiteral("/opt/gone/kestrel"),
+             QStringLiteral("/opt/a\\b\nc/kestrel"), folder.path() + "/none" }) {
+        AutostartLoginItem other(path, program);
+        ASSERT_EQ(other.setEnabled(true), LoginItem::Result::Done);
+        EXPECT_EQ(item.missingProgram(), program);
+    }
+    AutostartLoginItem shell(path, QStringLiteral("/bin/sh"));
+    ASSERT_EQ(shell.setEnabled(true), LoginItem::Result::Done);
+    EXPECT_EQ(item.missingProgram(), "");
+    write("[Desktop Entry]\nExec=kestrel\n");
+    EXPECT_EQ(item.missingProgram(), "");
+}
+
 } // namespace
 } // namespace kestrel::test

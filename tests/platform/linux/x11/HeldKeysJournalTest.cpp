@@ -37,6 +37,29 @@ protected:
 const std::string Mark = "KestKey1";
 } // namespace
 
+TEST_F(Journal, is_looked_at_without_a_change_while_another_has_it_open)
+{
+    EXPECT_TRUE(HeldKeysJournal::keysIn(path).none());
+    EXPECT_FALSE(std::filesystem::exists(path));
+    HeldKeysJournal journal(path);
+    journal.enter(XKeySet().set(39).set(255));
+    const std::string before = content();
+    EXPECT_EQ(HeldKeysJournal::keysIn(path), XKeySet().set(39).set(255));
+    EXPECT_EQ(content(), before);
+    journal.enter(XKeySet().set(40));
+    EXPECT_EQ(HeldKeysJournal::keysIn(path).count(), 3u);
+}
+
+TEST_F(Journal, that_is_none_holds_no_keys)
+{
+    fill("KestKey2" + std::string(32, '\xFF'));
+    EXPECT_TRUE(HeldKeysJournal::keysIn(path).none());
+    fill(Mark + std::string(31, '\xFF'));
+    EXPECT_TRUE(HeldKeysJournal::keysIn(path).none());
+    ASSERT_EQ(::mkfifo(inFolder("fifo").c_str(), 0600), 0);
+    EXPECT_TRUE(HeldKeysJournal::keysIn(inFolder("fifo")).none());
+}
+
 TEST_F(Journal, is_read_by_the_next_run)
 {
     {

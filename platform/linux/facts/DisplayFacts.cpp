@@ -1,0 +1,70 @@
+#include "platform/linux/facts/DisplayFacts.h"
+
+#include "platform/IdleLoop.h"
+#include "platform/Workstation.h"
+#include "platform/linux/system/ProcProcessTable.h"
+#include "platform/linux/system/SessionNotices.h"
+#include "platform/linux/x11/FrontApplication.h"
+#include "platform/linux/x11/X11Atoms.h"
+
+#include <cstdlib>
+
+namespace kestrel {
+
+namespace {
+constexpr std::uint32_t MaxWindows = 4096;
+
+std::string environmentValue(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value ? value : "";
+}
+
+bool belongsToWorkstation(X11Connection& connection, xcb_window_t window, xcb_atom_t processAtom)
+{
+    const auto process = X11Atoms::words(connection, window, processAtom, 1);
+    return !process.empty()
+        && ProcProcessTable::commandNameOf(process.front()) == Workstation::Name;
+}
+
+// The window manager lists the windows.
+std::optional<std::vector<std::string>> workstationWindows(
+    X11Connection& connection, const FrontApplication& front)
+{
+    const xcb_atom_t list = X11Atoms::intern(connection, "_NET_CLIENT_LIST");
+    const xcb_atom_t process = X11Atoms::intern(connection, "_NET_WM_PID");
+    const auto windows = X11Atoms::words(connection, connection.screen().root, list, MaxWindows);
+    if (windows.empty())
+        return {};
+    std::vector<std::string> classes;
+    for (const xcb_window_t window : windows) {
+        const auto name = front.classOf(window);
+        if (name
+            && (name == Workstation::Name || belongsToWorkstation(connection, window, process)))
+            classes.push_back(*name);
+    }
+    return classes;
+}
+} // namespace
+
+SystemFacts::Display displayFacts()
+{
+    SystemFacts::Display facts;
+    facts.session = SessionNotices::sessionOfEnvironment() == SessionNotices::Session::Wayland
+        ? SystemFacts::Session::Wayland
+        : SystemFacts::Session::X11;
+    facts.name = environmentValue("DISPLAY");
+    facts.qtPlugin = environmentValue("QT_QPA_PLATFORM");
+
+    IdleLoop loop;
+    X11Connection connection(loop);
+    const FrontApplication front(connection);
+    facts.answers = connection.ensureOpen();
+    if (!facts.answers)
+        return facts;
+    facts.front = front.name();
+    facts.workstationWindows = workstationWindows(connection, front);
+    return facts;
+}
+
+} // namespace kestrel
