@@ -14,6 +14,7 @@ Scene::Scene(std::filesystem::path programs, std::filesystem::path pictures,
     , m_setup(m_performance)
     , m_panel(m_performance, std::move(approved))
     , m_activity(m_performance)
+    , m_doctor(m_performance)
 {
 }
 
@@ -30,6 +31,7 @@ int Scene::play(Ending ending)
     m_panel.mirrorEditing();
     m_panel.fallSilent();
     m_panel.comeBack();
+    m_doctor.findNothingWrong();
     m_keys.pressBehindAnotherWindow();
     m_activity.explainAndPlayBack();
     if (ending == Ending::WhenTheWorkstationIsClosed)
@@ -77,6 +79,7 @@ void Scene::quit()
         "no key is left down", stage::keysDown(m_performance.studio.displayName()).empty());
     m_performance.console->writeLine("quit");
     m_performance.check("the console ends", m_performance.console->wait(EndTimeout) == 0);
+    m_doctor.findMissingConsole();
 }
 
 } // namespace kestrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/demo/ActivityAct.h"
+#include "tools/demo/DoctorAct.h"
 #include "tools/demo/KeyAct.h"
 #include "tools/demo/PanelAct.h"
 #include "tools/demo/Performance.h"
@@ -33,6 +34,7 @@ private:
     SetupAct m_setup;
     PanelAct m_panel;
     ActivityAct m_activity;
+    DoctorAct m_doctor;
 };
 
 } // namespace kestrel

@@ -5,6 +5,8 @@ namespace kestrel::ctl {
 std::span<const Command> commandTable()
 {
     static constexpr Command table[] = {
+        { "status", "Print what the running Kestrel does", defineStatus },
+        { "doctor", "Check what Kestrel needs, and say what to do", defineDoctor },
         { "assign", "Assign shortcuts or a title to a key of the console", defineAssign },
         { "show", "Print the stored assignments", defineShow },
         { "completion", "Print the completions for a shell", defineCompletion },

@@ -7,6 +7,8 @@ namespace kestrel::ctl {
 
 Run defineAssign(CLI::App& options);
 Run defineCompletion(CLI::App& options);
+Run defineDoctor(CLI::App& options);
 Run defineShow(CLI::App& options);
+Run defineStatus(CLI::App& options);
 
 } // namespace kestrel::ctl

@@ -1,7 +1,10 @@
 #include "tools/kestrelctl/Program.h"
 
+#include <csignal>
+
 int main(int argc, char** argv)
 {
+    std::signal(SIGPIPE, SIG_IGN); // a running program that ends meanwhile is no end of this one
     const kestrel::ctl::Program program;
     try {
         program.options->parse(argc, argv);

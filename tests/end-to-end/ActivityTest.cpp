@@ -1,0 +1,111 @@
+#include "tests/end-to-end/KestrelctlBench.h"
+#include "tools/stage/Patience.h"
+
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+namespace kestrel::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class Activity : public KestrelctlBench {
+protected:
+    void goOnline()
+    {
+        studio.studio.assign({ "1", "A" });
+        studio.startEverything();
+        ASSERT_TRUE(studio.isAnswered());
+    }
+};
+
+TEST_F(Activity, tells_what_was_before_and_what_comes)
+{
+    goOnline();
+    EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
+    const auto activity = start({ "activity" });
+    EXPECT_TRUE(activity->waitForLineWith("Link opened: ZENTA", Timeout));
+    EXPECT_TRUE(activity->waitForLineWith("Heartbeat → answered", Timeout));
+    EXPECT_TRUE(activity->waitForLineWith("Key 1 pressed → typed A", Timeout));
+    EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up A"));
+    EXPECT_TRUE(activity->waitForLineWith("Key 1 released → let go of A", Timeout));
+    EXPECT_EQ(studio.terminateKestrel(), 0);
+    EXPECT_TRUE(activity->waitForLineWith("kestrelctl: Kestrel has ended.", Timeout));
+    EXPECT_EQ(activity->wait(Timeout), 0);
+}
+
+TEST_F(Activity, tells_it_in_JSON)
+{
+    goOnline();
+    const auto activity = start({ "activity", "--json" });
+    EXPECT_THAT(studio.keysAfter("press 2"), testing::IsEmpty());
+    const auto line = activity->waitForLineWith("\"event\":\"packet\"", Timeout);
+    ASSERT_TRUE(line);
+    EXPECT_TRUE(line->starts_with("{") && line->ends_with("}")) << *line;
+    const auto press = activity->waitForLineWith("\"what\":\"Key 2 pressed\"", Timeout);
+    ASSERT_TRUE(press);
+    EXPECT_THAT(*press, HasSubstr("\"outcome\":\"noShortcut\""));
+}
+
+TEST_F(Activity, of_no_running_program_is_an_error)
+{
+    const Outcome outcome = run({ "activity" });
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.lines, ElementsAre("kestrelctl: Kestrel is not running."));
+}
+
+// The console sends more than the log and all buffers on the way can hold.
+TEST_F(Activity, holds_up_nothing_for_a_reader_that_stands_still_and_tells_it_what_it_has_lost)
+{
+    goOnline();
+    const auto activity = start({ "activity", "--json" });
+    ASSERT_TRUE(activity->waitForLineWith("\"event\":\"packet\"", Timeout));
+    activity->stop();
+    for (int i = 0; i < 12000; ++i)
+        studio.console->writeLine("knob 1 " + std::to_string(i % 12));
+    EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
+    EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up A"));
+    EXPECT_EQ(run({ "status" }).code, 0);
+    activity->resume();
+    EXPECT_TRUE(activity->waitForLineWith("{\"dropped\":", Timeout));
+    EXPECT_TRUE(activity->waitForLineWith("Key 1 released", Timeout));
+}
+
+TEST_F(Activity, is_recorded_as_a_script_that_the_console_plays_again)
+{
+    goOnline();
+    const std::string recording = (studio.studio.home() / "recording").string();
+    const auto record = start({ "record", recording });
+    EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
+    EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up A"));
+    const auto content = [&recording] {
+        std::ifstream file(recording);
+        return std::string(std::istreambuf_iterator(file), {});
+    };
+    ASSERT_TRUE(stage::comesTrue(
+        [&] { return content().find("Key 1 released") != std::string::npos; }, Timeout));
+    record->signal(SIGTERM);
+    ASSERT_TRUE(record->wait(Timeout));
+
+    studio.console->writeLine("quit");
+    ASSERT_EQ(studio.console->wait(Timeout), 0);
+    studio.startConsole({ recording });
+    EXPECT_TRUE(studio.workstation->waitForLineWith("down A", RunningStudio::LinkTimeout));
+    EXPECT_TRUE(studio.workstation->waitForLineWith("up A", Timeout));
+}
+
+TEST_F(Activity, that_cannot_be_recorded_is_an_error)
+{
+    studio.startKestrel();
+    const std::string nowhere = (studio.studio.home() / "none" / "recording").string();
+    const Outcome outcome = run({ "record", nowhere });
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.lines,
+        ElementsAre("kestrelctl: cannot write " + nowhere + ": No such file or directory"));
+}
+
+} // namespace
+} // namespace kestrel::test

@@ -1,0 +1,32 @@
+#include "tools/kestrelctl/doctor/Checks.h"
+
+namespace kestrel::ctl {
+
+std::span<const NamedCheck> checks()
+{
+    static constexpr NamedCheck table[] = {
+        { "kestrel", ProgramChecks::kestrel },
+        { "start", ProgramChecks::start },
+        { "display", KeyChecks::display },
+        { "session", KeyChecks::session },
+        { "tray", ProgramChecks::tray },
+        { "MIDI", ConsoleChecks::service },
+        { "library", ConsoleChecks::library },
+        { "PipeWire", ConsoleChecks::pipeWire },
+        { "driver", ConsoleChecks::driver },
+        { "console", ConsoleChecks::console },
+        { "link", ProgramChecks::link },
+        { "workstation", KeyChecks::workstation },
+        { "window", KeyChecks::window },
+        { "front", KeyChecks::front },
+        { "permission", KeyChecks::permission },
+        { "held keys", KeyChecks::leftoverKeys },
+        { "defaults", ProgramChecks::defaults },
+        { "copies", ProgramChecks::damagedCopies },
+        { "login", ProgramChecks::autostart },
+        { "file type", ProgramChecks::fileType },
+    };
+    return table;
+}
+
+} // namespace kestrel::ctl
