@@ -46,20 +46,33 @@ std::string command(const ActivityEvent& event, Clock::TimePoint start)
 
 std::string Recording::script(const ActivityLog& log)
 {
-    std::string text = "# What the console sent, recorded by ZENTA Kestrel.\n"
-                       "# zenta-console plays it back; the arrows say what became of it then.\n"
-                       "heartbeat off\n"
-                       "expect listener 60000\n";
+    std::string text = head();
     if (log.first() == log.count())
         return text;
     const ActivityEvent& first = log.event(log.first());
-    text += "\n# " + EventTime::date(first.wallTime()) + "\n";
-    for (auto number = log.first(); number < log.count(); ++number) {
-        const ActivityEvent& event = log.event(number);
-        text += "# " + EventTime::milliseconds(event.wallTime()) + "  " + story(event) + "\n"
-            + command(event, first.time());
-    }
+    text += day(first);
+    for (auto number = log.first(); number < log.count(); ++number)
+        text += entry(log.event(number), first.time());
     return text;
+}
+
+std::string Recording::head()
+{
+    return "# What the console sent, recorded by ZENTA Kestrel.\n"
+           "# zenta-console plays it back; the arrows say what became of it then.\n"
+           "heartbeat off\n"
+           "expect listener 60000\n";
+}
+
+std::string Recording::day(const ActivityEvent& first)
+{
+    return "\n# " + EventTime::date(first.wallTime()) + "\n";
+}
+
+std::string Recording::entry(const ActivityEvent& event, Clock::TimePoint start)
+{
+    return "# " + EventTime::milliseconds(event.wallTime()) + "  " + story(event) + "\n"
+        + command(event, start);
 }
 
 std::string Recording::line(const ActivityEvent& event)

@@ -12,6 +12,12 @@ namespace kestrel::Recording {
 // kept is a comment too.
 [[nodiscard]] std::string script(const ActivityLog& log);
 
+// The same piece by piece, for a recording that goes on: the head, then the day of the first event,
+// then each event.
+[[nodiscard]] std::string head();
+[[nodiscard]] std::string day(const ActivityEvent& first);
+[[nodiscard]] std::string entry(const ActivityEvent& event, Clock::TimePoint start);
+
 // An event in one line for people.
 [[nodiscard]] std::string line(const ActivityEvent& event);
 

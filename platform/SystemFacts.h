@@ -50,7 +50,7 @@ struct SystemFacts {
     bool workstationRuns = false;
     MIDIService midi;
     Files files;
-    Autostart autostart;
+    std::optional<Autostart> autostart; // no value where only the utility itself can know
 };
 
 // Looks for a few seconds at most. `kestrel` is the process number of the running program, 0 if

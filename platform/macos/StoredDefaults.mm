@@ -18,10 +18,14 @@ std::string recoveryFile()
 }
 } // namespace
 
-// Every program in the bundle's folder MacOS has the bundle's identifier as its domain.
+// A program outside of the bundle has no identifier of its own.
 StoredDefaults openStoredDefaults()
 {
-    return { std::make_unique<CFPreferencesDefaultsStore>(), recoveryFile(), "the user defaults" };
+    CFStringRef domain = kCFPreferencesCurrentApplication;
+    if (!NSBundle.mainBundle.bundleIdentifier)
+        domain = CFSTR("com.holvik.kestrel");
+    return { std::make_unique<CFPreferencesDefaultsStore>(domain), recoveryFile(),
+        "the user defaults" };
 }
 
 } // namespace kestrel

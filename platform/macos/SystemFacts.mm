@@ -2,7 +2,6 @@
 
 #include "platform/IdleLoop.h"
 #include "platform/Workstation.h"
-#include "platform/macos/AppServiceLoginItem.h"
 #include "platform/macos/CoreMIDIServices.h"
 #include "platform/macos/SysctlProcessTable.h"
 
@@ -50,7 +49,6 @@ SystemFacts gatherSystemFacts(long)
         facts.display = displayFacts();
         facts.workstationRuns = SysctlProcessTable().isRunning(Workstation::Name);
         facts.midi = midiFacts();
-        facts.autostart.isEnabled = AppServiceLoginItem().isEnabled();
         return facts;
     }
 }

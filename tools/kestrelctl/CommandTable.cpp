@@ -6,6 +6,8 @@ std::span<const Command> commandTable()
 {
     static constexpr Command table[] = {
         { "status", "Print what the running Kestrel does", defineStatus },
+        { "activity", "Print what the console sends and what becomes of it", defineActivity },
+        { "record", "Record that as a script that zenta-console plays", defineRecord },
         { "doctor", "Check what Kestrel needs, and say what to do", defineDoctor },
         { "assign", "Assign shortcuts or a title to a key of the console", defineAssign },
         { "show", "Print the stored assignments", defineShow },

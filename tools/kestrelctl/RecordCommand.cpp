@@ -25,7 +25,7 @@ std::string scriptOf(const QByteArray& line, std::optional<ActivityEvent>& first
     std::string script;
     if (!first) {
         first = read->event;
-        script = Recording::beginning(*first);
+        script = Recording::day(*first);
     }
     return script + Recording::entry(read->event, first->time());
 }
@@ -45,6 +45,7 @@ ExitCode record(const std::string& path)
     std::ofstream file(path, std::ios::trunc);
     if (!file)
         return failed(path);
+    file << Recording::head() << std::flush;
     std::optional<ActivityEvent> first;
     while (const auto line = reader.next()) {
         file << scriptOf(*line, first) << std::flush;

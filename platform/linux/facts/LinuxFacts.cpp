@@ -70,8 +70,8 @@ SystemFacts gatherSystemFacts(long kestrel)
     facts.files.leftoverKeys = leftoverKeys(facts.display.name, kestrel);
     facts.files.openedBy = openerOfSets();
     AutostartLoginItem autostart(standardAutostartEntry(), {});
-    facts.autostart.isEnabled = autostart.isEnabled();
-    facts.autostart.missingProgram = autostart.missingProgram().toStdString();
+    facts.autostart = { .isEnabled = autostart.isEnabled(),
+        .missingProgram = autostart.missingProgram().toStdString() };
     return facts;
 }
 

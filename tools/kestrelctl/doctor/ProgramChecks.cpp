@@ -92,12 +92,14 @@ std::optional<Finding> ProgramChecks::damagedCopies(const DoctorFacts& facts)
 
 std::optional<Finding> ProgramChecks::autostart(const DoctorFacts& facts)
 {
-    const SystemFacts::Autostart& autostart = facts.system.autostart;
-    if (!autostart.isEnabled)
+    const auto& autostart = facts.system.autostart;
+    if (!autostart)
+        return {};
+    if (!autostart->isEnabled)
         return fine("Kestrel does not start at login.");
-    if (autostart.missingProgram.empty())
+    if (autostart->missingProgram.empty())
         return fine("Kestrel starts at login.");
-    return wrong("The login is to start " + autostart.missingProgram
+    return wrong("The login is to start " + autostart->missingProgram
         + ", which is not there. Switch Launch at Login off and on in Kestrel's menu.");
 }
 

@@ -84,8 +84,8 @@ TEST(DoctorChecks, need_no_running_program)
 TEST(DoctorChecks, ask_nothing_of_a_mac_that_only_linux_has)
 {
     EXPECT_THAT(wrongs(soundMac()), IsEmpty());
-    for (const char* name :
-        { "display", "session", "library", "PipeWire", "window", "held keys", "file type" })
+    for (const char* name : { "display", "session", "library", "PipeWire", "window", "held keys",
+             "login", "file type" })
         EXPECT_EQ(said(soundMac(), name), "") << name;
     EXPECT_EQ(said(soundMac(), "driver"), "ok The console's driver is installed.");
     EXPECT_EQ(said(soundMac(), "MIDI"), "ok CoreMIDI answers.");
@@ -330,9 +330,9 @@ TEST(DoctorChecks, tell_that_a_killed_run_has_left_its_assignments)
 TEST(DoctorChecks, find_a_login_that_starts_a_program_that_is_not_there)
 {
     DoctorFacts facts = soundFacts();
-    facts.system.autostart.isEnabled = true;
+    facts.system.autostart->isEnabled = true;
     EXPECT_EQ(said(facts, "login"), "ok Kestrel starts at login.");
-    facts.system.autostart.missingProgram = "/opt/kestrel";
+    facts.system.autostart->missingProgram = "/opt/kestrel";
     EXPECT_THAT(wrongs(facts),
         ElementsAre(Pair("login",
             "The login is to start /opt/kestrel, which is not there. Switch Launch at Login off "

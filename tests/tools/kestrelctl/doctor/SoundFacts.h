@@ -38,6 +38,7 @@ inline ctl::DoctorFacts soundFacts()
     facts.system.midi.libraryOfKestrel = SystemFacts::Library::JACK;
     facts.system.midi.serverRuns = true;
     facts.system.midi.devices = { device("system", 1, 0), device("ZENTA", 5, 5) };
+    facts.system.autostart.emplace();
     facts.system.files.openedBy = "com.holvik.kestrel.desktop";
     facts.defaults.place = "/home/me/.config/com.holvik.kestrel.plist";
     return facts;
@@ -53,6 +54,7 @@ inline ctl::DoctorFacts soundMac()
     facts.system.midi.serverRuns = false;
     facts.system.midi.hasDriver = true;
     facts.system.files.openedBy = {};
+    facts.system.autostart = {};
     return facts;
 }
 
