@@ -63,7 +63,8 @@ QFont cellFont(const QFont& font, int column)
 {
     if (column == ActivityModel::Event || column == ActivityModel::Outcome)
         return font;
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    static const QFont systemFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont fixed = systemFont;
     fixed.setPointSizeF(font.pointSizeF() * 0.9);
     return fixed;
 }

@@ -16,8 +16,11 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace kestrel {
+
+using namespace std::chrono_literals;
 
 namespace {
 constexpr int FirstHeight = 560;
@@ -106,6 +109,9 @@ void ActivityWindow::refresh()
 {
     m_header->refresh();
     m_list->refresh();
+    const auto happened = m_log.count() - std::exchange(m_seen, m_log.count());
+    const auto flood = static_cast<std::uint64_t>(FloodedEvents * period() / 1s);
+    m_refresh.setInterval(happened > flood ? FloodPeriod : RefreshPeriod);
 }
 
 void ActivityWindow::filter()

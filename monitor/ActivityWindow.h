@@ -21,8 +21,11 @@ class MonitorButton;
 // it, as it happens. While it is hidden it does nothing.
 class ActivityWindow : public QWidget {
 public:
-    // How often the window takes in what has happened. A flood of events costs no more than this.
+    // How often the window takes in what has happened. Nobody can read a flood of events, so it is
+    // shown less often: a press that comes during a repaint waits for its end.
     static constexpr std::chrono::milliseconds RefreshPeriod { 100 };
+    static constexpr std::chrono::milliseconds FloodPeriod { 500 };
+    static constexpr int FloodedEvents = 400; // a second
 
     // All of them outlive the window.
     struct Subject {
@@ -36,6 +39,10 @@ public:
 
     // Takes in what has happened. A timer calls it while the window is shown.
     void refresh();
+    [[nodiscard]] std::chrono::milliseconds period() const
+    {
+        return m_refresh.intervalAsDuration();
+    }
 
     [[nodiscard]] HealthHeader& header() { return *m_header; }
     [[nodiscard]] ActivityList& list() { return *m_list; }
@@ -64,6 +71,7 @@ private:
     std::array<MonitorButton*, EventGroups> m_filters {};
     MonitorButton* m_pause = nullptr;
     QTimer m_refresh;
+    std::uint64_t m_seen = 0; // events of the log
 };
 
 } // namespace kestrel

@@ -48,6 +48,22 @@ TEST(ActivityWindow, events_show_as_they_happen)
     EXPECT_TRUE(QTest::qWaitFor([&] { return bench.shown().size() == 1; }));
 }
 
+TEST(ActivityWindow, a_flood_is_shown_less_often_until_it_ends)
+{
+    OpenBench bench;
+    EXPECT_EQ(bench.window.period(), ActivityWindow::RefreshPeriod);
+    const auto happen = [&bench](int events) {
+        for (int i = 0; i < events; ++i)
+            bench.knob(1, 1);
+        bench.look();
+        return bench.window.period();
+    };
+    EXPECT_EQ(happen(40), ActivityWindow::RefreshPeriod);
+    EXPECT_EQ(happen(41), ActivityWindow::FloodPeriod);
+    EXPECT_EQ(happen(201), ActivityWindow::FloodPeriod);
+    EXPECT_EQ(happen(200), ActivityWindow::RefreshPeriod);
+}
+
 TEST(ActivityWindow, follows_the_newest_event_until_the_user_scrolls_up)
 {
     OpenBench bench;
