@@ -57,23 +57,6 @@ TEST_F(Activity, of_no_running_program_is_an_error)
     EXPECT_THAT(outcome.lines, ElementsAre("kestrelctl: Kestrel is not running."));
 }
 
-// The console sends more than the log and all buffers on the way can hold.
-TEST_F(Activity, holds_up_nothing_for_a_reader_that_stands_still_and_tells_it_what_it_has_lost)
-{
-    goOnline();
-    const auto activity = start({ "activity", "--json" });
-    ASSERT_TRUE(activity->waitForLineWith("\"event\":\"packet\"", Timeout));
-    activity->stop();
-    for (int i = 0; i < 12000; ++i)
-        studio.console->writeLine("knob 1 " + std::to_string(i % 12));
-    EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
-    EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up A"));
-    EXPECT_EQ(run({ "status" }).code, 0);
-    activity->resume();
-    EXPECT_TRUE(activity->waitForLineWith("{\"dropped\":", Timeout));
-    EXPECT_TRUE(activity->waitForLineWith("Key 1 released", Timeout));
-}
-
 TEST_F(Activity, is_recorded_as_a_script_that_the_console_plays_again)
 {
     goOnline();
