@@ -18,7 +18,7 @@ Console::Console(
     , m_script(scriptDescriptor)
     , m_stopDescriptor(stopDescriptor)
     , m_options(options)
-    , m_nextBeat(options.beats ? std::optional(Clock::now()) : std::nullopt)
+    , m_nextBeat(Clock::now())
 {
 }
 

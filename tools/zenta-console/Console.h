@@ -20,7 +20,6 @@ public:
     struct Options {
         double speed = 1; // of the times in the script
         bool loops = false; // begins again at the end of the script, which is a file then
-        bool beats = true; // from the start, before the script says anything
     };
 
     // `stopDescriptor` becomes readable when the program is to end.

@@ -28,26 +28,22 @@ std::string faultText(
         + printable(line) + ": " + printable(reason);
 }
 
-ScriptCheck checkScript(int descriptor)
+std::optional<std::string> faultOfScript(int descriptor)
 {
     LineReader reader(descriptor);
     while (!reader.isAtEnd())
         reader.readMore();
-    ScriptCheck check;
-    bool isFirst = true;
-    for (int number = 1; const auto line = reader.next(); ++number) {
-        const Command command = parseCommand(*line);
-        if (const auto* malformed = std::get_if<Malformed>(&command)) {
-            check.fault = faultText(number, malformed->column, *line, malformed->reason);
+    std::optional<std::string> fault;
+    for (int number = 1; !fault; ++number) {
+        const auto line = reader.next();
+        if (!line)
             break;
-        }
-        if (isFirst && !std::holds_alternative<Nothing>(command)) {
-            isFirst = false;
-            check.beginsSilently = command == Command(SwitchHeartbeat { false });
-        }
+        const Command command = parseCommand(*line);
+        if (const auto* malformed = std::get_if<Malformed>(&command))
+            fault = faultText(number, malformed->column, *line, malformed->reason);
     }
     reader.rewind();
-    return check;
+    return fault;
 }
 
 } // namespace kestrel::console

@@ -65,13 +65,11 @@ int main(int argc, char** argv)
         return BadCommand;
     }
     if (isFile(script)) {
-        const ScriptCheck check = checkScript(script);
-        if (check.fault) {
+        if (const auto fault = faultOfScript(script)) {
             std::cerr << "zenta-console: " << (scriptPath.empty() ? "" : scriptPath + ": ")
-                      << *check.fault << std::endl;
+                      << *fault << std::endl;
             return BadCommand;
         }
-        options.beats = !check.beginsSilently;
     } else if (options.loops) {
         std::cerr << "zenta-console: --loop needs a script in a file" << std::endl;
         return BadCommand;

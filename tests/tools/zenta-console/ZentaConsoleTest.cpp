@@ -203,17 +203,6 @@ TEST_F(ZentaConsole, begins_again_when_told_to_loop)
     EXPECT_GE(arrivals[4] - arrivals[0], 90ms);
 }
 
-TEST_F(ZentaConsole, a_file_that_begins_silently_sends_no_beat)
-{
-    const ScriptFile script("# a comment\n\nheartbeat off\nexpect listener 20000\nsend 01\nquit\n");
-    ChildProcess console = start(script.quoted());
-    waitUntilReady(console);
-    connect();
-    EXPECT_EQ(console.wait(Soon), 0);
-    ASSERT_TRUE(waitForPackets(1));
-    EXPECT_EQ(packets, (Packets { { 1 } }));
-}
-
 TEST_F(ZentaConsole, without_a_listener_the_expectation_fails)
 {
     const ScriptFile script("expect listener 50\nquit\n");
