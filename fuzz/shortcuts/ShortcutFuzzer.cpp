@@ -1,5 +1,5 @@
 #include "fuzz/Target.h"
-#include "tools/kestrelctl/ShortcutParser.h"
+#include "sets/ShortcutParser.h"
 
 // A shortcut that is understood has a text of its own, which names the same shortcut.
 std::string kestrel::fuzz::fault(std::span<const std::uint8_t> input)

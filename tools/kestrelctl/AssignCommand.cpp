@@ -1,8 +1,8 @@
 #include "archive/AtomicFile.h"
 #include "assign/StoredAssignments.h"
 #include "platform/StoredDefaults.h"
+#include "sets/ShortcutParser.h"
 #include "tools/kestrelctl/Commands.h"
-#include "tools/kestrelctl/ShortcutParser.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "assign/StoredAssignments.h"
 #include "platform/StoredDefaults.h"
+#include "sets/ShortcutParser.h"
 #include "tools/kestrelctl/Commands.h"
-#include "tools/kestrelctl/ShortcutParser.h"
 
 #include <cstdio>
 

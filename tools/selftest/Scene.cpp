@@ -1,7 +1,7 @@
 #include "tools/selftest/Scene.h"
 
 #include "assign/UserAssignFile.h"
-#include "tools/kestrelctl/ShortcutParser.h"
+#include "sets/ShortcutParser.h"
 #include "tools/stage/KeyLines.h"
 #include "tools/stage/Patience.h"
 

@@ -1,6 +1,6 @@
 #include "tools/pro-tools/macos/AppKitKeyReader.h"
 
-#include "tools/kestrelctl/NamedKey.h"
+#include "sets/NamedKey.h"
 
 #import <AppKit/AppKit.h>
 #import <Carbon/Carbon.h>

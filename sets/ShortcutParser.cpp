@@ -1,4 +1,7 @@
-#include "tools/kestrelctl/ShortcutParser.h"
+#include "sets/ShortcutParser.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace kestrel {
 
@@ -69,14 +72,26 @@ void TypedShortcut::writeTo(ArchiveArray& entry, std::size_t record) const
     entry.replace(start + ShortcutRecord::Repeat, false);
 }
 
-QString shortcutText(ModifierFlags modifiers, const QString& keyName)
+QString modifierGlyphs(ModifierFlags modifiers)
 {
     QString text;
     for (const ModifierName& glyph : Glyphs) {
         if (modifiers & glyph.flag)
             text += glyph.name;
     }
-    return text.isEmpty() ? keyName : text + u'+' + keyName;
+    return text;
+}
+
+bool startsWithModifierGlyph(QStringView text)
+{
+    return std::any_of(std::begin(Glyphs), std::end(Glyphs),
+        [text](const ModifierName& glyph) { return text.startsWith(glyph.name); });
+}
+
+QString shortcutText(ModifierFlags modifiers, const QString& keyName)
+{
+    const QString glyphs = modifierGlyphs(modifiers);
+    return glyphs.isEmpty() ? keyName : glyphs + u'+' + keyName;
 }
 
 } // namespace kestrel

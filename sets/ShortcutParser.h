@@ -1,7 +1,7 @@
 #pragma once
 
 #include "assign/ButtonEntry.h"
-#include "tools/kestrelctl/NamedKey.h"
+#include "sets/NamedKey.h"
 
 namespace kestrel {
 
@@ -16,6 +16,10 @@ struct TypedShortcut {
     // `record` counts from 0. The entry is long enough.
     void writeTo(ArchiveArray& entry, std::size_t record) const;
 };
+
+// The glyphs of the modifiers, in the order of shortcut texts: "⌥⌘". Other flags have none.
+[[nodiscard]] QString modifierGlyphs(ModifierFlags modifiers);
+[[nodiscard]] bool startsWithModifierGlyph(QStringView text);
 
 // The text that a shortcut field shows for the shortcut.
 [[nodiscard]] QString shortcutText(ModifierFlags modifiers, const QString& keyName);

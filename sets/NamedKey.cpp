@@ -1,4 +1,4 @@
-#include "tools/kestrelctl/NamedKey.h"
+#include "sets/NamedKey.h"
 
 #include "assign/KeyNames.h"
 

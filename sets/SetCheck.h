@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/KeyCodes.h"
+#include "sets/SetText.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+// Looks for what is wrong with a set, or probably not meant.
+namespace kestrel::SetCheck {
+
+enum class Kind {
+    Damage, // missing tables, entries that are too short, values of other types
+    Unused, // kept, but never typed
+    Duplicate, // a shortcut of several keys
+    NoShortcut, // a name without one
+    UnknownKey // the keyboard has no such key, or it has another name
+};
+
+struct Finding {
+    Kind kind = Kind::Damage;
+    std::vector<ArchiveValue> keys; // of the console
+    QString message;
+};
+
+// Says whether the keyboard has the key.
+using HasKey = std::function<bool(KeyCode key)>;
+
+[[nodiscard]] std::vector<Finding> findings(const SetText::Root& set, const HasKey& hasKey);
+
+[[nodiscard]] QString name(Kind kind); // "damage", "no-shortcut"
+// The findings as JSON: {"findings": [{"kind", "keys", "message"}, …]}.
+[[nodiscard]] QByteArray json(const std::vector<Finding>& findings);
+
+} // namespace kestrel::SetCheck
