@@ -11,6 +11,7 @@ std::span<const Command> commandTable()
         { "doctor", "Check what Kestrel needs, and say what to do", defineDoctor },
         { "assign", "Assign shortcuts or a title to a key of the console", defineAssign },
         { "show", "Print the stored assignments", defineShow },
+        { "set", "Work on sets in files and on the stored one", defineSet },
         { "completion", "Print the completions for a shell", defineCompletion },
     };
     return table;

@@ -10,6 +10,7 @@ Run defineAssign(CLI::App& options);
 Run defineCompletion(CLI::App& options);
 Run defineDoctor(CLI::App& options);
 Run defineRecord(CLI::App& options);
+Run defineSet(CLI::App& options);
 Run defineShow(CLI::App& options);
 Run defineStatus(CLI::App& options);
 

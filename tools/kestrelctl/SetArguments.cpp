@@ -1,0 +1,71 @@
+#include "tools/kestrelctl/SetArguments.h"
+
+#include "archive/AtomicFile.h"
+#include "assign/StoredAssignments.h"
+#include "platform/StoredDefaults.h"
+
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace kestrel::ctl {
+
+std::shared_ptr<Output> Output::define(CLI::App& options, const std::string& description)
+{
+    auto output = std::make_shared<Output>();
+    options.add_option("-o,--output", output->path, description)->type_name("FILE")->required();
+    options.add_flag("--force", output->replaces, "Replace the file if there is one");
+    return output;
+}
+
+bool Output::write(ByteView content) const
+{
+    const QString file = QString::fromStdString(path);
+    const QFileInfo info(file);
+    if (!replaces && (info.exists() || info.isSymLink())) {
+        complain(path + " is there already; --force replaces it");
+        return false;
+    }
+    const auto written = AtomicFile::write(file, content);
+    if (!written)
+        complain("cannot write " + path + ": " + written.problem.toStdString());
+    return static_cast<bool>(written);
+}
+
+std::shared_ptr<std::string> defineSource(CLI::App& options)
+{
+    auto path = std::make_shared<std::string>();
+    options.add_option("file", *path, "A set, or its text; without it, the stored set")
+        ->type_name("FILE");
+    return path;
+}
+
+SetText::Root readSet(const std::string& path)
+{
+    if (!path.empty())
+        return SetFile::read(QString::fromStdString(path));
+    const StoredDefaults defaults = openStoredDefaults();
+    StoredAssignments stored(*defaults.store, defaults.recoveryFile);
+    stored.setupShortcutKey();
+    return SetFile::fromArchive(
+        stored.myUserAssignFile()->fileImage(), QStringLiteral("the stored set"));
+}
+
+ExitCode guarded(ExitCode failure, const std::function<ExitCode()>& command)
+{
+    try {
+        return command();
+    } catch (const SetFile::Error& error) {
+        complain(error.what());
+        return failure;
+    }
+}
+
+bool print(const QByteArray& utf8)
+{
+    return std::fwrite(utf8.constData(), 1, static_cast<std::size_t>(utf8.size()), stdout)
+        == static_cast<std::size_t>(utf8.size())
+        && std::fflush(stdout) == 0;
+}
+
+} // namespace kestrel::ctl
