@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/KeySheetSaver.h"
 #include "app/LoginItemChoice.h"
 #include "app/NoticeItems.h"
 #include "app/QtApplicationVisibility.h"
@@ -121,6 +122,7 @@ void AppDelegate::setupStatusItem()
     connect(m_mainMenu->saveDocument, &QAction::triggered, this, &AppDelegate::saveDocument);
     connect(m_mainMenu->userAssign, &QAction::triggered, this, &AppDelegate::userAssign);
     connect(m_mainMenu->activity, &QAction::triggered, this, &AppDelegate::showActivity);
+    connect(m_mainMenu->saveKeySheet, &QAction::triggered, this, &AppDelegate::saveKeySheet);
     connect(m_mainMenu->kestrel, &QAction::triggered, this, &AppDelegate::kestrel);
     connect(m_mainMenu->about, &QAction::triggered, this, &AppDelegate::about);
     connect(m_mainMenu->quit, &QAction::triggered, this, &AppDelegate::quit);
@@ -130,6 +132,9 @@ void AppDelegate::setupStatusItem()
     connect(&m_activeSenceTimer, &QTimer::timeout, this, [this] { m_noticeItems->refresh(); });
     m_loginItemChoice = std::make_unique<LoginItemChoice>(
         *m_platform.loginItem, *m_mainMenu->launchAtLogin, *m_mainMenu->statusMenu);
+
+    m_keySheetSaver = std::make_unique<KeySheetSaver>(*m_platform.documentFiles, *m_visibility,
+        [this]() -> const UserAssignFile& { return *myUserAssignFile(); });
 
     m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
     m_statusItem->setImage(StatusImage::Offline);

@@ -22,6 +22,7 @@ class QMainWindow;
 namespace kestrel {
 
 class ActivityWindow;
+class KeySheetSaver;
 class LoginItemChoice;
 class MyWindowController;
 class NoticeItems;
@@ -83,6 +84,7 @@ public slots:
     void openDocument() { } // the setup window opens and saves files
     void saveDocument() { }
     void userAssign();
+    void saveKeySheet();
     void showActivity();
     void kestrel();
     void about();
@@ -116,6 +118,7 @@ private:
     std::unique_ptr<Ui::MainMenu> m_mainMenu;
     std::unique_ptr<NoticeItems> m_noticeItems;
     std::unique_ptr<LoginItemChoice> m_loginItemChoice;
+    std::unique_ptr<KeySheetSaver> m_keySheetSaver;
     std::unique_ptr<TrayStatusItem> m_statusItem;
     std::unique_ptr<MyWindowController> m_myWindowController;
     std::unique_ptr<UserAssinableWindowController> m_userAssignableWindowController;

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/BundleInfo.h"
+#include "app/KeySheetSaver.h"
 #include "app/QtApplicationVisibility.h"
 #include "monitor/ActivityWindow.h"
 #include "panel/DSPWindow.h"
@@ -49,6 +50,11 @@ void AppDelegate::userAssign()
     m_userAssignableWindowController->makeKeyAndOrderFront();
     if (!wasVisible)
         m_userAssignableWindowController->setupUI(*m_assignments.myUserAssignFile());
+}
+
+void AppDelegate::saveKeySheet()
+{
+    m_keySheetSaver->choose();
 }
 
 void AppDelegate::showActivity()

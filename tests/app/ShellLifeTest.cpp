@@ -116,7 +116,7 @@ TEST(ShellLife, a_setup_window_made_before_the_launch_still_brings_the_panel_bac
     EXPECT_TRUE(bench.panel().isVisible());
 }
 
-TEST(ShellLife, the_menu_offers_seven_actions_and_hides_the_two_that_do_nothing)
+TEST(ShellLife, the_menu_offers_eight_actions_and_hides_the_two_that_do_nothing)
 {
     RecordedShell bench;
     bench.launch();
@@ -126,8 +126,8 @@ TEST(ShellLife, the_menu_offers_seven_actions_and_hides_the_two_that_do_nothing)
             shown.append(action->objectName());
     }
     EXPECT_EQ(shown,
-        QStringList({ "newDocument", "userAssign", "activity", "kestrel", "launchAtLogin", "about",
-            "quit" }));
+        QStringList({ "newDocument", "userAssign", "saveKeySheet", "activity", "kestrel",
+            "launchAtLogin", "about", "quit" }));
     EXPECT_FALSE(RecordedShell::action("openDocument").isVisible());
     EXPECT_FALSE(RecordedShell::action("saveDocument").isVisible());
 }

@@ -34,8 +34,9 @@ void offersItsMenu(Scene& scene)
     // Only some systems have the item.
     if (const auto at = menu.find("Launch at Login|"); at != std::string::npos)
         menu.erase(at, std::string("Launch at Login|").size());
-    const std::string expected = "Plug-in Panel|User Assignable Setup…|Activity…|"
-                                 "Console Preferences…|About ZENTA Kestrel|Quit ZENTA Kestrel";
+    const std::string expected
+        = "Plug-in Panel|User Assignable Setup…|Save Key Sheet…|"
+          "Activity…|Console Preferences…|About ZENTA Kestrel|Quit ZENTA Kestrel";
     // Notices about the session come before these.
     expect(menu.ends_with(expected), "the menu is " + menu);
 }
