@@ -37,6 +37,7 @@ int Scene::play(Ending ending)
     if (ending == Ending::WhenTheWorkstationIsClosed)
         waitForUser();
     quit();
+    m_performance.drawKeySheet();
     return m_performance.missing();
 }
 
