@@ -8,6 +8,7 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <system_error>
 #include <utility>
@@ -31,6 +32,18 @@ void noteSignal(int)
 
 // Children that the program starts get the default back, which they would not with SIG_IGN.
 void passOver(int) { }
+
+// Returns what the signal did before.
+struct sigaction set(int number, void (*handler)(int))
+{
+    struct sigaction action { };
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    struct sigaction previous { };
+    ::sigaction(number, &action, &previous);
+    return previous;
+}
 
 void makeNonBlocking(int descriptor)
 {
@@ -60,11 +73,11 @@ TerminationSignals::TerminationSignals(
 
 TerminationSignals::~TerminationSignals()
 {
-    for (const auto& [number, previous] : m_previous) {
+    for (const int number : m_handled) {
         struct sigaction now { };
         ::sigaction(number, nullptr, &now);
-        if (now.sa_handler == noteSignal || now.sa_handler == passOver) // else a deadline's
-            ::sigaction(number, &previous, nullptr);
+        if (now.sa_handler == noteSignal) // else a deadline's
+            set(number, passOver);
     }
     signalPipe = -1;
     m_watch.reset();
@@ -74,16 +87,13 @@ TerminationSignals::~TerminationSignals()
 
 void TerminationSignals::handle(int number, void (*handler)(int))
 {
-    struct sigaction action { };
-    action.sa_handler = handler;
-    action.sa_flags = SA_RESTART;
-    sigemptyset(&action.sa_mask);
-    struct sigaction& previous = m_previous[number];
-    ::sigaction(number, &action, &previous);
+    const struct sigaction previous = set(number, handler);
     // Whoever started the program, or a library, has other plans with the signal: nohup, for
     // example. SIGTERM always ends.
     if (previous.sa_handler != SIG_DFL && number != SIGTERM)
         ::sigaction(number, &previous, nullptr);
+    else
+        m_handled.push_back(number);
 }
 
 void TerminationSignals::readPending()

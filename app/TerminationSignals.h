@@ -2,11 +2,10 @@
 
 #include "platform/MainLoop.h"
 
-#include <csignal>
 #include <functional>
-#include <map>
 #include <memory>
 #include <span>
+#include <vector>
 
 namespace kestrel {
 
@@ -14,7 +13,8 @@ namespace kestrel {
 // an orderly way. If the main thread does not come to that within PatienceSeconds, because Qt waits
 // for an X server that has stopped, the process ends at once with exit code 1. A write to a closed
 // pipe or beyond the limit of a file's size fails and ends nothing. At most one object exists at a
-// time; its end restores the previous handlers.
+// time. After it none of these signals has an effect, so that one that is repeated while the
+// program ends does not change its exit code.
 class TerminationSignals {
 public:
     static constexpr unsigned PatienceSeconds = 3;
@@ -34,7 +34,7 @@ private:
     int m_readEnd = -1;
     int m_writeEnd = -1;
     std::unique_ptr<MainLoop::Watch> m_watch;
-    std::map<int, struct sigaction> m_previous; // by signal
+    std::vector<int> m_handled;
 };
 
 } // namespace kestrel

@@ -32,9 +32,7 @@ TEST_P(TerminationSignal, becomes_a_call_on_the_main_thread)
         QCoreApplication::exec();
         EXPECT_EQ(calls, 1);
     }
-    struct sigaction now { };
-    ::sigaction(GetParam(), nullptr, &now);
-    EXPECT_EQ(now.sa_handler, SIG_DFL);
+    ::raise(GetParam()); // would end this program
 }
 
 INSTANTIATE_TEST_SUITE_P(
