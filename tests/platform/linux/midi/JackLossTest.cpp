@@ -72,11 +72,11 @@ TEST_F(JackLoss, a_loss_is_told_between_the_packets_before_it_and_those_after_it
     for (const std::size_t round : { 1u, 2u, 3u }) {
         // The main loop does not run meanwhile, so one wake-up brings all of it.
         zenta.send("midi_5", { { 0xB0, 0x2F, 0x40 } });
-        std::this_thread::sleep_for(50ms);
-        holdUp(processThread());
-        std::this_thread::sleep_for(50ms);
+        std::this_thread::sleep_for(100ms);
+        zenta.overrun(30ms);
+        std::this_thread::sleep_for(100ms);
         zenta.send("midi_5", { { 0xB0, 0x2F, 0x41 } });
-        std::this_thread::sleep_for(50ms);
+        std::this_thread::sleep_for(100ms);
         ASSERT_TRUE(waitForPackets(2 * round));
         EXPECT_THAT(deliveredBefore, testing::Contains(2 * round - 1));
     }
