@@ -57,7 +57,7 @@ TEST(SetMerge, tells_conflicts_by_key_and_keeps_ours)
     SetBuilder theirs = SetBuilder().title(4, "Theirs");
     theirs.record(5, 0, { 0, 97, QStringLiteral("F6"), false });
     const SetMerge merge = SetMerge::of(base.set(), ours.set(), theirs.set());
-    EXPECT_THAT(placesOf(merge), ElementsAre("key 5 shortcuts", "key 4 name"));
+    ASSERT_THAT(placesOf(merge), ElementsAre("key 5 shortcuts", "key 4 name"));
     EXPECT_EQ(merge.conflicts[0].base, "none used");
     EXPECT_EQ(merge.conflicts[0].ours, "F5");
     EXPECT_EQ(merge.conflicts[0].theirs, "F6");
