@@ -2,7 +2,6 @@
 
 #include "sets/sheet/KeySheetFile.h"
 
-#include <QCloseEvent>
 #include <QLineEdit>
 
 namespace kestrel {
@@ -37,14 +36,6 @@ void KeySheetDialog::accept()
     if (name && !QFileInfo(path).isDir() && !KeySheetFile::formatOf(path))
         name->setText(name->text() + u'.' + defaultSuffix());
     QFileDialog::accept();
-}
-
-// A window that closes runs the close path of the setup window, which would undo what is edited
-// there. This dialog is hidden instead, later and by itself.
-void KeySheetDialog::closeEvent(QCloseEvent* event)
-{
-    event->ignore();
-    QMetaObject::invokeMethod(this, &QDialog::reject, Qt::QueuedConnection);
 }
 
 } // namespace kestrel

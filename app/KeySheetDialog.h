@@ -13,9 +13,6 @@ public:
     [[nodiscard]] QString chosenPath() const;
 
     void accept() override;
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 };
 
 } // namespace kestrel
