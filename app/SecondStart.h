@@ -1,7 +1,7 @@
 #pragma once
 
-#include "control/InstanceMessageReader.h"
 #include "app/SingleInstance.h"
+#include "control/InstanceMessageReader.h"
 
 #include <QEventLoop>
 #include <QLocalSocket>

@@ -26,8 +26,8 @@ public:
     // is active, which QWidget::raise() does not do on every system.
     virtual void orderFront(NativeWindow window) = 0;
 
-    // True while the window system gives the window its size in a way that Qt does not tell, such as
-    // a window that is maximised in one direction only. May wait for the window system.
+    // True while the window system gives the window its size in a way that Qt does not tell, such
+    // as a window that is maximised in one direction only. May wait for the window system.
     [[nodiscard]] virtual bool isSizeGiven(NativeWindow window) = 0;
 };
 

@@ -1,7 +1,7 @@
 #include "assign/StoredAssignments.h"
 #include "platform/linux/defaults/FileDefaultsStore.h"
-#include "tests/archive/ArchiveText.h"
 #include "sets/ShortcutParser.h"
+#include "tests/archive/ArchiveText.h"
 
 #include <QDir>
 #include <QFile>

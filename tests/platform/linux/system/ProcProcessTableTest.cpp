@@ -78,8 +78,8 @@ TEST(ProcProcessTable, the_real_table_has_this_process)
     ASSERT_EQ(::prctl(PR_SET_NAME, "kestrel table!"), 0);
     EXPECT_TRUE(ProcProcessTable().isRunning("kestrel table!"));
     EXPECT_FALSE(ProcProcessTable().isRunning("kestrel table"));
-    EXPECT_EQ(ProcProcessTable::commandNameOf(static_cast<std::uint32_t>(::getpid())),
-        "kestrel table!");
+    EXPECT_EQ(
+        ProcProcessTable::commandNameOf(static_cast<std::uint32_t>(::getpid())), "kestrel table!");
     EXPECT_EQ(ProcProcessTable::commandNameOf(0), "");
 }
 
