@@ -25,11 +25,13 @@ protected:
         std::vector<std::string> errors;
     };
 
-    // Runs the program under limits of the shell, and ends it in order if it runs.
+    // Runs the program under limits of the shell and without the descriptors of this test, and ends
+    // it in order if it runs.
     [[nodiscard]] Outcome outcomeUnder(const std::string& limits) const
     {
-        stage::ChildProcess kestrel({ "sh", "-c", "exec 2>&1; " + limits + "; exec \"$0\"",
-                                        std::string(KESTREL_PROGRAMS) + "/kestrel" },
+        stage::ChildProcess kestrel(
+            { "sh", "-c", "exec 2>&1 3>&- 4>&- 5>&- 6>&- 7>&- 8>&-; " + limits + "; exec \"$0\"",
+                std::string(KESTREL_PROGRAMS) + "/kestrel" },
             studio.environment());
         Outcome outcome;
         outcome.isRunning = !kestrel.wait(RunningTime);
