@@ -38,16 +38,12 @@ void closeDialogs()
     }
 }
 
-// An open menu of ours has the keyboard: it would take a key that is for the workstation, perhaps
-// as the mnemonic of an entry.
-void closeMenus()
+std::unique_ptr<MIDIMessage> copyOf(const MIDIMessage& message)
 {
-    QWidget* menu = QApplication::activePopupWidget();
-    if (!menu)
-        return;
-    while (menu && menu->close())
-        menu = QApplication::activePopupWidget();
-    QGuiApplication::sync(); // the window system gives the keyboard back before the key is posted
+    auto copy = std::make_unique<MIDIMessage>(message.sourceID());
+    copy->setReadData(message.readData());
+    copy->setLength(message.length());
+    return copy;
 }
 } // namespace
 
@@ -65,8 +61,10 @@ AppDelegate::AppDelegate(Platform& platform, MainLoop& mainLoop, const Clock& cl
     , m_windowCloseObserver(std::make_unique<WindowCloseObserver>(m_notificationCenter))
     , m_visibility(std::make_unique<QtApplicationVisibility>(*platform.workspace))
 {
-    m_keystrokes.setBeforePosting(&closeMenus);
-    m_connection.setReleasesLost([this] { m_platform.keyEvents->releaseAll(); });
+    m_connection.setReleasesLost([this] {
+        m_hasLostReleases = m_isClosingMenus;
+        m_platform.keyEvents->releaseAll();
+    });
     m_connection.setListener(&m_activity);
     m_activeSenceTimer.setTimerType(Qt::PreciseTimer);
     m_activeSenceTimer.setInterval(SupervisionInterval);
@@ -207,7 +205,22 @@ void AppDelegate::applicationOpenFiles(const QStringList& filenames)
     storeForRecovery();
 }
 
+// A message that arrives while a menu is being closed waits for the key that closes it.
 void AppDelegate::receiveMessage(const MIDIMessage& message)
+{
+    if (m_isClosingMenus) {
+        m_waiting.push_back(copyOf(message));
+        return;
+    }
+    handleMessage(message);
+    while (!m_waiting.empty()) {
+        const auto next = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        handleMessage(*next);
+    }
+}
+
+void AppDelegate::handleMessage(const MIDIMessage& message)
 {
     m_dispatcher.receiveMessage(message);
     m_activity.record(message);
@@ -227,7 +240,24 @@ void AppDelegate::redrawDSParea(const MIDIMessage& message)
 
 void AppDelegate::eventKeyPost(unsigned int buttonCode)
 {
+    if (QApplication::activePopupWidget() && m_keystrokes.wouldPost(buttonCode))
+        closeMenus();
     m_activity.noteKey(m_keystrokes.eventKeyPost(buttonCode));
+    if (std::exchange(m_hasLostReleases, false))
+        m_platform.keyEvents->releaseAll();
+}
+
+// An open menu of ours has the keyboard: it would take a key that is for the workstation, perhaps
+// as the mnemonic of an entry. Waits until the window system has given the keyboard back, and
+// handles events meanwhile.
+void AppDelegate::closeMenus()
+{
+    m_isClosingMenus = true;
+    QWidget* menu = QApplication::activePopupWidget();
+    while (menu && menu->close())
+        menu = QApplication::activePopupWidget();
+    QGuiApplication::sync();
+    m_isClosingMenus = false;
 }
 
 } // namespace kestrel

@@ -12,6 +12,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <deque>
 #include <memory>
 
 namespace Ui {
@@ -97,6 +98,8 @@ private:
     void setupStatusItem();
 
     void receiveMessage(const MIDIMessage& message);
+    void handleMessage(const MIDIMessage& message);
+    void closeMenus();
     void answerHeartbeat() override { m_activity.noteHeartbeat(m_connection.answerHeartbeat()); }
     void redrawLCDdisplay(const MIDIMessage& message) override;
     void redrawDSParea(const MIDIMessage& message) override;
@@ -125,6 +128,9 @@ private:
     std::unique_ptr<ActivityWindow> m_activityWindow; // made when it is first shown
     QTimer m_activeSenceTimer;
     bool m_terminated = false;
+    bool m_isClosingMenus = false;
+    bool m_hasLostReleases = false; // while a menu was being closed
+    std::deque<std::unique_ptr<MIDIMessage>> m_waiting;
     std::function<void(Ending)> m_ending = [](Ending) {};
 };
 

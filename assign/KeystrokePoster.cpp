@@ -32,6 +32,12 @@ KeyEvents::Direction direction(bool keyDown)
     return keyDown ? KeyEvents::Direction::Down : KeyEvents::Direction::Up;
 }
 
+unsigned int indexOf(unsigned int buttonCode)
+{
+    return buttonCode >= KeystrokePoster::PressedBit ? buttonCode - KeystrokePoster::PressedBit
+                                                     : buttonCode;
+}
+
 bool isUsed(const ArchiveArray& entry, std::size_t offset)
 {
     return offset + ShortcutRecord::Repeat < entry.size()
@@ -76,21 +82,35 @@ Keystroke KeystrokePoster::eventKeyPost(unsigned int buttonCode)
     if (!workstationIsFrontmost(stroke.text))
         return stroke;
     const bool keyDown = buttonCode >= PressedBit;
-    const unsigned int index = keyDown ? buttonCode - PressedBit : buttonCode;
-    if (index > LastButtonCode)
-        return { Keystroke::Outcome::NoSuchKey, {} };
-    const auto set = m_assignments.myUserAssignFile();
-    const ButtonEntry entry = set ? set->getSwitchShortcut(static_cast<int>(index) + 1) : nullptr;
+    const unsigned int index = indexOf(buttonCode);
+    const ButtonEntry entry = entryOf(index);
     if (!entry)
-        return { index == LastButtonCode ? Keystroke::Outcome::NoSuchKey
+        return { index >= LastButtonCode ? Keystroke::Outcome::NoSuchKey
                                          : Keystroke::Outcome::NoShortcut,
             {} };
-    if (m_beforePosting)
-        m_beforePosting();
     Results results;
     for (std::size_t record = 0; record < results.size(); ++record)
         results[record] = myEventPost(shortcutRecordOffset(record), *entry, keyDown);
     return describe(*entry, results, keyDown);
+}
+
+bool KeystrokePoster::wouldPost(unsigned int buttonCode)
+{
+    const ButtonEntry entry = entryOf(indexOf(buttonCode));
+    KeystrokeText inFront;
+    if (!entry || !workstationIsFrontmost(inFront))
+        return false;
+    bool isAnyUsed = false;
+    for (std::size_t record = 0; record < ShortcutRecordCount; ++record)
+        isAnyUsed |= isUsed(*entry, shortcutRecordOffset(record));
+    return isAnyUsed;
+}
+
+ButtonEntry KeystrokePoster::entryOf(unsigned int index) const
+{
+    const auto set = m_assignments.myUserAssignFile();
+    return set && index <= LastButtonCode ? set->getSwitchShortcut(static_cast<int>(index) + 1)
+                                          : nullptr;
 }
 
 bool KeystrokePoster::workstationIsFrontmost(KeystrokeText& inFront)

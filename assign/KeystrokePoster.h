@@ -27,8 +27,8 @@ public:
     KeystrokePoster(const StoredAssignments& assignments, Workspace& workspace,
         KeyEvents& keyEvents, Permissions& permissions);
 
-    // Runs before the shortcuts of a console key are posted.
-    void setBeforePosting(std::function<void()> prepare) { m_beforePosting = std::move(prepare); }
+    // True when eventKeyPost() would post something now.
+    [[nodiscard]] bool wouldPost(unsigned int buttonCode);
 
     // `buttonCode` is the value from the console: 0 to 11 for the release of keys 1 to 12, 64 to 75
     // for their press. Other codes post nothing. Returns what became of it.
@@ -44,6 +44,8 @@ public:
 private:
     using Results = std::array<std::optional<KeyEvents::Result>, ShortcutRecordCount>;
 
+    // Null for a code of no key, or of a key that the set does not have.
+    [[nodiscard]] ButtonEntry entryOf(unsigned int index) const;
     // Otherwise `inFront` gets the name of the application that is.
     [[nodiscard]] bool workstationIsFrontmost(KeystrokeText& inFront);
     [[nodiscard]] static Keystroke describe(
@@ -55,7 +57,6 @@ private:
     Workspace& m_workspace;
     KeyEvents& m_keyEvents;
     Permissions& m_permissions;
-    std::function<void()> m_beforePosting;
 };
 
 } // namespace kestrel
