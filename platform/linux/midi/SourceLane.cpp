@@ -30,7 +30,7 @@ public:
     [[nodiscard]] bool isEmpty() const
     {
         return m_lane.m_isClosed || m_lane.m_taken >= m_end
-            || m_lane.m_ring.lossesBefore(m_lane.m_taken) != m_lane.m_toldLosses;
+            || m_lane.isUntold(m_lane.m_ring.lossesBefore(m_lane.m_taken));
     }
     std::optional<MIDIPacket> next() override
     {
@@ -81,6 +81,13 @@ void SourceLane::deliver(
     } while (tellLoss(end, losses, lost));
 }
 
+// False also when more has been told: a nested delivery may have told of later losses, and a loss
+// may have been told before a packet that counts it too late. The count may wrap around.
+bool SourceLane::isUntold(std::uint32_t losses) const
+{
+    return static_cast<std::int32_t>(losses - m_toldLosses) > 0;
+}
+
 // True when packets remain after the loss.
 bool SourceLane::tellLoss(
     PacketRing::Position end, std::uint32_t losses, const std::function<void()>& lost)
@@ -89,8 +96,7 @@ bool SourceLane::tellLoss(
         return false;
     const bool packetsRemain = m_taken < end;
     const std::uint32_t next = packetsRemain ? m_ring.lossesBefore(m_taken) : losses;
-    // A nested delivery may have told of later losses. The count may wrap around.
-    if (static_cast<std::int32_t>(next - m_toldLosses) <= 0)
+    if (!isUntold(next))
         return false;
     m_toldLosses = next;
     lost();

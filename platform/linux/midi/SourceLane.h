@@ -46,6 +46,7 @@ public:
 private:
     class ArrivedPackets;
 
+    [[nodiscard]] bool isUntold(std::uint32_t losses) const;
     [[nodiscard]] bool tellLoss(
         PacketRing::Position end, std::uint32_t losses, const std::function<void()>& lost);
 
