@@ -243,8 +243,8 @@ void X11Keyboards::modifiersChanged(const xcb_generic_event_t& event)
             : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
         tellModifiers();
     } else if (m_xtest == state.deviceID && state.keycode != 0) {
-        m_xtestModifierChanged(
-            { state.keycode, state.eventType == XCB_KEY_PRESS, event.full_sequence });
+        m_xtestModifierChanged({ state.keycode, state.eventType == XCB_KEY_PRESS,
+            state.baseMods == 0, event.full_sequence });
     }
 }
 

@@ -23,6 +23,7 @@ public:
     struct XTestModifier {
         XKeyCode key;
         bool isDown;
+        bool noneIsDown; // no modifier key of the XTEST keyboard
         unsigned sequence; // number of our last request that the server had handled by then
     };
 

@@ -117,6 +117,7 @@ void XTestKeyEvents::connectionLost()
 {
     m_held.connectionLost();
     m_lastPress = {};
+    m_lastRequest = {};
     m_canPost = false;
 }
 
@@ -126,10 +127,15 @@ void XTestKeyEvents::eventArrived(const xcb_generic_event_t& event)
     m_held.answered(event.full_sequence);
 }
 
-// The event of a press of ours bears the number of that press.
+// The event of a press of ours bears the number of that press. An event from before our last
+// request for the key is out of date.
 void XTestKeyEvents::xtestModifierChanged(const X11Keyboards::XTestModifier& change)
 {
-    m_foreignModifiers.set(change.key, change.isDown && change.sequence != m_lastPress[change.key]);
+    if (change.noneIsDown)
+        m_foreignModifiers.reset(); // also those whose release was told for another key
+    else if (static_cast<std::int32_t>(change.sequence - m_lastRequest[change.key]) >= 0)
+        m_foreignModifiers.set(
+            change.key, change.isDown && change.sequence != m_lastPress[change.key]);
 }
 
 bool XTestKeyEvents::isReady()
@@ -152,6 +158,7 @@ unsigned XTestKeyEvents::post(const KeyStep& step)
     const bool down = step.direction == Direction::Down;
     const auto request = xcb_test_fake_input(m_connection.xcb(),
         down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, step.key, step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);
+    m_lastRequest[step.key] = request.sequence;
     if (down)
         m_lastPress[step.key] = request.sequence;
     else

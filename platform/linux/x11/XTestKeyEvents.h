@@ -51,8 +51,10 @@ private:
     // Modifier keys that other programs hold on the XTEST keyboard. What they held when the
     // connection was opened is here with keys of all kinds, of which only modifiers are used.
     XKeySet m_foreignModifiers;
-    // Sequence number of our last press of each key on this connection; 0 = none.
+    // Sequence numbers of our last press of each key on this connection, and of our last request
+    // for it; 0 = none.
     std::array<unsigned, XKeySet().size()> m_lastPress {};
+    std::array<unsigned, XKeySet().size()> m_lastRequest {};
     bool m_canPost = false;
     X11Keyboards m_keyboards;
 };
