@@ -33,9 +33,13 @@ std::string putInPlace(NSURL* fresh, NSURL* target)
 {
     NSFileManager* const manager = NSFileManager.defaultManager;
     NSError* error = nil;
-    if (![manager fileExistsAtPath:target.path])
+    BOOL isFolder = NO;
+    if (![manager fileExistsAtPath:target.path isDirectory:&isFolder])
         return [manager moveItemAtURL:fresh toURL:target error:&error] ? "" : problemOf(error);
-    // The system would replace a file that is marked as read-only too.
+    // The system would replace a folder with all that is in it, and a file that is marked as
+    // read-only.
+    if (isFolder)
+        return std::strerror(EISDIR);
     if (![manager isWritableFileAtPath:target.path])
         return std::strerror(EACCES);
     return [manager replaceItemAtURL:target
