@@ -61,7 +61,8 @@ void AppDelegate::showActivity()
 {
     if (!m_activityWindow) {
         m_activityWindow = std::make_unique<ActivityWindow>(
-            ActivityWindow::Subject { m_activity.log(), m_activity.health(), m_clock },
+            ActivityWindow::Subject {
+                m_activity.log(), m_activity.health(), m_clock, *m_platform.documentFiles },
             [this] { m_keyPermission.offer(); });
         m_windowCloseObserver->except(*m_activityWindow);
     }

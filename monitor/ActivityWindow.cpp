@@ -42,6 +42,7 @@ const std::array<Filter, EventGroups> Filters { {
 
 ActivityWindow::ActivityWindow(const Subject& subject, std::function<void()> showPermission)
     : m_log(subject.log)
+    , m_files(subject.files)
     , m_model(subject.log)
     , m_header(new HealthHeader(subject.health, subject.clock, this))
     , m_list(new ActivityList(m_model, this))
@@ -141,7 +142,7 @@ void ActivityWindow::copy()
 
 void ActivityWindow::save()
 {
-    (new RecordingSheet(Recording::script(m_log), *this))->open();
+    (new RecordingSheet(Recording::script(m_log), m_files, *this))->open();
 }
 
 void ActivityWindow::keyPressEvent(QKeyEvent* event)

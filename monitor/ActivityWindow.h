@@ -14,6 +14,7 @@ class QHBoxLayout;
 namespace kestrel {
 
 class ActivityList;
+class DocumentFiles;
 class HealthHeader;
 class MonitorButton;
 
@@ -32,6 +33,7 @@ public:
         ActivityLog& log;
         const LinkHealth& health;
         const Clock& clock;
+        DocumentFiles& files;
     };
 
     // `showPermission` leads the user to where the permission to post keys is given.
@@ -65,6 +67,7 @@ private:
     void save();
 
     ActivityLog& m_log;
+    DocumentFiles& m_files;
     ActivityModel m_model;
     HealthHeader* m_header;
     ActivityList* m_list;

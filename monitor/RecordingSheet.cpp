@@ -1,14 +1,15 @@
 #include "monitor/RecordingSheet.h"
 
-#include "archive/AtomicFile.h"
+#include "platform/DocumentFiles.h"
 
 #include <QMessageBox>
 
 namespace kestrel {
 
-RecordingSheet::RecordingSheet(std::string script, QWidget& window)
+RecordingSheet::RecordingSheet(std::string script, DocumentFiles& files, QWidget& window)
     : QFileDialog(&window, QStringLiteral("Save Activity"))
     , m_script(std::move(script))
+    , m_files(files)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
@@ -26,12 +27,12 @@ void RecordingSheet::save()
     if (path.isEmpty())
         return;
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(m_script.data());
-    const AtomicFile::Result result = AtomicFile::write(path, { bytes, m_script.size() });
-    if (result)
+    const std::string problem = m_files.replace(path.toStdString(), { bytes, m_script.size() });
+    if (problem.empty())
         return;
     auto* const alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Save Activity"),
         QStringLiteral("The recording could not be saved."), QMessageBox::Ok, parentWidget());
-    alert->setInformativeText(result.problem);
+    alert->setInformativeText(QString::fromStdString(problem));
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->open();
 }

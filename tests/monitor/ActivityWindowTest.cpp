@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
+#include <QMessageBox>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -157,6 +158,21 @@ TEST(ActivityWindow, saves_a_script_for_the_console)
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_THAT(file.readAll().toStdString(), HasSubstr("\nat 0.0000 send B0 0F 40 2F 45\n"));
+}
+
+TEST(ActivityWindow, says_why_a_recording_could_not_be_saved)
+{
+    OpenBench bench;
+    bench.files.failure = "No space left on device";
+    const QTemporaryDir folder;
+    click(bench.button("Save as a console script"));
+    auto* const sheet = bench.window.findChild<QFileDialog*>();
+    ASSERT_NE(sheet, nullptr);
+    sheet->selectFile(folder.filePath("recording.txt"));
+    static_cast<QDialog*>(sheet)->done(QDialog::Accepted);
+    const auto* const alert = bench.window.findChild<QMessageBox*>();
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->informativeText(), "No space left on device");
 }
 
 TEST(ActivityWindow, says_what_is_wrong_and_leads_to_the_permission)

@@ -6,6 +6,7 @@
 #include "monitor/ActivityWindow.h"
 #include "monitor/HealthHeader.h"
 #include "monitor/MonitorButton.h"
+#include "tests/fakes/FakeSystem.h"
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/ManualClock.h"
 
@@ -71,7 +72,8 @@ public:
     ActivityLog log;
     LinkHealth health;
     int permissionShown = 0;
-    ActivityWindow window { { log, health, clock }, [this] { ++permissionShown; } };
+    FakeDocumentFiles files;
+    ActivityWindow window { { log, health, clock, files }, [this] { ++permissionShown; } };
 
 private:
     void keep(const ActivityEvent& event)
