@@ -46,6 +46,11 @@ SetText::Root read(const QString& path)
     return isText(bytes) ? fromText(bytes, path) : fromArchive(viewOf(bytes), path);
 }
 
+SetText::Root readText(const QString& path)
+{
+    return fromText(content(path), path);
+}
+
 SetText::Root fromText(const QByteArray& text, const QString& name)
 {
     try {

@@ -29,6 +29,7 @@ private:
 
 // Throw Error. A file that begins with { is a text.
 [[nodiscard]] SetText::Root read(const QString& path);
+[[nodiscard]] SetText::Root readText(const QString& path); // whatever the file begins with
 [[nodiscard]] SetText::Root fromText(const QByteArray& text, const QString& name);
 [[nodiscard]] SetText::Root fromArchive(ByteView archive, const QString& name);
 

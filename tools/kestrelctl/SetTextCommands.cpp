@@ -76,7 +76,7 @@ Run defineSetFromJson(CLI::App& options)
     return [path, output] {
         return guarded(Failed, [&] {
             const QString name = QString::fromStdString(*path);
-            const Bytes archive = SetFile::archive(SetFile::read(name), name);
+            const Bytes archive = SetFile::archive(SetFile::readText(name), name);
             return output->write(archive) ? Done : Failed;
         });
     };

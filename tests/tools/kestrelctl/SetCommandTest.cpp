@@ -102,6 +102,9 @@ TEST_F(SetCommand, a_text_that_is_no_set_is_refused_with_its_place)
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.errors, "kestrelctl: a.json:2:24: \"titel\" has no meaning here\n");
     EXPECT_FALSE(exists("a.ZKCF"));
+    write("list.json", "\n []");
+    EXPECT_THAT(set({ "from-json", "list.json", "-o", "a.ZKCF" }).errors,
+        testing::StartsWith("kestrelctl: list.json:2:2: "));
     write("b.json", R"({ "keys": [{ "key": 1, "title": "\ud800" }] })");
     EXPECT_EQ(set({ "from-json", "b.json", "-o", "b.ZKCF" }).errors,
         "kestrelctl: b.json: has something that no archive can hold\n");
