@@ -208,9 +208,10 @@ Command parseTimed(std::string_view arguments)
     const auto time = parseSeconds(word);
     if (!time)
         refuseExpecting(word, "seconds, " + range(0, MaxSeconds));
-    const Command command = parseLine(arguments);
-    if (std::holds_alternative<At>(command))
+    std::string_view rest = arguments;
+    if (takeWord(rest) == "at")
         refuseExpecting(trimmed(arguments), "another command than \"at\"");
+    static_cast<void>(parseLine(arguments)); // throws what is wrong
     return At { *time, std::string(arguments) };
 }
 } // namespace

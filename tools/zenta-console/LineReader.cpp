@@ -8,7 +8,9 @@ namespace kestrel::console {
 
 void LineReader::readMore()
 {
-    char buffer[4096];
+    m_pending.erase(0, m_taken);
+    m_taken = 0;
+    char buffer[65536];
     const ssize_t size = ::read(m_descriptor, buffer, sizeof buffer);
     if (size > 0)
         m_pending.append(buffer, static_cast<std::size_t>(size));
@@ -20,16 +22,18 @@ void LineReader::rewind()
 {
     ::lseek(m_descriptor, 0, SEEK_SET);
     m_pending.clear();
+    m_taken = 0;
     m_isAtEnd = false;
 }
 
 std::optional<std::string> LineReader::next()
 {
-    const auto end = m_pending.find('\n');
-    if (end == std::string::npos && (!m_isAtEnd || m_pending.empty()))
+    const auto end = m_pending.find('\n', m_taken);
+    const bool isLast = end == std::string::npos;
+    if (isLast && (!m_isAtEnd || m_taken == m_pending.size()))
         return {};
-    const std::string line = m_pending.substr(0, end);
-    m_pending.erase(0, end == std::string::npos ? end : end + 1);
+    std::string line = m_pending.substr(m_taken, isLast ? end : end - m_taken);
+    m_taken = isLast ? m_pending.size() : end + 1;
     return line;
 }
 

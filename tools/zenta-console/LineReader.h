@@ -28,6 +28,7 @@ public:
 private:
     const int m_descriptor;
     std::string m_pending;
+    std::size_t m_taken = 0; // of m_pending
     bool m_isAtEnd = false;
 };
 

@@ -91,6 +91,10 @@ TEST(ConsoleCommand, a_moment_that_is_none_or_without_a_sound_command_is_refused
              "at 1.0000001 quit", "at 86401 quit", "at 1,5 quit" })
         EXPECT_EQ(reasonFor(line), "expected seconds, 0..86400") << line;
     EXPECT_EQ(reasonFor("at 1 at 2 quit"), "expected another command than \"at\"");
+    std::string many;
+    for (int i = 0; i < 1'000'000; ++i)
+        many += "at 0 ";
+    EXPECT_EQ(reasonFor(many), "expected another command than \"at\"");
     EXPECT_EQ(reasonFor("at 1 press 13"), "expected one button, 1..12");
 }
 
