@@ -12,6 +12,7 @@ constexpr milliseconds ToolTimeout { 120000 };
 constexpr milliseconds StartTimeout { 60000 }; // macOS examines a new program at its first start
 constexpr milliseconds EndTimeout { 2000 };
 constexpr const char* Domain = "com.holvik.kestrel";
+constexpr const char* SetAsideSuffix = ".before-selftest";
 constexpr const char* Name = "ZENTA Kestrel";
 
 bool succeeds(const std::vector<std::string>& command)
@@ -24,6 +25,13 @@ bool succeeds(const std::vector<std::string>& command)
 bool runs()
 {
     return succeeds({ "pgrep", "-x", Name });
+}
+
+// The copy of the live set that a killed run leaves.
+std::filesystem::path recoveryFile()
+{
+    return std::filesystem::path(std::getenv("HOME"))
+        / "Library/Application Support/kestrel/recovery.ZKCF";
 }
 } // namespace
 
@@ -44,13 +52,14 @@ InstalledImage::InstalledImage(
     , m_app(folder / "installed" / (std::string(Name) + ".app"))
     , m_settings(folder / "settings.plist")
 {
-    succeeds({ "defaults", "export", Domain, m_settings.string() });
 }
 
 InstalledImage::~InstalledImage()
 {
-    succeeds({ "defaults", "delete", Domain });
-    succeeds({ "defaults", "import", Domain, m_settings.string() });
+    if (m_isSetAside) {
+        succeeds({ "killall", "-KILL", Name }); // it would store at its end
+        restore();
+    }
     if (m_isMounted)
         succeeds({ "hdiutil", "detach", m_volume.string(), "-force" });
 }
@@ -59,9 +68,44 @@ std::string InstalledImage::fault(const std::string& set)
 {
     if (runs())
         return "ZENTA Kestrel runs already: quit it first";
+    if (std::string problem = setAside(); !problem.empty())
+        return problem;
     if (std::string problem = install(); !problem.empty())
         return problem;
     return use(set);
+}
+
+// Nothing of the user's is touched unless all of it is safe.
+std::string InstalledImage::setAside()
+{
+    std::filesystem::path recovery = recoveryFile();
+    recovery += SetAsideSuffix;
+    if (std::filesystem::exists(m_settings) || std::filesystem::exists(recovery))
+        return "an earlier run has left what it set aside: put " + m_settings.string() + " and "
+            + recovery.string() + " back first";
+    if (!succeeds({ "defaults", "export", Domain, m_settings.string() })
+        || !std::filesystem::exists(m_settings))
+        return "the user's settings cannot be set aside";
+    std::error_code error;
+    if (std::filesystem::exists(recoveryFile()))
+        std::filesystem::rename(recoveryFile(), recovery, error);
+    if (error)
+        return "the user's recovery file cannot be set aside: " + error.message();
+    m_isSetAside = true;
+    return {};
+}
+
+void InstalledImage::restore()
+{
+    std::filesystem::path recovery = recoveryFile();
+    recovery += SetAsideSuffix;
+    std::error_code ignored;
+    std::filesystem::remove(recoveryFile(), ignored);
+    if (std::filesystem::exists(recovery))
+        std::filesystem::rename(recovery, recoveryFile(), ignored);
+    succeeds({ "defaults", "delete", Domain });
+    if (succeeds({ "defaults", "import", Domain, m_settings.string() }))
+        std::filesystem::remove(m_settings, ignored);
 }
 
 std::string InstalledImage::install()
@@ -86,9 +130,7 @@ std::string InstalledImage::use(const std::string& set)
     if (!stage::comesTrue(runs, StartTimeout))
         return "the installed program does not run";
     // The set has become live when its copy is there; a set that is refused has none.
-    const std::filesystem::path copy = std::filesystem::path(std::getenv("HOME"))
-        / "Library/Application Support/kestrel/recovery.ZKCF";
-    if (!stage::comesTrue([&copy] { return std::filesystem::exists(copy); }, StartTimeout))
+    if (!stage::comesTrue([] { return std::filesystem::exists(recoveryFile()); }, StartTimeout))
         return "the installed program did not open the set";
     if (!succeeds({ "killall", "-TERM", Name }))
         return "the installed program has ended by itself";

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] std::string fault(const std::string& set);
 
 private:
+    [[nodiscard]] std::string setAside();
+    void restore();
     [[nodiscard]] std::string install();
     [[nodiscard]] std::string use(const std::string& set);
 
@@ -29,6 +31,7 @@ private:
     std::filesystem::path m_volume;
     std::filesystem::path m_app;
     std::filesystem::path m_settings; // the user's own, meanwhile
+    bool m_isSetAside = false;
     bool m_isMounted = false;
 };
 
