@@ -79,7 +79,9 @@ public:
         ++m_editors;
         if (m_stream->hasFailed() || m_kestrel->wait(stage::milliseconds(0)))
             throw std::runtime_error("a program has ended");
-        if (!m_setup.person.window(Panel))
+        // Closing the setup window hides the panel for a moment.
+        if (!stage::comesTrue(
+                [this] { return bool(m_setup.person.window(Panel)); }, ProgramTimeout))
             throw std::runtime_error("the panel is gone");
     }
 
