@@ -34,19 +34,17 @@ JsonValue JsonValue::ofString(const QString& text)
     return json;
 }
 
-JsonValue JsonValue::array(std::vector<JsonValue> items)
+JsonValue JsonValue::array()
 {
     JsonValue json;
     json.type = Type::Array;
-    json.items = std::move(items);
     return json;
 }
 
-JsonValue JsonValue::object(std::vector<JsonMember> members)
+JsonValue JsonValue::object()
 {
     JsonValue json;
     json.type = Type::Object;
-    json.members = std::move(members);
     return json;
 }
 

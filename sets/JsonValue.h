@@ -34,15 +34,15 @@ struct JsonValue {
     Type type = Type::Null;
     bool boolean = false;
     QString text; // the string, or the digits of the number
-    std::vector<JsonValue> items = {};
-    std::vector<JsonMember> members = {};
+    std::vector<JsonValue> items;
+    std::vector<JsonMember> members;
     TextPosition position = {};
 
     [[nodiscard]] static JsonValue ofBoolean(bool value);
     [[nodiscard]] static JsonValue ofNumber(qint64 value);
     [[nodiscard]] static JsonValue ofString(const QString& text);
-    [[nodiscard]] static JsonValue array(std::vector<JsonValue> items = {});
-    [[nodiscard]] static JsonValue object(std::vector<JsonMember> members = {});
+    [[nodiscard]] static JsonValue array();
+    [[nodiscard]] static JsonValue object();
 
     [[nodiscard]] bool is(Type wanted) const { return type == wanted; }
     void set(const QString& name, JsonValue value); // adds a member
