@@ -4,7 +4,6 @@
 #include "sets/ShortcutParser.h"
 #include "sets/ValueText.h"
 
-#include <cstdlib>
 
 namespace kestrel::EntryText {
 
@@ -20,8 +19,8 @@ const QString Repeat = QStringLiteral("repeat"); // false without it
 
 bool isPlainInteger(const ArchiveValue& value)
 {
-    return value.type() == ValueType::Integer
-        && std::abs(value.toInt64()) <= ValueText::LargestPlain;
+    return value.type() == ValueType::Integer && value.toInt64() >= -ValueText::LargestPlain
+        && value.toInt64() <= ValueText::LargestPlain;
 }
 
 ModifierFlags modifiersOf(const ArchiveValue& flags)
