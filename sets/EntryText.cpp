@@ -4,7 +4,6 @@
 #include "sets/ShortcutParser.h"
 #include "sets/ValueText.h"
 
-
 namespace kestrel::EntryText {
 
 namespace {
