@@ -2,35 +2,11 @@
 
 #include "app/ActivityRecorder.h"
 #include "link/MIDIMessage.h"
+#include "tools/allocations/CountedAllocations.h"
 
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-std::atomic<long> allocations { 0 };
-}
-
-// Not inlined, because GCC would take operator new and free() for a mismatched pair.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* const memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace kestrel {
 namespace {
@@ -45,13 +21,13 @@ void record(benchmark::State& state, std::span<const std::uint8_t> packet, auto 
     ActivityRecorder recorder(clock);
     MIDIMessage message;
     message.setReadData(packet);
-    const long before = allocations;
+    const long before = allocations();
     for (auto _ : state) {
         note(recorder);
         recorder.record(message);
     }
     state.counters["allocations/event"]
-        = static_cast<double>(allocations - before) / static_cast<double>(state.iterations());
+        = static_cast<double>(allocations() - before) / static_cast<double>(state.iterations());
 }
 
 void recordDisplayText(benchmark::State& state)
@@ -71,14 +47,14 @@ BENCHMARK(recordTypedKey);
 // The words of the outcome, which the poster makes after it has posted.
 void tellShortcut(benchmark::State& state)
 {
-    const long before = allocations;
+    const long before = allocations();
     for (auto _ : state) {
         KeystrokeText text;
         text.appendShortcut(Modifier::Command, u"S");
         benchmark::DoNotOptimize(text);
     }
     state.counters["allocations/event"]
-        = static_cast<double>(allocations - before) / static_cast<double>(state.iterations());
+        = static_cast<double>(allocations() - before) / static_cast<double>(state.iterations());
 }
 BENCHMARK(tellShortcut);
 

@@ -1,34 +1,10 @@
 #include "link/MIDIMessage.h"
 #include "link/MessageDispatcher.h"
+#include "tools/allocations/CountedAllocations.h"
 
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-std::atomic<long> allocations { 0 };
-}
-
-// Not inlined, because GCC would take operator new and free() for a mismatched pair.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* const memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace kestrel {
 namespace {
@@ -64,14 +40,14 @@ void packetToDestination(benchmark::State& state)
 {
     Nowhere nowhere;
     MessageDispatcher dispatcher(nowhere);
-    const long before = allocations;
+    const long before = allocations();
     for (auto _ : state) {
         MIDIMessage message(1);
         message.readPacket({ 0, KeyPress }, KeyPress.size());
         dispatcher.receiveMessage(message);
     }
     state.counters["allocations/packet"]
-        = static_cast<double>(allocations - before) / static_cast<double>(state.iterations());
+        = static_cast<double>(allocations() - before) / static_cast<double>(state.iterations());
     benchmark::DoNotOptimize(nowhere.calls);
 }
 BENCHMARK(packetToDestination);

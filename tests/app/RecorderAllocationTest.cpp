@@ -3,34 +3,9 @@
 #include "assign/StoredAssignments.h"
 #include "link/MIDIMessage.h"
 #include "tests/fakes/FakeSystem.h"
+#include "tools/allocations/CountedAllocations.h"
 
 #include <gtest/gtest.h>
-
-#include <atomic>
-#include <cstdlib>
-#include <new>
-
-namespace {
-std::atomic<long> allocations { 0 };
-}
-
-// Not inlined, because GCC would take operator new and free() for a mismatched pair.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    allocations.fetch_add(1, std::memory_order_relaxed);
-    if (void* const memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace kestrel::test {
 namespace {
@@ -55,9 +30,9 @@ MIDIMessage& keyPress()
 
 TEST(RecorderAllocation, the_counter_counts)
 {
-    const long before = allocations;
+    const long before = allocations();
     delete new int(0);
-    EXPECT_EQ(allocations - before, 1);
+    EXPECT_EQ(allocations() - before, 1);
 }
 
 TEST(RecorderAllocation, recording_events_and_what_became_of_keys_allocates_nothing)
@@ -78,18 +53,18 @@ TEST(RecorderAllocation, recording_events_and_what_became_of_keys_allocates_noth
     MIDIMessage& message = keyPress();
 
     const auto countedPress = [&](unsigned int code) {
-        const long before = allocations;
+        const long before = allocations();
         recorder.noteKey(poster.eventKeyPost(code));
         recorder.record(message);
         recorder.linkChanged(LinkEvent::PacketsLost, {});
-        return allocations - before;
+        return allocations() - before;
     };
     // Looking an entry up makes the key of the table and a list of its records; what is told of it
     // adds nothing to that.
     const long lookUp = [&] {
-        const long before = allocations;
+        const long before = allocations();
         static_cast<void>(assignments.myUserAssignFile()->getSwitchShortcut(6));
-        return allocations - before;
+        return allocations() - before;
     }();
     for (std::size_t i = 0; i < 2 * ActivityLog::Capacity; ++i)
         ASSERT_EQ(countedPress(69), lookUp);
