@@ -1,5 +1,7 @@
 #include "assign/Keystroke.h"
 
+#include "assign/ModifierGlyphs.h"
+
 #include <QStringEncoder>
 
 #include <algorithm>
@@ -7,14 +9,6 @@
 namespace kestrel {
 
 namespace {
-// The glyphs of the modifiers, in the order of shortcut texts.
-struct Glyph {
-    ModifierFlags flag;
-    std::string_view text;
-};
-constexpr std::array<Glyph, 4> Glyphs { { { Modifier::Shift, "⇪" }, { Modifier::Control, "^" },
-    { Modifier::Option, "⌥" }, { Modifier::Command, "⌘" } } };
-
 constexpr qsizetype LongestName = 24; // longer than the name of any key
 
 bool isInsideCharacter(char byte)
@@ -42,14 +36,18 @@ void KeystrokeText::appendShortcut(ModifierFlags flags, QStringView keyName)
 {
     if (m_size > 0)
         append(", ");
-    for (const auto& [flag, text] : Glyphs) {
+    std::array<QChar, ModifierGlyphs.size() + LongestName> shortcut;
+    auto end = shortcut.begin();
+    for (const auto& [glyph, flag] : ModifierGlyphs) {
         if (flags & flag)
-            append(text);
+            *end++ = glyph.front();
     }
+    end = std::copy_n(keyName.begin(), std::min(keyName.size(), LongestName), end);
     QStringEncoder encoder(QStringConverter::Utf8);
-    std::array<char, 4 * LongestName> utf8; // at most three bytes for each UTF-16 unit
-    const char* const end = encoder.appendToBuffer(utf8.data(), keyName.left(LongestName));
-    append({ utf8.data(), static_cast<std::size_t>(end - utf8.data()) });
+    std::array<char, 3 * shortcut.size()> utf8; // at most three bytes for each UTF-16 unit
+    const char* const last
+        = encoder.appendToBuffer(utf8.data(), QStringView(shortcut.data(), end - shortcut.begin()));
+    append({ utf8.data(), static_cast<std::size_t>(last - utf8.data()) });
 }
 
 } // namespace kestrel

@@ -1,7 +1,8 @@
 #include "sets/ShortcutParser.h"
 
+#include "assign/ModifierGlyphs.h"
+
 #include <algorithm>
-#include <iterator>
 
 namespace kestrel {
 
@@ -10,13 +11,6 @@ namespace {
 struct ModifierName {
     QStringView name;
     ModifierFlags flag;
-};
-
-constexpr ModifierName Glyphs[] = {
-    { u"⇪", Modifier::Shift },
-    { u"^", Modifier::Control },
-    { u"⌥", Modifier::Option },
-    { u"⌘", Modifier::Command },
 };
 
 constexpr ModifierName Words[] = {
@@ -32,12 +26,12 @@ constexpr ModifierName Words[] = {
 // Removes the modifier at the start of the text and returns it. Returns 0 if there is none.
 ModifierFlags takeModifier(QString& text)
 {
-    for (const ModifierName& glyph : Glyphs) {
-        if (text.startsWith(glyph.name)) {
-            text.remove(0, glyph.name.size());
+    for (const auto& [glyph, flag] : ModifierGlyphs) {
+        if (text.startsWith(glyph)) {
+            text.remove(0, glyph.size());
             if (text.startsWith(u'+'))
                 text.remove(0, 1);
-            return glyph.flag;
+            return flag;
         }
     }
     for (const ModifierName& word : Words) {
@@ -75,17 +69,17 @@ void TypedShortcut::writeTo(ArchiveArray& entry, std::size_t record) const
 QString modifierGlyphs(ModifierFlags modifiers)
 {
     QString text;
-    for (const ModifierName& glyph : Glyphs) {
-        if (modifiers & glyph.flag)
-            text += glyph.name;
+    for (const auto& [glyph, flag] : ModifierGlyphs) {
+        if (modifiers & flag)
+            text += glyph;
     }
     return text;
 }
 
 bool startsWithModifierGlyph(QStringView text)
 {
-    return std::any_of(std::begin(Glyphs), std::end(Glyphs),
-        [text](const ModifierName& glyph) { return text.startsWith(glyph.name); });
+    return std::any_of(ModifierGlyphs.begin(), ModifierGlyphs.end(),
+        [text](const ModifierGlyph& modifier) { return text.startsWith(modifier.glyph); });
 }
 
 QString shortcutText(ModifierFlags modifiers, const QString& keyName)
