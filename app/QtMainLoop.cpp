@@ -1,34 +1,15 @@
 #include "app/QtMainLoop.h"
 
+#include "app/DescriptorWatch.h"
+
 #include <QCoreApplication>
 #include <QEvent>
-#include <QSocketNotifier>
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
 namespace kestrel {
-
-class QtMainLoop::DescriptorWatch final : public MainLoop::Watch {
-public:
-    DescriptorWatch(QtMainLoop& loop, int descriptor, std::function<void()> ready)
-        : m_notifier(new QSocketNotifier(descriptor, QSocketNotifier::Read))
-    {
-        QObject::connect(m_notifier, &QSocketNotifier::activated, m_notifier,
-            [&loop, ready = std::move(ready)] { loop.runReady(ready); });
-    }
-
-    // `ready` may destroy the watch that calls it.
-    ~DescriptorWatch() override
-    {
-        m_notifier->setEnabled(false);
-        m_notifier->deleteLater();
-    }
-
-private:
-    QSocketNotifier* m_notifier;
-};
 
 void QtMainLoop::perform(std::function<void()> task)
 {
@@ -43,7 +24,9 @@ void QtMainLoop::perform(std::function<void()> task)
 
 std::unique_ptr<MainLoop::Watch> QtMainLoop::watch(int descriptor, std::function<void()> ready)
 {
-    return std::make_unique<DescriptorWatch>(*this, descriptor, std::move(ready));
+    const auto run = [this, ready = std::move(ready)] { runReady(ready); };
+    auto throughGlib = watchThroughGlib(descriptor, run);
+    return throughGlib ? std::move(throughGlib) : watchThroughQt(descriptor, run);
 }
 
 void QtMainLoop::customEvent(QEvent*)

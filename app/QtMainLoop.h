@@ -21,7 +21,6 @@ protected:
     void customEvent(QEvent* event) override;
 
 private:
-    class DescriptorWatch;
     using Tasks = std::deque<std::function<void()>>;
 
     void runReady(const std::function<void()>& ready);

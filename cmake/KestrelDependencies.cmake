@@ -10,6 +10,7 @@ pkg_check_modules(PLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 find_package(CLI11 REQUIRED)
 
 if(NOT APPLE)
+  pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0)
   pkg_check_modules(JACK REQUIRED IMPORTED_TARGET jack)
   pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-xtest xcb-xkb xcb-xinput)
   pkg_check_modules(XKBCOMMON REQUIRED IMPORTED_TARGET xkbcommon xkbcommon-x11)

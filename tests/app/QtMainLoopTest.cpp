@@ -1,5 +1,7 @@
 #include "app/QtMainLoop.h"
 
+#include "app/DescriptorWatch.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
@@ -145,37 +147,102 @@ TEST(QtMainLoop, a_loop_inside_a_task_keeps_the_order_of_the_tasks)
     EXPECT_THAT(ran, ElementsAre(2, 3, 4));
 }
 
-TEST(QtMainLoop, a_descriptor_is_reported_until_its_watch_is_gone)
+// Both ways of watching, of which the main loop takes the first where Qt runs on GLib.
+class DescriptorWatches : public testing::TestWithParam<decltype(&watchThroughQt)> {
+protected:
+    [[nodiscard]] auto watch(const std::function<void()>& ready) const
+    {
+        auto watch = GetParam()(m_pipe.readEnd(), ready);
+        EXPECT_NE(watch, nullptr);
+        return watch;
+    }
+
+    const Pipe m_pipe;
+};
+
+INSTANTIATE_TEST_SUITE_P(Ways, DescriptorWatches,
+    testing::Values(
+#ifndef __APPLE__
+        &watchThroughGlib,
+#endif
+        &watchThroughQt));
+
+TEST_P(DescriptorWatches, a_descriptor_is_reported_until_its_watch_is_gone)
 {
-    QtMainLoop loop;
-    const Pipe pipe;
     int calls = 0;
-    auto watch = loop.watch(pipe.readEnd(), [&] { ++calls; });
-    pipe.fill();
+    auto watching = watch([&] { ++calls; });
+    m_pipe.fill();
     turnUntil([&] { return calls == 3; });
-    watch.reset();
+    watching.reset();
     bool done = false;
-    loop.perform([&] { done = true; });
+    QTimer::singleShot(0, [&] { done = true; });
     turnUntil([&] { return done; });
-    QCoreApplication::processEvents();
     EXPECT_EQ(calls, 3);
 }
 
-TEST(QtMainLoop, a_watch_may_end_itself)
+TEST_P(DescriptorWatches, a_watch_may_end_itself)
 {
-    QtMainLoop loop;
-    const Pipe pipe;
     int calls = 0;
-    std::unique_ptr<MainLoop::Watch> watch;
-    watch = loop.watch(pipe.readEnd(), [&] {
-        watch.reset();
+    std::unique_ptr<MainLoop::Watch> watching;
+    watching = watch([&] {
+        const std::string inUse(100, 'x'); // would be lost with the function
+        watching.reset();
+        EXPECT_EQ(inUse.size(), 100U);
         ++calls;
     });
-    pipe.fill();
+    m_pipe.fill();
     turnUntil([&] { return calls == 1; });
     QCoreApplication::processEvents();
     EXPECT_EQ(calls, 1);
 }
+
+TEST_P(DescriptorWatches, a_loop_inside_a_watch_reports_the_same_descriptor)
+{
+    int calls = 0;
+    const auto watching = watch([&] {
+        if (++calls == 1)
+            turnUntil([&] { return calls == 2; });
+        else if (calls == 2)
+            m_pipe.empty();
+    });
+    m_pipe.fill();
+    turnUntil([&] { return calls == 2; });
+}
+
+TEST_P(DescriptorWatches, a_descriptor_that_is_always_ready_leaves_turns_to_the_others)
+{
+    int calls = 0;
+    const auto watching = watch([&] { ++calls; });
+    m_pipe.fill();
+    bool timedOut = false;
+    bool eventCame = false;
+    QTimer::singleShot(0, [&] { timedOut = true; });
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { eventCame = true; }, Qt::QueuedConnection);
+    constexpr int Enough = 100'000; // a few tenths of a second
+    while (!(timedOut && eventCame) && calls < Enough)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_LT(calls, Enough);
+}
+
+#ifndef __APPLE__
+TEST(QtMainLoop, a_descriptor_comes_before_events_that_wait_longer)
+{
+    QtMainLoop loop;
+    const Pipe pipe;
+    std::vector<std::string> ran;
+    const auto watch = loop.watch(pipe.readEnd(), [&] {
+        pipe.empty();
+        ran.emplace_back("ready");
+    });
+    QTimer::singleShot(0, [&] { ran.emplace_back("timer"); });
+    QMetaObject::invokeMethod(
+        &loop, [&] { ran.emplace_back("queued event"); }, Qt::QueuedConnection);
+    pipe.fill();
+    turnUntil([&] { return ran.size() == 3; });
+    EXPECT_EQ(ran.front(), "ready");
+}
+#endif
 
 } // namespace
 } // namespace kestrel::test
