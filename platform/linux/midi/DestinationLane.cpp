@@ -37,9 +37,12 @@ void DestinationLane::transmit(std::uint32_t frames)
     if (!buffer)
         return;
     jack_midi_clear_buffer(buffer);
+    // The end is read before the state: a packet that comes with the first wish for a connection
+    // is not among those that are dropped.
+    const PacketRing::Position end = m_ring.end();
     const State state = m_state.load(std::memory_order_acquire);
     if (state == State::Unconnected)
-        m_ring.release(m_ring.end());
+        m_ring.release(end);
     // Packets go to a new connection from the next cycle on, because this cycle may have begun
     // before the connection was made.
     else if (state == State::Connected && m_open)
