@@ -1,5 +1,7 @@
 #include "tools/zenta-console/Console.h"
 
+#include "tools/zenta-console/ScriptFile.h"
+
 #include <sys/select.h>
 
 #include <algorithm>
@@ -79,9 +81,16 @@ void Console::waitForSomething()
     if (FD_ISSET(m_stopDescriptor, &readable))
         m_exitCode = Done;
     if (script >= 0 && FD_ISSET(script, &readable))
-        m_script.readMore();
+        readScript();
     if (m_ports.isServerGone())
         fail(ServerGone, "the " + std::string(serverName()) + " has gone");
+}
+
+void Console::readScript()
+{
+    m_script.readMore();
+    if (m_script.error())
+        fail(BadCommand, unreadableText(m_script.error()));
 }
 
 void Console::beat()

@@ -31,6 +31,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     void waitForSomething();
+    void readScript();
     [[nodiscard]] std::optional<Clock::duration> timeout() const;
     void beat();
     void reportArrivals();

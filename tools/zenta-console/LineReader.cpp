@@ -14,8 +14,16 @@ void LineReader::readMore()
     const ssize_t size = ::read(m_descriptor, buffer, sizeof buffer);
     if (size > 0)
         m_pending.append(buffer, static_cast<std::size_t>(size));
-    else if (size == 0 || (errno != EINTR && errno != EAGAIN))
+    else if (size == 0)
         m_isAtEnd = true;
+    else if (errno != EINTR && errno != EAGAIN)
+        fail(errno);
+}
+
+void LineReader::fail(int error)
+{
+    m_error = { error, std::generic_category() };
+    m_isAtEnd = true;
 }
 
 void LineReader::rewind()

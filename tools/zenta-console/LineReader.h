@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 
 namespace kestrel::console {
 
@@ -23,13 +24,19 @@ public:
     void rewind();
 
     [[nodiscard]] int descriptor() const { return m_descriptor; }
+    // Also after an error.
     [[nodiscard]] bool isAtEnd() const { return m_isAtEnd; }
+    // Why the input could not be read to its end.
+    [[nodiscard]] std::error_code error() const { return m_error; }
 
 private:
+    void fail(int error);
+
     const int m_descriptor;
     std::string m_pending;
     std::size_t m_taken = 0; // of m_pending
     bool m_isAtEnd = false;
+    std::error_code m_error;
 };
 
 } // namespace kestrel::console

@@ -28,11 +28,18 @@ std::string faultText(
         + printable(line) + ": " + printable(reason);
 }
 
+std::string unreadableText(std::error_code error)
+{
+    return "cannot read the script: " + error.message();
+}
+
 std::optional<std::string> faultOfScript(int descriptor)
 {
     LineReader reader(descriptor);
     while (!reader.isAtEnd())
         reader.readMore();
+    if (reader.error())
+        return unreadableText(reader.error());
     std::optional<std::string> fault;
     for (int number = 1; !fault; ++number) {
         const auto line = reader.next();

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 
 namespace kestrel::console {
 
@@ -12,5 +13,8 @@ namespace kestrel::console {
 // Says where a line is no command, and why: "line 2, column 6: knob 9 5: expected a knob …".
 [[nodiscard]] std::string faultText(
     int lineNumber, std::size_t column, const std::string& line, const std::string& reason);
+
+// Says why a script cannot be read.
+[[nodiscard]] std::string unreadableText(std::error_code error);
 
 } // namespace kestrel::console

@@ -7,18 +7,22 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace {
 using namespace kestrel::console;
 
-// A pipe can be read only once, as it comes.
+// A pipe can be read only once, as it comes. A folder cannot be read at all, which is to be said
+// before anything is sent.
 bool isFile(int descriptor)
 {
     struct stat status { };
-    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return ::fstat(descriptor, &status) == 0
+        && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
 }
 
 std::string footer()
@@ -61,7 +65,8 @@ int main(int argc, char** argv)
     if (!scriptPath.empty())
         script = ::open(scriptPath.c_str(), O_RDONLY | O_CLOEXEC);
     if (script < 0) {
-        std::cerr << "zenta-console: cannot read " << scriptPath << std::endl;
+        std::cerr << "zenta-console: " << scriptPath << ": "
+                  << unreadableText({ errno, std::generic_category() }) << std::endl;
         return BadCommand;
     }
     if (isFile(script)) {

@@ -2,6 +2,7 @@
 #include "tools/stage/ChildProcess.h"
 #include "tools/zenta-console/EditingScene.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -23,7 +24,7 @@ public:
     // With standard error among the lines.
     static ChildProcess start(const std::string& arguments = "")
     {
-        return ChildProcess({ "sh", "-c",
+        return ChildProcess({ "bash", "-c",
             std::string("exec \"" ZENTA_CONSOLE_PATH "\" ").append(arguments).append(" 2>&1") });
     }
 
@@ -55,6 +56,25 @@ public:
 private:
     const std::filesystem::path m_path = std::filesystem::temp_directory_path()
         / ("zenta-console-script-" + std::to_string(::getpid()));
+};
+
+// A terminal whose other side has gone. Reading it fails.
+class Terminal {
+public:
+    Terminal()
+        : m_descriptor(::posix_openpt(O_RDWR | O_NOCTTY))
+    {
+        ::unlockpt(m_descriptor);
+        ::close(::open(::ptsname(m_descriptor), O_RDWR | O_NOCTTY));
+    }
+    ~Terminal() { ::close(m_descriptor); }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    [[nodiscard]] int descriptor() const { return m_descriptor; }
+
+private:
+    const int m_descriptor;
 };
 
 using Packets = std::vector<Bytes>;
@@ -317,7 +337,33 @@ TEST_F(ZentaConsole, refuses_options_and_files_that_do_not_exist)
     EXPECT_EQ(start("--no-such-option").wait(Soon), 2);
     EXPECT_EQ(start("--pairs 0").wait(Soon), 2);
     ChildProcess console = start("/no/such/script");
-    EXPECT_EQ(console.waitForLineWith("", Soon), "zenta-console: cannot read /no/such/script");
+    EXPECT_EQ(console.waitForLineWith("", Soon),
+        "zenta-console: /no/such/script: cannot read the script: No such file or directory");
+    EXPECT_EQ(console.wait(Soon), 2);
+}
+
+TEST_F(ZentaConsole, says_why_a_script_cannot_be_read_and_sends_nothing)
+{
+    ChildProcess folder = start("/tmp");
+    EXPECT_EQ(folder.waitForLineWith("", Soon),
+        "zenta-console: /tmp: cannot read the script: Is a directory");
+    EXPECT_EQ(folder.wait(Soon), 2);
+    ChildProcess input = start("</tmp");
+    EXPECT_EQ(
+        input.waitForLineWith("", Soon), "zenta-console: cannot read the script: Is a directory");
+    EXPECT_EQ(input.wait(Soon), 2);
+    ChildProcess unmapped = start("/proc/self/mem"); // a file whose first byte cannot be read
+    EXPECT_EQ(unmapped.waitForLineWith("", Soon),
+        "zenta-console: /proc/self/mem: cannot read the script: Input/output error");
+    EXPECT_EQ(unmapped.wait(Soon), 2);
+}
+
+TEST_F(ZentaConsole, says_that_its_terminal_has_gone)
+{
+    const Terminal terminal;
+    ChildProcess console = start("<&" + std::to_string(terminal.descriptor()));
+    EXPECT_EQ(console.waitForLineWith("cannot", Soon),
+        "zenta-console: cannot read the script: Input/output error");
     EXPECT_EQ(console.wait(Soon), 2);
 }
 
