@@ -31,28 +31,21 @@ bool isWhole(const ActivityEvent& event)
     return event.packetSize() == event.bytes().size();
 }
 
-// An empty packet has no bytes to send.
-std::string command(const ActivityEvent& event, Clock::TimePoint start)
+// In hours and minutes.
+std::string longTimeText(Clock::TimePoint::duration time)
 {
-    if (event.kind() != ActivityEvent::Kind::Packet || event.bytes().empty())
-        return {};
-    const std::string bytes = PacketWords::hexadecimal(event);
-    if (!isWhole(event))
-        return "# not kept whole, " + std::to_string(event.packetSize()) + " bytes: " + bytes
-            + "\n";
-    return "at " + secondsText(event.time() - start) + " send " + bytes + "\n";
+    const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(time).count();
+    const std::string hours = minutes < 60 ? "" : std::to_string(minutes / 60) + " h ";
+    return hours + std::to_string(minutes % 60) + " min";
 }
 } // namespace
 
 std::string Recording::script(const ActivityLog& log)
 {
     std::string text = head();
-    if (log.first() == log.count())
-        return text;
-    const ActivityEvent& first = log.event(log.first());
-    text += day(first);
+    Recording recording;
     for (auto number = log.first(); number < log.count(); ++number)
-        text += entry(log.event(number), first.time());
+        text += recording.entry(log.event(number));
     return text;
 }
 
@@ -64,15 +57,47 @@ std::string Recording::head()
            "expect listener 60000\n";
 }
 
-std::string Recording::day(const ActivityEvent& first)
+std::string Recording::entry(const ActivityEvent& event)
 {
-    return "\n# " + EventTime::date(first.wallTime()) + "\n";
+    std::string text = day(event);
+    text += "# " + EventTime::milliseconds(event.wallTime()) + "  " + story(event) + "\n";
+    return text + command(event);
 }
 
-std::string Recording::entry(const ActivityEvent& event, Clock::TimePoint start)
+std::string Recording::day(const ActivityEvent& event)
 {
-    return "# " + EventTime::milliseconds(event.wallTime()) + "  " + story(event) + "\n"
-        + command(event, start);
+    std::string day = EventTime::date(event.wallTime());
+    if (day == m_day)
+        return {};
+    m_day = std::move(day);
+    return "\n# " + m_day + "\n";
+}
+
+// An empty packet has no bytes to send.
+std::string Recording::command(const ActivityEvent& event)
+{
+    if (event.kind() != ActivityEvent::Kind::Packet || event.bytes().empty())
+        return {};
+    const std::string bytes = PacketWords::hexadecimal(event);
+    if (!isWhole(event))
+        return "# not kept whole, " + std::to_string(event.packetSize()) + " bytes: " + bytes
+            + "\n";
+    std::string text = pause(event);
+    return text + "at " + secondsText(m_scriptTime) + " send " + bytes + "\n";
+}
+
+// Sets the time of the event in the script. Says it when that comes too early.
+std::string Recording::pause(const ActivityEvent& event)
+{
+    const auto pause = event.time() - m_lastSent.value_or(event.time());
+    m_lastSent = event.time();
+    if (pause <= LongestPause) {
+        m_scriptTime += pause;
+        return {};
+    }
+    m_scriptTime += LongestPause;
+    return "# no packet for " + longTimeText(pause) + ", shortened to " + longTimeText(LongestPause)
+        + "\n";
 }
 
 std::string Recording::line(const ActivityEvent& event)

@@ -2,23 +2,40 @@
 
 #include "activity/ActivityLog.h"
 
+#include <chrono>
+#include <optional>
 #include <string>
 
-// Writes what was recorded as a script for zenta-console, which can play it back.
-namespace kestrel::Recording {
+namespace kestrel {
 
-// Each packet from the console is sent at its time, counted from the first event. Comments say what
-// it was, what became of it and what happened to the link. A packet of which only the beginning was
-// kept is a comment too.
-[[nodiscard]] std::string script(const ActivityLog& log);
+// Writes events as a script for zenta-console, which can play it back. Each packet from the console
+// is sent at its time, counted from the first packet. Comments say what it was, what became of it
+// and what happened to the link. A packet of which only the beginning was kept is a comment too.
+class Recording {
+public:
+    // Longer pauses between two packets are shortened to this, and a comment says so: nobody wants
+    // to wait for a night to pass. After some seconds without a packet nothing changes any more.
+    static constexpr std::chrono::minutes LongestPause { 1 };
 
-// The same piece by piece, for a recording that goes on: the head, then the day of the first event,
-// then each event.
-[[nodiscard]] std::string head();
-[[nodiscard]] std::string day(const ActivityEvent& first);
-[[nodiscard]] std::string entry(const ActivityEvent& event, Clock::TimePoint start);
+    // The whole log.
+    [[nodiscard]] static std::string script(const ActivityLog& log);
 
-// An event in one line for people.
-[[nodiscard]] std::string line(const ActivityEvent& event);
+    // The same piece by piece, for a recording that goes on: the head, then each event. A day is
+    // named before its first event.
+    [[nodiscard]] static std::string head();
+    [[nodiscard]] std::string entry(const ActivityEvent& event);
 
-} // namespace kestrel::Recording
+    // An event in one line for people.
+    [[nodiscard]] static std::string line(const ActivityEvent& event);
+
+private:
+    [[nodiscard]] std::string day(const ActivityEvent& event);
+    [[nodiscard]] std::string command(const ActivityEvent& event);
+    [[nodiscard]] std::string pause(const ActivityEvent& event);
+
+    std::string m_day;
+    std::optional<Clock::TimePoint> m_lastSent; // as it happened
+    Clock::TimePoint::duration m_scriptTime {}; // of the last packet
+};
+
+} // namespace kestrel

@@ -67,9 +67,9 @@ TEST_F(Recorded, packets_come_at_their_times_and_comments_say_what_became_of_the
             + "\n# 1970-01-01\n"
               "# 18:04:31.482  Link opened: ZENTA, port 5\n"
               "# 18:04:31.732  Key 6 pressed → typed ⌘S\n"
-              "at 0.2501 send B0 0F 40 2F 45\n"
+              "at 0.0000 send B0 0F 40 2F 45\n"
               "# 18:04:32.732  Heartbeat → answered\n"
-              "at 1.2501 send 90 00 00\n");
+              "at 1.0000 send 90 00 00\n");
 }
 
 TEST_F(Recorded, a_packet_that_was_not_kept_whole_is_a_comment)
@@ -81,6 +81,39 @@ TEST_F(Recorded, a_packet_that_was_not_kept_whole_is_a_comment)
     EXPECT_NE(script.find("at 0.0000 send F0 F0"), std::string::npos);
     EXPECT_EQ(script.find("send"), script.rfind("send")) << "only the first one is sent";
     EXPECT_NE(script.find("# not kept whole, 129 bytes: F0 F0"), std::string::npos);
+}
+
+TEST_F(Recorded, long_pauses_between_packets_are_shortened)
+{
+    ActivityEvent missing = event(Kind::WorkstationMissing);
+    log.record(missing);
+    pass(72h);
+    packet({ 0x90, 0x00, 0x00 }, Outcome::Answered);
+    pass(60s);
+    packet({ 0x90, 0x00, 0x00 }, Outcome::Answered);
+    pass(48h + 1us);
+    packet({}, Outcome::Ignored);
+    pass(1h + 5min);
+    packet({ 0x90, 0x00, 0x00 }, Outcome::Answered);
+    pass(60s + 1us);
+    packet({ 0x90, 0x00, 0x00 }, Outcome::Answered);
+    EXPECT_EQ(Recording::script(log),
+        Head
+            + "\n# 1970-01-01\n"
+              "# 18:04:31.482  Pro Tools is not running\n"
+              "\n# 1970-01-04\n"
+              "# 18:04:31.482  Heartbeat → answered\n"
+              "at 0.0000 send 90 00 00\n"
+              "# 18:05:31.482  Heartbeat → answered\n"
+              "at 60.0000 send 90 00 00\n"
+              "\n# 1970-01-06\n"
+              "# 18:05:31.482  Unknown packet → nothing: unknown packet\n"
+              "# 19:10:31.482  Heartbeat → answered\n"
+              "# no packet for 49 h 5 min, shortened to 1 min\n"
+              "at 120.0000 send 90 00 00\n"
+              "# 19:11:31.482  Heartbeat → answered\n"
+              "# no packet for 1 min, shortened to 1 min\n"
+              "at 180.0000 send 90 00 00\n");
 }
 
 TEST_F(Recorded, a_line_for_people_has_the_bytes_at_its_end)

@@ -8,26 +8,18 @@
 #include <cerrno>
 #include <fstream>
 #include <memory>
-#include <optional>
 #include <system_error>
 
 namespace kestrel::ctl {
 
 namespace {
 // The script that the line adds to the recording.
-std::string scriptOf(const QByteArray& line, std::optional<ActivityEvent>& first)
+std::string scriptOf(const QByteArray& line, Recording& recording)
 {
     if (const auto lost = droppedIn(line))
         return "# " + std::to_string(*lost) + " events are missing here\n";
     const auto read = ActivityLine::fromJson(line);
-    if (!read)
-        return {};
-    std::string script;
-    if (!first) {
-        first = read->event;
-        script = Recording::day(*first);
-    }
-    return script + Recording::entry(read->event, first->time());
+    return read ? recording.entry(read->event) : std::string();
 }
 
 ExitCode failed(const std::string& path)
@@ -46,9 +38,9 @@ ExitCode record(const std::string& path)
     if (!file)
         return failed(path);
     file << Recording::head() << std::flush;
-    std::optional<ActivityEvent> first;
+    Recording recording;
     while (const auto line = reader.next()) {
-        file << scriptOf(*line, first) << std::flush;
+        file << scriptOf(*line, recording) << std::flush;
         if (!file)
             return failed(path);
     }

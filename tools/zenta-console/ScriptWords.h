@@ -8,7 +8,8 @@
 // Reads the words and the numbers of a line of a script. What it returns lies in the line.
 namespace kestrel::console {
 
-inline constexpr int MaxSeconds = 24 * 3600;
+// A year. kestrelctl may record for months.
+inline constexpr int MaxSeconds = 366 * 24 * 3600;
 
 // Without blanks around it.
 [[nodiscard]] std::string_view trimmed(std::string_view text);

@@ -79,7 +79,7 @@ TEST(ConsoleCommand, a_command_can_come_at_a_moment)
     using std::chrono::microseconds;
     EXPECT_EQ(parseCommand("at 1.5 press 7"), Command(At { microseconds(1500000), " press 7" }));
     EXPECT_EQ(parseCommand("at 0.000001 quit"), Command(At { microseconds(1), " quit" }));
-    EXPECT_EQ(parseCommand("at 86400"), Command(At { std::chrono::hours(24), "" }));
+    EXPECT_EQ(parseCommand("at 31622400"), Command(At { std::chrono::hours(366 * 24), "" }));
     EXPECT_EQ(
         parseCommand("at 0 display 1  a "), Command(At { microseconds(0), " display 1  a " }));
     EXPECT_EQ(parseCommand("expect listener 250"), Command(ExpectListener { milliseconds(250) }));
@@ -88,8 +88,8 @@ TEST(ConsoleCommand, a_command_can_come_at_a_moment)
 TEST(ConsoleCommand, a_moment_that_is_none_or_without_a_sound_command_is_refused)
 {
     for (const auto* line : { "at", "at x quit", "at -1 quit", "at 1. quit", "at .5 quit",
-             "at 1.0000001 quit", "at 86401 quit", "at 1,5 quit" })
-        EXPECT_EQ(reasonFor(line), "expected seconds, 0..86400") << line;
+             "at 1.0000001 quit", "at 31622401 quit", "at 1,5 quit" })
+        EXPECT_EQ(reasonFor(line), "expected seconds, 0..31622400") << line;
     EXPECT_EQ(reasonFor("at 1 at 2 quit"), "expected another command than \"at\"");
     std::string many;
     for (int i = 0; i < 1'000'000; ++i)
