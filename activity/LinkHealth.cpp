@@ -23,13 +23,13 @@ void LinkHealth::note(const ActivityEvent& event)
         return notePacket(event);
     case Kind::LinkOpened:
         ++m_counts.timesBuilt;
-        return goOffline(State::Waiting);
+        return goOffline(State::Waiting, event.time());
     case Kind::LinkRebuilt:
         return;
     case Kind::NoConsole:
-        return goOffline(State::NoConsole);
+        return goOffline(State::NoConsole, event.time());
     case Kind::NoMIDIService:
-        return goOffline(State::NoMIDIService);
+        return goOffline(State::NoMIDIService, event.time());
     case Kind::WorkstationMissing:
         m_workstationMissing = true;
         return;
@@ -37,7 +37,7 @@ void LinkHealth::note(const ActivityEvent& event)
         m_workstationMissing = false;
         return;
     case Kind::ConsoleSilent:
-        return goOffline(State::Silent);
+        return goOffline(State::Silent, event.time());
     case Kind::PacketsLost:
         ++m_counts.lossesOfPackets;
         return;
@@ -76,14 +76,22 @@ void LinkHealth::noteBeat(Clock::TimePoint time)
         const Duration interval = time - *m_lastBeat;
         m_intervals[m_intervalCount % KeptIntervals] = interval;
         ++m_intervalCount;
-        const auto periods = (interval + BeatPeriod / 2) / Duration(BeatPeriod);
-        m_counts.missedBeats += static_cast<std::uint64_t>(std::max<Duration::rep>(periods - 1, 0));
+        noteTimeSinceBeat(interval);
     }
     m_lastBeat = time;
 }
 
-void LinkHealth::goOffline(State state)
+// A beat counts as missed once it is late by half a period.
+void LinkHealth::noteTimeSinceBeat(Duration time)
 {
+    const auto periods = (time + BeatPeriod / 2) / Duration(BeatPeriod);
+    m_counts.missedBeats += static_cast<std::uint64_t>(std::max<Duration::rep>(periods - 1, 0));
+}
+
+void LinkHealth::goOffline(State state, Clock::TimePoint time)
+{
+    if (m_state == State::Online)
+        noteTimeSinceBeat(time - *m_lastBeat);
     m_state = state;
     m_onlineSince.reset();
 }

@@ -26,7 +26,7 @@ public:
     };
     struct Counts {
         std::uint64_t beats = 0;
-        std::uint64_t missedBeats = 0; // between two beats of the same time online
+        std::uint64_t missedBeats = 0; // while online, so the first ones of an outage too
         std::uint64_t answers = 0;
         std::uint64_t timesBuilt = 0;
         std::uint64_t typed = 0; // key presses
@@ -61,7 +61,8 @@ public:
 private:
     void notePacket(const ActivityEvent& event);
     void noteBeat(Clock::TimePoint time);
-    void goOffline(State state);
+    void noteTimeSinceBeat(Duration time);
+    void goOffline(State state, Clock::TimePoint time);
 
     State m_state = State::Unknown;
     bool m_workstationMissing = false;

@@ -59,9 +59,20 @@ TEST_F(Health, missed_beats_are_counted_within_one_time_online)
     EXPECT_EQ(health.counts().missedBeats, 0U);
     beatAfter(3100ms);
     EXPECT_EQ(health.counts().missedBeats, 2U);
+}
+
+TEST_F(Health, beats_are_missed_until_an_outage_is_noticed)
+{
+    beatAfter(1s);
+    now += 7300ms;
     link(Kind::ConsoleSilent);
+    EXPECT_EQ(health.counts().missedBeats, 6U);
     beatAfter(60s);
-    EXPECT_EQ(health.counts().missedBeats, 2U);
+    EXPECT_EQ(health.counts().missedBeats, 6U) << "the console may have been switched off";
+    now += 800ms;
+    link(Kind::LinkOpened);
+    beatAfter(1s);
+    EXPECT_EQ(health.counts().missedBeats, 6U) << "a link that is built anew has missed none";
 }
 
 TEST_F(Health, jitter_is_the_mean_distance_from_a_second)
