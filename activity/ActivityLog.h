@@ -17,18 +17,19 @@ public:
 
     // Takes the place of the oldest event when the log is full. Allocates nothing.
     void record(const ActivityEvent& event);
-    void clear();
 
     // Events have running numbers that are never used again. The log holds those from first() up to
     // count(), not included.
-    [[nodiscard]] std::uint64_t first() const { return m_first; }
+    [[nodiscard]] std::uint64_t first() const
+    {
+        return m_count > Capacity ? m_count - Capacity : 0;
+    }
     [[nodiscard]] std::uint64_t count() const { return m_count; }
     // `number` is one that the log holds.
     [[nodiscard]] const ActivityEvent& event(std::uint64_t number) const;
 
 private:
     std::vector<ActivityEvent> m_events;
-    std::uint64_t m_first = 0;
     std::uint64_t m_count = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "activity/OutcomeWords.h"
 #include "activity/PacketWords.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -40,11 +41,11 @@ std::string longTimeText(Clock::TimePoint::duration time)
 }
 } // namespace
 
-std::string Recording::script(const ActivityLog& log)
+std::string Recording::script(const ActivityLog& log, std::uint64_t from)
 {
     std::string text = head();
     Recording recording;
-    for (auto number = log.first(); number < log.count(); ++number)
+    for (auto number = std::max(from, log.first()); number < log.count(); ++number)
         text += recording.entry(log.event(number));
     return text;
 }

@@ -3,6 +3,7 @@
 #include "activity/ActivityLog.h"
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -17,8 +18,8 @@ public:
     // to wait for a night to pass. After some seconds without a packet nothing changes any more.
     static constexpr std::chrono::minutes LongestPause { 1 };
 
-    // The whole log.
-    [[nodiscard]] static std::string script(const ActivityLog& log);
+    // All that the log holds from this event on.
+    [[nodiscard]] static std::string script(const ActivityLog& log, std::uint64_t from = 0);
 
     // The same piece by piece, for a recording that goes on: the head, then each event. A day is
     // named before its first event.

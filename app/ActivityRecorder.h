@@ -27,7 +27,7 @@ public:
     // A state that lasts is kept once, however often it is told.
     void linkChanged(LinkEvent event, std::string_view detail) override;
 
-    [[nodiscard]] ActivityLog& log() { return m_log; }
+    [[nodiscard]] const ActivityLog& log() const { return m_log; }
     [[nodiscard]] const LinkHealth& health() const { return m_health; }
 
 private:

@@ -8,7 +8,7 @@
 
 namespace kestrel {
 
-ActivityModel::ActivityModel(ActivityLog& log, QObject* parent)
+ActivityModel::ActivityModel(const ActivityLog& log, QObject* parent)
     : QAbstractTableModel(parent)
     , m_log(log)
 {
@@ -20,7 +20,7 @@ int ActivityModel::refresh()
     const int dropped = dropOverwritten();
     if (m_isPaused)
         return dropped;
-    const auto added = takeNew(std::max(m_next, m_log.first()), m_log.count());
+    const auto added = takeNew(std::max(m_next, first()), m_log.count());
     m_next = m_log.count();
     if (added.empty())
         return dropped;
@@ -58,7 +58,7 @@ void ActivityModel::setGroups(Groups groups)
 {
     beginResetModel();
     m_groups = groups;
-    const auto shown = takeNew(m_log.first(), std::max(m_next, m_log.first()));
+    const auto shown = takeNew(first(), std::max(m_next, first()));
     m_numbers.assign(shown.begin(), shown.end());
     endResetModel();
 }
@@ -66,8 +66,8 @@ void ActivityModel::setGroups(Groups groups)
 void ActivityModel::clear()
 {
     beginResetModel();
-    m_log.clear();
-    m_next = m_log.count();
+    m_cleared = m_log.count();
+    m_next = m_cleared;
     m_numbers.clear();
     endResetModel();
 }

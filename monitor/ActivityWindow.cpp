@@ -142,7 +142,7 @@ void ActivityWindow::copy()
 
 void ActivityWindow::save()
 {
-    (new RecordingSheet(Recording::script(m_log), m_files, *this))->open();
+    (new RecordingSheet(Recording::script(m_log, m_model.first()), m_files, *this))->open();
 }
 
 void ActivityWindow::keyPressEvent(QKeyEvent* event)

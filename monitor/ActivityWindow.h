@@ -30,7 +30,7 @@ public:
 
     // All of them outlive the window.
     struct Subject {
-        ActivityLog& log;
+        const ActivityLog& log;
         const LinkHealth& health;
         const Clock& clock;
         DocumentFiles& files;
@@ -66,7 +66,7 @@ private:
     void copy();
     void save();
 
-    ActivityLog& m_log;
+    const ActivityLog& m_log;
     DocumentFiles& m_files;
     ActivityModel m_model;
     HealthHeader* m_header;

@@ -36,15 +36,4 @@ TEST(ActivityLog, a_full_log_gives_up_its_oldest_events)
         ASSERT_EQ(log.event(i).time(), at(i).time());
 }
 
-TEST(ActivityLog, a_cleared_log_holds_only_what_comes_later)
-{
-    ActivityLog log;
-    log.record(at(1));
-    log.clear();
-    EXPECT_EQ(log.first(), log.count());
-    log.record(at(2));
-    EXPECT_EQ(log.first(), 1U);
-    EXPECT_EQ(log.event(1).time(), at(2).time());
-}
-
 } // namespace kestrel::test

@@ -1,6 +1,9 @@
 #include "app/InstanceRequests.h"
 
 #include "control/ActivityLine.h"
+#include "monitor/ActivityList.h"
+#include "monitor/ActivityWindow.h"
+#include "monitor/MonitorButton.h"
 #include "tests/app/AppDelegateBench.h"
 
 #include <chrono>
@@ -102,6 +105,22 @@ TEST_F(InstanceRequestsTest, lets_a_program_follow_the_activity)
     const auto line = ActivityLine::fromJson(reply.feed());
     ASSERT_TRUE(line);
     EXPECT_EQ(line->event.outcome(), ActivityEvent::Outcome::Answered);
+}
+
+TEST_F(InstanceRequestsTest, keeps_for_those_who_follow_what_the_activity_window_clears)
+{
+    bench.receive({ 0x90, 0x00, 0x01 }); // opens the link
+    const InstanceReply before = requests.answer({ Kind::Follow, {} });
+    static_cast<void>(before.feed());
+    bench.receive({ 0xB0, 0x0F, 0x40, 0x2F, 0x45 });
+    bench.delegate->showActivity();
+    for (auto* const button : bench.delegate->activityWindow()->findChildren<MonitorButton*>()) {
+        if (button->text() == QStringLiteral("Clear"))
+            button->click();
+    }
+    EXPECT_EQ(bench.delegate->activityWindow()->list().model()->rowCount(), 0);
+    EXPECT_TRUE(before.feed().contains("Key 6 pressed"));
+    EXPECT_TRUE(requests.answer({ Kind::Follow, {} }).feed().contains("Key 6 pressed"));
 }
 
 TEST_F(InstanceRequestsTest, refuses_what_it_does_not_know)

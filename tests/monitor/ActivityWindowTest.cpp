@@ -18,6 +18,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 // The timer of the window as it goes off.
 class OpenBench : public MonitorBench {
@@ -146,6 +147,8 @@ TEST(ActivityWindow, copy_takes_the_selected_rows_or_all)
 TEST(ActivityWindow, saves_a_script_for_the_console)
 {
     OpenBench bench;
+    bench.press(5, ActivityEvent::Outcome::NoShortcut);
+    click(bench.button("Clear the list"));
     bench.press(6, ActivityEvent::Outcome::Typed, "⌘S");
     const QTemporaryDir folder;
     const QString path = folder.filePath("recording.txt");
@@ -157,7 +160,9 @@ TEST(ActivityWindow, saves_a_script_for_the_console)
     static_cast<QDialog*>(sheet)->done(QDialog::Accepted);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_THAT(file.readAll().toStdString(), HasSubstr("\nat 0.0000 send B0 0F 40 2F 45\n"));
+    const std::string script = file.readAll().toStdString();
+    EXPECT_THAT(script, HasSubstr("\nat 0.0000 send B0 0F 40 2F 45\n"));
+    EXPECT_THAT(script, Not(HasSubstr("Key 5"))) << "it was cleared";
 }
 
 TEST(ActivityWindow, says_why_a_recording_could_not_be_saved)
