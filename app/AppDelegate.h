@@ -64,6 +64,8 @@ public:
     [[nodiscard]] QTimer& activeSenceTimer() { return m_activeSenceTimer; }
     [[nodiscard]] ActivityRecorder& activity() { return m_activity; }
     [[nodiscard]] Notices& notices() { return m_notices; }
+    // As the link has last found them; 0 before it was first opened.
+    [[nodiscard]] std::size_t consolePairs() const { return m_connection.consolePairs(); }
     // Null until it is first shown.
     [[nodiscard]] ActivityWindow* activityWindow() const { return m_activityWindow.get(); }
     // Null until the application has launched.

@@ -3,12 +3,10 @@
 #include "app/AppDelegate.h"
 #include "app/BundleInfo.h"
 #include "control/ActivityFeed.h"
-#include "link/ConsoleDevice.h"
 #include "platform/Platform.h"
 #include "platform/Workstation.h"
 
 #include <QCoreApplication>
-#include <QSystemTrayIcon>
 
 #include <chrono>
 #include <memory>
@@ -62,15 +60,6 @@ QString frontApplication(Workspace& workspace)
     });
     return front;
 }
-
-qint64 pairsOfConsole(MIDIServices& services)
-{
-    for (const MIDIDevice& device : services.devices()) {
-        if (device.model == ConsoleDevice::Model)
-            return static_cast<qint64>(device.entities.size());
-    }
-    return 0;
-}
 } // namespace
 
 InstanceRequests::InstanceRequests(Platform& platform, AppDelegate& delegate, const Clock& clock)
@@ -95,6 +84,7 @@ InstanceReply InstanceRequests::answer(const InstanceMessage& request) const
     }
 }
 
+// Asks no other process, because the main thread would wait for its answer.
 StatusReport InstanceRequests::report() const
 {
     StatusReport report;
@@ -102,13 +92,12 @@ StatusReport InstanceRequests::report() const
         = BundleInfo::read(QStringLiteral(":/Info.plist")).value_or(BundleInfo {}).shortVersion;
     report.process = QCoreApplication::applicationPid();
     reportLink(report);
-    report.consolePairs = pairsOfConsole(*m_platform.midiServices);
+    report.consolePairs = static_cast<qint64>(m_delegate.consolePairs());
     report.workstationRuns = m_platform.processTable->isRunning(Workstation::Name);
     report.front = frontApplication(*m_platform.workspace);
     if (const auto& set = m_delegate.myUserAssignFile())
         report.keysSet = keysWithShortcut(*set);
     report.mayPostKeys = m_platform.permissions->mayPostKeyEvents();
-    report.hasTray = QSystemTrayIcon::isSystemTrayAvailable();
     for (const Notice& notice : m_delegate.notices().current())
         report.notices.append(QString::fromStdString(notice.text));
     return report;

@@ -109,7 +109,6 @@ template <typename Report, typename Visit> void visitMembers(Report& report, Vis
     visit("keysTyped", report.keysTyped);
     visit("keysKeptBack", report.keysKeptBack);
     visit("mayPostKeys", report.mayPostKeys);
-    visit("hasTray", report.hasTray);
     visit("notices", report.notices);
 }
 } // namespace

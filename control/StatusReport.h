@@ -25,14 +25,13 @@ struct StatusReport {
     QDateTime onlineSince; // invalid unless the link is online
     qint64 beats = 0;
     qint64 missedBeats = 0;
-    qint64 consolePairs = 0; // pairs of MIDI ports
+    qint64 consolePairs = 0; // pairs of MIDI ports when the link was last built
     bool workstationRuns = false;
     QString front; // the application in front; empty when it is unknown
     qint64 keysSet = 0; // keys of the console with a shortcut
     qint64 keysTyped = 0; // presses
     qint64 keysKeptBack = 0; // presses that should have typed something and did not
     bool mayPostKeys = false;
-    bool hasTray = false;
     QStringList notices; // the lines at the top of the menu
 
     friend bool operator==(const StatusReport&, const StatusReport&) = default;

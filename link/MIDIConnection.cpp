@@ -50,6 +50,7 @@ void MIDIConnection::reconnectAllSources()
 {
     if (m_client != 0)
         releaseMIDIReceiver();
+    m_consolePairs = 0;
 
     const auto client
         = m_midiServices.createClient("inputMIDIReceiver Client", MyMIDIStateChangedHander, this);
@@ -73,8 +74,10 @@ void MIDIConnection::reconnectAllSources()
 bool MIDIConnection::connectFirstConsole()
 {
     for (const MIDIDevice& device : m_midiServices.devices()) {
-        if (device.model != ConsoleDevice::Model
-            || device.entities.size() <= ConsoleDevice::ControlSurfaceEntity)
+        if (device.model != ConsoleDevice::Model)
+            continue;
+        m_consolePairs = std::max(m_consolePairs, device.entities.size());
+        if (device.entities.size() <= ConsoleDevice::ControlSurfaceEntity)
             continue;
         const MIDIEntity& entity = device.entities[ConsoleDevice::ControlSurfaceEntity];
         if (m_outputPort != 0 && !entity.destinations.empty())

@@ -6,6 +6,7 @@
 #include "platform/MIDIServices.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -66,6 +67,8 @@ public:
     // 0 = no source is connected.
     [[nodiscard]] MIDIEndpoint inputEndPointRef() const { return m_inputEndPointRef; }
     [[nodiscard]] bool imageOnline() const { return m_imageOnline; }
+    // The number of the console's entities when the link was last built; 0 if there was no console.
+    [[nodiscard]] std::size_t consolePairs() const { return m_consolePairs; }
 
     // The two callbacks below use these functions.
     void receiveMessage(const MIDIMessage& message) const { m_receiveMessage(message); }
@@ -101,6 +104,7 @@ private:
     // The time of the last heartbeat or of the first check.
     std::optional<Clock::TimePoint> m_activeDate;
     bool m_imageOnline = false;
+    std::size_t m_consolePairs = 0;
 };
 
 // The input port's read callback: each packet becomes one message. `readProcRefCon` is the

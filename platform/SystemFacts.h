@@ -22,6 +22,7 @@ struct SystemFacts {
         bool answers = false;
         std::string qtPlugin; // value of QT_QPA_PLATFORM
         std::optional<std::string> front; // the application in front
+        std::optional<bool> hasTray; // no value where there always is one or nobody can know
         // The classes of the workstation's windows. No value when nobody can know.
         std::optional<std::vector<std::string>> workstationWindows;
     };

@@ -62,6 +62,13 @@ TEST_F(InstanceRequestsTest, tells_of_a_link_that_is_online)
     EXPECT_TRUE(report.workstationRuns);
 }
 
+TEST_F(InstanceRequestsTest, does_not_wait_for_the_MIDI_service)
+{
+    bench.receive({ 0x90, 0x00, 0x00 });
+    bench.midiServices.deviceList.clear(); // without a notification
+    EXPECT_EQ(report().consolePairs, 5);
+}
+
 TEST_F(InstanceRequestsTest, counts_the_keys_that_have_a_shortcut)
 {
     setShortcut(6, "S");

@@ -21,7 +21,6 @@ StatusReport fullReport()
     report.keysTyped = 7;
     report.keysKeptBack = 2;
     report.mayPostKeys = true;
-    report.hasTray = true;
     report.notices = QStringList { "Ein Hinweis: ü", "two" };
     return report;
 }
@@ -30,7 +29,7 @@ TEST(StatusReport, is_an_object_of_JSON_on_one_line)
 {
     EXPECT_EQ(fullReport().toJson(),
         "{\"beats\":12,\"consolePairs\":5,\"front\":\"Pro "
-        "Tools\",\"hasTray\":true,\"keysKeptBack\":2,"
+        "Tools\",\"keysKeptBack\":2,"
         "\"keysSet\":3,\"keysTyped\":7,\"link\":\"online\",\"mayPostKeys\":true,\"missedBeats\":1,"
         "\"notices\":[\"Ein Hinweis: ü\",\"two\"],\"onlineSince\":\"2026-11-22T09:30:01.250Z\","
         "\"process\":4711,\"version\":\"1.2.3\",\"workstationRuns\":true}");
@@ -63,7 +62,7 @@ TEST(StatusReport, with_a_member_that_is_missing_or_of_another_type_is_refused)
     EXPECT_FALSE(changed("\"version\":\"1.2.3\"", "\"version\":1"));
     EXPECT_FALSE(changed("\"two\"", "2"));
     EXPECT_FALSE(changed("2026-11-22T", "yesterday"));
-    EXPECT_FALSE(changed("\"hasTray\":true", "\"hasTray\":null"));
+    EXPECT_FALSE(changed("\"mayPostKeys\":true", "\"mayPostKeys\":null"));
     EXPECT_FALSE(StatusReport::fromJson("[]"));
     EXPECT_FALSE(StatusReport::fromJson(""));
 }

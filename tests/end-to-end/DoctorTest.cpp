@@ -182,23 +182,5 @@ TEST_F(Doctor, finds_a_program_that_does_not_answer)
         wrongs().lines, testing::Not(testing::Contains(testing::StartsWith("WRONG  kestrel"))));
 }
 
-class DoctorWithoutTray : public KestrelctlBench {
-protected:
-    DoctorWithoutTray()
-        : KestrelctlBench({ .tray = false })
-    {
-    }
-};
-
-TEST_F(DoctorWithoutTray, says_where_the_icon_is)
-{
-    studio.startEverything();
-    ASSERT_TRUE(studio.isAnswered());
-    expectWrong(
-        { "WRONG  tray        The desktop has no tray, so the icon is not shown. GNOME needs "
-          "the extension AppIndicator. Starting kestrel a second time opens the setup "
-          "window." });
-}
-
 } // namespace
 } // namespace kestrel::test

@@ -102,6 +102,21 @@ TEST(MIDIConnection, a_console_with_four_entities_is_skipped)
     EXPECT_NE(bench.connection.client(), 0u);
 }
 
+TEST(MIDIConnection, knows_how_many_pairs_the_console_had_when_the_link_was_built)
+{
+    LinkBench bench;
+    EXPECT_EQ(bench.connection.consolePairs(), 0u);
+    bench.services.deviceList = { device(1, "system", 7), device(2, "ZENTA", 4) };
+    bench.connection.reconnectAllSources();
+    EXPECT_EQ(bench.connection.consolePairs(), 4u);
+    bench.services.deviceList.push_back(device(3, "ZENTA", 5));
+    bench.connection.reconnectAllSources();
+    EXPECT_EQ(bench.connection.consolePairs(), 5u);
+    bench.services.deviceList.clear();
+    bench.connection.reconnectAllSources();
+    EXPECT_EQ(bench.connection.consolePairs(), 0u);
+}
+
 TEST(MIDIConnection, without_any_device_the_link_is_open_and_nothing_is_connected)
 {
     LinkBench bench;

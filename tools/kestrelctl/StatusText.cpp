@@ -43,6 +43,8 @@ std::string linkText(const StatusReport& report, const QDateTime& now)
 
 std::string consoleText(const StatusReport& report)
 {
+    if (report.link == StatusReport::Closed)
+        return "not looked for yet";
     if (report.consolePairs == 0)
         return "not seen";
     return std::string(ConsoleDevice::Model) + ", "

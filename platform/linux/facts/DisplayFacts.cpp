@@ -2,6 +2,7 @@
 
 #include "platform/IdleLoop.h"
 #include "platform/Workstation.h"
+#include "platform/linux/facts/TrayFacts.h"
 #include "platform/linux/system/ProcProcessTable.h"
 #include "platform/linux/system/SessionNotices.h"
 #include "platform/linux/x11/FrontApplication.h"
@@ -63,6 +64,7 @@ SystemFacts::Display displayFacts()
     if (!facts.answers)
         return facts;
     facts.front = front.name();
+    facts.hasTray = hasTray(connection);
     facts.workstationWindows = workstationWindows(connection, front);
     return facts;
 }

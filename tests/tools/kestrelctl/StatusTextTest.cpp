@@ -45,11 +45,13 @@ TEST(StatusText, says_what_is_missing)
     report.notices = QStringList { "Wayland: keys reach X11 programs only" };
     EXPECT_THAT(ctl::statusText(report, Now),
         ElementsAre("Kestrel 1.2.3, process 0", "Link         offline: not opened yet",
-            "Console      not seen", "Heartbeats   0, 0 missed",
+            "Console      not looked for yet", "Heartbeats   0, 0 missed",
             "Workstation  Pro Tools does not run", "In front     unknown",
             "Keys         0 of 12 set, 0 presses typed, 0 kept back",
             "Permission   missing: keys are not typed",
             "Notice       Wayland: keys reach X11 programs only"));
+    report.link = StatusReport::NoConsole;
+    EXPECT_THAT(ctl::statusText(report, Now), Contains("Console      not seen"));
 }
 
 TEST(StatusText, obeys_no_control_characters_of_others)

@@ -63,9 +63,10 @@ std::optional<Finding> ProgramChecks::link(const DoctorFacts& facts)
 
 std::optional<Finding> ProgramChecks::tray(const DoctorFacts& facts)
 {
-    if (!facts.status)
+    const auto& hasTray = facts.system.display.hasTray;
+    if (!hasTray)
         return {};
-    if (facts.status->hasTray)
+    if (*hasTray)
         return fine("There is a place for the icon.");
     return wrong("The desktop has no tray, so the icon is not shown. GNOME needs the extension "
                  "AppIndicator. Starting kestrel a second time opens the setup window.");

@@ -77,15 +77,15 @@ TEST(DoctorChecks, need_no_running_program)
     facts.system.midi.libraryOfKestrel.reset();
     EXPECT_THAT(wrongs(facts), IsEmpty());
     EXPECT_EQ(said(facts, "kestrel"), "ok Kestrel is not running.");
-    for (const char* name : { "link", "tray", "permission" })
+    for (const char* name : { "link", "permission" })
         EXPECT_EQ(said(facts, name), "");
 }
 
 TEST(DoctorChecks, ask_nothing_of_a_mac_that_only_linux_has)
 {
     EXPECT_THAT(wrongs(soundMac()), IsEmpty());
-    for (const char* name : { "display", "session", "library", "PipeWire", "window", "held keys",
-             "login", "file type" })
+    for (const char* name : { "display", "session", "tray", "library", "PipeWire", "window",
+             "held keys", "login", "file type" })
         EXPECT_EQ(said(soundMac(), name), "") << name;
     EXPECT_EQ(said(soundMac(), "driver"), "ok The console's driver is installed.");
     EXPECT_EQ(said(soundMac(), "MIDI"), "ok CoreMIDI answers.");
@@ -151,7 +151,7 @@ TEST(DoctorChecks, find_a_wayland_session_whose_workstation_is_no_X11_program)
 TEST(DoctorChecks, find_a_desktop_without_a_tray)
 {
     DoctorFacts facts = soundFacts();
-    facts.status->hasTray = false;
+    facts.system.display.hasTray = false;
     EXPECT_THAT(wrongs(facts),
         ElementsAre(Pair("tray",
             "The desktop has no tray, so the icon is not shown. GNOME needs the extension "

@@ -27,11 +27,11 @@ inline ctl::DoctorFacts soundFacts()
     status.process = 4711;
     status.link = StatusReport::Online;
     status.mayPostKeys = true;
-    status.hasTray = true;
     facts.status = status;
     facts.system.display.name = ":0";
     facts.system.display.answers = true;
     facts.system.display.front = "Pro Tools";
+    facts.system.display.hasTray = true;
     facts.system.display.workstationWindows = { "Pro Tools" };
     facts.system.workstationRuns = true;
     facts.system.midi.state = SystemFacts::MIDI::Answers;
@@ -48,7 +48,7 @@ inline ctl::DoctorFacts soundFacts()
 inline ctl::DoctorFacts soundMac()
 {
     ctl::DoctorFacts facts = soundFacts();
-    facts.system.display = { SystemFacts::Session::MacOS, {}, true, {}, "Pro Tools", {} };
+    facts.system.display = { SystemFacts::Session::MacOS, {}, true, {}, "Pro Tools", {}, {} };
     facts.system.midi.library = SystemFacts::Library::CoreMIDI;
     facts.system.midi.libraryOfKestrel = {};
     facts.system.midi.serverRuns = false;
