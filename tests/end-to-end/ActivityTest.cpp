@@ -20,6 +20,30 @@ protected:
         studio.startEverything();
         ASSERT_TRUE(studio.isAnswered());
     }
+    // A script with packets for the panel, two a millisecond, in which key 1 is pressed. It ends
+    // with the release of key 2.
+    [[nodiscard]] std::string flood(int packets) const
+    {
+        const std::string path = (studio.studio.home() / "flood").string();
+        std::ofstream script(path);
+        script << "expect listener 20000\nexpect answer 20000\n";
+        for (int i = 0; i < packets; ++i) {
+            script << "at " << i / 2000.0 << " send B0 18 " << i % 10 << "\n";
+            if (i == 1000)
+                script << "press 1\nrelease 1\n";
+        }
+        script << "release 2\n";
+        return path;
+    }
+    static long kibibytesOf(const stage::ChildProcess& process)
+    {
+        std::ifstream status("/proc/" + std::to_string(process.pid()) + "/status");
+        std::string word;
+        while (status >> word && word != "VmRSS:") { }
+        long size = 0;
+        status >> size;
+        return size;
+    }
 };
 
 TEST_F(Activity, tells_what_was_before_and_what_comes)
@@ -48,6 +72,32 @@ TEST_F(Activity, tells_it_in_JSON)
     const auto press = activity->waitForLineWith("\"what\":\"Key 2 pressed\"", Timeout);
     ASSERT_TRUE(press);
     EXPECT_THAT(*press, HasSubstr("\"outcome\":\"noShortcut\""));
+}
+
+TEST_F(Activity, a_follower_that_stands_still_delays_nothing_and_is_told_what_it_has_lost)
+{
+    constexpr int Packets = 12'000; // far more than the log and all buffers hold
+    goOnline();
+    const auto follower = start({ "activity" });
+    ASSERT_TRUE(follower->waitForLineWith("Heartbeat → answered", Timeout));
+    follower->stop();
+    const long before = kibibytesOf(*studio.kestrel);
+    studio.console->writeLine("quit");
+    ASSERT_EQ(studio.console->wait(Timeout), 0);
+    studio.startConsole({ flood(Packets) });
+    ASSERT_TRUE(studio.workstation->waitForLineWith("down A", RunningStudio::LinkTimeout));
+    EXPECT_TRUE(studio.workstation->waitForLineWith("up A", Timeout));
+    EXPECT_EQ(run({ "status" }).code, 0) << "answers in the flood";
+    EXPECT_TRUE(studio.console->waitForLineWith("sent B0 2F 01", Timeout))
+        << "the end of the flood";
+    EXPECT_LT(kibibytesOf(*studio.kestrel) - before, 4096);
+
+    follower->resume();
+    const auto lost = follower->waitForLineWith("events were lost", Timeout);
+    ASSERT_TRUE(lost);
+    EXPECT_GT(std::stol(lost->substr(lost->find_first_of("0123456789"))), Packets / 2) << *lost;
+    EXPECT_THAT(*lost, HasSubstr("because this reader was too slow"));
+    EXPECT_TRUE(follower->waitForLineWith("Key 2 released", Timeout)) << "what comes after that";
 }
 
 TEST_F(Activity, of_no_running_program_is_an_error)
