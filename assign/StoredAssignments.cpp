@@ -16,14 +16,6 @@ namespace {
 constexpr std::string_view Damaged = ".damaged";
 constexpr std::string_view Replaced = ".replaced";
 
-// Keeps the file under its name with the ending added.
-void keepFileAside(const QString& path, std::string_view ending)
-{
-    const QString aside = path + QLatin1String(ending.data(), static_cast<int>(ending.size()));
-    QFile::remove(aside);
-    QFile::rename(path, aside);
-}
-
 Bytes textOfNow()
 {
     const QByteArray text = QByteArray::number(QDateTime::currentMSecsSinceEpoch());
@@ -31,9 +23,11 @@ Bytes textOfNow()
 }
 } // namespace
 
-StoredAssignments::StoredAssignments(DefaultsStore& defaults, std::string recoveryFile)
+StoredAssignments::StoredAssignments(
+    DefaultsStore& defaults, std::string recoveryFile, Unusable unusable)
     : m_defaults(defaults)
     , m_recoveryFile(std::move(recoveryFile))
+    , m_unusable(unusable)
 {
 }
 
@@ -92,10 +86,7 @@ std::shared_ptr<UserAssignFile> StoredAssignments::recovered(std::int64_t stored
     if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         return nullptr;
     if (info.lastModified().toMSecsSinceEpoch() < storedAt) {
-        qWarning("The assignments that were stored last are newer than those of a run that was "
-                 "killed, which are kept as %s%s.",
-            m_recoveryFile.c_str(), Replaced.data());
-        keepFileAside(path, Replaced);
+        keepRecoveryFileAside(Replaced);
         return nullptr;
     }
     const QByteArray copy = file.read(static_cast<qint64>(ArchiveLimits::FileBytes) + 1);
@@ -107,8 +98,23 @@ std::shared_ptr<UserAssignFile> StoredAssignments::recovered(std::int64_t stored
             return set;
     } catch (const ArchiveError&) {
     }
-    keepFileAside(path, Damaged);
+    keepRecoveryFileAside(Damaged);
     return nullptr;
+}
+
+// Under its name with the ending added.
+void StoredAssignments::keepRecoveryFileAside(std::string_view ending) const
+{
+    if (m_unusable == Unusable::LeftAlone)
+        return;
+    const QString path = QString::fromStdString(m_recoveryFile);
+    const QString aside = path + QLatin1String(ending.data(), static_cast<int>(ending.size()));
+    if (ending == Replaced)
+        qWarning("The assignments that were stored last are newer than those of a run that was "
+                 "killed, which are kept as %s.",
+            qUtf8Printable(aside));
+    QFile::remove(aside);
+    QFile::rename(path, aside);
 }
 
 bool StoredAssignments::hasTable() const
@@ -165,6 +171,8 @@ std::string StoredAssignments::problem() const
 // If this synchronisation fails, the next write stores the copy as well.
 void StoredAssignments::keepAside(std::string_view key, Archive damaged)
 {
+    if (m_unusable == Unusable::LeftAlone)
+        return;
     m_defaults.setData(std::string(key).append(Damaged), damaged);
     (void)m_defaults.synchronise();
 }

@@ -4,6 +4,7 @@
 #include "assign/UserAssignFile.h"
 #include "platform/DefaultsStore.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -23,8 +24,13 @@ public:
     // only by runs with a recovery file.
     static constexpr std::string_view StoredAtKey = "KestrelAssignmentsStoredAt";
 
+    // What setupShortcutKey() does with stored bytes that cannot be used: a run of the program
+    // keeps them under other names, a command that only reads changes nothing on disk.
+    enum class Unusable : std::uint8_t { KeptAside, LeftAlone };
+
     // The store outlives this object. Without a recovery file (a path in UTF-8) no copy is kept.
-    explicit StoredAssignments(DefaultsStore& defaults, std::string recoveryFile = {});
+    explicit StoredAssignments(DefaultsStore& defaults, std::string recoveryFile = {},
+        Unusable unusable = Unusable::KeptAside);
 
     // Makes a new live set from the recovery file of a run that was killed, else from the defaults.
     // A recovery file that is older than what another run has stored since is kept under its name
@@ -59,10 +65,12 @@ private:
     [[nodiscard]] bool hasTable() const;
     [[nodiscard]] bool restore(std::string_view key, const std::function<bool(Archive)>& take);
     void keepAside(std::string_view key, Archive damaged);
+    void keepRecoveryFileAside(std::string_view ending) const;
 
     DefaultsStore& m_defaults;
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;
     std::string m_recoveryFile;
+    Unusable m_unusable;
     // What this run last read from the recovery file or wrote to it. The file is removed only if it
     // still has this content: another run may have replaced it.
     std::optional<Bytes> m_recoveryContent;

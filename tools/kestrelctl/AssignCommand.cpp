@@ -58,7 +58,9 @@ ExitCode change(UserAssignFile& set, const Request& request)
 ExitCode assign(const Request& request)
 {
     const StoredDefaults defaults = openStoredDefaults();
-    StoredAssignments stored(*defaults.store, defaults.recoveryFile);
+    StoredAssignments stored(*defaults.store, defaults.recoveryFile,
+        request.file ? StoredAssignments::Unusable::LeftAlone
+                     : StoredAssignments::Unusable::KeptAside);
     stored.setupShortcutKey();
     if (const ExitCode code = change(*stored.myUserAssignFile(), request); code != Done)
         return code;

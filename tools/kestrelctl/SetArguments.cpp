@@ -45,7 +45,8 @@ SetText::Root readSet(const std::string& path)
     if (!path.empty())
         return SetFile::read(QString::fromStdString(path));
     const StoredDefaults defaults = openStoredDefaults();
-    StoredAssignments stored(*defaults.store, defaults.recoveryFile);
+    StoredAssignments stored(
+        *defaults.store, defaults.recoveryFile, StoredAssignments::Unusable::LeftAlone);
     stored.setupShortcutKey();
     return SetFile::fromArchive(
         stored.myUserAssignFile()->fileImage(), QStringLiteral("the stored set"));

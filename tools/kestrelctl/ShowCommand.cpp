@@ -25,7 +25,8 @@ QString shortcutTexts(const ButtonEntry& entry)
 ExitCode show()
 {
     const StoredDefaults defaults = openStoredDefaults();
-    StoredAssignments stored(*defaults.store, defaults.recoveryFile);
+    StoredAssignments stored(
+        *defaults.store, defaults.recoveryFile, StoredAssignments::Unusable::LeftAlone);
     stored.setupShortcutKey();
     const UserAssignFile& set = *stored.myUserAssignFile();
     for (int number = 1; number <= UserAssignFile::ButtonCount; ++number) {

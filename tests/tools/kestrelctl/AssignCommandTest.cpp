@@ -3,12 +3,15 @@
 #include "sets/ShortcutParser.h"
 #include "tests/archive/ArchiveText.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <map>
 
 namespace kestrel::test {
 
@@ -44,6 +47,17 @@ protected:
         StoredAssignments stored(defaults);
         stored.setupShortcutKey();
         return stored.myUserAssignFile();
+    }
+    // All files of the user.
+    std::map<QString, QByteArray> content() const
+    {
+        std::map<QString, QByteArray> files;
+        for (const QString& name : QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden)) {
+            QFile file(m_folder.filePath(name));
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+            files[name] = file.readAll();
+        }
+        return files;
     }
     std::string entry(int number) const { return archiveText(stored()->getSwitchShortcut(number)); }
 
@@ -107,6 +121,41 @@ TEST_F(AssignCommand, shows_what_is_stored)
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.output.split('\n').value(0), "1 \"\"");
     EXPECT_EQ(outcome.output.split('\n').value(11), "12 \"Last\" ⌘+S ⇪+TAB");
+}
+
+TEST_F(AssignCommand, commands_that_store_nothing_change_nothing_on_disk)
+{
+    const QString recovery = m_folder.filePath("com.holvik.kestrel.recovery.ZKCF");
+    const auto leave = [](const QString& path, const QByteArray& content) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    };
+    const auto expectNoChange = [this] {
+        const auto before = content();
+        QTemporaryDir elsewhere;
+        for (const QStringList& command : { QStringList { "show" }, QStringList { "set", "show" },
+                 QStringList { "assign", "7", "F9", "--to", elsewhere.filePath("set.ZKCF") } }) {
+            EXPECT_EQ(run(command).code, 0);
+            EXPECT_EQ(content(), before) << command.join(' ').toStdString();
+        }
+    };
+    expectNoChange();
+    leave(recovery, "damaged");
+    expectNoChange();
+    EXPECT_EQ(run({ "assign", "6", "⌘S" }).code, 0);
+    leave(recovery, "as old as the studio");
+    QFile old(recovery);
+    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(
+        old.setFileTime(QDateTime::fromSecsSinceEpoch(0), QFileDevice::FileModificationTime));
+    expectNoChange();
+    FileDefaultsStore defaults(path());
+    defaults.setData(StoredAssignments::ShortcutsKey, Bytes { 'x' });
+    ASSERT_TRUE(defaults.synchronise());
+    expectNoChange();
+    leave(path(), "no property list");
+    expectNoChange();
 }
 
 TEST_F(AssignCommand, writes_the_changed_set_to_a_file_and_stores_nothing)
