@@ -2,13 +2,17 @@
 
 #include "common/InterfaceImage.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace kestrel {
 
 namespace {
 constexpr QColor FocusColor(94, 214, 206); // the colour of the console's display
 constexpr double FocusWidth = 2;
+constexpr double TightestSpacing = 85; // percent
 } // namespace
 
 void drawImage(QPainter& painter, const InterfaceImage& image, QPointF origin, double opacity)
@@ -30,6 +34,17 @@ void drawFocusRing(QPainter& painter, const QRectF& outline, double radius)
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(outline.adjusted(Inset, Inset, -Inset, -Inset), radius, radius);
     painter.restore();
+}
+
+QFont tightened(const QFont& font, const QString& text, double width)
+{
+    const double needed = QFontMetricsF(font).horizontalAdvance(text);
+    if (needed <= width)
+        return font;
+    QFont tight = font;
+    tight.setLetterSpacing(
+        QFont::PercentageSpacing, std::max(TightestSpacing, 100 * width / needed));
+    return tight;
 }
 
 } // namespace kestrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QPointF>
 #include <QRectF>
 
@@ -15,5 +16,9 @@ void drawImage(QPainter& painter, const InterfaceImage& image, QPointF origin, d
 
 // Draws the ring that marks the control with the keyboard focus. `outline` is that of the control.
 void drawFocusRing(QPainter& painter, const QRectF& outline, double radius);
+
+// Returns the font with less space between its letters if the text is too wide, down to the limit
+// of what is legible.
+[[nodiscard]] QFont tightened(const QFont& font, const QString& text, double width);
 
 } // namespace kestrel

@@ -1,6 +1,7 @@
 #include "shortcut/MyShortcutFieldAccessible.h"
 
 #include "shortcut/ClearButton.h"
+#include "shortcut/FieldAdvice.h"
 #include "shortcut/FieldAlertAccessible.h"
 
 namespace kestrel {
@@ -50,9 +51,7 @@ QString MyShortcutFieldAccessible::text(QAccessible::Text kind) const
         return field().shownShortcut();
     if (kind != QAccessible::Description)
         return QAccessibleWidget::text(kind);
-    return field().bNotAvailable()
-        ? MyShortcutField::NotAvailable
-        : QStringLiteral("Takes any key as the shortcut, Tab, Return and Escape as well");
+    return FieldAdvice::spoken(field());
 }
 
 QRect MyShortcutFieldAccessible::rect() const

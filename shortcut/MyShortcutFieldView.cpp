@@ -1,39 +1,19 @@
-// The part of the field that handles focus and events and draws.
+// The part of the field that handles focus and events.
 
 #include "common/NotificationCenter.h"
 #include "shortcut/ClearButton.h"
-#include "shortcut/ControlDrawing.h"
+#include "shortcut/FieldAdvice.h"
 #include "shortcut/InterfaceFont.h"
 #include "shortcut/MyShortcutField.h"
 
 #include <QFocusEvent>
-#include <QFontMetricsF>
+#include <QHelpEvent>
 #include <QKeyEvent>
-#include <QPainter>
-
-#include <algorithm>
+#include <QToolTip>
 
 namespace kestrel {
 
 namespace {
-
-constexpr double Inset = 5;
-constexpr double TightestSpacing = 85; // percent
-constexpr double CornerRadius = 3;
-constexpr qsizetype MostLines = 2;
-constexpr qsizetype MostUnits = 256; // per line; a field shows far fewer
-
-// Reduces the letter spacing of a text that is too wide, down to the legible limit.
-QFont tightened(const QFont& font, const QString& text, double width)
-{
-    const double needed = QFontMetricsF(font).horizontalAdvance(text);
-    if (needed <= width)
-        return font;
-    QFont tight = font;
-    tight.setLetterSpacing(
-        QFont::PercentageSpacing, std::max(TightestSpacing, 100 * width / needed));
-    return tight;
-}
 
 bool isAboutTheWindow(const QFocusEvent& event)
 {
@@ -180,6 +160,11 @@ bool MyShortcutField::event(QEvent* event)
     case QEvent::KeyRelease:
         event->accept();
         return true;
+    case QEvent::ToolTip:
+        // The rule that refuses a key may name another one by now.
+        QToolTip::showText(
+            static_cast<QHelpEvent*>(event)->globalPos(), FieldAdvice::toolTip(*this), this);
+        return true;
     default:
         return QWidget::event(event);
     }
@@ -198,33 +183,6 @@ void MyShortcutField::mousePressEvent(QMouseEvent* event)
         mouseDown();
     else if (event->button() == Qt::RightButton)
         rightMouseDown();
-}
-
-void MyShortcutField::paintEvent(QPaintEvent*)
-{
-    drawRect();
-}
-
-void MyShortcutField::drawRect()
-{
-    QPainter painter(this);
-    painter.fillRect(rect(), Qt::black);
-    painter.setPen(Qt::white);
-    const QStringList lines = m_stringValue.split(u'\n').mid(0, MostLines);
-    // The clear button covers the right end.
-    const bool isCovered = m_myClearButton && !m_myClearButton->isHidden();
-    const double right = isCovered ? m_myClearButton->x() - x() : width() - Inset;
-    const double lineHeight = painter.fontMetrics().height();
-    double top = (height() - lineHeight * static_cast<double>(lines.size())) / 2;
-    for (const QString& line : lines) {
-        const QString shown = line.left(MostUnits);
-        const QRectF place(Inset, top, right - Inset, lineHeight);
-        painter.setFont(tightened(font(), shown, place.width()));
-        painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, shown);
-        top += lineHeight;
-    }
-    if (hasFocus())
-        drawFocusRing(painter, rect(), CornerRadius);
 }
 
 } // namespace kestrel

@@ -364,7 +364,8 @@ TEST(SetupAccessibility, not_available_is_an_alert_while_the_key_is_refused)
     EXPECT_FALSE(alert.state().invisible);
     EXPECT_EQ(alert.rect(), field.rect());
     EXPECT_EQ(field.text(QAccessible::Value), "") << "it is no shortcut";
-    EXPECT_EQ(field.text(QAccessible::Description), "Not Available");
+    EXPECT_EQ(field.text(QAccessible::Description),
+        "Not Available. A key takes only one function key, F1 to F20, and Shortcut 1 holds F3");
     bench.controller.window()->hide();
     EXPECT_TRUE(alert.state().invisible) << "the window is not shown";
     bench.controller.window()->show();
@@ -372,7 +373,7 @@ TEST(SetupAccessibility, not_available_is_an_alert_while_the_key_is_refused)
     press(bench.field(1), Keys::A);
     EXPECT_TRUE(alert.state().invisible);
     EXPECT_EQ(field.text(QAccessible::Value), "A");
-    EXPECT_NE(field.text(QAccessible::Description), "Not Available");
+    EXPECT_FALSE(field.text(QAccessible::Description).contains("Not Available"));
 }
 
 } // namespace

@@ -107,7 +107,10 @@ TEST(SetupAnnouncement, a_refused_key_raises_the_alert_and_the_next_one_takes_it
     Listener listener;
     press(bench.field(1), Keys::F5);
     EXPECT_THAT(listener.all(),
-        ElementsAre("show: Not Available", "words: Not Available", "alert: Not Available"));
+        ElementsAre("show: Not Available",
+            "words: Not Available. A key takes only one function key, F1 to F20, and Shortcut 1 "
+            "holds F3",
+            "alert: Not Available"));
     press(bench.field(1), Keys::A);
     EXPECT_THAT(listener.all(),
         ElementsAre("Shortcut 2 text:  -> A", "Shortcut 2 value: A", "hide: Not Available", Hint));

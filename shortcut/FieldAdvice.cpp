@@ -1,0 +1,48 @@
+#include "shortcut/FieldAdvice.h"
+
+#include "shortcut/ShortcutFieldController.h"
+
+namespace kestrel::FieldAdvice {
+
+namespace {
+
+const QString Use = QStringLiteral("Takes any key as the shortcut, Tab, Return and Escape as well");
+
+const MyShortcutField* otherWithFunctionKey(const MyShortcutField& field)
+{
+    if (!field.shortcutFields())
+        return nullptr;
+    for (const auto& controller : *field.shortcutFields()) {
+        const MyShortcutField* other = controller ? controller->view() : nullptr;
+        if (other && other != &field && other->isFncKey())
+            return other;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+QString refusal(const MyShortcutField& field)
+{
+    const MyShortcutField* other = field.bNotAvailable() ? otherWithFunctionKey(field) : nullptr;
+    if (!other)
+        return {};
+    return QStringLiteral("A key takes only one function key, F1 to F20, and %1 holds %2")
+        .arg(other->accessibleName(), other->getInputCharacters());
+}
+
+QString toolTip(const MyShortcutField& field)
+{
+    return field.bNotAvailable() ? refusal(field) : Use;
+}
+
+QString spoken(const MyShortcutField& field)
+{
+    if (!field.bNotAvailable())
+        return Use;
+    const QString reason = refusal(field);
+    return MyShortcutField::NotAvailable
+        + (reason.isEmpty() ? QString() : QStringLiteral(". ") + reason);
+}
+
+} // namespace kestrel::FieldAdvice

@@ -1,0 +1,55 @@
+// The part of the field that draws.
+
+#include "shortcut/ClearButton.h"
+#include "shortcut/ControlDrawing.h"
+#include "shortcut/FieldAdvice.h"
+#include "shortcut/MyShortcutField.h"
+
+#include <QPainter>
+
+namespace kestrel {
+
+namespace {
+
+constexpr double Inset = 5;
+constexpr double CornerRadius = 3;
+constexpr qsizetype MostLines = 2;
+constexpr qsizetype MostUnits = 256; // per line; a field shows far fewer
+constexpr QColor QuietColor(126, 131, 134);
+constexpr QColor WarningColor(255, 128, 96);
+
+} // namespace
+
+void MyShortcutField::paintEvent(QPaintEvent*)
+{
+    drawRect();
+}
+
+void MyShortcutField::drawRect()
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    const bool isWaiting = hasFocus() && m_stringValue.isEmpty();
+    if (isWaiting)
+        painter.setPen(QuietColor);
+    else
+        painter.setPen(m_bNotAvailable ? WarningColor : QColor(Qt::white));
+    const QString text = isWaiting ? FieldAdvice::PressAKey : m_stringValue;
+    const QStringList lines = text.split(u'\n').mid(0, MostLines);
+    // The clear button covers the right end.
+    const bool isCovered = m_myClearButton && !m_myClearButton->isHidden();
+    const double right = isCovered ? m_myClearButton->x() - x() : width() - Inset;
+    const double lineHeight = painter.fontMetrics().height();
+    double top = (height() - lineHeight * static_cast<double>(lines.size())) / 2;
+    for (const QString& line : lines) {
+        const QString shown = line.left(MostUnits);
+        const QRectF place(Inset, top, right - Inset, lineHeight);
+        painter.setFont(tightened(font(), shown, place.width()));
+        painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, shown);
+        top += lineHeight;
+    }
+    if (hasFocus())
+        drawFocusRing(painter, rect(), CornerRadius);
+}
+
+} // namespace kestrel
