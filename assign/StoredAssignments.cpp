@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace kestrel {
@@ -16,9 +17,9 @@ namespace {
 constexpr std::string_view Damaged = ".damaged";
 constexpr std::string_view Replaced = ".replaced";
 
-Bytes textOfNow()
+Bytes textOf(std::int64_t number)
 {
-    const QByteArray text = QByteArray::number(QDateTime::currentMSecsSinceEpoch());
+    const QByteArray text = QByteArray::number(static_cast<qlonglong>(number));
     return { text.begin(), text.end() };
 }
 } // namespace
@@ -60,6 +61,16 @@ std::int64_t StoredAssignments::timeOfStoring()
 {
     const Bytes text = m_defaults.data(StoredAtKey).value_or(Bytes());
     return QByteArray(reinterpret_cast<const char*>(text.data()), std::ssize(text)).toLongLong();
+}
+
+// Later than all that was stored before, also when the clock has been set back since.
+std::int64_t StoredAssignments::timeForStoring()
+{
+    const QFileInfo recoveryFile(QString::fromStdString(m_recoveryFile));
+    const std::int64_t recoverable
+        = recoveryFile.isFile() ? recoveryFile.lastModified().toMSecsSinceEpoch() : 0;
+    return std::max<std::int64_t>(
+        QDateTime::currentMSecsSinceEpoch(), std::max(timeOfStoring(), recoverable) + 1);
 }
 
 // Returns false if the key has no value or `take` does not accept it.
@@ -132,7 +143,7 @@ bool StoredAssignments::writeUserDefault()
         m_defaults.setData(ShortcutsKey, shortcuts);
         m_defaults.setData(TitlesKey, titles);
         if (!m_recoveryFile.empty() && m_stored != std::pair(shortcuts, titles))
-            m_defaults.setData(StoredAtKey, textOfNow());
+            m_defaults.setData(StoredAtKey, textOf(timeForStoring()));
     } catch (const ArchiveError& error) {
         m_problem = error.what();
         return false;
@@ -155,12 +166,26 @@ bool StoredAssignments::writeRecoveryFile()
         QDir().mkpath(QFileInfo(path).absolutePath());
         Bytes content = m_myUserAssignFile->fileImage();
         m_problem = AtomicFile::write(path, content).problem.toStdString();
-        if (m_problem.empty())
+        if (m_problem.empty()) {
             m_recoveryContent = std::move(content);
+            makeNewerThanWhatIsStored(path);
+        }
     } catch (const ArchiveError& error) {
         m_problem = error.what();
     }
     return m_problem.empty();
+}
+
+// The clock of the file system ticks more slowly than the other, and either may have been set back.
+void StoredAssignments::makeNewerThanWhatIsStored(const QString& path)
+{
+    if (QFileInfo(path).lastModified().toMSecsSinceEpoch() > timeOfStoring())
+        return;
+    QFile file(path);
+    const auto newer = QDateTime::fromMSecsSinceEpoch(timeForStoring());
+    if (!file.open(QIODevice::ReadWrite)
+        || !file.setFileTime(newer, QFileDevice::FileModificationTime))
+        m_problem = file.errorString().toStdString();
 }
 
 std::string StoredAssignments::problem() const

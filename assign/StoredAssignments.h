@@ -61,6 +61,8 @@ private:
     using Archive = std::span<const std::uint8_t>;
 
     [[nodiscard]] std::int64_t timeOfStoring();
+    [[nodiscard]] std::int64_t timeForStoring();
+    void makeNewerThanWhatIsStored(const QString& recoveryFile);
     [[nodiscard]] std::shared_ptr<UserAssignFile> recovered(std::int64_t storedAt);
     [[nodiscard]] bool hasTable() const;
     [[nodiscard]] bool restore(std::string_view key, const std::function<bool(Archive)>& take);

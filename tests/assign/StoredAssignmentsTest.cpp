@@ -357,6 +357,37 @@ TEST_F(RecoveryFile, wins_over_older_defaults)
     EXPECT_FALSE(QFile::exists(path() + ".replaced"));
 }
 
+TEST_F(RecoveryFile, wins_over_defaults_from_before_the_clock_was_set_back)
+{
+    const std::string inAnHour
+        = std::to_string(QDateTime::currentDateTime().addSecs(3600).toMSecsSinceEpoch());
+    defaults.content["KestrelAssignmentsStoredAt"] = Bytes(inAnHour.begin(), inAnHour.end());
+    StoredAssignments killed = run();
+    killed.setupShortcutKey();
+    killed.myUserAssignFile()->setShortcutTitle("Undo", 1);
+    ASSERT_TRUE(killed.writeRecoveryFile());
+    StoredAssignments next = run();
+    next.setupShortcutKey();
+    EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(1), QString("Undo"));
+}
+
+TEST_F(RecoveryFile, is_older_than_what_is_stored_after_the_clock_was_set_back)
+{
+    const std::string inAnHour
+        = std::to_string(QDateTime::currentDateTime().addSecs(3600).toMSecsSinceEpoch());
+    defaults.content["KestrelAssignmentsStoredAt"] = Bytes(inAnHour.begin(), inAnHour.end());
+    StoredAssignments other = run();
+    other.setupShortcutKey();
+    StoredAssignments killed = run();
+    killed.setupShortcutKey();
+    ASSERT_TRUE(killed.writeRecoveryFile());
+    other.myUserAssignFile()->setShortcutTitle("Newer", 1);
+    EXPECT_TRUE(other.writeUserDefault());
+    StoredAssignments next = run();
+    next.setupShortcutKey();
+    EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(1), QString("Newer"));
+}
+
 TEST_F(RecoveryFile, that_is_no_whole_set_is_kept_aside_and_the_defaults_are_restored)
 {
     store(*someSet());
