@@ -56,10 +56,6 @@ public:
     // releases the stand-ins of keys that the user has let go of.
     const KeyPlan& setUserModifiers(const XKeySet& keys);
 
-    // Tells the ledger whether the server ignores a press shortly after a release of the same key
-    // (XKB's bounce keys). A release then leads only the press of a key that we hold ourselves.
-    void setBounceKeys(bool on) { m_bounceKeys = on; }
-
     // Tells the ledger which keys other programs hold down on the keyboard through which we post. A
     // press that names such a modifier uses it as it is: our own release would take it from them.
     void setLentModifiers(const XKeySet& keys) { m_lentModifiers = keys; }
@@ -71,7 +67,6 @@ public:
 
 private:
     void takeAwayUnnamed(const XKeySet& named);
-    void takeFromHolders(XKeyCode key);
     void giveBack(const XKeySet& taken);
     void down(XKeyCode key, std::uint32_t delayMs = 0);
     void up(XKeyCode key);
@@ -82,7 +77,6 @@ private:
     XKeySet m_modifiers; // modifiers that we hold because a press named them
     XKeySet m_userModifiers;
     XKeySet m_lentModifiers;
-    bool m_bounceKeys = false;
 };
 
 } // namespace kestrel

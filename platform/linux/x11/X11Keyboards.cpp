@@ -1,7 +1,7 @@
 #include "platform/linux/x11/X11Keyboards.h"
 
 #include "platform/linux/x11/ModifierKeysyms.h"
-#include "platform/linux/x11/XTestRepeat.h"
+#include "platform/linux/x11/XTestControls.h"
 #include "platform/linux/x11/XkbProtocol.h"
 
 #include <xcb/xtest.h>
@@ -39,8 +39,7 @@ void X11Keyboards::connectionOpened()
 {
     beginExtensions();
     findDevices();
-    keepFromRepeating();
-    learnControls();
+    switchControlsOff();
     turnToUserKeyboard();
 }
 
@@ -125,20 +124,10 @@ std::optional<X11Keyboards::DeviceId> X11Keyboards::coreKeyboard()
     return xcb_input_xi_query_device_infos_iterator(devices.get()).data->attachment;
 }
 
-void X11Keyboards::keepFromRepeating()
+void X11Keyboards::switchControlsOff()
 {
     if (m_xtest)
-        XTestRepeat::switchOff(m_connection, static_cast<std::uint8_t>(*m_xtest));
-}
-
-void X11Keyboards::learnControls()
-{
-    m_haveBounceKeys = false;
-    if (!m_xtest || m_xkbEvent == 0)
-        return;
-    const auto controls = m_connection.reply<xcb_xkb_get_controls_reply_t>(
-        xcb_xkb_get_controls(m_connection.xcb(), *m_xtest).sequence);
-    m_haveBounceKeys = controls && (controls->enabledControls & XCB_XKB_BOOL_CTRL_BOUNCE_KEYS) != 0;
+        XTestControls::switchOff(m_connection, static_cast<std::uint8_t>(*m_xtest));
 }
 
 // Posts, on one of the user's keyboards, the release of a key that is not down.
@@ -228,8 +217,7 @@ void X11Keyboards::inputEventArrived(const xcb_ge_generic_event_t& event)
 {
     if (event.event_type == XCB_INPUT_HIERARCHY) {
         findDevices();
-        keepFromRepeating();
-        learnControls();
+        switchControlsOff();
     }
 }
 
@@ -257,9 +245,8 @@ void X11Keyboards::xkbEventArrived(const xcb_generic_event_t& event)
         const auto& controls = reinterpret_cast<const xcb_xkb_controls_notify_event_t&>(event);
         if (m_xtest != controls.deviceID)
             return;
-        m_haveBounceKeys = (controls.enabledControls & XCB_XKB_BOOL_CTRL_BOUNCE_KEYS) != 0;
-        if ((controls.enabledControls & XCB_XKB_BOOL_CTRL_REPEAT_KEYS) != 0)
-            keepFromRepeating();
+        if ((controls.enabledControls & XTestControls::Unwanted) != 0)
+            switchControlsOff();
     }
 }
 

@@ -13,9 +13,9 @@
 namespace kestrel {
 
 // The keyboards that feed the user's keyboard focus: the X server's XTEST keyboard, through which
-// we post, and the user's own keyboards. Switches off the auto-repeat of the XTEST keyboard for as
-// long as we are connected, and knows which modifier keys the user holds on the others. Main thread
-// only.
+// we post, and the user's own keyboards. Keeps the XTEST keyboard from repeating or swallowing keys
+// for as long as we are connected, and knows which modifier keys the user holds on the others. Main
+// thread only.
 class X11Keyboards final : private X11Connection::Listener {
 public:
     // A modifier key of the XTEST keyboard has gone down or up, through us or through another
@@ -31,11 +31,7 @@ public:
     X11Keyboards(X11Connection& connection,
         std::function<void(const XKeySet&)> userModifiersChanged,
         std::function<void(const XTestModifier&)> xtestModifierChanged);
-    ~X11Keyboards(); // the server restores the repeat setting when the connection ends
-
-    // True when the XTEST keyboard ignores a press shortly after a release of the same key. Does
-    // not ask the server.
-    [[nodiscard]] bool haveBounceKeys() const { return m_haveBounceKeys; }
+    ~X11Keyboards(); // the server restores its controls when the connection ends
 
     // The keys that are down on the XTEST keyboard, including those that other programs pressed.
     // Waits for the server. No value when the server cannot tell.
@@ -58,8 +54,7 @@ private:
     void beginExtensions();
     void findDevices();
     [[nodiscard]] std::optional<DeviceId> coreKeyboard();
-    void keepFromRepeating();
-    void learnControls();
+    void switchControlsOff();
     void selectInputEvents(DeviceId device, std::uint32_t mask);
     void followModifiers(DeviceId device);
     void tellModifiers() const;
@@ -74,7 +69,6 @@ private:
     std::uint8_t m_inputEvent = 0;
     std::optional<DeviceId> m_xtest;
     std::map<DeviceId, XKeySet> m_userKeyboards; // the modifier keys that are down on each
-    bool m_haveBounceKeys = false;
     // No value until it is needed after a change of the layout.
     std::optional<XKeySet> m_modifierKeys;
 };

@@ -72,7 +72,6 @@ KeyEvents::Result XTestKeyEvents::post(
         return Result::Unavailable;
     if (direction == Direction::Up)
         return send(m_held.ledger().release(*key));
-    m_held.ledger().setBounceKeys(m_keyboards.haveBounceKeys());
     m_held.ledger().setLentModifiers(m_foreignModifiers);
 
     std::array<XKeyCode, NamedModifiers.size()> modifiers;
@@ -92,7 +91,6 @@ KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
     if (!isReady())
         return Result::Unavailable;
     KeyLedger& ledger = m_held.ledger();
-    ledger.setBounceKeys(m_keyboards.haveBounceKeys());
     return send(direction == Direction::Down ? ledger.pressBare(*key) : ledger.release(*key));
 }
 

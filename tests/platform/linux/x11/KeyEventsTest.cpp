@@ -185,20 +185,49 @@ TEST_F(KeyEventsOnX11, a_lock_key_that_is_held_down_is_not_touched)
     EXPECT_EQ(user->lockedModifiers(), 0x2u);
 }
 
-// The server then ignores a press that comes shortly after a release of the same key.
-TEST_F(KeyEventsOnX11, bounce_keys_of_the_user_swallow_no_press)
+// What a user has switched on for all keyboards, to make typing easier, is not for posted keys.
+class AccessKeysOnX11 : public KeyEventsOnX11 {
+protected:
+    void switchOn(std::uint32_t control)
+    {
+        static constexpr std::uint8_t NoKeys[32] {};
+        constexpr std::uint16_t DelayMs = 500;
+        xcb_xkb_set_controls(user->xcb(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+            control, control, control, 0, 0, DelayMs, DelayMs, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+            NoKeys);
+        user->synchronise();
+        settle();
+    }
+};
+
+// The server ignores a press that comes shortly after a release of the same key.
+TEST_F(AccessKeysOnX11, bounce_keys_swallow_no_press)
 {
-    static constexpr std::uint8_t NoKeys[32] {};
-    constexpr std::uint16_t DelayMs = 500;
-    xcb_xkb_set_controls(user->xcb(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-        XCB_XKB_BOOL_CTRL_BOUNCE_KEYS, XCB_XKB_BOOL_CTRL_BOUNCE_KEYS, XCB_XKB_BOOL_CTRL_BOUNCE_KEYS,
-        0, 0, 0, DelayMs, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NoKeys);
-    user->synchronise();
-    settle();
+    switchOn(XCB_XKB_BOOL_CTRL_BOUNCE_KEYS);
+    for (int stroke = 0; stroke < 2; ++stroke) {
+        pressShortcut(KeyS, Modifier::Command);
+        EXPECT_EQ(received(), "Super down; S down Super; Super up Super");
+        releaseShortcut(KeyS, Modifier::Command);
+        EXPECT_EQ(received(), "S up");
+    }
+}
+
+TEST_F(AccessKeysOnX11, bounce_keys_swallow_no_modifier_of_a_second_shortcut)
+{
+    switchOn(XCB_XKB_BOOL_CTRL_BOUNCE_KEYS);
     pressShortcut(KeyS, Modifier::Command);
-    EXPECT_EQ(received(), "Super down; S down Super; Super up Super");
+    pressShortcut(KeyA, Modifier::Command);
+    EXPECT_EQ(received(),
+        "Super down; S down Super; Super up Super; Super down; A down Super; Super up Super");
+}
+
+// The server ignores a press that lasts for less than the delay.
+TEST_F(AccessKeysOnX11, slow_keys_swallow_no_press)
+{
+    switchOn(XCB_XKB_BOOL_CTRL_SLOW_KEYS);
+    pressShortcut(KeyS, Modifier::Command);
     releaseShortcut(KeyS, Modifier::Command);
-    EXPECT_EQ(received(), "S up");
+    EXPECT_EQ(received(), "Super down; S down Super; Super up Super; S up");
 }
 
 TEST_F(KeyEventsOnX11, the_caps_lock_flag_alone_presses_no_modifier)

@@ -113,15 +113,6 @@ TEST_F(Ledger, each_press_takes_the_key_from_whoever_holds_it)
     EXPECT_EQ(text(ledger.pressBare(S)), "39u 39d");
 }
 
-TEST_F(Ledger, with_bounce_keys_a_press_takes_a_key_only_from_ourselves)
-{
-    ledger.setBounceKeys(true);
-    EXPECT_EQ(press(A), "38d");
-    EXPECT_EQ(press(A), "38u 38d+2ms");
-    EXPECT_EQ(release(A), "38u");
-    EXPECT_EQ(text(ledger.pressBare(A)), "38d");
-}
-
 TEST_F(Ledger, a_bare_press_touches_no_modifier)
 {
     userHolds({ Shift });

@@ -1,22 +1,20 @@
-#include "platform/linux/x11/XTestRepeat.h"
-
-#include "platform/linux/x11/XkbProtocol.h"
+#include "platform/linux/x11/XTestControls.h"
 
 #include <sys/uio.h>
 #include <xcb/xcbext.h>
 #include <xcb/xinput.h>
 
-namespace kestrel::XTestRepeat {
+namespace kestrel::XTestControls {
 
 namespace {
 constexpr std::uint32_t RepeatKeys = XCB_XKB_BOOL_CTRL_REPEAT_KEYS;
 constexpr std::uint32_t AutoReset = XCB_XKB_PER_CLIENT_FLAG_AUTO_RESET_CONTROLS;
 
-bool repeats(X11Connection& connection, std::uint8_t device)
+std::uint32_t unwantedControls(X11Connection& connection, std::uint8_t device)
 {
     const auto controls = connection.reply<xcb_xkb_get_controls_reply_t>(
         xcb_xkb_get_controls(connection.xcb(), device).sequence);
-    return controls && (controls->enabledControls & RepeatKeys) != 0;
+    return controls ? controls->enabledControls & Unwanted : 0;
 }
 
 void selectControlsEvents(X11Connection& connection, std::uint8_t device)
@@ -28,20 +26,20 @@ void selectControlsEvents(X11Connection& connection, std::uint8_t device)
         connection.xcb(), device, XCB_XKB_EVENT_TYPE_CONTROLS_NOTIFY, 0, 0, 0, 0, &details);
 }
 
-bool promisesToSwitchOnAgain(X11Connection& connection, std::uint8_t device)
+bool promisesToSwitchOnAgain(X11Connection& connection, std::uint8_t device, std::uint32_t controls)
 {
     const auto flags = connection.reply<xcb_xkb_per_client_flags_reply_t>(xcb_xkb_per_client_flags(
-        connection.xcb(), device, AutoReset, AutoReset, RepeatKeys, RepeatKeys, RepeatKeys)
+        connection.xcb(), device, AutoReset, AutoReset, controls, controls, controls)
                                                                               .sequence);
-    return flags && (flags->value & AutoReset) != 0 && (flags->autoCtrls & RepeatKeys) != 0
-        && (flags->autoCtrlsValues & RepeatKeys) != 0;
+    return flags && (flags->value & AutoReset) != 0 && (flags->autoCtrls & controls) == controls
+        && (flags->autoCtrlsValues & controls) == controls;
 }
 
-void setRepeatKeysOff(X11Connection& connection, std::uint8_t device)
+void setOff(X11Connection& connection, std::uint8_t device, std::uint32_t controls)
 {
     static constexpr std::uint8_t NoKeys[32] {};
-    xcb_xkb_set_controls(connection.xcb(), device, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, RepeatKeys, 0,
-        0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NoKeys);
+    xcb_xkb_set_controls(connection.xcb(), device, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, controls, 0, 0,
+        0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NoKeys);
 }
 
 // The server keeps the repeat setting twice, as an XKB control and as the feedback setting of the
@@ -76,10 +74,12 @@ void setFeedbackRepeatOn(X11Connection& connection, std::uint8_t device)
 void switchOff(X11Connection& connection, std::uint8_t xtestDevice)
 {
     selectControlsEvents(connection, xtestDevice);
-    if (!repeats(connection, xtestDevice) || !promisesToSwitchOnAgain(connection, xtestDevice))
+    const std::uint32_t controls = unwantedControls(connection, xtestDevice);
+    if (controls == 0 || !promisesToSwitchOnAgain(connection, xtestDevice, controls))
         return;
-    setRepeatKeysOff(connection, xtestDevice);
-    setFeedbackRepeatOn(connection, xtestDevice);
+    setOff(connection, xtestDevice, controls);
+    if ((controls & RepeatKeys) != 0)
+        setFeedbackRepeatOn(connection, xtestDevice);
 }
 
-} // namespace kestrel::XTestRepeat
+} // namespace kestrel::XTestControls
