@@ -39,7 +39,7 @@ struct SystemFacts {
         std::string sessionProblem; // why the folder of the session cannot be used; a sentence
         std::string defaultsProblem; // why their file cannot be read; empty if it can
         std::string damagedDefaults; // path of a copy that was kept aside; empty for none
-        int leftoverKeys = 0; // in the journal of a run that has ended
+        int leftoverKeys = 0; // in the journal of a run that has ended, and down
         std::optional<std::string> openedBy; // the program that opens sets; no value if unknown
     };
     struct Autostart {

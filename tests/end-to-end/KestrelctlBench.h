@@ -34,7 +34,9 @@ protected:
         std::vector<std::string> command { "sh", "-c", "exec \"$0\" \"$@\" 2>&1",
             std::string(KESTREL_PROGRAMS) + "/kestrelctl" };
         command.insert(command.end(), arguments.begin(), arguments.end());
-        return std::make_unique<stage::ChildProcess>(command, studio.studio.environment());
+        auto environment = added;
+        environment.merge(studio.studio.environment());
+        return std::make_unique<stage::ChildProcess>(command, environment);
     }
     [[nodiscard]] Outcome run(const std::vector<std::string>& arguments) const
     {
@@ -61,6 +63,7 @@ protected:
     }
 
     RunningStudio studio;
+    stage::ChildProcess::Environment added; // to the environment of kestrelctl
 };
 
 } // namespace kestrel::test

@@ -46,11 +46,22 @@ std::optional<std::vector<std::string>> workstationWindows(
     }
     return classes;
 }
+
+XKeySet keysDown(X11Connection& connection)
+{
+    const auto reply
+        = connection.reply<xcb_query_keymap_reply_t>(xcb_query_keymap(connection.xcb()).sequence);
+    XKeySet keys;
+    for (std::size_t key = 0; reply && key < keys.size(); ++key)
+        keys.set(key, (reply->keys[key / 8] >> (key % 8) & 1) != 0);
+    return keys;
+}
 } // namespace
 
-SystemFacts::Display displayFacts()
+DisplayFacts displayFacts()
 {
-    SystemFacts::Display facts;
+    DisplayFacts all;
+    SystemFacts::Display& facts = all.display;
     facts.session = SessionNotices::sessionOfEnvironment() == SessionNotices::Session::Wayland
         ? SystemFacts::Session::Wayland
         : SystemFacts::Session::X11;
@@ -62,11 +73,12 @@ SystemFacts::Display displayFacts()
     const FrontApplication front(connection);
     facts.answers = connection.ensureOpen();
     if (!facts.answers)
-        return facts;
+        return all;
     facts.front = front.name();
     facts.hasTray = hasTray(connection);
     facts.workstationWindows = workstationWindows(connection, front);
-    return facts;
+    all.keysDown = keysDown(connection);
+    return all;
 }
 
 } // namespace kestrel

@@ -49,25 +49,27 @@ void lookAtDefaults(SystemFacts::Files& facts)
         facts.damagedDefaults = damaged;
 }
 
-// The keys in the journal of a running program are no left-over.
-int leftoverKeys(const std::string& display, long kestrel)
+// The keys in the journal of a running program are no left-over. A journal may name keys that have
+// come up since.
+int leftoverKeys(const DisplayFacts& facts, long kestrel)
 {
-    if (kestrel != 0 || display.empty())
+    if (kestrel != 0 || facts.display.name.empty())
         return 0;
-    const auto keys = HeldKeysJournal::keysIn(HeldKeysJournal::pathFor(display));
-    return static_cast<int>(keys.count());
+    const auto keys = HeldKeysJournal::keysIn(HeldKeysJournal::pathFor(facts.display.name));
+    return static_cast<int>((keys & facts.keysDown).count());
 }
 } // namespace
 
 SystemFacts gatherSystemFacts(long kestrel)
 {
     SystemFacts facts;
-    facts.display = displayFacts();
+    const DisplayFacts display = displayFacts();
+    facts.display = display.display;
     facts.workstationRuns = makeProcessTable()->isRunning(Workstation::Name);
     facts.midi = midiFacts(kestrel);
     facts.files.sessionProblem = problemOfSession(sessionFolder());
     lookAtDefaults(facts.files);
-    facts.files.leftoverKeys = leftoverKeys(facts.display.name, kestrel);
+    facts.files.leftoverKeys = leftoverKeys(display, kestrel);
     facts.files.openedBy = openerOfSets();
     AutostartLoginItem autostart(standardAutostartEntry(), {});
     facts.autostart = { .isEnabled = autostart.isEnabled(),

@@ -45,6 +45,8 @@ std::optional<Finding> KeyChecks::session(const DoctorFacts& facts)
     case Session::MacOS:
         return {};
     case Session::X11:
+        if (!facts.system.display.answers)
+            return {}; // the check of the display has said it
         return fine("This is an X11 session.");
     case Session::Wayland:
         break;
@@ -100,7 +102,7 @@ std::optional<Finding> KeyChecks::permission(const DoctorFacts& facts)
 
 std::optional<Finding> KeyChecks::leftoverKeys(const DoctorFacts& facts)
 {
-    if (facts.system.display.session == Session::MacOS)
+    if (facts.system.display.session == Session::MacOS || !facts.system.display.answers)
         return {};
     const int count = facts.system.files.leftoverKeys;
     if (count == 0)

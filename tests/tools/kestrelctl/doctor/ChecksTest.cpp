@@ -133,6 +133,8 @@ TEST(DoctorChecks, find_a_display_that_is_missing_silent_or_not_used)
     EXPECT_EQ(said(facts, "display"),
         "WRONG Kestrel needs an X11 display, and DISPLAY is not set. On Wayland, install and "
         "enable Xwayland.");
+    for (const char* name : { "session", "held keys" })
+        EXPECT_EQ(said(facts, name), "") << "nobody can know";
 }
 
 TEST(DoctorChecks, find_a_wayland_session_whose_workstation_is_no_X11_program)
