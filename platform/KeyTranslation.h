@@ -25,6 +25,9 @@ struct TranslatedKey {
     friend bool operator==(const TranslatedKey&, const TranslatedKey&) = default;
 };
 
+// What the keyboards of the platform call Option and Command.
+enum class ModifierNames { OptionCommand, AltSuper };
+
 // Translates native key presses into those of macOS.
 class KeyTranslation {
 public:
@@ -33,6 +36,8 @@ public:
     // No value for a key without a key code, and for a modifier key: on macOS a modifier key alone
     // makes no key event.
     [[nodiscard]] virtual std::optional<TranslatedKey> translate(const NativeKeyEvent& event) = 0;
+
+    [[nodiscard]] virtual ModifierNames modifierNames() const = 0;
 };
 
 } // namespace kestrel

@@ -28,6 +28,7 @@ const SetupTables& SetupTables::shared()
         = { load("Assign_button/on"), load("OK_button/on"), load("Cancel_button/on") },
         .AssignOkCancelButtonOffImage = { load("Assign_button/on_press"),
             load("OK_button/on_press"), load("Cancel_button/on_press") },
+        .AssignButtonDisableImage = load("Assign_button/disable"),
     };
     return tables;
 }

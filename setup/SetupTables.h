@@ -34,6 +34,7 @@ struct SetupTables {
     std::array<InterfaceImage, 2> LoadSaveButtonImage;
     Images AssignOkCancelButtonImage;
     Images AssignOkCancelButtonOffImage;
+    InterfaceImage AssignButtonDisableImage;
 
     [[nodiscard]] static const SetupTables& shared();
 

@@ -2,6 +2,7 @@
 
 #include "setup/ContentScroller.h"
 #include "setup/Engraving.h"
+#include "setup/SetupScene.h"
 
 #include <QWidget>
 
@@ -29,6 +30,11 @@ public:
     // The texts of the background, for assistive technology.
     void setEngravings(std::vector<Engraving> engravings) { m_engravings = std::move(engravings); }
     [[nodiscard]] const std::vector<Engraving>& engravings() const { return m_engravings; }
+    // Does nothing before the window has that engraving.
+    void renameEngraving(std::size_t index, const QString& text);
+
+    void setScene(const SetupScene& scene);
+    [[nodiscard]] const SetupScene& scene() const { return m_scene; }
 
     void setVisible(bool visible) override;
 
@@ -40,6 +46,7 @@ protected:
 private:
     ContentScroller m_scroller;
     std::vector<Engraving> m_engravings;
+    SetupScene m_scene;
     std::function<void()> m_mouseDown;
     std::function<void()> m_hiding;
 };

@@ -72,6 +72,11 @@ int UserAssignableButton::getEntryShortcutNum() const
     return count;
 }
 
+bool UserAssignableButton::showsItsNumber() const
+{
+    return m_uniqueName.isEmpty() && m_shortcutArray && getEntryShortcutNum() == 0;
+}
+
 QString UserAssignableButton::shortcutText(std::size_t record) const
 {
     if (!m_shortcutArray)

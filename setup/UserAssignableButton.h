@@ -46,6 +46,7 @@ public:
     void setTag(int tag) { m_tag = tag; } // 0-based
 
     [[nodiscard]] int getEntryShortcutNum() const; // 0 to 4
+    [[nodiscard]] bool showsItsNumber() const;
     void setNeedsDisplay();
 
     // The number and the name, and all shortcuts, for assistive technology.

@@ -5,6 +5,8 @@
 #include "setup/UserAssinableWindowController.h"
 #include "shortcut/ClearButton.h"
 
+#include <QApplication>
+
 namespace kestrel {
 
 namespace {
@@ -36,6 +38,8 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
     setupLoadSaveButton();
     setupAssignOkCancelButton();
     setupReadingOrder();
+    setupEngravings();
+    QObject::connect(qApp, &QApplication::focusChanged, &m_focusWatch, [this] { refreshScene(); });
     observe(NotificationName::refreshShortcutName, &Self::userAssign);
     observe(NotificationName::hideUserAssignEditBox, &Self::hideUserAssignEditBoxNotify);
 }
@@ -52,6 +56,7 @@ void UserAssinableWindowController::setupUserAssignableButtons()
         controller->view()->setTag(index);
         controller->view()->setRenamed([this, number = index + 1](const QString& name) {
             m_workingSet.setName(number, name);
+            refreshScene();
         });
         m_userAssignableButtons.push_back(std::move(controller));
         m_userAssignableButtons.back()->setCurrentButtonId(0);
@@ -115,6 +120,7 @@ void UserAssinableWindowController::setupAssignOkCancelButton()
         QObject::connect(button, &QAbstractButton::clicked, m_window.get(),
             [this, action = assignOkCancelAction[i]] { (this->*action)(); });
     }
+    assignButton()->setDisabledImage(tables.AssignButtonDisableImage);
 }
 
 // The order of construction decides which control lies above another. The eye goes from the top of
@@ -133,21 +139,6 @@ void UserAssinableWindowController::setupReadingOrder()
     order.insert(order.end(), { assign, cancel, ok });
     for (std::size_t i = 1; i < order.size(); ++i)
         QWidget::setTabOrder(order[i - 1], order[i]);
-
-    std::vector<Engraving> engravings {
-        { QAccessible::Heading, QStringLiteral("User assignable keys"), { 34, 61, 132, 13 },
-            m_userAssignableButtons.front()->view() },
-        { QAccessible::Heading, QStringLiteral("Shortcuts"), { 428, 61, 66, 13 },
-            m_shortcutFields.front()->view() },
-    };
-    const auto addLegend = [&, next = cancel](const QString& text, const QRect& frame) {
-        engravings.push_back({ QAccessible::StaticText, text, frame, next });
-    };
-    addLegend(QStringLiteral("\u21EA Shift"), { 428, 359, 46, 14 });
-    addLegend(QStringLiteral("\u2325 Option"), { 519, 359, 54, 14 });
-    addLegend(QStringLiteral("^ Control"), { 428, 378, 62, 14 });
-    addLegend(QStringLiteral("\u2318 Command"), { 519, 378, 64, 14 });
-    m_window->setEngravings(std::move(engravings));
 }
 
 ImageButton* UserAssinableWindowController::addButton(const QRect& frame, const QString& name,

@@ -83,6 +83,7 @@ private:
     void setupLoadSaveButton();
     void setupAssignOkCancelButton();
     void setupReadingOrder();
+    void setupEngravings();
     ImageButton* addButton(const QRect& frame, const QString& name, const InterfaceImage& image,
         const InterfaceImage& alternateImage);
 
@@ -91,6 +92,7 @@ private:
     [[nodiscard]] ButtonEntry currentEntry() const; // null if the working copy has none
     void showWorkingSet(); // on the buttons
     void showInvalidFileAlert();
+    void refreshScene();
 
     SetupServices m_services;
     AssignmentFiles m_files;
@@ -107,6 +109,7 @@ private:
     bool m_bOKclose = false; // once true it stays true
     std::vector<NotificationCenter::Observation> m_observations;
     ScreenChanges m_screens;
+    QObject m_focusWatch;
 };
 
 } // namespace kestrel

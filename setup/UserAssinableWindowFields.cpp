@@ -79,6 +79,7 @@ void UserAssinableWindowController::hiddenShortcutText()
     refreshNotAvailableTitle();
     if (hadFocus)
         setFocusShortcutText();
+    refreshScene();
 }
 
 void UserAssinableWindowController::refreshNotAvailableTitle()

@@ -30,11 +30,21 @@ void ImageButton::setAlternateImage(const InterfaceImage& image)
     update();
 }
 
+void ImageButton::setDisabledImage(const InterfaceImage& image)
+{
+    m_disabledImage = image;
+    update();
+}
+
 void ImageButton::drawRect()
 {
     QPainter painter(this);
-    drawImage(
-        painter, isDown() ? m_alternateImage : m_image, {}, isEnabled() ? 1 : DisabledOpacity);
+    if (isEnabled())
+        drawImage(painter, isDown() ? m_alternateImage : m_image, {});
+    else if (m_disabledImage.isNull())
+        drawImage(painter, m_image, {}, DisabledOpacity);
+    else
+        drawImage(painter, m_disabledImage, {});
     if (hasFocus())
         drawFocusRing(painter, rect(), CornerRadius);
 }

@@ -13,6 +13,8 @@ public:
 
     void setImage(const InterfaceImage& image);
     void setAlternateImage(const InterfaceImage& image);
+    // Without one, a disabled button shows its image faintly.
+    void setDisabledImage(const InterfaceImage& image);
     [[nodiscard]] const InterfaceImage& image() const { return m_image; }
     [[nodiscard]] const InterfaceImage& alternateImage() const { return m_alternateImage; }
 
@@ -23,6 +25,7 @@ protected:
 private:
     InterfaceImage m_image;
     InterfaceImage m_alternateImage;
+    InterfaceImage m_disabledImage;
 };
 
 } // namespace kestrel

@@ -1,4 +1,5 @@
-// The part of the field that draws.
+// The part of the field that draws. The window draws the focus ring around the field and its clear
+// button.
 
 #include "shortcut/ClearButton.h"
 #include "shortcut/ControlDrawing.h"
@@ -12,7 +13,6 @@ namespace kestrel {
 namespace {
 
 constexpr double Inset = 5;
-constexpr double CornerRadius = 3;
 constexpr qsizetype MostLines = 2;
 constexpr qsizetype MostUnits = 256; // per line; a field shows far fewer
 constexpr QColor QuietColor(126, 131, 134);
@@ -48,8 +48,6 @@ void MyShortcutField::drawRect()
         painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, shown);
         top += lineHeight;
     }
-    if (hasFocus())
-        drawFocusRing(painter, rect(), CornerRadius);
 }
 
 } // namespace kestrel

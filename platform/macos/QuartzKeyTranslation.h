@@ -8,6 +8,11 @@ namespace kestrel {
 class QuartzKeyTranslation final : public KeyTranslation {
 public:
     [[nodiscard]] std::optional<TranslatedKey> translate(const NativeKeyEvent& event) override;
+
+    [[nodiscard]] ModifierNames modifierNames() const override
+    {
+        return ModifierNames::OptionCommand;
+    }
 };
 
 } // namespace kestrel

@@ -30,6 +30,10 @@ public:
     {
         return {};
     }
+    [[nodiscard]] ModifierNames modifierNames() const override
+    {
+        return ModifierNames::OptionCommand;
+    }
 };
 
 // A platform in memory, and a folder for files.

@@ -83,7 +83,7 @@ TEST_F(ScreenReader, reads_the_panel_and_works_the_setup_window)
     EXPECT_EQ(names[2], "User assignable keys");
     EXPECT_EQ(names[3], "User-assignable button 1, Record");
     EXPECT_EQ(names[30], "OK");
-    EXPECT_EQ(window.child("Shortcuts")->role(), "heading");
+    EXPECT_EQ(window.child("Shortcuts · U1")->role(), "heading");
 
     const AccessibleObject second = window.child("Shortcut 2").value();
     EXPECT_EQ(second.role(), "text");

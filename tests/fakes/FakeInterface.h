@@ -20,6 +20,9 @@ public:
         return TranslatedKey { static_cast<KeyCode>(event.virtualKey), event.modifiers,
             std::string(event.text) };
     }
+    [[nodiscard]] ModifierNames modifierNames() const override { return names; }
+
+    ModifierNames names = ModifierNames::OptionCommand;
 };
 
 class RecordingVisibility final : public ApplicationVisibility {

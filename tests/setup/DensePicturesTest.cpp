@@ -26,6 +26,22 @@ TEST_P(DensePictures, all_twelve_filled)
     compare("filled");
 }
 
+TEST_P(DensePictures, a_shortcut_waits_for_assign)
+{
+    bench.fillAll();
+    press(bench.field(1), with(Modifier::Command | Modifier::Option, Keys::F5));
+    bench.field(2).makeFirstResponder();
+    compare("waiting");
+}
+
+TEST_P(DensePictures, not_available_on_a_keyboard_with_alt_and_super)
+{
+    bench.translation.names = ModifierNames::AltSuper;
+    press(bench.field(0), Keys::F3);
+    press(bench.field(1), Keys::F5);
+    compare("not-available");
+}
+
 INSTANTIATE_TEST_SUITE_P(, DensePictures, testing::Values(KESTREL_TEST_SUFFIX),
     [](const auto&) { return QString(KESTREL_TEST_SCALE "x").replace(u'.', u'_').toStdString(); });
 

@@ -117,8 +117,7 @@ TEST(SetupWindow, the_focus_is_seen_on_buttons_and_fields)
     SetupBench bench;
     bench.open();
     activate(*bench.controller.window());
-    QWidget* const controls[] { &bench.button(2), &bench.field(0),
-        bench.controller.assignButton() };
+    QWidget* const controls[] { &bench.button(2), bench.controller.assignButton() };
     press(bench.field(0), Keys::F5); // enables Assign
     for (QWidget* control : controls) {
         control->clearFocus();
@@ -199,6 +198,7 @@ TEST(SetupWindow, every_picture_is_the_one_of_its_name)
     expectNamed(tables.AssignOkCancelButtonOffImage[0], "Assign_button/on_press");
     expectNamed(tables.AssignOkCancelButtonOffImage[1], "OK_button/on_press");
     expectNamed(tables.AssignOkCancelButtonOffImage[2], "Cancel_button/on_press");
+    expectNamed(tables.AssignButtonDisableImage, "Assign_button/disable");
 }
 
 TEST(SetupWindow, a_button_shows_its_other_picture_while_it_is_pressed)

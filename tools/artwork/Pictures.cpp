@@ -7,6 +7,7 @@
 #include "tools/artwork/PanelBack.h"
 #include "tools/artwork/SetupBack.h"
 #include "tools/artwork/SetupKeys.h"
+#include "tools/artwork/SetupLettering.h"
 #include "tools/artwork/StatusIcons.h"
 
 namespace kestrel::artwork {
@@ -49,6 +50,15 @@ void addSetup(Pictures& pictures)
         [](int s) { return drawUserAssignableKey(KeyLight::On, s); });
     add(pictures, "UserAssignable/User_Assignable_Button/off",
         [](int s) { return drawUserAssignableKey(KeyLight::Off, s); });
+    add(pictures, "UserAssignable/Key_Numbers/below",
+        [](int s) { return drawKeyNumbers(NumberStyle::BelowKey, s); });
+    add(pictures, "UserAssignable/Key_Numbers/heading",
+        [](int s) { return drawKeyNumbers(NumberStyle::InHeading, s); });
+    add(pictures, "UserAssignable/Legend/option_command",
+        [](int s) { return drawModifierNames(ModifierNames::OptionCommand, s); });
+    add(pictures, "UserAssignable/Legend/alt_super",
+        [](int s) { return drawModifierNames(ModifierNames::AltSuper, s); });
+    add(pictures, "UserAssignable/Assign_button/glow", drawButtonGlow);
     add(pictures, "UserAssignable/Text_Box/enable",
         [](int s) { return drawTextBox(FieldState::Enabled, s); });
     add(pictures, "UserAssignable/Text_Box/disable",
@@ -69,7 +79,7 @@ void addPushButtons(Pictures& pictures)
     button("UserAssignable/Load_Button/on_press", "LOAD", ButtonFace::Pressed);
     button("UserAssignable/Save_Button/off", "SAVE", ButtonFace::Resting);
     button("UserAssignable/Save_Button/on_press", "SAVE", ButtonFace::Pressed);
-    button("UserAssignable/Assign_button/on", "ASSIGN", ButtonFace::Resting);
+    button("UserAssignable/Assign_button/on", "ASSIGN", ButtonFace::Lit);
     button("UserAssignable/Assign_button/on_press", "ASSIGN", ButtonFace::Pressed);
     button("UserAssignable/Assign_button/disable", "ASSIGN", ButtonFace::Disabled);
     button("UserAssignable/OK_button/on", "OK", ButtonFace::Resting);

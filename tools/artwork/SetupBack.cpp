@@ -5,6 +5,7 @@
 #include "tools/artwork/Emblem.h"
 #include "tools/artwork/Engraving.h"
 #include "tools/artwork/Light.h"
+#include "tools/artwork/SetupLettering.h"
 
 namespace kestrel::artwork {
 
@@ -46,12 +47,9 @@ void drawKeyGrid(Canvas& canvas)
 
     const QRectF tray(22, 84, 400, 310);
     recess(canvas, roundedRect(tray, 8), QColor(20, 21, 22), 2.5);
-    const Lettering number { .tracking = 2.4, .paint = QColor(164, 168, 170) };
     for (int i = 0; i < 12; ++i) {
         const QRectF key = userKey(i);
         recess(canvas, roundedRect(key.adjusted(-1.5, -1.5, 1.5, 1.5), 8), QColor(8, 8, 9), 1.2);
-        engrave(canvas, QStringLiteral("U%1").arg(i + 1), { key.center().x(), key.bottom() + 5 },
-            number);
     }
 }
 
@@ -65,22 +63,12 @@ void drawShortcutColumn(Canvas& canvas)
     }
 }
 
-// Draws the signs of the modifiers beside the keys that they stand for.
+// Draws the signs of the modifiers that have the same name on every keyboard.
 void drawModifierLegend(Canvas& canvas)
 {
-    const Lettering sign { .paint = QColor(150, 154, 156) };
-    Lettering word = sign;
-    word.tracking = 2.4;
-    word.anchor = Lettering::Anchor::Left;
     engraveHorizontal(canvas, 430, 349, 171);
-    const auto entry = [&](double x, double y, const char16_t* glyph, const char* name) {
-        engrave(canvas, QString::fromUtf16(glyph), QPointF(x + 4, y), sign);
-        engrave(canvas, QLatin1String(name), QPointF(x + 14, y), word);
-    };
-    entry(430, 362, u"\u21EA", "SHIFT");
-    entry(430, 381, u"^", "CONTROL");
-    entry(521, 362, u"\u2325", "OPTION");
-    entry(521, 381, u"\u2318", "COMMAND");
+    engraveModifier(canvas, { 430, 362 }, u"\u21EA", "SHIFT");
+    engraveModifier(canvas, { 430, 381 }, u"^", "CONTROL");
 }
 
 void drawFooter(Canvas& canvas)

@@ -29,6 +29,12 @@ KeyCap buttonCap(ButtonFace face)
 {
     KeyCap cap { .rect = ButtonRect, .radius = 5.0, .rim = 1.5 };
     switch (face) {
+    case ButtonFace::Lit:
+        cap.top = QColor(255, 236, 190);
+        cap.bottom = QColor(255, 196, 104);
+        cap.shine = QColor(255, 255, 255, 200);
+        cap.bezel = QColor(150, 84, 14);
+        break;
     case ButtonFace::Resting:
         cap.top = QColor(84, 87, 91);
         cap.bottom = QColor(56, 58, 62);
@@ -57,6 +63,8 @@ QColor wordPaint(ButtonFace face)
         return QColor(255, 196, 110);
     case ButtonFace::Unlit:
         return QColor(170, 172, 172);
+    case ButtonFace::Lit:
+        return QColor(60, 34, 4);
     case ButtonFace::Disabled:
         break;
     }
@@ -87,6 +95,15 @@ QImage drawPushButton(const QString& word, ButtonFace face, int scale)
     drawKeyCap(canvas, buttonCap(face));
     const double down = face == ButtonFace::Pressed ? 1.0 : 0.0;
     engrave(canvas, word, QPointF(28, 12.5 + down), { .paint = wordPaint(face) });
+    return canvas.take();
+}
+
+QImage drawButtonGlow(int scale)
+{
+    constexpr double Reach = 16;
+    Canvas canvas(QSize(88, 63), scale, Canvas::Backing::Transparent);
+    castSoft(canvas, roundedRect(ButtonRect.translated(Reach, Reach), 5), QPointF(0, 0), 9,
+        QColor(255, 150, 40, 190));
     return canvas.take();
 }
 

@@ -16,6 +16,8 @@ public:
 
     [[nodiscard]] std::optional<TranslatedKey> translate(const NativeKeyEvent& event) override;
 
+    [[nodiscard]] ModifierNames modifierNames() const override { return ModifierNames::AltSuper; }
+
 private:
     [[nodiscard]] std::string charactersIgnoringModifiers(const NativeKeyEvent& event);
 

@@ -108,7 +108,7 @@ TEST(PushButtons, have_room_for_their_word)
 TEST(StrokeFont, knows_every_character_that_is_engraved)
 {
     for (const QChar letter :
-        QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/-.^\u21EA\u2325\u2318"))
+        QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/-.^\u00B7\u21EA\u2325\u2318"))
         EXPECT_FALSE(strokesOf(letter, 0.0).isEmpty()) << static_cast<int>(letter.unicode());
 }
 
