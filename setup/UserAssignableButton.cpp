@@ -2,11 +2,14 @@
 
 #include "common/KestrelUtilities.h"
 #include "common/NotificationCenter.h"
+#include "setup/KeyAdvice.h"
 #include "setup/UserAssignableButtonController.h"
 #include "shortcut/InterfaceFont.h"
 #include "shortcut/MyShortcutField.h"
 
-#include <QMouseEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QToolTip>
 
 namespace kestrel {
 
@@ -60,6 +63,7 @@ void UserAssignableButton::setRenamed(std::function<void(const QString&)> rename
 
 void UserAssignableButton::setNeedsDisplay()
 {
+    setCursor(m_uniqueName.isEmpty() ? Qt::PointingHandCursor : Qt::IBeamCursor);
     announceWords();
     update();
 }
@@ -144,9 +148,11 @@ bool UserAssignableButton::controlTextViewDoCommandBySelector(RenameBox::Command
         if (m_editBox)
             setUniqueName(m_editBox->stringValue());
         closeEditBox();
+        setFocus(Qt::OtherFocusReason);
         return true;
     case RenameBox::Command::CancelOperation:
         closeEditBox();
+        setFocus(Qt::OtherFocusReason);
         return true;
     case RenameBox::Command::Noop:
         sendEvent();
@@ -178,6 +184,25 @@ void UserAssignableButton::sendEvent()
     } else if (flags == (Modifier::Command | Modifier::Shift) && characters == u"Z") {
         m_editBox->redo();
     }
+}
+
+// The tool tip depends on more than the button is told of, so it is made when it is shown.
+bool UserAssignableButton::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractButton::event(event);
+    QToolTip::showText(
+        static_cast<QHelpEvent*>(event)->globalPos(), KeyAdvice::toolTip(*this), this);
+    return true;
+}
+
+void UserAssignableButton::keyPressEvent(QKeyEvent* event)
+{
+    const int key = event->key();
+    if (mayBeRenamed() && (key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter))
+        rename();
+    else
+        QAbstractButton::keyPressEvent(event);
 }
 
 void UserAssignableButton::mousePressEvent(QMouseEvent* event)

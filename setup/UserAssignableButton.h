@@ -14,7 +14,7 @@ namespace kestrel {
 class UserAssignableButtonController;
 
 // One of the square buttons of the setup window. It shows its name, else its shortcuts, else its
-// number. A click selects it, and a double click opens a box to rename it.
+// number. A click selects it, and a double click, F2 or Return opens a box to rename it.
 class UserAssignableButton : public QAbstractButton {
 public:
     enum class State { Off, On };
@@ -68,7 +68,10 @@ public:
     void drawRect();
     void drawTitleButton(QPainter& painter);
 
+    bool event(QEvent* event) override;
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -103,11 +103,13 @@ void UserAssignableButton::drawName(QPainter& painter)
 // Qt::AlignAbsolute keeps the text on its side in a right-to-left interface as well.
 void UserAssignableButton::drawLine(QPainter& painter, QPointF topLeft, QStringView text) const
 {
-    painter.setFont(m_attributes.font);
     painter.setPen(m_attributes.foreground);
     const QRectF place(topLeft, QSizeF(size()));
-    const QString shown = QFontMetricsF(m_attributes.font)
-                              .elidedText(text.left(MostUnits).toString(), Qt::ElideRight, width());
+    const double usableWidth = width() - NameMargins;
+    const QString whole = text.left(MostUnits).toString();
+    painter.setFont(tightened(m_attributes.font, whole, usableWidth));
+    const QString shown
+        = QFontMetricsF(painter.font()).elidedText(whole, Qt::ElideRight, usableWidth);
     painter.drawText(place,
         static_cast<int>(m_attributes.alignment) | Qt::AlignTop | Qt::AlignAbsolute
             | Qt::TextSingleLine,

@@ -40,6 +40,34 @@ TEST(RenameBox, a_double_click_on_a_button_with_a_shortcut_opens_it_over_the_but
     EXPECT_TRUE(bench.box().isVisible());
 }
 
+TEST(RenameBox, f2_and_return_open_it_on_the_key_with_the_focus_which_gets_the_focus_back)
+{
+    for (const int key : { Qt::Key_F2, Qt::Key_Return, Qt::Key_Enter }) {
+        for (const int end : { Qt::Key_Return, Qt::Key_Escape }) {
+            OpenBox bench;
+            bench.button(0).closeEditBox();
+            bench.button(0).setFocus(Qt::TabFocusReason);
+            QTest::keyClick(&bench.button(0), static_cast<Qt::Key>(key));
+            ASSERT_NE(bench.button(0).editBox(), nullptr);
+            EXPECT_TRUE(bench.box().hasFocus());
+            QTest::keyClick(&bench.box(), static_cast<Qt::Key>(end));
+            EXPECT_EQ(bench.button(0).editBox(), nullptr);
+            EXPECT_TRUE(bench.button(0).hasFocus());
+        }
+    }
+}
+
+TEST(RenameBox, f2_and_return_do_nothing_on_a_key_without_a_shortcut)
+{
+    OpenBox bench;
+    bench.button(4).setFocus(Qt::TabFocusReason);
+    for (const Qt::Key key : { Qt::Key_F2, Qt::Key_Return }) {
+        QTest::keyClick(&bench.button(4), key);
+        EXPECT_EQ(bench.button(4).editBox(), nullptr);
+        EXPECT_FALSE(bench.button(4).isChecked());
+    }
+}
+
 TEST(RenameBox, a_double_click_on_a_button_without_shortcuts_opens_nothing)
 {
     SetupBench bench;
@@ -120,11 +148,13 @@ TEST(RenameBox, tab_moves_the_focus_on_and_keeps_the_name)
     }
 }
 
-TEST(RenameBox, closing_leaves_the_focus_to_nobody_else)
+TEST(RenameBox, closing_it_with_a_key_leaves_the_focus_to_its_button)
 {
-    OpenBox bench;
-    press(bench.box(), Keys::Escape);
-    EXPECT_EQ(bench.controller.window()->focusWidget(), nullptr);
+    for (const Key& key : { Keys::Escape, Keys::Return }) {
+        OpenBox bench;
+        press(bench.box(), key);
+        EXPECT_EQ(bench.controller.window()->focusWidget(), &bench.button(0));
+    }
 }
 
 TEST(RenameBox, command_a_selects_all_of_its_text)

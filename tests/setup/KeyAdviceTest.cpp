@@ -1,0 +1,58 @@
+#include "setup/KeyAdvice.h"
+
+#include "tests/setup/SetupBench.h"
+
+#include <QCoreApplication>
+#include <QHelpEvent>
+#include <QToolTip>
+
+namespace kestrel::test {
+namespace {
+
+TEST(KeyAdvice, a_key_tells_all_of_its_name_and_shortcuts_and_how_to_rename_it)
+{
+    SetupBench bench;
+    bench.give(1, 0, Modifier::Command, 1, "S");
+    bench.give(1, 1, 0, 43, "<");
+    bench.live->setShortcutTitle("Save & go on", 1);
+    bench.open();
+    QHelpEvent event(QEvent::ToolTip, { 5, 5 }, bench.button(0).mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&bench.button(0), &event);
+    EXPECT_EQ(QToolTip::text(),
+        "U1 · Save &amp; go on<br>⌘+S, &lt;<br>Double-click, or press F2 or Return, to name it");
+    EXPECT_EQ(KeyAdvice::toolTip(bench.button(11)), "U12<br>Can be named once it has a shortcut");
+}
+
+TEST(KeyAdvice, the_cursor_over_a_name_is_that_of_a_text)
+{
+    SetupBench bench;
+    bench.open();
+    EXPECT_EQ(bench.button(0).cursor().shape(), Qt::PointingHandCursor);
+    bench.button(0).setUniqueName("Save");
+    EXPECT_EQ(bench.button(0).cursor().shape(), Qt::IBeamCursor);
+    bench.button(0).setUniqueName({});
+    EXPECT_EQ(bench.button(0).cursor().shape(), Qt::PointingHandCursor);
+}
+
+TEST(KeyAdvice, a_text_keeps_a_margin_to_the_edges_of_its_key)
+{
+    SetupBench bench;
+    bench.open();
+    UserAssignableButton& key = bench.button(1);
+    const QImage bare = [&] {
+        key.setUniqueName(" ");
+        return key.grab().toImage();
+    }();
+    key.setUniqueName({});
+    bench.give(2, 0, 0x1E0000, 121, "PAGE DOWN PAGE DOWN");
+    bench.controller.setupUI(*bench.live);
+    const QImage shown = key.grab().toImage();
+    ASSERT_NE(shown, bare);
+    for (int y = 0; y < 78; ++y) {
+        for (const int x : { 0, 1, 2, 3, 4, 73, 74, 75, 76, 77 })
+            ASSERT_EQ(shown.pixel(x, y), bare.pixel(x, y)) << x << ", " << y;
+    }
+}
+
+} // namespace
+} // namespace kestrel::test
