@@ -95,15 +95,14 @@ QByteArray ActivityLine::toJson() const
 {
     const auto wall = duration_cast<milliseconds>(event.wallTime().time_since_epoch());
     const auto steady = duration_cast<microseconds>(event.time().time_since_epoch());
-    QJsonObject object {
-        { "number", static_cast<qint64>(number) },
-        { "time",
-            QDateTime::fromMSecsSinceEpoch(wall.count(), Qt::UTC).toString(Qt::ISODateWithMs) },
-        { "microseconds", static_cast<qint64>(steady.count()) },
-        { "event", nameOf(event.kind(), KindNames) },
-        { "what", textOf(PacketWords::describe(event)) },
-        { "text", textOf(event.text()) },
-    };
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(wall.count(), Qt::UTC);
+    QJsonObject object;
+    object.insert("number", static_cast<qint64>(number));
+    object.insert("time", time.toString(Qt::ISODateWithMs));
+    object.insert("microseconds", static_cast<qint64>(steady.count()));
+    object.insert("event", nameOf(event.kind(), KindNames));
+    object.insert("what", textOf(PacketWords::describe(event)));
+    object.insert("text", textOf(event.text()));
     if (event.kind() == Kind::Packet)
         addPacket(object, event);
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
@@ -130,7 +129,8 @@ std::optional<ActivityLine> ActivityLine::fromJson(const QByteArray& text)
 
 QByteArray droppedLine(std::uint64_t count)
 {
-    const QJsonObject object { { "dropped", static_cast<qint64>(count) } };
+    QJsonObject object;
+    object.insert("dropped", static_cast<qint64>(count));
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
