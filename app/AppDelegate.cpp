@@ -133,6 +133,7 @@ void AppDelegate::setupStatusItem()
 
     m_keySheetSaver = std::make_unique<KeySheetSaver>(*m_platform.documentFiles, *m_visibility,
         [this]() -> const UserAssignFile& { return *myUserAssignFile(); });
+    m_keySheetSaver->setClosed([this] { giveFrontBack(); });
 
     m_statusItem = std::make_unique<TrayStatusItem>(*m_mainMenu->statusMenu);
     m_statusItem->setImage(StatusImage::Offline);

@@ -98,6 +98,7 @@ private:
     void createPanelController();
     void createSetupController();
     void setupStatusItem();
+    void giveFrontBack();
 
     void receiveMessage(const MIDIMessage& message);
     void handleMessage(const MIDIMessage& message);

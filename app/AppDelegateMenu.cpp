@@ -65,12 +65,29 @@ void AppDelegate::showActivity()
                 m_activity.log(), m_activity.health(), m_clock, *m_platform.documentFiles },
             [this] { m_keyPermission.offer(); });
         m_windowCloseObserver->except(*m_activityWindow);
+        m_activityWindow->setClosed([this] { giveFrontBack(); });
     }
     m_activityWindow->setWindowState(m_activityWindow->windowState() & ~Qt::WindowMinimized);
     m_activityWindow->show();
     m_visibility->activate();
     m_activityWindow->raise();
     m_activityWindow->activateWindow();
+}
+
+// When the last window that a user works in has closed, the application that was in front before
+// gets the keyboard. macOS does not do that by itself. The panel never has the keyboard, so it does
+// not count, and stays.
+void AppDelegate::giveFrontBack()
+{
+    const bool isInUse = m_visibility->shows(*m_userAssignableWindowController->window())
+        || (m_activityWindow && m_visibility->shows(*m_activityWindow)) || m_keySheetSaver->isOpen()
+        || QApplication::activeModalWidget();
+    if (isInUse || m_terminated)
+        return;
+    const bool panelWasVisible = m_myWindowController->isVisible();
+    m_visibility->hide();
+    if (panelWasVisible)
+        m_myWindowController->showWindow();
 }
 
 void AppDelegate::about()

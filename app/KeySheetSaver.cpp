@@ -39,12 +39,19 @@ void KeySheetSaver::choose()
         QObject::connect(m_dialog, &QDialog::finished, m_dialog, [this] {
             if (const QString path = m_dialog->chosenPath(); !path.isEmpty())
                 save(path);
+            if (!isOpen())
+                m_closed();
         });
         m_dialog->show();
     }
     m_visibility.activate(); // else it would open behind other windows
     m_dialog->raise();
     m_dialog->activateWindow();
+}
+
+bool KeySheetSaver::isOpen() const
+{
+    return (m_dialog && m_dialog->isVisible()) || (m_alert && m_alert->isVisible());
 }
 
 void KeySheetSaver::save(const QString& path)
@@ -61,12 +68,13 @@ void KeySheetSaver::save(const QString& path)
 
 void KeySheetSaver::tell(const QString& path, const QString& problem)
 {
-    auto* const alert = new QMessageBox(QMessageBox::Critical, QStringLiteral("ZENTA Kestrel"),
+    m_alert = new QMessageBox(QMessageBox::Critical, QStringLiteral("ZENTA Kestrel"),
         QStringLiteral("The key sheet could not be saved."), QMessageBox::Ok);
-    alert->setAttribute(Qt::WA_DeleteOnClose);
-    alert->setInformativeText(QFileInfo(path).fileName() + QStringLiteral(": ") + problem);
+    m_alert->setAttribute(Qt::WA_DeleteOnClose);
+    m_alert->setInformativeText(QFileInfo(path).fileName() + QStringLiteral(": ") + problem);
+    QObject::connect(m_alert, &QDialog::finished, m_alert, [this] { m_closed(); });
     m_visibility.activate();
-    alert->open();
+    m_alert->open();
 }
 
 } // namespace kestrel

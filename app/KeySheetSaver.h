@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class QMessageBox;
+
 namespace kestrel {
 
 class ApplicationVisibility;
@@ -25,6 +27,10 @@ public:
 
     // Asks for a file. A second call brings the open dialog to the front.
     void choose();
+    // `closed` is called when the dialog, or the alert that follows it, has closed.
+    void setClosed(std::function<void()> closed) { m_closed = std::move(closed); }
+    // True while the dialog or the alert is open.
+    [[nodiscard]] bool isOpen() const;
 
 private:
     void save(const QString& path);
@@ -33,7 +39,9 @@ private:
     DocumentFiles& m_documents;
     ApplicationVisibility& m_visibility;
     Set m_set;
+    std::function<void()> m_closed = [] {};
     QPointer<KeySheetDialog> m_dialog;
+    QPointer<QMessageBox> m_alert;
 };
 
 } // namespace kestrel

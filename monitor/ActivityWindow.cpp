@@ -171,6 +171,14 @@ void ActivityWindow::hideEvent(QHideEvent* event)
     QWidget::hideEvent(event);
 }
 
+// Qt hides the window after this event.
+void ActivityWindow::closeEvent(QCloseEvent* event)
+{
+    QMetaObject::invokeMethod(
+        this, [this] { m_closed(); }, Qt::QueuedConnection);
+    QWidget::closeEvent(event);
+}
+
 void ActivityWindow::paintEvent(QPaintEvent*)
 {
     const ActivityColours& colours = ActivityColours::of(palette());

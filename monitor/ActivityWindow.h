@@ -8,6 +8,7 @@
 
 #include <array>
 #include <chrono>
+#include <functional>
 
 class QHBoxLayout;
 
@@ -39,6 +40,8 @@ public:
     // `showPermission` leads the user to where the permission to post keys is given.
     ActivityWindow(const Subject& subject, std::function<void()> showPermission);
 
+    // `closed` is called after the window has closed.
+    void setClosed(std::function<void()> closed) { m_closed = std::move(closed); }
     // Takes in what has happened. A timer calls it while the window is shown.
     void refresh();
     [[nodiscard]] std::chrono::milliseconds period() const
@@ -52,6 +55,7 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -66,6 +70,7 @@ private:
     void copy();
     void save();
 
+    std::function<void()> m_closed = [] {};
     const ActivityLog& m_log;
     DocumentFiles& m_files;
     ActivityModel m_model;

@@ -15,6 +15,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 using Bench = LaunchedBench;
 
@@ -110,12 +111,53 @@ TEST(ApplicationWindows, the_menu_opens_the_activity_window_and_its_closing_drop
     EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
 
     bench.delegate->activityWindow()->close();
+    QCoreApplication::processEvents();
     EXPECT_FALSE(bench.delegate->activityWindow()->isVisible());
     EXPECT_THAT(bench.workspace.calls, ElementsAre("activate"));
     EXPECT_TRUE(bench.setup().isVisible());
     EXPECT_EQ(working->at(ShortcutRecord::Text).text(), QStringLiteral("S"));
     bench.delegate->showActivity();
     EXPECT_TRUE(bench.delegate->activityWindow()->isVisible());
+}
+
+// Closes it as the user does.
+void closeActivity(Bench& bench)
+{
+    bench.workspace.calls.clear();
+    bench.delegate->activityWindow()->close();
+    QCoreApplication::processEvents();
+}
+
+TEST(ApplicationWindows, closing_the_activity_window_brings_back_the_application_before)
+{
+    Bench bench;
+    bench.delegate->showActivity();
+    closeActivity(bench);
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_FALSE(bench.panel().isVisible());
+    bench.delegate->newDocument();
+    bench.delegate->showActivity();
+    closeActivity(bench);
+    EXPECT_THAT(bench.workspace.calls, ElementsAre("hide"));
+    EXPECT_TRUE(bench.panel().isVisible()) << "it never has the keyboard";
+}
+
+TEST(ApplicationWindows, closing_the_activity_window_leaves_the_others_in_front)
+{
+    Bench bench;
+    bench.delegate->showActivity();
+    bench.delegate->saveKeySheet();
+    closeActivity(bench);
+    EXPECT_THAT(bench.workspace.calls, IsEmpty()) << "the key sheet is being saved";
+    bench.delegate->userAssign();
+    bench.delegate->showActivity();
+    closeActivity(bench);
+    EXPECT_THAT(bench.workspace.calls, IsEmpty());
+    bench.delegate->showActivity();
+    bench.workspace.calls.clear();
+    bench.delegate->terminate();
+    QCoreApplication::processEvents();
+    EXPECT_THAT(bench.workspace.calls, Not(testing::Contains("activate")));
 }
 
 TEST(ApplicationWindows, the_activity_window_leads_to_the_permission_until_it_is_there)

@@ -5,6 +5,10 @@
 #include <QImage>
 #include <QLineEdit>
 
+#include <gmock/gmock.h>
+
+#include <utility>
+
 namespace kestrel::test {
 namespace {
 
@@ -100,6 +104,27 @@ TEST_F(KeySheetSaver, closing_the_dialog_leaves_what_is_edited_in_the_setup_wind
     EXPECT_EQ(this->dialog(), nullptr);
     EXPECT_TRUE(m_bench.setup().isVisible());
     EXPECT_EQ(working->at(ShortcutRecord::Text).text(), QStringLiteral("S"));
+}
+
+TEST_F(KeySheetSaver, brings_back_the_application_before_once_nothing_is_open)
+{
+    const auto calls = [this] { return std::exchange(m_bench.workspace.calls, {}); };
+    choose();
+    static_cast<void>(calls());
+    dialog()->reject();
+    QCoreApplication::processEvents();
+    EXPECT_THAT(calls(), testing::ElementsAre("hide"));
+    saveAs("keys.svg");
+    EXPECT_THAT(calls(), testing::ElementsAre("activate", "hide"));
+    static_cast<FakeDocumentFiles&>(*m_bench.platform.documentFiles).failure = "No space";
+    saveAs("again.svg");
+    ASSERT_NE(alert(), nullptr);
+    EXPECT_THAT(calls(), testing::ElementsAre("activate", "activate"));
+    alert()->accept();
+    EXPECT_THAT(calls(), testing::ElementsAre("hide"));
+    m_bench.delegate->showActivity();
+    choose()->reject();
+    EXPECT_THAT(calls(), testing::ElementsAre("activate", "activate"));
 }
 
 TEST_F(KeySheetSaver, the_program_ends_with_the_dialog_open)
