@@ -63,6 +63,12 @@ InterfaceImage::InterfaceImage(QImage single, QImage doubled)
         {}, {}, readyToPaint(std::move(single)), readyToPaint(std::move(doubled)), false });
 }
 
+InterfaceImage::InterfaceImage(std::shared_ptr<const DrawnPicture> drawn)
+    : m_size(drawn->size())
+    , m_drawn(std::move(drawn))
+{
+}
+
 InterfaceImage InterfaceImage::named(const QString& name)
 {
     const QString path = QStringLiteral(":/images/") + name;
@@ -80,13 +86,29 @@ InterfaceImage InterfaceImage::named(const QString& name)
 
 bool InterfaceImage::isNull() const
 {
-    return !m_pixels || m_pixels->isUnreadable;
+    return !m_drawn && (!m_pixels || m_pixels->isUnreadable);
 }
 
 bool InterfaceImage::isOpaque() const
 {
+    if (m_drawn)
+        return m_drawn->isOpaque();
     const QImage& pixels = single();
     return !pixels.isNull() && !pixels.hasAlphaChannel();
+}
+
+QImage InterfaceImage::piece(const QRect& source, QSize pixels) const
+{
+    if (m_drawn)
+        return m_drawn->draw(source, pixels);
+    // The finer picture is also the better one to scale down.
+    const bool finer = pixels != source.size() && !doubled().isNull();
+    const QImage part = finer ? doubled().copy({ source.topLeft() * 2, source.size() * 2 })
+                              : single().copy(source);
+    // Cuts before scaling: in a picture scaled as a whole, cells would bleed into their neighbours.
+    return pixels == part.size()
+        ? part
+        : part.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 const QImage& InterfaceImage::single() const

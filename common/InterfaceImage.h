@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/DrawnPicture.h"
+
 #include <QImage>
 #include <QSizeF>
 #include <QString>
@@ -8,12 +10,14 @@
 
 namespace kestrel {
 
-// A picture of the interface in both pixel densities. Sizes and source rectangles are in units: one
-// unit is one pixel of the single-density picture. Main thread only.
+// A picture of the interface: drawn in any size, or unpacked in both pixel densities. Sizes and
+// source rectangles are in units: one unit is one pixel of the single-density picture. Main thread
+// only.
 class InterfaceImage {
 public:
     InterfaceImage() = default; // a null picture of size 0 × 0
     explicit InterfaceImage(QImage single, QImage doubled = {});
+    explicit InterfaceImage(std::shared_ptr<const DrawnPicture> drawn);
 
     // Finds a picture in the application's resources. The name may contain folders and has no
     // extension. The result is null if the picture does not exist or cannot be read. The pixels are
@@ -27,6 +31,13 @@ public:
     [[nodiscard]] double width() const { return size().width(); }
     [[nodiscard]] double height() const { return size().height(); }
 
+    // The drawing, if the picture is drawn.
+    [[nodiscard]] const DrawnPicture* drawn() const { return m_drawn.get(); }
+
+    // The part `source` of the picture in any size.
+    [[nodiscard]] QImage piece(const QRect& source, QSize pixels) const;
+
+    // The pixels of a picture that is not drawn.
     [[nodiscard]] const QImage& single() const;
     // The picture with twice as many pixels in each direction. Null if it does not exist.
     [[nodiscard]] const QImage& doubled() const;
@@ -36,6 +47,7 @@ private:
 
     QSize m_size { 0, 0 };
     std::shared_ptr<Pixels> m_pixels;
+    std::shared_ptr<const DrawnPicture> m_drawn;
 };
 
 } // namespace kestrel

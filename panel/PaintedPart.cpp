@@ -10,15 +10,15 @@ constexpr int FaintestAlpha = 128;
 
 QRectF paintedPart(const InterfaceImage& image, const QRect& frame)
 {
-    const QImage& pixels = image.single();
-    const QRect within = frame & pixels.rect();
-    if (!pixels.hasAlphaChannel())
+    const QRect within = frame & QRect(QPoint(), image.size().toSize());
+    if (within.isEmpty() || image.isOpaque())
         return within;
+    const QImage pixels = image.piece(within, within.size());
     QRect painted;
-    for (int y = within.top(); y <= within.bottom(); ++y) {
-        for (int x = within.left(); x <= within.right(); ++x) {
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x) {
             if (qAlpha(pixels.pixel(x, y)) >= FaintestAlpha)
-                painted |= QRect(x, y, 1, 1);
+                painted |= QRect(within.topLeft() + QPoint(x, y), QSize(1, 1));
         }
     }
     return painted;

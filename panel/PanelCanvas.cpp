@@ -5,9 +5,11 @@
 namespace kestrel {
 
 namespace {
+// The artwork of the display rounds in the same way, so that its dots lie below the characters'.
 int nearest(double value)
 {
-    return static_cast<int>(std::floor(value + 0.5));
+    constexpr double Inaccuracy = 1e-6;
+    return static_cast<int>(std::floor(value + 0.5 + Inaccuracy));
 }
 
 constexpr double FarthestPixel = 1 << 20; // far beyond any screen
@@ -31,32 +33,24 @@ QRectF correspondingPart(const QRectF& destination, const QRectF& source, const 
 }
 } // namespace
 
-PanelCanvas::PanelCanvas(
-    QPainter& painter, const QRect& content, const QRect& dirty, SpriteCache& sprites)
-    : m_painter(painter)
+PanelCanvas::PanelCanvas(QImage& pixels, QSize view, const QRegion& wanted, SpriteCache& sprites)
+    : m_painter(&pixels)
     , m_sprites(sprites)
-    , m_content(content)
+    , m_wanted(wanted)
+    , m_wantedBounds(wanted.boundingRect())
+    , m_content(QPointF(), QSizeF(view))
+    , m_horizontal(static_cast<double>(pixels.width()) / view.width())
+    , m_vertical(static_cast<double>(pixels.height()) / view.height())
 {
-    m_painter.save();
-    m_painter.translate(content.topLeft());
-    const QTransform& device = m_painter.deviceTransform();
-    if (device.type() <= QTransform::TxScale && device.m11() > 0 && device.m22() > 0) {
-        m_horizontal = device.m11();
-        m_vertical = device.m22();
-    }
-    m_sprites.setPanelSize({ m_horizontal * m_content.width(), m_vertical * m_content.height() });
-    // From here on the painter's unit is the device pixel: copying needs no transformation.
-    m_painter.scale(1 / m_horizontal, 1 / m_vertical);
-    m_painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    const QRectF wanted = QRectF(dirty & content).translated(-m_content.topLeft());
-    m_dirty = QRectF(wanted.left() * m_horizontal, wanted.top() * m_vertical,
-        wanted.width() * m_horizontal, wanted.height() * m_vertical)
-                  .toAlignedRect();
-}
-
-PanelCanvas::~PanelCanvas()
-{
-    m_painter.restore();
+    const QRectF inView(m_wantedBounds.left() / m_horizontal, m_wantedBounds.top() / m_vertical,
+        m_wantedBounds.width() / m_horizontal, m_wantedBounds.height() / m_vertical);
+    // Turned over, a rectangle measured from the top left is one from the bottom left. Each edge of
+    // a piece may move by one pixel when it is rounded.
+    m_wantedInView
+        = fromBottomLeft(inView, m_content)
+              .adjusted(-1 / m_horizontal, -1 / m_vertical, 1 / m_horizontal, 1 / m_vertical);
+    if (m_wantedBounds != pixels.rect())
+        m_painter.setClipRegion(m_wanted);
 }
 
 QRectF PanelCanvas::fromBottomLeft(const QRectF& rect, const QRectF& content)
@@ -71,9 +65,30 @@ QRect PanelCanvas::covered(const QRectF& destination, const QRectF& content)
     return isPaintable(place) ? place.toAlignedRect().adjusted(-1, -1, 1, 1) : QRect();
 }
 
+QRectF PanelCanvas::lightPlace(
+    const InterfaceImage& image, const QRectF& source, const QRectF& destination)
+{
+    if (!image.drawn() || source.isEmpty())
+        return {};
+    const QRectF wanted = fromBottomLeft(source, QRectF(QPointF(), image.size()));
+    const QRectF area = image.drawn()->lightArea(wanted.toAlignedRect());
+    if (area.isEmpty())
+        return {};
+    const double x = destination.width() / source.width();
+    const double y = destination.height() / source.height();
+    return { destination.left() + (area.left() - wanted.left()) * x,
+        destination.top() + (wanted.bottom() - area.bottom()) * y, area.width() * x,
+        area.height() * y };
+}
+
+bool PanelCanvas::touches(const QRectF& destination) const
+{
+    return m_wantedInView.intersects(destination);
+}
+
 void PanelCanvas::fill(const QColor& colour)
 {
-    m_painter.fillRect(m_dirty, colour);
+    m_painter.fillRect(m_wantedBounds, colour);
 }
 
 QRect PanelCanvas::onDevice(const QRectF& destination) const
@@ -94,7 +109,7 @@ void PanelCanvas::draw(const InterfaceImage& image, const QRectF& source, const 
     if (!isPaintable(place))
         return;
     const QRect device = onDevice(place);
-    if (!device.intersects(m_dirty))
+    if (!m_wanted.intersects(device))
         return;
     const auto sprite = m_sprites.sprite(image, there.toAlignedRect(), device.size());
     // On an opaque ground, SourceIn copies an opaque picture. Source does the same much faster.
@@ -102,6 +117,33 @@ void PanelCanvas::draw(const InterfaceImage& image, const QRectF& source, const 
         = operation == QPainter::CompositionMode_SourceIn && !sprite.image.hasAlphaChannel();
     m_painter.setCompositionMode(copies ? QPainter::CompositionMode_Source : operation);
     m_painter.drawImage(device.topLeft(), sprite.image, sprite.source);
+}
+
+void PanelCanvas::drawLight(
+    const InterfaceImage& image, const QRectF& source, const QRectF& destination)
+{
+    const QRectF place = fromBottomLeft(lightPlace(image, source, destination), m_content);
+    if (!isPaintable(place))
+        return;
+    // The margins are rounded, not the whole, so that the light lies around the pixels of the
+    // piece.
+    const QRectF piece = fromBottomLeft(destination, m_content);
+    const QRect device
+        = onDevice(piece).marginsAdded({ nearest((piece.left() - place.left()) * m_horizontal),
+            nearest((piece.top() - place.top()) * m_vertical),
+            nearest((place.right() - piece.right()) * m_horizontal),
+            nearest((place.bottom() - piece.bottom()) * m_vertical) });
+    if (!m_wanted.intersects(device))
+        return;
+    const DrawnPicture& picture = *image.drawn();
+    const QRectF wanted = fromBottomLeft(source, QRectF(QPointF(), image.size()));
+    const QImage light = m_sprites.light(picture, wanted.toAlignedRect(), device.size());
+    if (light.isNull())
+        return;
+    m_painter.setCompositionMode(picture.lightMode() == DrawnPicture::LightMode::Glow
+            ? QPainter::CompositionMode_SourceOver
+            : QPainter::CompositionMode_ColorDodge);
+    m_painter.drawImage(device.topLeft(), light);
 }
 
 } // namespace kestrel

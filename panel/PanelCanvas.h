@@ -4,28 +4,32 @@
 
 #include <QPainter>
 #include <QRectF>
+#include <QRegion>
 
 namespace kestrel {
 
-// Paints the pieces of the panel. Callers give rectangles with the origin at the bottom left and y
-// upwards; only this class converts them to QPainter's coordinates, whose y runs downwards. Each
-// piece covers whole device pixels, so that all cells of a row look alike at every size.
+// Paints the pieces of the panel. Callers give rectangles in units of the view with the origin at
+// the bottom left and y upwards; only this class converts them to pixels, whose y runs downwards.
+// Each piece covers whole pixels, so that all cells of a row look alike at every size.
 class PanelCanvas {
 public:
-    // `content` is the panel in the painter's coordinates, `dirty` the part that has to be painted.
-    // The destructor restores the painter's state.
-    PanelCanvas(QPainter& painter, const QRect& content, const QRect& dirty, SpriteCache& sprites);
-    ~PanelCanvas();
-    PanelCanvas(const PanelCanvas&) = delete;
-    PanelCanvas& operator=(const PanelCanvas&) = delete;
+    // `pixels` shows the whole view of size `view`. Only the pixels of `wanted` are painted.
+    PanelCanvas(QImage& pixels, QSize view, const QRegion& wanted, SpriteCache& sprites);
 
     // Converts `rect`, measured from the bottom left of `content`, to coordinates measured from the
     // top left.
     [[nodiscard]] static QRectF fromBottomLeft(const QRectF& rect, const QRectF& content);
 
-    // The pixels of the painter that a piece drawn at `destination` may touch. Empty when
+    // The pixels of the view that a piece drawn at `destination` may touch. Empty when
     // `destination` cannot be painted.
     [[nodiscard]] static QRect covered(const QRectF& destination, const QRectF& content);
+
+    // The place that the light of a piece reaches. Empty for a piece without light.
+    [[nodiscard]] static QRectF lightPlace(
+        const InterfaceImage& image, const QRectF& source, const QRectF& destination);
+
+    // False if nothing that is drawn at `destination` would be painted.
+    [[nodiscard]] bool touches(const QRectF& destination) const;
 
     void fill(const QColor& colour);
 
@@ -34,15 +38,20 @@ public:
     void draw(const InterfaceImage& image, const QRectF& source, const QRectF& destination,
         QPainter::CompositionMode operation);
 
+    // Draws the light that the piece throws on what has been painted before.
+    void drawLight(const InterfaceImage& image, const QRectF& source, const QRectF& destination);
+
 private:
     [[nodiscard]] QRect onDevice(const QRectF& destination) const;
 
-    QPainter& m_painter;
+    QPainter m_painter;
     SpriteCache& m_sprites;
+    QRegion m_wanted;
+    QRect m_wantedBounds;
+    QRectF m_wantedInView; // from the bottom left
     QRectF m_content;
-    double m_horizontal = 1; // device pixels per unit of the painter
-    double m_vertical = 1;
-    QRect m_dirty; // in device pixels from the content's top left
+    double m_horizontal; // pixels per unit of the view
+    double m_vertical;
 };
 
 } // namespace kestrel

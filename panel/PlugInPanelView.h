@@ -1,10 +1,9 @@
 #pragma once
 
+#include "artwork/PanelPictures.h"
 #include "common/InterfaceImage.h"
-#include "panel/DSPMessage.h"
-#include "panel/DisplayMessage.h"
+#include "panel/PaintedPanel.h"
 #include "panel/PanelRefresh.h"
-#include "panel/SpriteCache.h"
 
 #include <QVariantMap>
 #include <QWidget>
@@ -24,7 +23,7 @@ public:
     using ImageLoader = std::function<InterfaceImage(const QString& name)>;
 
     explicit PlugInPanelView(
-        const QRect& frame, const ImageLoader& imageNamed = &InterfaceImage::named);
+        const QRect& frame, const ImageLoader& imageNamed = &artwork::panelPicture);
 
     void prepareAttributes();
     void setupMessageArry();
@@ -72,7 +71,18 @@ protected:
 
 private:
     struct Ratio;
+    struct Piece;
 
+    void drawAll(PanelCanvas& canvas);
+    void drawLight(PanelCanvas& canvas);
+    [[nodiscard]] Piece character(const QRectF& cell, std::uint8_t chara) const;
+    [[nodiscard]] Piece lampKey(std::size_t lamp, bool isLit) const;
+    [[nodiscard]] QRegion changedSince(const PanelState& shown) const;
+    template <typename Do> void forEachCharacter(const PanelCanvas& canvas, const Do& action) const;
+    [[nodiscard]] static QRectF litPlace(const Piece& piece);
+    [[nodiscard]] QRect touched(const Piece& piece) const;
+    [[nodiscard]] QRect touchedByZone(std::size_t zone) const;
+    [[nodiscard]] QRect touchedBySwitch(std::size_t lamp) const;
     [[nodiscard]] Ratio drawRatio(bool viewDisplay) const;
     [[nodiscard]] QRect squareRect(double left, double bottom, double side) const;
     void refresh(const QRegion& stale);
@@ -89,7 +99,7 @@ private:
     InterfaceImage m_imageSwitchGreen;
     InterfaceImage m_imageSwitchRed;
     InterfaceImage m_imageSwitchOrange;
-    SpriteCache m_sprites;
+    PaintedPanel m_painted;
     PanelRefresh m_refresh { *this };
 };
 

@@ -2,40 +2,53 @@
 
 namespace kestrel {
 
-void SpriteCache::setPanelSize(QSizeF pixels)
+namespace {
+// Distinct from the keys of pixels, which count up from 1, as no object lies at so low an address.
+qint64 identity(const DrawnPicture& picture)
 {
-    if (pixels == m_panelSize)
-        return;
-    m_panelSize = pixels;
-    m_scaled.clear();
-    m_scaledBytes = 0;
+    return static_cast<qint64>(reinterpret_cast<quintptr>(&picture));
+}
+} // namespace
+
+void SpriteCache::clear()
+{
+    m_made.clear();
+    m_madeBytes = 0;
 }
 
 SpriteCache::Sprite SpriteCache::sprite(
     const InterfaceImage& image, const QRect& source, QSize pixels)
 {
+    if (const DrawnPicture* drawn = image.drawn())
+        return kept({ identity(*drawn), Part::Picture, source, pixels },
+            [&] { return drawn->draw(source, pixels); });
     if (pixels == source.size())
         return { image.single(), source };
-    const bool finer = !image.doubled().isNull(); // also the better one to scale down
-    const QImage& picture = finer ? image.doubled() : image.single();
-    const QRect part = finer ? QRect(source.topLeft() * 2, source.size() * 2) : source;
-    if (pixels == part.size())
-        return { picture, part };
+    const QImage& doubled = image.doubled();
+    if (!doubled.isNull() && pixels == source.size() * 2)
+        return { doubled, { source.topLeft() * 2, source.size() * 2 } };
+    return kept({ image.single().cacheKey(), Part::Picture, source, pixels },
+        [&] { return image.piece(source, pixels); });
+}
 
-    const Key key { picture.cacheKey(), source, pixels };
-    const auto found = m_scaled.constFind(key);
-    if (found != m_scaled.cend())
+QImage SpriteCache::light(const DrawnPicture& picture, const QRect& source, QSize pixels)
+{
+    return kept({ identity(picture), Part::Light, source, pixels }, [&] {
+        return picture.drawLight(source, pixels);
+    }).image;
+}
+
+template <typename Make> SpriteCache::Sprite SpriteCache::kept(const Key& key, const Make& make)
+{
+    const auto found = m_made.constFind(key);
+    if (found != m_made.cend())
         return { *found, found->rect() };
-    // Cuts before scaling: in a picture scaled as a whole, cells would bleed into their neighbours.
-    const QImage scaled
-        = picture.copy(part).scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (m_scaledBytes + scaled.sizeInBytes() > MaximumBytes) {
-        m_scaled.clear();
-        m_scaledBytes = 0;
-    }
-    m_scaledBytes += scaled.sizeInBytes();
-    m_scaled.insert(key, scaled);
-    return { scaled, scaled.rect() };
+    const QImage made = make();
+    if (m_madeBytes + made.sizeInBytes() > MaximumBytes)
+        clear();
+    m_madeBytes += made.sizeInBytes();
+    m_made.insert(key, made);
+    return { made, made.rect() };
 }
 
 } // namespace kestrel

@@ -7,9 +7,9 @@
 
 namespace kestrel {
 
-// Cuts pieces out of pictures, in the size in which they are painted. At the size of either pixel
-// density a piece is a part of the picture itself. At any other size the cache scales the piece
-// once, smoothly, and keeps it until the size of the panel changes.
+// Makes pieces of pictures in the size in which they are painted. A piece of a drawn picture is
+// drawn once and kept until the cache is cleared. A picture of pixels is used as it is at the size
+// of either pixel density; for any other size its piece is scaled once, smoothly, and kept.
 class SpriteCache {
 public:
     struct Sprite {
@@ -17,35 +17,41 @@ public:
         QRect source; // the part of `image` to be painted, in its pixels
     };
 
-    // Sets the size of the whole panel in device pixels. A new size empties the cache.
-    void setPanelSize(QSizeF pixels);
+    void clear();
 
     // `source` lies within the picture, in units, origin at the top left. `pixels` is the size of
     // the result.
     [[nodiscard]] Sprite sprite(const InterfaceImage& image, const QRect& source, QSize pixels);
 
-    // The limit for all scaled pieces together. A piece that would exceed it empties the cache
-    // first.
+    // The light of a piece with its reach, in `pixels`. Null if the piece throws none.
+    [[nodiscard]] QImage light(const DrawnPicture& picture, const QRect& source, QSize pixels);
+
+    // The limit for all kept pieces together. A piece that would exceed it empties the cache first.
     static constexpr qsizetype MaximumBytes = 32 << 20;
-    [[nodiscard]] qsizetype scaledBytes() const { return m_scaledBytes; }
+    [[nodiscard]] qsizetype keptBytes() const { return m_madeBytes; }
 
 private:
+    enum class Part { Picture, Light };
+
     struct Key {
         qint64 image;
+        Part part;
         QRect source;
         QSize pixels;
 
         friend bool operator==(const Key&, const Key&) = default;
         friend size_t qHash(const Key& key, size_t seed)
         {
-            return qHashMulti(seed, key.image, key.source.left(), key.source.top(),
-                key.source.width(), key.source.height(), key.pixels.width(), key.pixels.height());
+            return qHashMulti(seed, key.image, static_cast<int>(key.part), key.source.left(),
+                key.source.top(), key.source.width(), key.source.height(), key.pixels.width(),
+                key.pixels.height());
         }
     };
 
-    QHash<Key, QImage> m_scaled;
-    qsizetype m_scaledBytes = 0;
-    QSizeF m_panelSize;
+    template <typename Make> Sprite kept(const Key& key, const Make& make);
+
+    QHash<Key, QImage> m_made;
+    qsizetype m_madeBytes = 0;
 };
 
 } // namespace kestrel

@@ -1,7 +1,7 @@
 #include "panel/KnobRing.h"
 
+#include "artwork/KnobStrip.h"
 #include "panel/PanelText.h"
-#include "tools/artwork/KnobStrip.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@ protected:
     enum class Window { Hidden, Visible };
 
     explicit MirroringPanel(
-        Window window, const PlugInPanelView::ImageLoader& imageNamed = &InterfaceImage::named)
+        Window window, const PlugInPanelView::ImageLoader& imageNamed = &artwork::panelPicture)
         : view(QRect(0, 0, 782, 220), imageNamed)
         , m_isVisible(window == Window::Visible)
     {

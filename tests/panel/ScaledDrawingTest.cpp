@@ -55,11 +55,17 @@ protected:
     [[nodiscard]] QRect onDevice(double left, double bottom, double width, double height) const
     {
         const double top = view.height() - bottom * vertical() - height;
-        const double density = GetParam().density;
-        return { static_cast<int>(std::lround(left * horizontal() * density)),
-            static_cast<int>(std::lround(top * density)),
-            static_cast<int>(std::lround(width * density)),
-            static_cast<int>(std::lround(height * density)) };
+        const double across = wholePixels(view.width()) / view.width();
+        const double down = wholePixels(view.height()) / view.height();
+        return { static_cast<int>(std::lround(left * horizontal() * across)),
+            static_cast<int>(std::lround(top * down)),
+            static_cast<int>(std::lround(width * across)),
+            static_cast<int>(std::lround(height * down)) };
+    }
+    // The panel covers whole pixels, and so does each piece of it.
+    [[nodiscard]] static double wholePixels(int units)
+    {
+        return std::round(units * GetParam().density);
     }
     [[nodiscard]] QRect cell(double left, double bottom) const
     {

@@ -24,7 +24,7 @@ TEST_F(Sprites, at_the_two_natural_sizes_a_piece_is_part_of_the_picture_itself)
     const auto doubled = sprites.sprite(atlas, Cell, { 16, 26 });
     EXPECT_EQ(doubled.image.cacheKey(), atlas.doubled().cacheKey());
     EXPECT_EQ(doubled.source, QRect(0, 26, 16, 26));
-    EXPECT_EQ(sprites.scaledBytes(), 0);
+    EXPECT_EQ(sprites.keptBytes(), 0);
 }
 
 TEST_F(Sprites, at_another_size_a_piece_is_scaled_once)
@@ -36,7 +36,7 @@ TEST_F(Sprites, at_another_size_a_piece_is_scaled_once)
     EXPECT_EQ(first.image.pixel(6, 19), GeometryPictures::cell(1, GeometryPictures::Doubled));
     const auto again = sprites.sprite(atlas, Cell, { 12, 20 });
     EXPECT_EQ(again.image.cacheKey(), first.image.cacheKey());
-    EXPECT_EQ(sprites.scaledBytes(), 12 * 20 * 4);
+    EXPECT_EQ(sprites.keptBytes(), 12 * 20 * 4);
 }
 
 TEST_F(Sprites, a_picture_without_a_finer_one_is_scaled_itself)
@@ -46,14 +46,12 @@ TEST_F(Sprites, a_picture_without_a_finer_one_is_scaled_itself)
     EXPECT_EQ(sprite.image.pixel(8, 13), GeometryPictures::cell(1, GeometryPictures::Single));
 }
 
-TEST_F(Sprites, pieces_are_kept_while_the_panel_keeps_its_size)
+TEST_F(Sprites, pieces_are_kept_until_the_cache_is_cleared)
 {
-    sprites.setPanelSize({ 1000, 281 });
     static_cast<void>(sprites.sprite(atlas, Cell, { 12, 20 }));
-    sprites.setPanelSize({ 1000, 281 });
-    EXPECT_GT(sprites.scaledBytes(), 0);
-    sprites.setPanelSize({ 1001, 282 });
-    EXPECT_EQ(sprites.scaledBytes(), 0);
+    EXPECT_GT(sprites.keptBytes(), 0);
+    sprites.clear();
+    EXPECT_EQ(sprites.keptBytes(), 0);
 }
 
 TEST_F(Sprites, they_never_take_more_than_their_share_of_memory)
@@ -62,7 +60,7 @@ TEST_F(Sprites, they_never_take_more_than_their_share_of_memory)
     for (int value = 0; value < 128; ++value) {
         const QRect frame(0, value * 67, 67, 67);
         EXPECT_EQ(sprites.sprite(knobs, frame, { 400, 400 }).image.size(), QSize(400, 400));
-        EXPECT_LE(sprites.scaledBytes(), SpriteCache::MaximumBytes);
+        EXPECT_LE(sprites.keptBytes(), SpriteCache::MaximumBytes);
     }
 }
 

@@ -1,9 +1,9 @@
 #include "tools/artwork/ApplicationIcons.h"
 
-#include "tools/artwork/Canvas.h"
-#include "tools/artwork/Emblem.h"
-#include "tools/artwork/Light.h"
-#include "tools/artwork/StrokeFont.h"
+#include "artwork/Canvas.h"
+#include "artwork/Emblem.h"
+#include "artwork/Light.h"
+#include "artwork/StrokeFont.h"
 
 #include <algorithm>
 

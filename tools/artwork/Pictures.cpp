@@ -1,10 +1,6 @@
 #include "tools/artwork/Pictures.h"
 
 #include "tools/artwork/ApplicationIcons.h"
-#include "tools/artwork/CharacterAtlas.h"
-#include "tools/artwork/KnobStrip.h"
-#include "tools/artwork/LampKeys.h"
-#include "tools/artwork/PanelBack.h"
 #include "tools/artwork/SetupBack.h"
 #include "tools/artwork/SetupKeys.h"
 #include "tools/artwork/SetupLettering.h"
@@ -22,19 +18,6 @@ void add(Pictures& pictures, const char* name, const std::function<QImage(int)>&
     const QString stem = QStringLiteral("images/") + QLatin1String(name);
     pictures.push_back({ stem + QStringLiteral(".png"), [draw] { return draw(1); } });
     pictures.push_back({ stem + QStringLiteral("@2x.png"), [draw] { return draw(2); } });
-}
-
-void addPanel(Pictures& pictures)
-{
-    add(pictures, "back", drawPanelBack);
-    add(pictures, "text", drawCharacterAtlas);
-    add(pictures, "knob67x67", drawKnobStrip);
-    const auto lamp = [](LampColour colour) {
-        return [colour](int scale) { return drawLampKey(colour, scale); };
-    };
-    add(pictures, "btn_green", lamp(LampColour::Green));
-    add(pictures, "btn_red", lamp(LampColour::Red));
-    add(pictures, "btn_orange", lamp(LampColour::Orange));
 }
 
 void addStatus(Pictures& pictures)
@@ -103,7 +86,6 @@ void addIcons(Pictures& pictures)
 std::vector<Picture> allPictures()
 {
     Pictures pictures;
-    addPanel(pictures);
     addStatus(pictures);
     addSetup(pictures);
     addPushButtons(pictures);

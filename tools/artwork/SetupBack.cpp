@@ -1,10 +1,10 @@
 #include "tools/artwork/SetupBack.h"
 
-#include "tools/artwork/BrushedMetal.h"
-#include "tools/artwork/Canvas.h"
-#include "tools/artwork/Emblem.h"
-#include "tools/artwork/Engraving.h"
-#include "tools/artwork/Light.h"
+#include "artwork/BrushedMetal.h"
+#include "artwork/Canvas.h"
+#include "artwork/Emblem.h"
+#include "artwork/Engraving.h"
+#include "artwork/Light.h"
 #include "tools/artwork/SetupLettering.h"
 
 namespace kestrel::artwork {

@@ -1,10 +1,10 @@
 #include "tools/artwork/SetupKeys.h"
 
-#include "tools/artwork/Canvas.h"
-#include "tools/artwork/Engraving.h"
-#include "tools/artwork/KeyCap.h"
-#include "tools/artwork/Light.h"
-#include "tools/artwork/StrokeFont.h"
+#include "artwork/Canvas.h"
+#include "artwork/Engraving.h"
+#include "artwork/KeyCap.h"
+#include "artwork/Light.h"
+#include "artwork/StrokeFont.h"
 
 namespace kestrel::artwork {
 

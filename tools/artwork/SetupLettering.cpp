@@ -1,7 +1,7 @@
 #include "tools/artwork/SetupLettering.h"
 
-#include "tools/artwork/Canvas.h"
-#include "tools/artwork/Engraving.h"
+#include "artwork/Canvas.h"
+#include "artwork/Engraving.h"
 
 namespace kestrel::artwork {
 

@@ -1,7 +1,7 @@
 #include "tools/artwork/StatusIcons.h"
 
-#include "tools/artwork/Canvas.h"
-#include "tools/artwork/Emblem.h"
+#include "artwork/Canvas.h"
+#include "artwork/Emblem.h"
 
 namespace kestrel::artwork {
 

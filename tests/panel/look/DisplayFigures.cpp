@@ -17,6 +17,11 @@ constexpr double BrightestShare = 0.05;
 
 using Bytes = std::vector<std::uint8_t>;
 
+int nearest(double value)
+{
+    return static_cast<int>(std::floor(value + 0.5 + 1e-6));
+}
+
 void show(PlugInPanelView& view, std::uint8_t zone, std::string_view text)
 {
     Bytes message { 0xF0, 0x00, 0x00, 0x66, 0x05, 0x00, 0x12, zone };
@@ -36,15 +41,13 @@ public:
     {
     }
 
-    // The device pixels of a character's cell.
+    // The device pixels of a character's cell, as the panel rounds them.
     [[nodiscard]] QRect cell(std::size_t zone, std::size_t k) const
     {
         const QRectF units = PanelCanvas::fromBottomLeft(
             PanelLayout::cell(zone, k), QRectF(0, 0, PanelLayout::Width, PanelLayout::Height));
-        return QRectF(units.x() * m_horizontal, units.y() * m_vertical,
-                   units.width() * m_horizontal, units.height() * m_vertical)
-                   .toAlignedRect()
-            & m_image.rect();
+        return { QPoint(nearest(units.x() * m_horizontal), nearest(units.y() * m_vertical)),
+            QSize(nearest(units.width() * m_horizontal), nearest(units.height() * m_vertical)) };
     }
 
     [[nodiscard]] double luminanceAt(int x, int y) const { return luminance(m_image.pixel(x, y)); }
@@ -159,12 +162,17 @@ double barEvenness(PlugInPanelView& view, double density)
     for (std::size_t zone = 0; zone < PanelLayout::DrawnZones; ++zone) {
         for (std::size_t k = 0; k < PanelLayout::ZoneLength; ++k) {
             const QRect cell = painting.cell(zone, k);
-            // The middle bar is one dot shorter, and its dots are the second to the fourth.
-            const QRect middle = cell.adjusted(cell.width() / 4, 0, -cell.width() / 2, 0);
-            const int third = cell.height() * 10 / 13 / 3;
-            for (int i = 0; i < 3; ++i)
-                bars.include(painting.brightestLine(
-                    QRect(middle.left(), cell.top() + i * third, middle.width(), third + 1), true));
+            // The bars are in the rows 0, 3 and 6 of dots that are 1.5 units apart. All of them
+            // have the second to the fourth dot.
+            for (const int row : { 0, 3, 6 }) {
+                const int top
+                    = std::max(0, static_cast<int>((row * 1.5 - 0.75) / 13 * cell.height()));
+                const int bottom = static_cast<int>((row * 1.5 + 1.75) / 13 * cell.height());
+                bars.include(
+                    painting.brightestLine(QRect(cell.left() + cell.width() / 4, cell.top() + top,
+                                               std::max(1, cell.width() * 3 / 8), bottom - top + 1),
+                        true));
+            }
         }
     }
     return bars.evenness();

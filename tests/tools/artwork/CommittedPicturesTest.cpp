@@ -63,6 +63,13 @@ TEST(PackedPictures, hold_every_image_under_its_name_without_being_registered_by
     }
 }
 
+// Some drawing engines take no higher pictures.
+TEST(CommittedPictures, are_at_most_8192_pixels_high)
+{
+    for (const QString& path : sortedPaths())
+        EXPECT_LE(QImage(resources.filePath(path)).height(), 8192) << path.toStdString();
+}
+
 TEST(PackedPictures, double_resolution_is_exactly_twice_the_size)
 {
     for (const QString& path : sortedPaths().filter(QStringLiteral("@2x"))) {

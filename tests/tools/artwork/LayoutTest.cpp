@@ -1,7 +1,7 @@
-#include "tools/artwork/CharacterAtlas.h"
-#include "tools/artwork/DotMatrixFont.h"
-#include "tools/artwork/KnobStrip.h"
-#include "tools/artwork/LampKeys.h"
+#include "artwork/DotMatrixFont.h"
+#include "artwork/KnobStrip.h"
+#include "artwork/PanelPictures.h"
+#include "tests/panel/look/Luminance.h"
 
 #include <QImage>
 
@@ -17,17 +17,28 @@ using namespace artwork;
 
 namespace {
 
-// The frame whose lower edge lies `fromBottom` pixels above the picture's lower edge.
-QImage frameAbove(const QImage& strip, int fromBottom, int height)
+// The frame of a picture of the panel whose lower edge lies `fromBottom` units above the picture's.
+QImage frame(const char* name, int fromBottom, QSize units, int scale = 1)
 {
-    return strip.copy(0, strip.height() - fromBottom - height, strip.width(), height);
+    const InterfaceImage picture = panelPicture(QLatin1String(name));
+    const int top = qRound(picture.height()) - fromBottom - units.height();
+    return picture.piece(QRect(QPoint(0, top), units), units * scale);
 }
 
-// What a cell of the doubled atlas shows: its dots are 2 × 2 pixels, 3 apart.
+QImage knobFrame(int value, int scale = 1)
+{
+    return frame("knob67x67", (127 - value) * 67, { 67, 67 }, scale);
+}
+
+QImage lampFrame(const char* name, bool isLit, int scale = 1)
+{
+    return frame(name, isLit ? 0 : 67, { 67, 67 }, scale);
+}
+
+// What a cell of the doubled size shows: its dots are 2 × 2 pixels, 3 apart.
 std::string dotsOf(int code)
 {
-    static const QImage atlas = drawCharacterAtlas(2);
-    const QImage cell = frameAbove(atlas, (127 - code) * 26, 26);
+    const QImage cell = frame("text", (127 - code) * 13, { 8, 13 }, 2);
     std::string rows;
     for (int row = 0; row < DotRows; ++row) {
         for (int column = 0; column < DotColumns; ++column)
@@ -65,8 +76,7 @@ const std::string blank = ".....\n.....\n.....\n.....\n.....\n.....\n.....\n....
 
 TEST(CharacterAtlas, is_one_column_of_128_cells)
 {
-    EXPECT_EQ(drawCharacterAtlas(1).size(), QSize(8, 1664));
-    EXPECT_EQ(drawCharacterAtlas(2).size(), QSize(16, 3328));
+    EXPECT_EQ(panelPicture("text").size(), QSizeF(8, 1664));
 }
 
 TEST(CharacterAtlas, letters_stand_in_the_cell_of_their_code)
@@ -116,7 +126,7 @@ TEST(CharacterAtlas, only_letters_with_descenders_reach_below_the_line)
 
 TEST(KnobStrip, is_one_column_of_128_square_frames)
 {
-    EXPECT_EQ(drawKnobStrip(1).size(), QSize(67, 8576));
+    EXPECT_EQ(panelPicture("knob67x67").size(), QSizeF(67, 8576));
 }
 
 TEST(KnobStrip, rings_light_as_their_mode_says)
@@ -140,28 +150,25 @@ TEST(KnobStrip, rings_light_as_their_mode_says)
 
 TEST(KnobStrip, a_value_finds_its_frame_counted_from_the_bottom)
 {
-    const QImage strip = drawKnobStrip(1);
     // Lamp 6 is at twelve o'clock, 27 units above the knob's middle.
     const QPoint lamp6(33, 4);
-    EXPECT_GT(brightness(frameAbove(strip, (127 - 6) * 67, 67), lamp6), 200);
-    EXPECT_LT(brightness(frameAbove(strip, (127 - 5) * 67, 67), lamp6), 100);
-    EXPECT_LT(brightness(frameAbove(strip, (127 - 7) * 67, 67), lamp6), 100);
+    EXPECT_GT(brightness(knobFrame(6), lamp6), 200);
+    EXPECT_LT(brightness(knobFrame(5), lamp6), 100);
+    EXPECT_LT(brightness(knobFrame(7), lamp6), 100);
 }
 
 TEST(KnobStrip, bit_6_lights_the_lower_lamp)
 {
-    const QImage strip = drawKnobStrip(1);
     const QPoint lowerLamp(33, 60);
-    EXPECT_GT(brightness(frameAbove(strip, (127 - 0x46) * 67, 67), lowerLamp), 180);
-    EXPECT_LT(brightness(frameAbove(strip, (127 - 0x06) * 67, 67), lowerLamp), 100);
+    EXPECT_GT(brightness(knobFrame(0x46), lowerLamp), 180);
+    EXPECT_LT(brightness(knobFrame(0x06), lowerLamp), 100);
 }
 
 TEST(KnobStrip, exactly_the_42_values_that_are_never_drawn_have_empty_frames)
 {
-    const QImage strip = drawKnobStrip(1);
     std::vector<int> empty;
     for (int value = 0; value < 128; ++value) {
-        if (isEmpty(frameAbove(strip, (127 - value) * 67, 67)))
+        if (isEmpty(knobFrame(value)))
             empty.push_back(value);
     }
     const std::vector<int> expected { 12, 13, 14, 15, 28, 29, 30, 31, 44, 45, 46, 47, 55, 56, 57,
@@ -172,25 +179,45 @@ TEST(KnobStrip, exactly_the_42_values_that_are_never_drawn_have_empty_frames)
 
 TEST(LampKeys, are_two_square_frames_the_lit_one_below)
 {
-    for (const LampColour colour : { LampColour::Green, LampColour::Red, LampColour::Orange }) {
-        const QImage picture = drawLampKey(colour, 1);
-        ASSERT_EQ(picture.size(), QSize(67, 134));
+    for (const char* name : { "btn_green", "btn_red", "btn_orange" }) {
+        ASSERT_EQ(panelPicture(name).size(), QSizeF(67, 134));
         const QPoint key(33, 50);
-        EXPECT_GT(brightness(frameAbove(picture, 0, 67), key), 200);
-        EXPECT_LT(brightness(frameAbove(picture, 67, 67), key), 70);
+        EXPECT_GT(luminance(lampFrame(name, true).pixel(key)),
+            4 * luminance(lampFrame(name, false).pixel(key)))
+            << name;
     }
 }
 
 TEST(LampKeys, leave_the_part_under_the_knob_free)
 {
-    for (const LampColour colour : { LampColour::Green, LampColour::Red, LampColour::Orange }) {
-        const QImage picture = drawLampKey(colour, 2);
-        for (const int fromBottom : { 0, 134 }) {
-            const QImage frame = frameAbove(picture, fromBottom, 134);
-            EXPECT_TRUE(isEmpty(frame.copy(0, 0, 134, 62)));
-            EXPECT_TRUE(isEmpty(frame.copy(0, 133, 134, 1))) << "the glow is cut off";
+    for (const char* name : { "btn_green", "btn_red", "btn_orange" }) {
+        for (const bool isLit : { false, true }) {
+            const QImage picture = lampFrame(name, isLit, 2);
+            EXPECT_TRUE(isEmpty(picture.copy(0, 0, 134, 62)));
+            EXPECT_TRUE(isEmpty(picture.copy(0, 133, 134, 1))) << "the glow is cut off";
         }
     }
+}
+
+TEST(PanelPictures, are_drawn_at_any_density_without_a_picture_of_another_size)
+{
+    for (const char* name : { "back", "text", "knob67x67", "btn_green", "btn_red", "btn_orange" }) {
+        const InterfaceImage picture = panelPicture(name);
+        ASSERT_NE(picture.drawn(), nullptr) << name;
+        EXPECT_TRUE(picture.single().isNull()) << name << " keeps no pixels";
+    }
+    EXPECT_EQ(knobFrame(6, 5).size(), QSize(335, 335));
+    EXPECT_TRUE(panelPicture("no such picture").isNull());
+}
+
+// Stretched pixels would show the same value three times in a row.
+TEST(PanelPictures, have_edges_of_single_pixels_at_triple_density)
+{
+    const QImage knob = knobFrame(6, 3);
+    int changes = 0;
+    for (int x = 1; x < knob.width(); ++x)
+        changes += x % 3 != 0 && knob.pixel(x, 100) != knob.pixel(x - 1, 100) ? 1 : 0;
+    EXPECT_GT(changes, 30);
 }
 
 } // namespace

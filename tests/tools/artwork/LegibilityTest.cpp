@@ -1,7 +1,7 @@
-#include "tools/artwork/LampKeys.h"
+#include "artwork/StrokeFont.h"
+#include "tests/panel/look/Luminance.h"
 #include "tools/artwork/SetupKeys.h"
 #include "tools/artwork/StatusIcons.h"
-#include "tools/artwork/StrokeFont.h"
 
 #include <QImage>
 #include <QPainter>
@@ -16,23 +16,9 @@ using namespace artwork;
 
 namespace {
 
-double linear(int channel)
-{
-    const double value = channel / 255.0;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-double luminance(QRgb pixel)
-{
-    return 0.2126 * linear(qRed(pixel)) + 0.7152 * linear(qGreen(pixel))
-        + 0.0722 * linear(qBlue(pixel));
-}
-
 double contrast(QRgb a, QRgb b)
 {
-    const double brighter = std::max(luminance(a), luminance(b));
-    const double darker = std::min(luminance(a), luminance(b));
-    return (brighter + 0.05) / (darker + 0.05);
+    return contrastOf(luminance(a), luminance(b));
 }
 
 // How many pixels of the icon stand out clearly from a bar of this colour.

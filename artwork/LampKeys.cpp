@@ -1,0 +1,124 @@
+#include "artwork/LampKeys.h"
+
+#include "artwork/Canvas.h"
+#include "artwork/KeyCap.h"
+#include "artwork/Light.h"
+
+#include <array>
+#include <utility>
+
+namespace kestrel::artwork {
+
+namespace {
+
+constexpr int FrameSize = 67;
+constexpr QRectF KeyRect(8.5, 39.0, 50.0, 22.0);
+
+// Where the light of a key falls on metal and label, and how strong it is from the middle of this
+// area to its edge.
+constexpr QRect LitAround(-9, 20, 85, 64);
+constexpr std::array<std::pair<double, float>, 5> SpilledLight { { { 0.0, 0.78F }, { 0.42, 0.66F },
+    { 0.7, 0.34F }, { 0.86, 0.12F }, { 1.0, 0.0F } } };
+
+struct LampPaint {
+    QColor unlitTop;
+    QColor unlitBottom;
+    QColor litTop;
+    QColor litBottom;
+    QColor hot;
+    QColor halo;
+};
+
+// Eyes that cannot tell red from green still tell these apart: the green is bluish and the amber
+// yellow and bright, the red is dark.
+LampPaint paintOf(LampColour colour)
+{
+    switch (colour) {
+    case LampColour::Green:
+        return { QColor(38, 92, 74), QColor(20, 58, 46), QColor(120, 246, 206),
+            QColor(20, 190, 146), QColor(206, 255, 246), QColor(40, 230, 176, 150) };
+    case LampColour::Red:
+        return { QColor(112, 34, 36), QColor(70, 18, 20), QColor(246, 66, 60), QColor(190, 16, 26),
+            QColor(255, 128, 112), QColor(255, 44, 40, 160) };
+    case LampColour::Orange:
+        break;
+    }
+    return { QColor(116, 84, 34), QColor(76, 52, 18), QColor(255, 202, 66), QColor(248, 156, 6),
+        QColor(255, 240, 176), QColor(255, 180, 40, 150) };
+}
+
+void drawUnlit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
+{
+    drawKeyCap(canvas,
+        { .rect = rect,
+            .top = paint.unlitTop,
+            .bottom = paint.unlitBottom,
+            .shine = QColor(255, 255, 255, 46) });
+}
+
+void drawLit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
+{
+    castSoft(canvas, roundedRect(rect, 5.0), QPointF(0, 0), 3.0, paint.halo);
+    drawKeyCap(canvas,
+        { .rect = rect,
+            .top = paint.litTop,
+            .bottom = paint.litBottom,
+            .shine = QColor(255, 255, 255, 140),
+            .bezel = paint.unlitBottom.darker(160) });
+    const QRectF face = rect.adjusted(1.6, 1.6, -1.6, -1.6);
+    QPainter& painter = canvas.painter();
+    painter.save();
+    painter.translate(face.center());
+    painter.scale(face.width() / 2.0, face.height() / 2.0);
+    QRadialGradient bulb(QPointF(0, 0), 1.0);
+    QColor clear = paint.hot;
+    clear.setAlpha(0);
+    bulb.setColorAt(0.0, paint.hot);
+    bulb.setColorAt(1.0, clear);
+    painter.setBrush(bulb);
+    painter.drawEllipse(QPointF(0, 0), 1.0, 1.0);
+    painter.setBrush(Qt::NoBrush);
+    painter.restore();
+}
+
+} // namespace
+
+LampKeys::LampKeys(LampColour colour)
+    : FrameStrip({ FrameSize, FrameSize }, 2)
+    , m_colour(colour)
+{
+}
+
+void LampKeys::paintFrame(Canvas& canvas, int index) const
+{
+    const LampPaint paint = paintOf(m_colour);
+    if (index == 0)
+        drawUnlit(canvas, KeyRect, paint);
+    else
+        drawLit(canvas, KeyRect, paint);
+}
+
+QRect LampKeys::lightArea(const QRect& source) const
+{
+    return LitAround.translated(source.topLeft());
+}
+
+QImage LampKeys::drawLight(const QRect& source, QSize pixels) const
+{
+    if (frameAt(source) == 0)
+        return {};
+    Canvas canvas(QRectF(LitAround), pixels, Canvas::Backing::Opaque);
+    QColor light = paintOf(m_colour).halo;
+    QRadialGradient fall(QPointF(0, 0), 1.0);
+    for (const auto& [distance, strength] : SpilledLight) {
+        light.setAlphaF(strength);
+        fall.setColorAt(distance, light);
+    }
+    QPainter& painter = canvas.painter();
+    painter.translate(QRectF(LitAround).center());
+    painter.scale(LitAround.width() / 2.0, LitAround.height() / 2.0);
+    painter.fillRect(QRectF(-1, -1, 2, 2), fall);
+    return canvas.takeToPaint();
+}
+
+} // namespace kestrel::artwork
