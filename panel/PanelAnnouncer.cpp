@@ -27,12 +27,41 @@ PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, AccessibilityListener list
     m_pause.setSingleShot(true);
     m_pause.setInterval(Pause);
     connect(&m_pause, &QTimer::timeout, this, &PanelAnnouncer::announce);
-    connect(&view, &PlugInPanelView::contentChanged, this, [this] {
-        if (!m_listener.isActive())
-            m_hasMissed = true;
-        else if (!m_pause.isActive())
-            m_pause.start();
-    });
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(PauseBetweenSentences);
+    m_silence.setTimerType(Qt::PreciseTimer); // a coarse one may be early
+    connect(&m_silence, &QTimer::timeout, this, &PanelAnnouncer::speak);
+    connect(&view, &PlugInPanelView::contentChanged, this, &PanelAnnouncer::contentChanged);
+}
+
+// The timers run on while changes arrive: what has changed last is told when they end.
+void PanelAnnouncer::contentChanged()
+{
+    if (!m_listener.isActive()) {
+        m_hasMissed = true;
+        m_spoken.forget();
+        return;
+    }
+    if (!m_pause.isActive())
+        m_pause.start();
+    if (!m_silence.isActive())
+        m_silence.start();
+}
+
+void PanelAnnouncer::speak()
+{
+    if (!m_listener.isActive() || !m_view.myZonesArray())
+        return;
+    const QString sentence = m_spoken.changed(*m_view.myZonesArray());
+    if (sentence.isEmpty())
+        return;
+    m_view.setAccessibleDescription(sentence);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(&m_view, sentence);
+#else
+    QAccessibleEvent event(&m_view, QAccessible::Alert);
+#endif
+    m_listener.tell(&event);
 }
 
 void PanelAnnouncer::announce()

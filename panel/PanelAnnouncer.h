@@ -3,6 +3,7 @@
 #include "common/AccessibilityListener.h"
 #include "panel/KnobRing.h"
 #include "panel/PlugInPanelView.h"
+#include "panel/SpokenParameters.h"
 
 #include <QTimer>
 
@@ -13,18 +14,22 @@ namespace kestrel {
 
 // Tells assistive technology what has changed on the panel, at most a few times a second. A value
 // that changes and changes back between two announcements is not announced. After changes that
-// nobody listened to, the next announcement tells everything.
+// nobody listened to, the next announcement tells everything. A change of parameters is also told
+// as a sentence, the description of the panel. While nobody listens, nothing is computed.
 class PanelAnnouncer : public QObject {
     Q_OBJECT
 
 public:
     static constexpr std::chrono::milliseconds Pause { 300 };
+    static constexpr std::chrono::milliseconds PauseBetweenSentences { 500 };
 
     explicit PanelAnnouncer(PlugInPanelView& view); // the view owns the announcer
     PanelAnnouncer(PlugInPanelView& view, AccessibilityListener listener);
 
 private:
+    void contentChanged();
     void announce();
+    void speak();
     void forgetAnnounced();
     void announceRows();
     void announceKnobs();
@@ -36,6 +41,8 @@ private:
     PlugInPanelView& m_view;
     AccessibilityListener m_listener;
     QTimer m_pause;
+    QTimer m_silence; // runs from a change of the content to the sentence about it
+    SpokenParameters m_spoken;
     bool m_hasMissed = false; // something has changed while nobody listened
     // The values that were announced last; no value where a listener may have another one.
     std::array<std::optional<QString>, 2> m_rows;

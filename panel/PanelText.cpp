@@ -91,6 +91,13 @@ QString knobName(const std::optional<PanelZones>& zones, std::size_t knob)
     return lower.isEmpty() ? name : name + QStringLiteral(", ") + lower;
 }
 
+QString parameter(const PanelZones& zones, std::size_t knob)
+{
+    const QString name = zoneText(zones, knob);
+    const QString value = withMinusSign(zoneText(zones, PanelLayout::ZonesPerRow + knob));
+    return (name + QLatin1Char(' ') + value).trimmed();
+}
+
 QString ring(KnobRing ring)
 {
     if (!ring.hasPicture())

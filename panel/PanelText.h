@@ -19,6 +19,9 @@ namespace kestrel::PanelText {
 // The two zones above the knob, such as "Threshold, −24.0 dB". A blank upper zone, or no zones at
 // all, give the knob its number for a name.
 [[nodiscard]] QString knobName(const std::optional<PanelZones>& zones, std::size_t knob);
+// The parameter that the two zones show, as one sentence: "Threshold −24.0 dB". Empty if both are
+// blank.
+[[nodiscard]] QString parameter(const PanelZones& zones, std::size_t knob);
 [[nodiscard]] QString ring(KnobRing ring); // which of its lamps are lit
 
 [[nodiscard]] QString switchName(std::size_t lamp); // the engraving of the panel

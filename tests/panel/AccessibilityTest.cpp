@@ -32,6 +32,10 @@ protected:
     // Records each event for assistive technology as a text.
     void listen(QAccessibleEvent* event)
     {
+        if (event->object() == &view && isSentence(event->type())) {
+            sentences.push_back(view.accessibleDescription().toStdString());
+            return;
+        }
         const std::string child = std::to_string(event->child());
         if (event->type() == QAccessible::NameChanged)
             told.push_back("name " + child);
@@ -61,6 +65,17 @@ protected:
 
     bool active = true;
     std::vector<std::string> told;
+    std::vector<std::string> sentences;
+
+private:
+    static bool isSentence(QAccessible::Event type)
+    {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+        return type == QAccessible::Announcement;
+#else
+        return type == QAccessible::Alert;
+#endif
+    }
 };
 } // namespace
 
@@ -376,6 +391,60 @@ TEST_F(Accessibility, changes_that_never_pause_are_told_three_times_a_second_at_
     constexpr double CoarseTimer = 0.95; // Qt's coarse timers may be early by a twentieth
     EXPECT_GE(static_cast<double>(time.elapsed()),
         CoarseTimer * static_cast<double>(PanelAnnouncer::Pause.count()));
+}
+
+TEST_F(Accessibility, a_change_of_a_parameter_is_told_as_one_sentence)
+{
+    display(0, "Threshold ");
+    display(4, "-24.0 dB  ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !sentences.empty(); }));
+    display(4, "-23.5 dB  ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sentences.size() == 2; }));
+    EXPECT_THAT(sentences, ElementsAre("Threshold −24.0 dB", "Threshold −23.5 dB"));
+}
+
+TEST_F(Accessibility, parameters_that_change_together_are_told_together)
+{
+    display(0, "Ratio     ");
+    display(1, "  Attack  ");
+    display(5, "10 ms     ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !sentences.empty(); }));
+    EXPECT_THAT(sentences, ElementsAre("Ratio, Attack 10 ms"));
+}
+
+TEST_F(
+    Accessibility, a_parameter_in_motion_is_told_twice_a_second_at_most_and_its_last_value_always)
+{
+    display(0, "Gain      ");
+    QElapsedTimer time;
+    time.start();
+    int value = 0;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        display(4, std::to_string(1000000000 + ++value));
+        return sentences.size() == 3;
+    }));
+    EXPECT_GE(time.elapsed(), 3 * PanelAnnouncer::PauseBetweenSentences.count() - 2);
+    display(4, "the last  ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sentences.size() == 4; }));
+    EXPECT_EQ(sentences.back(), "Gain the last");
+}
+
+TEST_F(Accessibility, no_sentence_is_told_while_nobody_listens_or_nothing_has_changed)
+{
+    active = false;
+    display(0, "Gain      ");
+    active = true;
+    knob(0, 0x05); // rings are told as values, but the missed parameter is told now
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !sentences.empty(); }));
+    EXPECT_THAT(sentences, ElementsAre("Gain"));
+    told.clear();
+    knob(0, 0x06);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+    QTest::qWait(static_cast<int>(PanelAnnouncer::PauseBetweenSentences.count()));
+    EXPECT_EQ(sentences.size(), 1U);
+    active = false;
+    display(0, "Ratio     ");
+    EXPECT_EQ(view.accessibleDescription(), "Gain");
 }
 
 TEST(PanelText, special_glyphs_read_as_what_they_show)
