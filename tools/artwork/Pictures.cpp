@@ -73,7 +73,7 @@ void addPushButtons(Pictures& pictures)
 
 void addIcons(Pictures& pictures)
 {
-    for (const int size : { 16, 32, 48, 64, 128, 256, 512, 1024 }) {
+    for (const int size : { 16, 22, 24, 32, 48, 64, 128, 256, 512, 1024 }) {
         pictures.push_back({ QStringLiteral("icons/kestrel-%1.png").arg(size),
             [size] { return drawApplicationIcon(size); } });
         pictures.push_back({ QStringLiteral("icons/zkcf-%1.png").arg(size),
