@@ -16,6 +16,7 @@ QString toolTip(const UserAssignableButton& key)
         lines.front() += QStringLiteral(" \u00B7 ") + key.uniqueName();
     if (key.mayBeRenamed())
         lines.append(key.spokenShortcuts());
+    lines.append(key.marks().words());
     lines.append(key.mayBeRenamed() ? HowToRename : NotYet);
     return lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
 }

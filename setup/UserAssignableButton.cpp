@@ -56,6 +56,14 @@ void UserAssignableButton::setUniqueName(const QString& name)
         m_renamed(name);
 }
 
+void UserAssignableButton::setMarks(const KeyMarks& marks)
+{
+    if (marks == m_marks)
+        return;
+    m_marks = marks;
+    setNeedsDisplay();
+}
+
 void UserAssignableButton::setRenamed(std::function<void(const QString&)> renamed)
 {
     m_renamed = std::move(renamed);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assign/ButtonEntry.h"
+#include "setup/KeyMarks.h"
 #include "setup/RenameBox.h"
 
 #include <QAbstractButton>
@@ -39,6 +40,8 @@ public:
     void setShortcutArray(const ButtonEntry& entry); // shared, not copied
     [[nodiscard]] QString uniqueName() const { return m_uniqueName; }
     void setUniqueName(const QString& name); // an empty name means none
+    void setMarks(const KeyMarks& marks);
+    [[nodiscard]] const KeyMarks& marks() const { return m_marks; }
     // Sets the function that is called with each name that the button gets.
     void setRenamed(std::function<void(const QString&)> renamed);
     [[nodiscard]] RenameBox* editBox() const { return m_editBox; } // null when closed
@@ -52,6 +55,7 @@ public:
     // The number and the name, and all shortcuts, for assistive technology.
     [[nodiscard]] QString spokenName() const;
     [[nodiscard]] QString spokenShortcuts() const;
+    [[nodiscard]] QString spokenWords() const; // the shortcuts and the marks
     [[nodiscard]] bool mayBeRenamed() const { return getEntryShortcutNum() != 0; }
     void rename(); // selects the button and opens the rename box, if it may be renamed
 
@@ -91,6 +95,7 @@ private:
     UserAssignableButtonController* m_delegate = nullptr; // owns this button
     ButtonEntry m_shortcutArray;
     QString m_uniqueName;
+    KeyMarks m_marks;
     std::function<void(const QString&)> m_renamed;
     QPointer<RenameBox> m_editBox;
     int m_tag = 0;

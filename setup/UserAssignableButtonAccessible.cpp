@@ -16,7 +16,7 @@ QString UserAssignableButtonAccessible::text(QAccessible::Text kind) const
 {
     if (kind == QAccessible::Name)
         return button().spokenName();
-    return kind == QAccessible::Description ? button().spokenShortcuts()
+    return kind == QAccessible::Description ? button().spokenWords()
                                             : QAccessibleWidget::text(kind);
 }
 

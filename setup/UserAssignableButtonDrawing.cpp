@@ -48,6 +48,7 @@ void UserAssignableButton::drawRect()
                              : images().UserAssignableButtonOffImage,
         {});
     drawTitleButton(painter);
+    m_marks.draw(painter, width());
     if (hasFocus())
         drawFocusRing(painter, rect(), CornerRadius);
 }

@@ -23,6 +23,14 @@ QString UserAssignableButton::spokenShortcuts() const
     return shown.join(QStringLiteral(", "));
 }
 
+QString UserAssignableButton::spokenWords() const
+{
+    QStringList words = m_marks.words();
+    if (const QString shortcuts = spokenShortcuts(); !shortcuts.isEmpty())
+        words.prepend(shortcuts);
+    return words.join(QStringLiteral(". "));
+}
+
 // The button is not told of changes in its entry, so this compares the words at each display.
 void UserAssignableButton::announceWords()
 {
@@ -39,7 +47,7 @@ void UserAssignableButton::announceWords()
               AccessibilityListener::shared().tell(&event);
           };
     tellIfChanged(m_toldName, spokenName(), QAccessible::NameChanged);
-    tellIfChanged(m_toldShortcuts, spokenShortcuts(), QAccessible::DescriptionChanged);
+    tellIfChanged(m_toldShortcuts, spokenWords(), QAccessible::DescriptionChanged);
 }
 
 // Selecting moves the focus to the first field, which closes every rename box, so it comes first.

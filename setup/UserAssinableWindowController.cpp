@@ -38,6 +38,7 @@ void UserAssinableWindowController::setupShortcut(const UserAssignFile& set)
     m_workingSet.take(set);
     showWorkingSet();
     enabledAssignButton();
+    m_unassigned.setWaiting(false, 0); // nothing was typed for this set
 }
 
 void UserAssinableWindowController::changeShortcut(UserAssignFile& set)
@@ -90,7 +91,9 @@ void UserAssinableWindowController::ok()
     m_bOKclose = true;
     if (m_myUserAssignFile)
         changeShortcut(*m_myUserAssignFile);
+    const UnassignedKeys left = m_unassigned;
     closeDialog();
+    m_unassigned = left; // for the next time that the window opens
     m_services.setBecameLive();
 }
 

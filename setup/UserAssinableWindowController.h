@@ -7,6 +7,7 @@
 #include "setup/SavedWindowFrame.h"
 #include "setup/SetupServices.h"
 #include "setup/SetupWindow.h"
+#include "setup/UnassignedKeys.h"
 #include "setup/UserAssignableButtonController.h"
 #include "shortcut/ShortcutFieldController.h"
 
@@ -93,6 +94,7 @@ private:
     void showWorkingSet(); // on the buttons
     void showInvalidFileAlert();
     void refreshScene();
+    void refreshMarks();
 
     SetupServices m_services;
     AssignmentFiles m_files;
@@ -100,6 +102,7 @@ private:
     std::unique_ptr<SetupWindow> m_window; // owns the controls; the controllers go before it
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;
     WorkingSet m_workingSet;
+    UnassignedKeys m_unassigned;
     WindowVisibility* m_myWindowController = nullptr;
     std::vector<std::unique_ptr<UserAssignableButtonController>> m_userAssignableButtons;
     ShortcutFields m_shortcutFields;

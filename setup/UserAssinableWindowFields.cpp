@@ -25,11 +25,13 @@ void UserAssinableWindowController::userAssign(const Notification&)
 
 void UserAssinableWindowController::updateAssignButton()
 {
+    m_unassigned.edited(m_userAssignableButtons.front()->currentButtonId());
     enabledAssignButton();
 }
 
 void UserAssinableWindowController::refreshShortcutText()
 {
+    m_unassigned.leave();
     if (const ButtonEntry entry = currentEntry()) {
         for (int index = 0; index < FieldCount; ++index)
             getMyShortcutField(index)->setUserAssignParam(offsetOf(index), entry);
@@ -51,7 +53,10 @@ void UserAssinableWindowController::enabledAssignButton()
     for (int index = 0; index < FieldCount && entry && !isChanged; ++index)
         isChanged = getMyShortcutField(index)->compareUserAssignParam(offsetOf(index), entry);
     assignButton()->setEnabled(isChanged);
+    if (!m_userAssignableButtons.empty())
+        m_unassigned.setWaiting(isChanged, m_userAssignableButtons.front()->currentButtonId());
     hiddenShortcutText();
+    refreshMarks();
 }
 
 // Shows the first field and all fields up to the one after the last filled field. Hides the rest.

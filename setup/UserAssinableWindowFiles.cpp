@@ -46,6 +46,7 @@ bool UserAssinableWindowController::loadFile(const QString& path, bool bSetupUI)
     const auto set = m_files.read(path);
     if (!set)
         return false;
+    m_unassigned.clear();
     if (bSetupUI)
         setupUI(*set);
     else

@@ -44,6 +44,15 @@ void UserAssinableWindowController::setupEngravings()
     refreshScene();
 }
 
+void UserAssinableWindowController::refreshMarks()
+{
+    for (const auto& controller : m_userAssignableButtons) {
+        const int key = controller->view()->tag();
+        controller->view()->setMarks(
+            { m_unassigned.contains(key), KeyMarks::twinsOf(key + 1, m_workingSet) });
+    }
+}
+
 void UserAssinableWindowController::refreshScene()
 {
     if (m_shortcutFields.size() < SetupTables::FieldCount || !assignButton())

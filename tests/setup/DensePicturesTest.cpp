@@ -42,6 +42,18 @@ TEST_P(DensePictures, not_available_on_a_keyboard_with_alt_and_super)
     compare("not-available");
 }
 
+TEST_P(DensePictures, keys_that_were_not_assigned_or_share_a_shortcut)
+{
+    bench.fillAll();
+    bench.give(8, 1, Modifier::Command, 6, "Z");
+    bench.controller.setupUI(*bench.live);
+    press(bench.field(1), Keys::F5);
+    click(bench.button(1));
+    press(bench.field(2), Keys::F5);
+    click(bench.button(7));
+    compare("marked");
+}
+
 INSTANTIATE_TEST_SUITE_P(, DensePictures, testing::Values(KESTREL_TEST_SUFFIX),
     [](const auto&) { return QString(KESTREL_TEST_SCALE "x").replace(u'.', u'_').toStdString(); });
 

@@ -30,7 +30,7 @@ struct ShownSetup : SetupBench {
         give(4, 2, 0, 87, "NUM 5");
         give(4, 3, Command, 123, u"\u2190"_qs);
         for (int number = 5; number <= 12; ++number)
-            give(number, 0, Command, 18, QString::number(number));
+            give(number, 0, Command, static_cast<KeyCode>(18 + number), QString::number(number));
         live->setShortcutTitle("Save", 5);
         live->setShortcutTitle("Trim to selection", 6);
         live->setShortcutTitle("Loop playback on / off & count in", 7);
