@@ -21,6 +21,10 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
         if (isVisible())
             bringIntoView();
     })
+    , m_fieldExit([this] {
+        if (currentEntry())
+            currentButton()->setFocus(Qt::BacktabFocusReason);
+    })
 {
     const auto observe = [this](const QString& name, auto handler) {
         m_observations.push_back(m_services.interface.notificationCenter.addObserver(name,
@@ -73,6 +77,7 @@ void UserAssinableWindowController::setupShortcutFields()
         MyShortcutField* field = m_shortcutFields.back()->view();
         field->setTag(UserAssignFile::ButtonCount + index);
         field->setAccessibleName(QStringLiteral("Shortcut %1").arg(index + 1));
+        field->installEventFilter(&m_fieldExit);
         setupClearButton(index);
     }
 }

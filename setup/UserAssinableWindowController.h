@@ -4,6 +4,7 @@
 #include "common/NotificationCenter.h"
 #include "common/ScreenChanges.h"
 #include "setup/AssignmentFiles.h"
+#include "setup/FieldExit.h"
 #include "setup/SavedWindowFrame.h"
 #include "setup/SetupServices.h"
 #include "setup/SetupWindow.h"
@@ -112,6 +113,7 @@ private:
     bool m_bOKclose = false; // once true it stays true
     std::vector<NotificationCenter::Observation> m_observations;
     ScreenChanges m_screens;
+    FieldExit m_fieldExit;
     QObject m_focusWatch;
 };
 

@@ -6,7 +6,9 @@ namespace kestrel::FieldAdvice {
 
 namespace {
 
-const QString Use = QStringLiteral("Takes any key as the shortcut, Tab, Return and Escape as well");
+const QString Use
+    = QStringLiteral("Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
+                     "twice goes on, Option or Alt tapped twice goes back to the key");
 
 const MyShortcutField* otherWithFunctionKey(const MyShortcutField& field)
 {

@@ -82,7 +82,9 @@ private:
     std::vector<std::string> told;
 };
 
-const std::string Hint = "words: Takes any key as the shortcut, Tab, Return and Escape as well";
+const std::string Hint
+    = "words: Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
+      "twice goes on, Option or Alt tapped twice goes back to the key";
 
 TEST(SetupAnnouncement, a_captured_shortcut_is_told_once_the_key_press_is_handled)
 {

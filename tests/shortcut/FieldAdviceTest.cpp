@@ -79,7 +79,9 @@ TEST(FieldAdvice, the_tool_tip_of_a_refused_key_tells_the_rule_and_the_field_tha
     press(bench.field(2), Keys::A);
     EXPECT_EQ(FieldAdvice::refusal(bench.field(1)), "") << "nothing refuses a key now";
     press(bench.field(1), Keys::A);
-    EXPECT_EQ(bench.toolTip(1), "Takes any key as the shortcut, Tab, Return and Escape as well");
+    EXPECT_EQ(bench.toolTip(1),
+        "Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
+        "twice goes on, Option or Alt tapped twice goes back to the key");
 }
 
 TEST(FieldAdvice, without_its_neighbours_a_refused_field_knows_no_rule)
