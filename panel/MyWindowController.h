@@ -24,7 +24,7 @@ public:
     // The controller has no window and does nothing when no interface file has that name. The
     // window traits and the defaults outlive the controller.
     MyWindowController(const QString& windowNibName, WindowTraits& windowTraits,
-        DefaultsStore& defaults, PlugInPanelView::ImageLoader imageNamed = &InterfaceImage::named);
+        DefaultsStore& defaults, PlugInPanelView::ImageLoader imageNamed = &artwork::panelPicture);
     ~MyWindowController() override;
 
     void awakeFromNib();

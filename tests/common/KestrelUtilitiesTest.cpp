@@ -82,7 +82,7 @@ TEST(InterfaceImage, a_double_density_picture_of_another_size_is_not_used)
 
 TEST(InterfaceImage, a_named_picture_is_unpacked_once_for_all_its_copies)
 {
-    const auto picture = InterfaceImage::named("text");
+    const auto picture = InterfaceImage::named("kestrel_online_16x16");
     const InterfaceImage copy = picture;
     EXPECT_EQ(copy.size(), picture.single().size());
     EXPECT_EQ(copy.single().cacheKey(), picture.single().cacheKey());

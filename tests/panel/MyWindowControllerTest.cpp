@@ -75,6 +75,16 @@ protected:
 };
 } // namespace
 
+TEST_F(WindowController, its_panel_has_the_pictures_of_the_product)
+{
+    MyWindowController ofProduct("Plug-in_Panel", traits, defaults);
+    const PlugInPanelView& panel = *ofProduct.plugInPanelView();
+    for (const InterfaceImage* picture :
+        { &panel.imageBack(), &panel.imageAscii(), &panel.imageKnob(), &panel.imageSwitchGreen(),
+            &panel.imageSwitchRed(), &panel.imageSwitchOrange() })
+        EXPECT_FALSE(picture->isNull());
+}
+
 TEST_F(WindowController, the_window_comes_from_the_interface_file)
 {
     EXPECT_EQ(controller.window()->windowTitle(), "Plug-in Panel");
