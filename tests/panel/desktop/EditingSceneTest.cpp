@@ -27,7 +27,8 @@ std::vector<Bytes> packetsOf(const std::vector<console::Command>& commands)
 // A panel that receives the messages of the console.
 class EditedPanel : public testing::TestWithParam<int> {
 protected:
-    void mirror(const std::vector<Bytes>& packets)
+    void mirror(const std::vector<Bytes>& packets) { mirror(packets, view); }
+    static void mirror(const std::vector<Bytes>& packets, PlugInPanelView& view)
     {
         for (const Bytes& packet : packets) {
             if (packet.front() == 0xF0)
@@ -47,6 +48,22 @@ TEST_P(EditedPanel, ends_with_the_second_page_of_the_equaliser)
     ASSERT_FALSE(view.imageBack().isNull());
     mirror(packetsOf(console::editingScene()));
     compareWithApproved(QStringLiteral("panel/equaliser@%1x").arg(GetParam()), panel(), 1);
+}
+
+// A panel that has been painted before draws only what has changed.
+TEST_P(EditedPanel, looks_after_each_change_as_if_it_were_painted_for_the_first_time)
+{
+    std::vector<Bytes> packets;
+    for (const Bytes& packet : packetsOf(console::editingScene())) {
+        packets.push_back(packet);
+        mirror({ packet });
+        const QImage changed = panel();
+        if (packets.size() % 8 != 0)
+            continue;
+        PlugInPanelView fresh(view.rect());
+        mirror(packets, fresh);
+        ASSERT_EQ(changed, painted(fresh, GetParam())) << packets.size() << " packets";
+    }
 }
 
 TEST_P(EditedPanel, leaves_nothing_on_a_panel_whose_console_falls_silent)
