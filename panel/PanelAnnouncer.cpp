@@ -37,15 +37,19 @@ PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, AccessibilityListener list
 // The timers run on while changes arrive: what has changed last is told when they end.
 void PanelAnnouncer::contentChanged()
 {
-    if (!m_listener.isActive()) {
-        m_hasMissed = true;
-        m_spoken.forget();
-        return;
-    }
+    if (!m_listener.isActive())
+        return miss();
     if (!m_pause.isActive())
         m_pause.start();
     if (!m_silence.isActive())
         m_silence.start();
+}
+
+// What is told later starts anew.
+void PanelAnnouncer::miss()
+{
+    m_hasMissed = true;
+    m_spoken.forget();
 }
 
 void PanelAnnouncer::speak()
@@ -53,6 +57,8 @@ void PanelAnnouncer::speak()
     if (!m_listener.isActive() || !m_view.myZonesArray())
         return;
     const QString sentence = m_spoken.changed(*m_view.myZonesArray());
+    if (m_spoken.isBlank())
+        m_view.setAccessibleDescription(QString());
     if (sentence.isEmpty())
         return;
     m_view.setAccessibleDescription(sentence);
@@ -66,6 +72,8 @@ void PanelAnnouncer::speak()
 
 void PanelAnnouncer::announce()
 {
+    if (!m_listener.isActive())
+        return miss();
     if (std::exchange(m_hasMissed, false))
         forgetAnnounced();
     announceRows();

@@ -29,6 +29,7 @@ public:
 private:
     void contentChanged();
     void announce();
+    void miss();
     void speak();
     void forgetAnnounced();
     void announceRows();

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace kestrel {
 
 QString SpokenParameters::changed(const PanelZones& zones)
@@ -16,6 +18,12 @@ QString SpokenParameters::changed(const PanelZones& zones)
         m_told[i] = now;
     }
     return sentences.join(QStringLiteral(", "));
+}
+
+bool SpokenParameters::isBlank() const
+{
+    return std::all_of(m_told.begin(), m_told.end(),
+        [](const auto& parameter) { return parameter.value_or(QString()).isEmpty(); });
 }
 
 void SpokenParameters::forget()

@@ -19,6 +19,9 @@ public:
 
     void forget();
 
+    // True when there was no parameter at the last call.
+    [[nodiscard]] bool isBlank() const;
+
 private:
     std::array<std::optional<QString>, PanelLayout::Knobs> m_told;
 };

@@ -1,9 +1,10 @@
 #include "panel/SpriteCache.h"
 
+#include <utility>
+
 namespace kestrel {
 
 namespace {
-// Distinct from the keys of pixels, which count up from 1, as no object lies at so low an address.
 qint64 identity(const DrawnPicture& picture)
 {
     return static_cast<qint64>(reinterpret_cast<quintptr>(&picture));
@@ -14,6 +15,8 @@ void SpriteCache::clear()
 {
     m_made.clear();
     m_madeBytes = 0;
+    m_largest = {};
+    m_largestBytes = 0;
 }
 
 SpriteCache::Sprite SpriteCache::sprite(
@@ -44,11 +47,30 @@ template <typename Make> SpriteCache::Sprite SpriteCache::kept(const Key& key, c
     if (found != m_made.cend())
         return { *found, found->rect() };
     const QImage made = make();
-    if (m_madeBytes + made.sizeInBytes() > MaximumBytes)
-        clear();
-    m_madeBytes += made.sizeInBytes();
-    m_made.insert(key, made);
+    keep(key, made);
     return { made, made.rect() };
+}
+
+void SpriteCache::keep(const Key& key, const QImage& made)
+{
+    qsizetype counted = made.sizeInBytes();
+    if (counted > m_largestBytes) {
+        m_largest = key;
+        counted = std::exchange(m_largestBytes, counted); // of the piece that was the largest
+    }
+    if (m_madeBytes + counted > MaximumBytes)
+        removeAllButTheLargest();
+    m_madeBytes += counted;
+    m_made.insert(key, made);
+}
+
+void SpriteCache::removeAllButTheLargest()
+{
+    const QImage largest = m_made.take(m_largest);
+    m_made.clear();
+    m_madeBytes = 0;
+    if (!largest.isNull())
+        m_made.insert(m_largest, largest);
 }
 
 } // namespace kestrel

@@ -26,8 +26,11 @@ public:
     // The light of a piece with its reach, in `pixels`. Null if the piece throws none.
     [[nodiscard]] QImage light(const DrawnPicture& picture, const QRect& source, QSize pixels);
 
-    // The limit for all kept pieces together. A piece that would exceed it empties the cache first.
+    // The limit for all kept pieces together but the largest, which is the panel's background: it
+    // takes longest to draw, and fills a large part of this by itself. A piece that would exceed
+    // the limit removes the others first.
     static constexpr qsizetype MaximumBytes = 32 << 20;
+    // Without the largest piece.
     [[nodiscard]] qsizetype keptBytes() const { return m_madeBytes; }
 
 private:
@@ -49,9 +52,13 @@ private:
     };
 
     template <typename Make> Sprite kept(const Key& key, const Make& make);
+    void keep(const Key& key, const QImage& made);
+    void removeAllButTheLargest();
 
     QHash<Key, QImage> m_made;
     qsizetype m_madeBytes = 0;
+    Key m_largest {};
+    qsizetype m_largestBytes = 0;
 };
 
 } // namespace kestrel

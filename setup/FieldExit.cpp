@@ -6,6 +6,8 @@ namespace kestrel {
 
 bool FieldExit::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        m_taps.forget();
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return false;
     const auto tapped = m_taps.take(*static_cast<QKeyEvent*>(event));

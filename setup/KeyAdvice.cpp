@@ -5,7 +5,11 @@
 namespace kestrel::KeyAdvice {
 
 namespace {
-const QString HowToRename = QStringLiteral("Double-click, or press F2 or Return, to name it");
+constexpr qsizetype MostUnits = 256; // of each line: names and shortcuts may come from a file
+
+// After a click the first field has the focus, and takes F2 and Return as shortcuts.
+const QString HowToRename
+    = QStringLiteral("Double-click to name it, or press F2 or Return while the key has the focus");
 const QString NotYet = QStringLiteral("Can be named once it has a shortcut");
 } // namespace
 
@@ -18,6 +22,8 @@ QString toolTip(const UserAssignableButton& key)
         lines.append(key.spokenShortcuts());
     lines.append(key.marks().words());
     lines.append(key.mayBeRenamed() ? HowToRename : NotYet);
+    for (QString& line : lines)
+        line.truncate(MostUnits);
     return lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
 }
 

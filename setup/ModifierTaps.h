@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 
+#include <cstdint>
 #include <optional>
 
 namespace kestrel {
@@ -33,8 +34,14 @@ public:
         m_isDown = false;
         if (key != m_key)
             m_presses = 0;
-        return m_presses == 2 ? nameOf(key) : std::nullopt;
+        if (m_presses != 2)
+            return std::nullopt;
+        m_presses = 0;
+        return nameOf(key);
     }
+
+    // For a field that gets or loses the focus: releases may come to others meanwhile.
+    void forget() { *this = {}; }
 
 private:
     [[nodiscard]] static std::optional<Tapped> nameOf(int key)

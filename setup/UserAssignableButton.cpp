@@ -207,10 +207,12 @@ bool UserAssignableButton::event(QEvent* event)
 void UserAssignableButton::keyPressEvent(QKeyEvent* event)
 {
     const int key = event->key();
-    if (mayBeRenamed() && (key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter))
-        rename();
-    else
+    const bool renames = key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (!renames || !isPlain || !isChecked() || !mayBeRenamed())
         QAbstractButton::keyPressEvent(event);
+    else if (!event->isAutoRepeat()) // the Return that has just ended the renaming may be held
+        rename();
 }
 
 void UserAssignableButton::mousePressEvent(QMouseEvent* event)

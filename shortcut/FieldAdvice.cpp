@@ -6,6 +6,8 @@ namespace kestrel::FieldAdvice {
 
 namespace {
 
+constexpr qsizetype MostUnits = 256; // of a name, which may come from a file
+
 const QString Use
     = QStringLiteral("Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
                      "twice goes on, Option or Alt tapped twice goes back to the key");
@@ -26,21 +28,23 @@ const MyShortcutField* otherWithFunctionKey(const MyShortcutField& field)
 
 QString refusal(const MyShortcutField& field)
 {
-    const MyShortcutField* other = field.bNotAvailable() ? otherWithFunctionKey(field) : nullptr;
+    const MyShortcutField* other = field.isRefused() ? otherWithFunctionKey(field) : nullptr;
     if (!other)
         return {};
     return QStringLiteral("A key takes only one function key, F1 to F20, and %1 holds %2")
-        .arg(other->accessibleName(), other->getInputCharacters());
+        .arg(other->accessibleName(), other->getInputCharacters().left(MostUnits));
 }
 
 QString toolTip(const MyShortcutField& field)
 {
-    return field.bNotAvailable() ? refusal(field) : Use;
+    const QString advice = field.isRefused() ? refusal(field) : Use;
+    // As rich text, which has more than one line. The name of a key may come from a file.
+    return advice.isEmpty() ? QString() : "<p>" + advice.toHtmlEscaped() + "</p>";
 }
 
 QString spoken(const MyShortcutField& field)
 {
-    if (!field.bNotAvailable())
+    if (!field.isRefused())
         return Use;
     const QString reason = refusal(field);
     return MyShortcutField::NotAvailable

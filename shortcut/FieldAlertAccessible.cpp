@@ -27,7 +27,7 @@ QAccessible::State FieldAlertAccessible::state() const
 {
     QAccessible::State state;
     state.readOnly = true;
-    state.invisible = !m_field || !m_field->isVisible() || !m_field->bNotAvailable();
+    state.invisible = !m_field || !m_field->isVisible() || !m_field->isRefused();
     return state;
 }
 

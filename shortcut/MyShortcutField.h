@@ -67,6 +67,11 @@ public:
     [[nodiscard]] bool bBecome() const { return m_bBecome; }
     [[nodiscard]] bool bNotAvailable() const { return m_bNotAvailable; }
     void setBNotAvailable(bool bNotAvailable);
+    // True while the field says so. A field that is hidden keeps the mark, but not the text.
+    [[nodiscard]] bool isRefused() const
+    {
+        return m_bNotAvailable && m_stringValue == NotAvailable;
+    }
     [[nodiscard]] ClearButton* myClearButton() const;
     void setMyClearButton(ClearButton* button); // null for none; not owned
     [[nodiscard]] const ShortcutFields* shortcutFields() const { return m_shortcutFields; }

@@ -429,6 +429,27 @@ TEST_F(
     EXPECT_EQ(sentences.back(), "Gain the last");
 }
 
+TEST_F(Accessibility, a_panel_that_falls_silent_is_not_described_by_its_last_sentence)
+{
+    display(0, "Gain      ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.accessibleDescription() == "Gain"; }));
+    display(0, "          ");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.accessibleDescription().isEmpty(); }));
+    EXPECT_THAT(sentences, ElementsAre("Gain"));
+}
+
+TEST_F(Accessibility, what_has_changed_when_nobody_listens_any_more_is_told_later)
+{
+    display(0, "Gain      ");
+    active = false;
+    QTest::qWait(400); // longer than the pause
+    EXPECT_THAT(told, IsEmpty());
+    active = true;
+    knob(0, 0x05);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return std::find(told.begin(), told.end(), "name 0") != told.end(); }));
+}
+
 TEST_F(Accessibility, no_sentence_is_told_while_nobody_listens_or_nothing_has_changed)
 {
     active = false;

@@ -36,7 +36,11 @@ TEST_F(Sprites, at_another_size_a_piece_is_scaled_once)
     EXPECT_EQ(first.image.pixel(6, 19), GeometryPictures::cell(1, GeometryPictures::Doubled));
     const auto again = sprites.sprite(atlas, Cell, { 12, 20 });
     EXPECT_EQ(again.image.cacheKey(), first.image.cacheKey());
-    EXPECT_EQ(sprites.keptBytes(), 12 * 20 * 4);
+    EXPECT_EQ(sprites.keptBytes(), 0); // the largest piece does not count
+    static_cast<void>(sprites.sprite(atlas, Cell, { 11, 20 }));
+    EXPECT_EQ(sprites.keptBytes(), 11 * 20 * 4);
+    static_cast<void>(sprites.sprite(atlas, Cell, { 13, 20 }));
+    EXPECT_EQ(sprites.keptBytes(), (11 + 12) * 20 * 4);
 }
 
 TEST_F(Sprites, a_picture_without_a_finer_one_is_scaled_itself)
@@ -48,10 +52,13 @@ TEST_F(Sprites, a_picture_without_a_finer_one_is_scaled_itself)
 
 TEST_F(Sprites, pieces_are_kept_until_the_cache_is_cleared)
 {
-    static_cast<void>(sprites.sprite(atlas, Cell, { 12, 20 }));
+    const auto before = sprites.sprite(atlas, Cell, { 12, 20 });
+    static_cast<void>(sprites.sprite(atlas, Cell, { 11, 20 }));
     EXPECT_GT(sprites.keptBytes(), 0);
     sprites.clear();
     EXPECT_EQ(sprites.keptBytes(), 0);
+    const auto after = sprites.sprite(atlas, Cell, { 12, 20 });
+    EXPECT_NE(after.image.cacheKey(), before.image.cacheKey());
 }
 
 TEST_F(Sprites, they_never_take_more_than_their_share_of_memory)
@@ -62,6 +69,17 @@ TEST_F(Sprites, they_never_take_more_than_their_share_of_memory)
         EXPECT_EQ(sprites.sprite(knobs, frame, { 400, 400 }).image.size(), QSize(400, 400));
         EXPECT_LE(sprites.keptBytes(), SpriteCache::MaximumBytes);
     }
+}
+
+TEST_F(Sprites, the_largest_of_them_stays_when_the_others_have_taken_their_share)
+{
+    const InterfaceImage knobs = GeometryPictures::named("knob67x67");
+    const auto background = sprites.sprite(atlas, Cell, { 3000, 3000 }); // more than the limit
+    for (int value = 0; value < 128; ++value)
+        static_cast<void>(sprites.sprite(knobs, QRect(0, value * 67, 67, 67), { 400, 400 }));
+    const auto again = sprites.sprite(atlas, Cell, { 3000, 3000 });
+    EXPECT_EQ(again.image.cacheKey(), background.image.cacheKey());
+    EXPECT_LE(sprites.keptBytes(), SpriteCache::MaximumBytes);
 }
 
 TEST(SpriteCache, a_piece_is_scaled_smoothly_up_and_down)

@@ -82,5 +82,25 @@ TEST(FieldExit, a_shortcut_a_slow_tap_and_two_different_taps_are_no_way_out)
     EXPECT_TRUE(bench.field(0).hasFocus()) << "another modifier";
 }
 
+TEST(FieldExit, a_release_that_is_left_over_is_no_tap)
+{
+    ExitBench bench;
+    bench.tapTwice(Qt::Key_Shift);
+    bench.field(0).makeFirstResponder();
+    bench.send(QEvent::KeyRelease, Qt::Key_Shift);
+    EXPECT_TRUE(bench.field(0).hasFocus()) << "its press went to the clear button";
+}
+
+TEST(FieldExit, the_first_two_taps_count_after_a_release_was_missed)
+{
+    ExitBench bench;
+    bench.send(QEvent::KeyPress, Qt::Key_Alt); // the window manager gets the release
+    bench.clear(0).setFocus();
+    bench.field(0).makeFirstResponder();
+    bench.now += 5000;
+    bench.tapTwice(Qt::Key_Alt);
+    EXPECT_TRUE(bench.button(3).hasFocus());
+}
+
 } // namespace
 } // namespace kestrel::test

@@ -19,8 +19,19 @@ TEST(KeyAdvice, a_key_tells_all_of_its_name_and_shortcuts_and_how_to_rename_it)
     QHelpEvent event(QEvent::ToolTip, { 5, 5 }, bench.button(0).mapToGlobal(QPoint(5, 5)));
     QCoreApplication::sendEvent(&bench.button(0), &event);
     EXPECT_EQ(QToolTip::text(),
-        "U1 · Save &amp; go on<br>⌘+S, &lt;<br>Double-click, or press F2 or Return, to name it");
+        "U1 · Save &amp; go on<br>⌘+S, &lt;<br>Double-click to name it, or press F2 or Return "
+        "while "
+        "the key has the focus");
     EXPECT_EQ(KeyAdvice::toolTip(bench.button(11)), "U12<br>Can be named once it has a shortcut");
+}
+
+TEST(KeyAdvice, a_name_of_any_length_makes_a_short_tool_tip)
+{
+    SetupBench bench;
+    bench.give(1, 0, Modifier::Command, 1, "S");
+    bench.live->setShortcutTitle(QString(100'000, u'x'), 1);
+    bench.open();
+    EXPECT_LT(KeyAdvice::toolTip(bench.button(0)).size(), 1000);
 }
 
 TEST(KeyAdvice, the_cursor_over_a_name_is_that_of_a_text)

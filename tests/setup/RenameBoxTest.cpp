@@ -57,6 +57,33 @@ TEST(RenameBox, f2_and_return_open_it_on_the_key_with_the_focus_which_gets_the_f
     }
 }
 
+TEST(RenameBox, a_return_that_is_held_opens_it_no_second_time)
+{
+    OpenBox bench;
+    QTest::keyClick(&bench.box(), Qt::Key_Return);
+    ASSERT_TRUE(bench.button(0).hasFocus());
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(&bench.button(0), &repeat);
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+}
+
+TEST(RenameBox, return_with_a_modifier_or_on_a_key_that_is_not_selected_opens_nothing)
+{
+    OpenBox bench;
+    bench.button(0).closeEditBox();
+    bench.button(0).setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&bench.button(0), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(bench.button(0).editBox(), nullptr);
+    bench.give(2, 0, 0, 96, "F5");
+    bench.controller.setupUI(*bench.live);
+    bench.button(1).setFocus(Qt::TabFocusReason);
+    ASSERT_FALSE(bench.button(1).isChecked());
+    ASSERT_TRUE(bench.button(1).mayBeRenamed());
+    QTest::keyClick(&bench.button(1), Qt::Key_F2);
+    EXPECT_EQ(bench.button(1).editBox(), nullptr);
+    EXPECT_FALSE(bench.button(1).isChecked());
+}
+
 TEST(RenameBox, f2_and_return_do_nothing_on_a_key_without_a_shortcut)
 {
     OpenBox bench;

@@ -71,23 +71,46 @@ TEST(FieldAdvice, the_tool_tip_of_a_refused_key_tells_the_rule_and_the_field_tha
     EXPECT_EQ(FieldAdvice::refusal(bench.field(1)), "");
     press(bench.field(2), Keys::F3);
     press(bench.field(1), Keys::F5);
-    EXPECT_EQ(
-        bench.toolTip(1), "A key takes only one function key, F1 to F20, and Shortcut 3 holds F3");
+    EXPECT_EQ(bench.toolTip(1),
+        "<p>A key takes only one function key, F1 to F20, and Shortcut 3 holds F3</p>");
     press(bench.field(2), Keys::F5);
-    EXPECT_EQ(
-        bench.toolTip(1), "A key takes only one function key, F1 to F20, and Shortcut 3 holds F5");
+    EXPECT_EQ(bench.toolTip(1),
+        "<p>A key takes only one function key, F1 to F20, and Shortcut 3 holds F5</p>");
     press(bench.field(2), Keys::A);
     EXPECT_EQ(FieldAdvice::refusal(bench.field(1)), "") << "nothing refuses a key now";
     press(bench.field(1), Keys::A);
     EXPECT_EQ(bench.toolTip(1),
-        "Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
-        "twice goes on, Option or Alt tapped twice goes back to the key");
+        "<p>Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
+        "twice goes on, Option or Alt tapped twice goes back to the key</p>");
+}
+
+TEST(FieldAdvice, a_refused_field_that_shows_nothing_any_more_is_free)
+{
+    AdviceBench bench;
+    press(bench.field(2), Keys::F3);
+    press(bench.field(1), Keys::F5);
+    bench.field(1).setTitleWithMnemonic({}); // as a field that is hidden
+    EXPECT_EQ(FieldAdvice::refusal(bench.field(1)), "");
+    EXPECT_TRUE(FieldAdvice::spoken(bench.field(1)).startsWith("Takes any key"));
+}
+
+TEST(FieldAdvice, a_name_from_a_file_is_shown_as_it_is_written_and_not_at_any_length)
+{
+    AdviceBench bench;
+    press(bench.field(2), Keys::F3);
+    const ArchiveValue keyCode = bench.record(2)[ShortcutRecord::KeyCode];
+    const ArchiveArray loaded { 0, keyCode, "<b>" + QString(100'000, u'x'), 0 };
+    bench.field(2).setUserAssignParam(0, std::make_shared<ArchiveArray>(loaded));
+    press(bench.field(1), Keys::F5);
+    EXPECT_TRUE(bench.toolTip(1).contains("&lt;b&gt;xxx"));
+    EXPECT_LT(bench.toolTip(1).size(), 1000);
 }
 
 TEST(FieldAdvice, without_its_neighbours_a_refused_field_knows_no_rule)
 {
     AdviceBench bench;
     bench.field(1).setBNotAvailable(true);
+    bench.field(1).setTitleWithMnemonic(MyShortcutField::NotAvailable);
     bench.field(1).setShortcutFields(nullptr);
     EXPECT_EQ(FieldAdvice::refusal(bench.field(1)), "");
     EXPECT_EQ(FieldAdvice::spoken(bench.field(1)), "Not Available");
