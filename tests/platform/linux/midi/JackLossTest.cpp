@@ -69,7 +69,10 @@ TEST_F(JackLoss, a_loss_is_told_between_the_packets_before_it_and_those_after_it
     connect();
     std::vector<std::size_t> deliveredBefore; // each loss: how many packets came before it
     services.setPacketsLost([&] { deliveredBefore.push_back(packets.size()); });
-    for (const std::size_t round : { 1u, 2u, 3u }) {
+    // On a busy machine a cycle may be lost that holds a packet. Such a round shows nothing.
+    int shown = 0;
+    for (int round = 0; shown < 3 && round < 10; ++round) {
+        const std::size_t before = packets.size();
         // The main loop does not run meanwhile, so one wake-up brings all of it.
         zenta.send("midi_5", { { 0xB0, 0x2F, 0x40 } });
         std::this_thread::sleep_for(100ms);
@@ -77,9 +80,12 @@ TEST_F(JackLoss, a_loss_is_told_between_the_packets_before_it_and_those_after_it
         std::this_thread::sleep_for(100ms);
         zenta.send("midi_5", { { 0xB0, 0x2F, 0x41 } });
         std::this_thread::sleep_for(100ms);
-        ASSERT_TRUE(waitForPackets(2 * round));
-        EXPECT_THAT(deliveredBefore, testing::Contains(2 * round - 1));
+        if (!loop.runUntil([&] { return packets.size() == before + 2; }, 2s))
+            continue;
+        EXPECT_THAT(deliveredBefore, testing::Contains(before + 1));
+        ++shown;
     }
+    EXPECT_EQ(shown, 3);
 }
 
 TEST_F(JackLoss, a_cycle_of_the_server_that_came_too_late_is_told)
