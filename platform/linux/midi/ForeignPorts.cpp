@@ -17,6 +17,7 @@ PortChanges::TimePoint now()
 
 void ForeignPorts::bind(_jack_client* client, std::string askedName)
 {
+    const std::lock_guard lock(m_mutex); // a thread of the client tells of ports before long
     m_client = client;
     m_askedName = std::move(askedName);
 }
