@@ -220,16 +220,16 @@ TEST_F(PersonSession, the_window_comes_up_where_it_was_left)
     setup.open();
     const auto moveTo = [&](int x, int y) {
         setup.person.moveWindow(setup.Title, x, y);
-        return *setup.person.window(setup.Title);
+        return setup.person.windowAtRest(setup.Title);
     };
     const stage::Area left = moveTo(140, 160);
     setup.cancel();
     setup.open();
-    EXPECT_EQ(*setup.person.window(setup.Title), left);
+    EXPECT_EQ(setup.person.windowAtRest(setup.Title), left);
     EXPECT_EQ(quit(), 0);
     start();
     setup.open();
-    EXPECT_EQ(*setup.person.window(setup.Title), left) << "after the next start";
+    EXPECT_EQ(setup.person.windowAtRest(setup.Title), left) << "after the next start";
 }
 
 } // namespace
