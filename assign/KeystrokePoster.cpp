@@ -1,5 +1,6 @@
 #include "assign/KeystrokePoster.h"
 
+#include "assign/PostedStroke.h"
 #include "assign/StoredAssignments.h"
 #include "assign/UserAssignFile.h"
 #include "platform/Permissions.h"
@@ -36,19 +37,6 @@ unsigned int indexOf(unsigned int buttonCode)
 {
     return buttonCode >= KeystrokePoster::PressedBit ? buttonCode - KeystrokePoster::PressedBit
                                                      : buttonCode;
-}
-
-bool isUsed(const ArchiveArray& entry, std::size_t offset)
-{
-    return offset + ShortcutRecord::Repeat < entry.size()
-        && !entry[offset + ShortcutRecord::Text].text().isEmpty();
-}
-
-// `offset` is that of a record in the entry.
-ModifierFlags flagsOf(const ArchiveArray& entry, std::size_t offset)
-{
-    return static_cast<ModifierFlags>(entry[offset + ShortcutRecord::Modifiers].toInt32())
-        & Modifier::Used;
 }
 
 Keystroke::Outcome outcomeOf(KeyEvents::Result result, bool keyDown)
@@ -102,7 +90,7 @@ bool KeystrokePoster::wouldPost(unsigned int buttonCode)
         return false;
     bool isAnyUsed = false;
     for (std::size_t record = 0; record < ShortcutRecordCount; ++record)
-        isAnyUsed |= isUsed(*entry, shortcutRecordOffset(record));
+        isAnyUsed |= postedStroke(*entry, shortcutRecordOffset(record)).has_value();
     return isAnyUsed;
 }
 
@@ -128,16 +116,15 @@ bool KeystrokePoster::workstationIsFrontmost(KeystrokeText& inFront)
 std::optional<KeyEvents::Result> KeystrokePoster::myEventPost(
     std::size_t offset, const ArchiveArray& srcArry, bool keyStatus)
 {
-    if (!isUsed(srcArry, offset))
+    const auto stroke = postedStroke(srcArry, offset);
+    if (!stroke)
         return {};
-    const ModifierFlags flags = flagsOf(srcArry, offset);
-    const KeyCode keyCode = srcArry[offset + ShortcutRecord::KeyCode].toUInt16();
     const bool repeats = keyStatus && srcArry[offset + ShortcutRecord::Repeat].toInt32() != 0;
 
-    const auto result = m_keyEvents.post(keyCode, direction(keyStatus), flags,
+    const auto result = m_keyEvents.post(stroke->code, direction(keyStatus), stroke->flags,
         repeats ? KeyEvents::AutoRepeat::Yes : KeyEvents::AutoRepeat::No);
     heed(result);
-    releaseModifiers(flags);
+    releaseModifiers(stroke->flags);
     return result;
 }
 
@@ -155,9 +142,9 @@ Keystroke KeystrokePoster::describe(const ArchiveArray& entry, const Results& re
     Keystroke stroke { outcomeOf(*telling, keyDown), {} };
     for (std::size_t record = 0; record < results.size(); ++record) {
         const std::size_t offset = shortcutRecordOffset(record);
-        if (results[record] == telling && isUsed(entry, offset))
-            stroke.text.appendShortcut(
-                flagsOf(entry, offset), entry[offset + ShortcutRecord::Text].text());
+        const auto posted = results[record] == telling ? postedStroke(entry, offset) : std::nullopt;
+        if (posted)
+            stroke.text.appendShortcut(posted->flags, entry[offset + ShortcutRecord::Text].text());
     }
     return stroke;
 }

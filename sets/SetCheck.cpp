@@ -2,6 +2,7 @@
 
 #include "archive/ArchiveDictionary.h"
 #include "assign/KeyNames.h"
+#include "assign/PostedStroke.h"
 #include "assign/UserAssignFile.h"
 #include "sets/SetRoot.h"
 #include "sets/SetWords.h"
@@ -34,8 +35,7 @@ private:
     struct Record {
         ArchiveValue key;
         QString place; // "shortcut 2 of key 6"
-        ModifierFlags flags = 0;
-        KeyCode code = 0;
+        PostedStroke stroke;
         QString name;
     };
 
@@ -129,7 +129,8 @@ bool Check::checkRecord(const ArchiveValue& key, const ArchiveArray& entry, std:
         add(Kind::Damage, { key }, place + QStringLiteral(" has values of other types"));
         return false;
     }
-    if (name.text().isEmpty()) {
+    const auto stroke = postedStroke(entry, start);
+    if (!stroke) {
         if (flags.toInt64() != 0 || code.toInt64() != 0)
             add(Kind::Unused, { key },
                 place
@@ -137,36 +138,35 @@ bool Check::checkRecord(const ArchiveValue& key, const ArchiveArray& entry, std:
                         " has a key code or modifiers and no name, so it types nothing"));
         return false;
     }
-    m_used.push_back({ key, place, static_cast<ModifierFlags>(flags.toInt32()) & Modifier::Used,
-        code.toUInt16(), name.text() });
+    m_used.push_back({ key, place, *stroke, name.text() });
     checkKeyName(m_used.back());
     return true;
 }
 
 void Check::checkKeyName(const Record& record)
 {
-    const QString fixed = KeyNames::fixedName(record.code);
+    const QString fixed = KeyNames::fixedName(record.stroke.code);
     const auto named = KeyNames::keyOfFixedName(record.name);
     const QString shown = SetWords::printable(record.name);
-    if (!m_hasKey(record.code))
+    if (!m_hasKey(record.stroke.code))
         add(Kind::UnknownKey, { record.key },
             QStringLiteral("%1: the keyboard has no key for key code %2 (\"%3\")")
                 .arg(record.place)
-                .arg(record.code)
+                .arg(record.stroke.code)
                 .arg(shown));
-    else if ((!fixed.isEmpty() && fixed != record.name) || (named && *named != record.code))
+    else if ((!fixed.isEmpty() && fixed != record.name) || (named && *named != record.stroke.code))
         add(Kind::UnknownKey, { record.key },
             QStringLiteral("%1: key code %2 is not that of \"%3\"")
                 .arg(record.place)
-                .arg(record.code)
+                .arg(record.stroke.code)
                 .arg(shown));
 }
 
 void Check::checkDuplicates()
 {
-    std::map<std::pair<ModifierFlags, KeyCode>, std::vector<const Record*>> byStroke;
+    std::map<PostedStroke, std::vector<const Record*>> byStroke;
     for (const Record& record : m_used)
-        byStroke[{ record.flags, record.code }].push_back(&record);
+        byStroke[record.stroke].push_back(&record);
     for (const auto& [stroke, records] : byStroke) {
         std::vector<ArchiveValue> keys;
         QStringList numbers;
@@ -180,7 +180,7 @@ void Check::checkDuplicates()
             add(Kind::Duplicate, keys,
                 QStringLiteral("keys %1 have the same shortcut, %2")
                     .arg(numbers.join(QStringLiteral(", ")),
-                        modifierGlyphs(stroke.first) + SetWords::printable(records.front()->name)));
+                        modifierGlyphs(stroke.flags) + SetWords::printable(records.front()->name)));
     }
 }
 

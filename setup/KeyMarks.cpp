@@ -1,12 +1,14 @@
 #include "setup/KeyMarks.h"
 
+#include "assign/PostedStroke.h"
 #include "assign/WorkingSet.h"
 #include "common/KestrelUtilities.h"
-#include "platform/KeyCodes.h"
 
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace kestrel {
 
@@ -18,35 +20,21 @@ constexpr QColor Plate(38, 34, 28);
 constexpr QColor Amber(255, 196, 104);
 constexpr QColor Ivory(244, 240, 230);
 
-// What the program posts for one record of an entry.
-struct Stroke {
-    ModifierFlags flags = 0;
-    KeyCode code = 0;
-    QString shown;
-};
+using Strokes = std::vector<PostedStroke>;
 
-std::vector<Stroke> strokesOf(const ButtonEntry& entry)
+Strokes strokesOf(const ButtonEntry& entry)
 {
-    std::vector<Stroke> strokes;
+    Strokes strokes;
     for (std::size_t record = 0; entry && record < ShortcutRecordCount; ++record) {
-        const auto element = [&](std::size_t place) -> const ArchiveValue& {
-            return entry->at(record * ShortcutRecordSize + place);
-        };
-        const auto flags = static_cast<ModifierFlags>(element(ShortcutRecord::Modifiers).toInt32())
-            & Modifier::Used;
-        const KeyCode code = element(ShortcutRecord::KeyCode).toUInt16();
-        const QString name = element(ShortcutRecord::Text).text();
-        if (!name.isEmpty())
-            strokes.push_back({ flags, code, KestrelUtilities::getShortcutKey(flags, code, name) });
+        if (const auto stroke = postedStroke(*entry, shortcutRecordOffset(record)))
+            strokes.push_back(*stroke);
     }
     return strokes;
 }
 
-bool has(const std::vector<Stroke>& strokes, const Stroke& wanted)
+bool has(const Strokes& strokes, const PostedStroke& wanted)
 {
-    return std::any_of(strokes.begin(), strokes.end(), [&](const Stroke& stroke) {
-        return stroke.flags == wanted.flags && stroke.code == wanted.code;
-    });
+    return std::find(strokes.begin(), strokes.end(), wanted) != strokes.end();
 }
 
 QRectF plate(QPainter& painter, double x)
@@ -62,17 +50,30 @@ QRectF plate(QPainter& painter, double x)
 
 std::vector<KeyMarks::Twin> KeyMarks::twinsOf(int number, const WorkingSet& set)
 {
+    const ButtonEntry entry = set.entry(number);
+    std::array<Strokes, UserAssignFile::ButtonCount> others;
+    for (int other = 1; other <= UserAssignFile::ButtonCount; ++other) {
+        if (other != number)
+            others[static_cast<std::size_t>(other - 1)] = strokesOf(set.entry(other));
+    }
     std::vector<Twin> twins;
-    std::vector<Stroke> told;
-    for (const Stroke& stroke : strokesOf(set.entry(number))) {
-        Twin twin { stroke.shown, {} };
-        for (int other = 1; other <= UserAssignFile::ButtonCount; ++other) {
-            if (other != number && has(strokesOf(set.entry(other)), stroke))
-                twin.keys.push_back(other);
+    Strokes told;
+    for (std::size_t record = 0; entry && record < ShortcutRecordCount; ++record) {
+        const std::size_t offset = shortcutRecordOffset(record);
+        const auto stroke = postedStroke(*entry, offset);
+        if (!stroke || has(told, *stroke))
+            continue;
+        told.push_back(*stroke);
+        Twin twin;
+        for (std::size_t other = 0; other < others.size(); ++other) {
+            if (has(others[other], *stroke))
+                twin.keys.push_back(static_cast<int>(other) + 1);
         }
-        if (!twin.keys.empty() && !has(told, stroke))
-            twins.push_back(twin);
-        told.push_back(stroke);
+        if (twin.keys.empty())
+            continue;
+        twin.shortcut = KestrelUtilities::getShortcutKey(
+            stroke->flags, stroke->code, (*entry)[offset + ShortcutRecord::Text].text());
+        twins.push_back(std::move(twin));
     }
     return twins;
 }
