@@ -5,6 +5,7 @@
 #include "artwork/DotGrid.h"
 #include "artwork/DotMatrixFont.h"
 #include "artwork/Light.h"
+#include "common/NearestPixel.h"
 
 #include <algorithm>
 #include <array>
@@ -27,13 +28,6 @@ constexpr QColor UnlitDot(120, 214, 200, 21);
 constexpr int ColumnsBeside = 4; // columns of dots beside the outer characters
 constexpr int RowsBeside = 2;
 
-// Rounds as the panel does when it places a character.
-int nearest(double value)
-{
-    constexpr double Inaccuracy = 1e-6;
-    return static_cast<int>(std::floor(value + 0.5 + Inaccuracy));
-}
-
 // The places of all dots in one direction, in pixels.
 class DotLine {
 public:
@@ -49,7 +43,8 @@ public:
             const int start = m_places.back();
             const int steps = static_cast<int>(std::lround((place - start) / m_pitch));
             for (int i = 1; i < steps; ++i)
-                m_places.push_back(start + nearest(static_cast<double>(place - start) * i / steps));
+                m_places.push_back(
+                    start + nearestPixel(static_cast<double>(place - start) * i / steps));
         }
         m_places.push_back(place);
     }
@@ -59,8 +54,8 @@ public:
         const int first = m_places.front();
         const int last = m_places.back();
         for (int i = 1; i <= count; ++i) {
-            m_places.insert(m_places.begin(), first - nearest(i * m_pitch));
-            m_places.push_back(last + nearest(i * m_pitch));
+            m_places.insert(m_places.begin(), first - nearestPixel(i * m_pitch));
+            m_places.push_back(last + nearestPixel(i * m_pitch));
         }
     }
 
@@ -80,22 +75,23 @@ struct Dots {
 // The dots of the characters and, between and beside them, as many as there is room for.
 Dots dotsOfDisplay(const QTransform& toPixels)
 {
-    const QSize cell(nearest(DotGrid::CellWidth * toPixels.m11()),
-        nearest(DotGrid::CellHeight * toPixels.m22()));
+    const QSize cell(nearestPixel(DotGrid::CellWidth * toPixels.m11()),
+        nearestPixel(DotGrid::CellHeight * toPixels.m22()));
     const DotGrid grid(cell);
-    DotLine columns(cell.width() * DotGrid::Pitch / DotGrid::CellWidth);
+    DotLine columns(grid.horizontalPitch());
     for (const double zone : ZoneLefts) {
         for (int k = 0; k < ZoneLength; ++k) {
-            const int left = nearest(toPixels.m11() * (zone + k * CharacterPitch) + toPixels.dx());
+            const int left
+                = nearestPixel(toPixels.m11() * (zone + k * CharacterPitch) + toPixels.dx());
             for (int column = 0; column < DotColumns; ++column)
                 columns.add(left + grid.dot(0, column).left());
         }
     }
     columns.extend(ColumnsBeside);
-    DotLine rows(cell.height() * DotGrid::Pitch / DotGrid::CellHeight);
+    DotLine rows(grid.verticalPitch());
     for (const double top : RowTops) {
         for (int row = 0; row < DotRows; ++row)
-            rows.add(nearest(toPixels.m22() * top + toPixels.dy()) + grid.dot(row, 0).top());
+            rows.add(nearestPixel(toPixels.m22() * top + toPixels.dy()) + grid.dot(row, 0).top());
     }
     rows.extend(RowsBeside);
     return { columns.places(), rows.places(), grid.side() };

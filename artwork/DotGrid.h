@@ -24,10 +24,13 @@ public:
     // The pixels of a dot. Column 5 lies between this character and the next one.
     [[nodiscard]] QRect dot(int row, int column) const;
     [[nodiscard]] int side() const { return m_side; } // of a dot, in pixels
-    [[nodiscard]] double pitch() const; // the smaller one of both directions, in pixels
+    // Pixels from dot to dot.
+    [[nodiscard]] double horizontalPitch() const { return m_horizontal; }
+    [[nodiscard]] double verticalPitch() const { return m_vertical; }
+    [[nodiscard]] double pitch() const; // the smaller one of both
 
 private:
-    double m_horizontal; // pixels from dot to dot
+    double m_horizontal;
     double m_vertical;
     int m_side;
 };

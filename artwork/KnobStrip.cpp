@@ -3,6 +3,7 @@
 #include "artwork/Canvas.h"
 #include "artwork/Light.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <numbers>

@@ -1,17 +1,13 @@
 #include "panel/PanelCanvas.h"
 
+#include "common/NearestPixel.h"
+
+#include <algorithm>
 #include <cmath>
 
 namespace kestrel {
 
 namespace {
-// The artwork of the display rounds in the same way, so that its dots lie below the characters'.
-int nearest(double value)
-{
-    constexpr double Inaccuracy = 1e-6;
-    return static_cast<int>(std::floor(value + 0.5 + Inaccuracy));
-}
-
 constexpr double FarthestPixel = 1 << 20; // far beyond any screen
 
 // Other rectangles would overflow the arithmetic on whole pixels.
@@ -93,9 +89,10 @@ void PanelCanvas::fill(const QColor& colour)
 
 QRect PanelCanvas::onDevice(const QRectF& destination) const
 {
-    return { nearest(destination.left() * m_horizontal), nearest(destination.top() * m_vertical),
-        std::max(1, nearest(destination.width() * m_horizontal)),
-        std::max(1, nearest(destination.height() * m_vertical)) };
+    return { nearestPixel(destination.left() * m_horizontal),
+        nearestPixel(destination.top() * m_vertical),
+        std::max(1, nearestPixel(destination.width() * m_horizontal)),
+        std::max(1, nearestPixel(destination.height() * m_vertical)) };
 }
 
 void PanelCanvas::draw(const InterfaceImage& image, const QRectF& source, const QRectF& destination,
@@ -129,10 +126,10 @@ void PanelCanvas::drawLight(
     // piece.
     const QRectF piece = fromBottomLeft(destination, m_content);
     const QRect device
-        = onDevice(piece).marginsAdded({ nearest((piece.left() - place.left()) * m_horizontal),
-            nearest((piece.top() - place.top()) * m_vertical),
-            nearest((place.right() - piece.right()) * m_horizontal),
-            nearest((place.bottom() - piece.bottom()) * m_vertical) });
+        = onDevice(piece).marginsAdded({ nearestPixel((piece.left() - place.left()) * m_horizontal),
+            nearestPixel((piece.top() - place.top()) * m_vertical),
+            nearestPixel((place.right() - piece.right()) * m_horizontal),
+            nearestPixel((place.bottom() - piece.bottom()) * m_vertical) });
     if (!m_wanted.intersects(device))
         return;
     const DrawnPicture& picture = *image.drawn();

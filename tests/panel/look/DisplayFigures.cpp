@@ -1,10 +1,13 @@
 #include "tests/panel/look/DisplayFigures.h"
 
+#include "common/NearestPixel.h"
 #include "panel/PanelCanvas.h"
 #include "tests/panel/look/Luminance.h"
 
 #include <QPainter>
 
+#include <algorithm>
+#include <array>
 #include <numeric>
 #include <string>
 #include <string_view>
@@ -16,11 +19,6 @@ namespace {
 constexpr double BrightestShare = 0.05;
 
 using Bytes = std::vector<std::uint8_t>;
-
-int nearest(double value)
-{
-    return static_cast<int>(std::floor(value + 0.5 + 1e-6));
-}
 
 void show(PlugInPanelView& view, std::uint8_t zone, std::string_view text)
 {
@@ -46,8 +44,10 @@ public:
     {
         const QRectF units = PanelCanvas::fromBottomLeft(
             PanelLayout::cell(zone, k), QRectF(0, 0, PanelLayout::Width, PanelLayout::Height));
-        return { QPoint(nearest(units.x() * m_horizontal), nearest(units.y() * m_vertical)),
-            QSize(nearest(units.width() * m_horizontal), nearest(units.height() * m_vertical)) };
+        return { QPoint(
+                     nearestPixel(units.x() * m_horizontal), nearestPixel(units.y() * m_vertical)),
+            QSize(nearestPixel(units.width() * m_horizontal),
+                nearestPixel(units.height() * m_vertical)) };
     }
 
     [[nodiscard]] double luminanceAt(int x, int y) const { return luminance(m_image.pixel(x, y)); }
@@ -97,19 +97,26 @@ double meanOfBrightest(std::vector<double>& values)
     return std::accumulate(values.end() - count, values.end(), 0.0) / static_cast<double>(count);
 }
 
+// Calls `action` with the zone and the place in it of each character.
+template <typename Do> void forEachCharacter(const Do& action)
+{
+    for (std::size_t zone = 0; zone < PanelLayout::DrawnZones; ++zone) {
+        for (std::size_t k = 0; k < PanelLayout::ZoneLength; ++k)
+            action(zone, k);
+    }
+}
+
 double textContrast(PlugInPanelView& view, double density)
 {
     showEditing(view);
     const Painting painting(view, density);
     std::vector<double> text;
     std::vector<double> glass;
-    for (std::size_t zone = 0; zone < PanelLayout::DrawnZones; ++zone) {
-        for (std::size_t k = 0; k < PanelLayout::ZoneLength; ++k) {
-            painting.collect(painting.cell(zone, k), text);
-            if ((*view.myZonesArray())[zone][k] == ' ')
-                painting.collect(painting.cell(zone, k), glass);
-        }
-    }
+    forEachCharacter([&](std::size_t zone, std::size_t k) {
+        painting.collect(painting.cell(zone, k), text);
+        if ((*view.myZonesArray())[zone][k] == ' ')
+            painting.collect(painting.cell(zone, k), glass);
+    });
     return contrastOf(meanOfBrightest(text), median(glass));
 }
 
@@ -137,20 +144,15 @@ double stemEvenness(PlugInPanelView& view, double density)
     showEverywhere(view, "H|H|H|H|H|");
     const Painting painting(view, density);
     Range stems;
-    for (std::size_t zone = 0; zone < PanelLayout::DrawnZones; ++zone) {
-        for (std::size_t k = 0; k < PanelLayout::ZoneLength; ++k) {
-            QRect cell = painting.cell(zone, k);
-            cell.setHeight(std::max(1, cell.height() * 3 / 13)); // above the bar of "H"
-            if (k % 2 == 1) {
-                stems.include(painting.brightestLine(cell, false));
-                continue;
-            }
-            const int half = cell.width() / 2;
-            stems.include(
-                painting.brightestLine(cell.adjusted(0, 0, half - cell.width(), 0), false));
-            stems.include(painting.brightestLine(cell.adjusted(half, 0, 0, 0), false));
-        }
-    }
+    forEachCharacter([&](std::size_t zone, std::size_t k) {
+        QRect cell = painting.cell(zone, k);
+        cell.setHeight(std::max(1, cell.height() * 3 / 13)); // above the bar of "H"
+        if (k % 2 == 1)
+            return stems.include(painting.brightestLine(cell, false));
+        const int half = cell.width() / 2;
+        stems.include(painting.brightestLine(cell.adjusted(0, 0, half - cell.width(), 0), false));
+        stems.include(painting.brightestLine(cell.adjusted(half, 0, 0, 0), false));
+    });
     return stems.evenness();
 }
 
@@ -159,22 +161,19 @@ double barEvenness(PlugInPanelView& view, double density)
     showEverywhere(view, "EEEEEEEEEE");
     const Painting painting(view, density);
     Range bars;
-    for (std::size_t zone = 0; zone < PanelLayout::DrawnZones; ++zone) {
-        for (std::size_t k = 0; k < PanelLayout::ZoneLength; ++k) {
-            const QRect cell = painting.cell(zone, k);
-            // The bars are in the rows 0, 3 and 6 of dots that are 1.5 units apart. All of them
-            // have the second to the fourth dot.
-            for (const int row : { 0, 3, 6 }) {
-                const int top
-                    = std::max(0, static_cast<int>((row * 1.5 - 0.75) / 13 * cell.height()));
-                const int bottom = static_cast<int>((row * 1.5 + 1.75) / 13 * cell.height());
-                bars.include(
-                    painting.brightestLine(QRect(cell.left() + cell.width() / 4, cell.top() + top,
-                                               std::max(1, cell.width() * 3 / 8), bottom - top + 1),
-                        true));
-            }
+    forEachCharacter([&](std::size_t zone, std::size_t k) {
+        const QRect cell = painting.cell(zone, k);
+        // The bars are in the rows 0, 3 and 6 of dots that are 1.5 units apart. All of them have
+        // the second to the fourth dot.
+        for (const int row : { 0, 3, 6 }) {
+            const int top = std::max(0, static_cast<int>((row * 1.5 - 0.75) / 13 * cell.height()));
+            const int bottom = static_cast<int>((row * 1.5 + 1.75) / 13 * cell.height());
+            bars.include(
+                painting.brightestLine(QRect(cell.left() + cell.width() / 4, cell.top() + top,
+                                           std::max(1, cell.width() * 3 / 8), bottom - top + 1),
+                    true));
         }
-    }
+    });
     return bars.evenness();
 }
 } // namespace

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cmath>
+
+namespace kestrel {
+
+// Rounds a place on the panel to whole device pixels. Everything that must lie on the same pixels
+// rounds with this: characters, and the unlit dots of the background below them.
+[[nodiscard]] inline int nearestPixel(double value)
+{
+    constexpr double Inaccuracy = 1e-6;
+    return static_cast<int>(std::floor(value + 0.5 + Inaccuracy));
+}
+
+} // namespace kestrel
