@@ -1,12 +1,11 @@
 #include "setup/KeyAdvice.h"
 
 #include "setup/UserAssignableButton.h"
+#include "shortcut/ControlDrawing.h"
 
 namespace kestrel::KeyAdvice {
 
 namespace {
-constexpr qsizetype MostUnits = 256; // of each line: names and shortcuts may come from a file
-
 // After a click the first field has the focus, and takes F2 and Return as shortcuts.
 const QString HowToRename
     = QStringLiteral("Double-click to name it, or press F2 or Return while the key has the focus");
@@ -23,7 +22,7 @@ QString toolTip(const UserAssignableButton& key)
     lines.append(key.marks().words());
     lines.append(key.mayBeRenamed() ? HowToRename : NotYet);
     for (QString& line : lines)
-        line.truncate(MostUnits);
+        line.truncate(MostShownUnits);
     return lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
 }
 

@@ -16,9 +16,6 @@ constexpr double NameMargins = 12;
 constexpr double LeftMargin = 5; // for names of more than one line
 constexpr double CornerRadius = 7;
 
-// Four lines hold far fewer UTF-16 units. Measuring more would cost time for nothing.
-constexpr qsizetype MostUnits = 256;
-
 struct Images {
     InterfaceImage UserAssignableButtonOnImage;
     InterfaceImage UserAssignableButtonOffImage;
@@ -83,7 +80,7 @@ void UserAssignableButton::drawName(QPainter& painter)
     const QFontMetricsF metrics(createFontAttribute().font);
     const auto measure
         = [&](QStringView text) { return metrics.horizontalAdvance(text.toString()); };
-    const QStringView name = QStringView(m_uniqueName).left(MostUnits);
+    const QStringView name = QStringView(m_uniqueName).left(MostShownUnits);
     const double usableWidth = width() - NameMargins;
     const int lineCount = TitleLayout::lineCount(measure(name), usableWidth);
     const auto lines = TitleLayout::brokenName(
@@ -107,7 +104,7 @@ void UserAssignableButton::drawLine(QPainter& painter, QPointF topLeft, QStringV
     painter.setPen(m_attributes.foreground);
     const QRectF place(topLeft, QSizeF(size()));
     const double usableWidth = width() - NameMargins;
-    const QString whole = text.left(MostUnits).toString();
+    const QString whole = text.left(MostShownUnits).toString();
     painter.setFont(tightened(m_attributes.font, whole, usableWidth));
     const QString shown
         = QFontMetricsF(painter.font()).elidedText(whole, Qt::ElideRight, usableWidth);

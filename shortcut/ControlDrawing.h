@@ -11,6 +11,10 @@ namespace kestrel {
 
 class InterfaceImage;
 
+// The most UTF-16 units of one text, which may come from a file, that are shown. A control holds
+// far fewer. Measuring more would cost time for nothing.
+inline constexpr qsizetype MostShownUnits = 256;
+
 // Draws the picture at its own size, in the pixel density of the device.
 void drawImage(QPainter& painter, const InterfaceImage& image, QPointF origin, double opacity = 1);
 

@@ -1,12 +1,11 @@
 #include "shortcut/FieldAdvice.h"
 
+#include "shortcut/ControlDrawing.h"
 #include "shortcut/ShortcutFieldController.h"
 
 namespace kestrel::FieldAdvice {
 
 namespace {
-
-constexpr qsizetype MostUnits = 256; // of a name, which may come from a file
 
 const QString Use
     = QStringLiteral("Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
@@ -32,7 +31,7 @@ QString refusal(const MyShortcutField& field)
     if (!other)
         return {};
     return QStringLiteral("A key takes only one function key, F1 to F20, and %1 holds %2")
-        .arg(other->accessibleName(), other->getInputCharacters().left(MostUnits));
+        .arg(other->accessibleName(), other->getInputCharacters().left(MostShownUnits));
 }
 
 QString toolTip(const MyShortcutField& field)

@@ -14,7 +14,6 @@ namespace {
 
 constexpr double Inset = 5;
 constexpr qsizetype MostLines = 2;
-constexpr qsizetype MostUnits = 256; // per line; a field shows far fewer
 constexpr QColor QuietColor(126, 131, 134);
 constexpr QColor WarningColor(255, 128, 96);
 
@@ -42,7 +41,7 @@ void MyShortcutField::drawRect()
     const double lineHeight = painter.fontMetrics().height();
     double top = (height() - lineHeight * static_cast<double>(lines.size())) / 2;
     for (const QString& line : lines) {
-        const QString shown = line.left(MostUnits);
+        const QString shown = line.left(MostShownUnits);
         const QRectF place(Inset, top, right - Inset, lineHeight);
         painter.setFont(tightened(font(), shown, place.width()));
         painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, shown);
