@@ -238,6 +238,14 @@ protected:
             QDateTime::currentDateTime().addSecs(-seconds), QFileDevice::FileModificationTime));
     }
 
+    // The defaults were last stored an hour from now.
+    void setClockBack()
+    {
+        const std::string inAnHour
+            = std::to_string(QDateTime::currentDateTime().addSecs(3600).toMSecsSinceEpoch());
+        defaults.content["KestrelAssignmentsStoredAt"] = Bytes(inAnHour.begin(), inAnHour.end());
+    }
+
     QTemporaryDir folder;
 };
 
@@ -359,9 +367,7 @@ TEST_F(RecoveryFile, wins_over_older_defaults)
 
 TEST_F(RecoveryFile, wins_over_defaults_from_before_the_clock_was_set_back)
 {
-    const std::string inAnHour
-        = std::to_string(QDateTime::currentDateTime().addSecs(3600).toMSecsSinceEpoch());
-    defaults.content["KestrelAssignmentsStoredAt"] = Bytes(inAnHour.begin(), inAnHour.end());
+    setClockBack();
     StoredAssignments killed = run();
     killed.setupShortcutKey();
     killed.myUserAssignFile()->setShortcutTitle("Undo", 1);
@@ -373,9 +379,7 @@ TEST_F(RecoveryFile, wins_over_defaults_from_before_the_clock_was_set_back)
 
 TEST_F(RecoveryFile, is_older_than_what_is_stored_after_the_clock_was_set_back)
 {
-    const std::string inAnHour
-        = std::to_string(QDateTime::currentDateTime().addSecs(3600).toMSecsSinceEpoch());
-    defaults.content["KestrelAssignmentsStoredAt"] = Bytes(inAnHour.begin(), inAnHour.end());
+    setClockBack();
     StoredAssignments other = run();
     other.setupShortcutKey();
     StoredAssignments killed = run();
