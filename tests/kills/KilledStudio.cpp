@@ -172,28 +172,28 @@ void KilledStudio::save()
     check(m_studio.studio.start("kestrel")->wait(ProgramTimeout) == 0, "no second start");
     m_setup.person.waitUntilShown(m_setup.Title);
     m_setup.openSaveSheet();
-    m_setup.person.type(savedFile().string());
     const bool isReplacing = std::filesystem::exists(savedFile());
-    m_setup.person.press("Return");
-    if (!isReplacing)
-        return;
     // The list of completions, which comes up at any time, takes a Return for itself.
-    for (int attempt = 0; !isAsked(); ++attempt) {
-        check(attempt < 5, "the program does not ask whether to replace the file");
+    for (int attempt = 0; attempt == 0 || !isAnswered(); ++attempt) {
+        check(attempt < 5, "the program does not take the name of a file to save");
+        m_setup.person.press("ctrl+a");
+        m_setup.person.type(savedFile().string());
         m_setup.person.press("Return");
     }
-    m_setup.person.press("alt+y");
+    if (isReplacing)
+        m_setup.person.press("alt+y");
 }
 
-// True when the question whether to replace the file comes up. It has the title of the sheet.
-bool KilledStudio::isAsked() const
+// True when the sheet has gone, or when the question whether to replace the file, which has the
+// title of the sheet, comes up.
+bool KilledStudio::isAnswered() const
 {
     return stage::comesTrue(
         [this] {
             const auto windows = stage::shownWindows(m_studio.studio.displayName(), "kestrel");
             return std::count_if(windows.begin(), windows.end(), [](const auto& window) {
                 return window.title == stage::SetupWindowOnScreen::SaveTitle;
-            }) == 2;
+            }) != 1;
         },
         QuestionTimeout);
 }

@@ -41,7 +41,7 @@ private:
     void startAgain();
 
     void save();
-    [[nodiscard]] bool isAsked() const;
+    [[nodiscard]] bool isAnswered() const;
     // Gives the running program the set that is not live.
     [[nodiscard]] RunningStudio::Process openOtherSet();
     [[nodiscard]] std::string otherSet() const;
