@@ -9,9 +9,11 @@
 // layout plays no part.
 namespace kestrel::EvdevKeyMap {
 
+constexpr int XOffset = 8; // from the KEY_ code of the kernel to the X keycode
+
 struct Pair {
     KeyCode keyCode = 0;
-    int evdev = 0; // a KEY_ code of the kernel; the X keycode is 8 higher
+    int evdev = 0; // a KEY_ code of the kernel
 };
 
 // The mapping is one to one. No value for a key that has no counterpart.

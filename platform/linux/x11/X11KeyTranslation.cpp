@@ -11,7 +11,6 @@ namespace kestrel {
 
 namespace {
 
-constexpr std::uint32_t EvdevOffset = 8; // an X keycode is the evdev code plus this
 constexpr std::uint32_t LargestXKeyCode = 255;
 
 // Modifier bits in the state of an X key event. Every common keyboard description has Alt on Mod1
@@ -46,9 +45,10 @@ X11KeyTranslation::X11KeyTranslation(std::shared_ptr<X11Session> session)
 std::optional<TranslatedKey> X11KeyTranslation::translate(const NativeKeyEvent& event)
 {
     constexpr auto LargestCode = static_cast<std::uint32_t>(std::numeric_limits<int>::max());
-    if (event.scanCode < EvdevOffset || event.scanCode > LargestCode)
+    if (event.scanCode < std::uint32_t { EvdevKeyMap::XOffset } || event.scanCode > LargestCode)
         return std::nullopt;
-    const auto keyCode = EvdevKeyMap::keyCode(static_cast<int>(event.scanCode - EvdevOffset));
+    const auto keyCode
+        = EvdevKeyMap::keyCode(static_cast<int>(event.scanCode) - EvdevKeyMap::XOffset);
     if (!keyCode || isModifierKey(*keyCode))
         return std::nullopt;
     ModifierFlags flags = NonCoalesced;

@@ -11,7 +11,6 @@
 namespace kestrel {
 
 namespace {
-constexpr int EvdevOffset = 8; // an X keycode is the evdev code plus this
 constexpr int MaxXKeyCode = 255;
 
 struct NamedModifier {
@@ -29,9 +28,9 @@ constexpr std::array NamedModifiers {
 std::optional<XKeyCode> xKeyCode(KeyCode keyCode)
 {
     const auto evdev = EvdevKeyMap::evdevCode(keyCode);
-    if (!evdev || *evdev + EvdevOffset > MaxXKeyCode)
+    if (!evdev || *evdev + EvdevKeyMap::XOffset > MaxXKeyCode)
         return {};
-    return static_cast<XKeyCode>(*evdev + EvdevOffset);
+    return static_cast<XKeyCode>(*evdev + EvdevKeyMap::XOffset);
 }
 } // namespace
 
