@@ -6,9 +6,6 @@
 namespace kestrel::test {
 
 namespace {
-constexpr xcb_keycode_t Shift = 50;
-constexpr xcb_keycode_t RightShift = 62;
-constexpr xcb_keycode_t Super = 133;
 
 // The user holds modifier keys on the real keyboard while console keys are pressed.
 class HeldModifiers : public X11Bench {
@@ -23,7 +20,7 @@ protected:
 
 TEST_F(HeldModifiers, an_unnamed_one_is_taken_away_for_the_press_and_given_back)
 {
-    userPresses(Shift);
+    userPresses(XKey::Shift);
     pressShortcut(KeyS, Modifier::Command);
     EXPECT_EQ(received(),
         "Shift up Shift; Super down; S down Super; Shift down Super; Super up Shift+Super");
@@ -31,56 +28,56 @@ TEST_F(HeldModifiers, an_unnamed_one_is_taken_away_for_the_press_and_given_back)
     releaseShortcut(KeyS, Modifier::Command);
     EXPECT_EQ(received(), "S up Shift");
 
-    user->release(Shift);
+    user->release(XKey::Shift);
     EXPECT_EQ(received(), "Shift up Shift");
     EXPECT_TRUE(user->keysDown().none());
 }
 
 TEST_F(HeldModifiers, an_unnamed_one_is_taken_away_from_a_plain_key_too)
 {
-    userPresses(Shift);
+    userPresses(XKey::Shift);
     pressShortcut(KeyA, 0);
     EXPECT_EQ(received(), "Shift up Shift; A down; Shift down");
 }
 
 TEST_F(HeldModifiers, the_key_that_is_really_held_is_the_one_taken_away)
 {
-    userPresses(RightShift);
+    userPresses(XKey::RightShift);
     pressShortcut(KeyA, 0);
     EXPECT_EQ(received(), "RightShift up Shift; A down; RightShift down");
-    user->release(RightShift);
+    user->release(XKey::RightShift);
     EXPECT_EQ(received(), "RightShift up Shift");
     EXPECT_EQ(user->modifiers(), 0u);
 }
 
 TEST_F(HeldModifiers, a_named_one_stays_with_the_user)
 {
-    userPresses(Super);
+    userPresses(XKey::Super);
     pressShortcut(KeyS, Modifier::Command);
     EXPECT_EQ(received(), "S down Super");
     releaseShortcut(KeyS, Modifier::Command);
     EXPECT_EQ(received(), "S up Super");
-    user->release(Super);
+    user->release(XKey::Super);
     EXPECT_EQ(received(), "Super up Super");
     EXPECT_TRUE(user->keysDown().none());
 }
 
 TEST_F(HeldModifiers, a_named_one_works_again_after_the_user_has_let_go)
 {
-    userPresses(Super);
+    userPresses(XKey::Super);
     pressShortcut(KeyS, Modifier::Command);
-    user->release(Super);
+    user->release(XKey::Super);
     received();
     pressShortcut(KeyS, Modifier::Command);
     EXPECT_EQ(received(), "Super down; S up Super; S down Super; Super up Super");
-    EXPECT_FALSE(user->keysDown().test(Super));
+    EXPECT_FALSE(user->keysDown().test(XKey::Super));
 }
 
 TEST_F(HeldModifiers, one_pressed_during_the_hold_is_taken_away_from_the_next_press)
 {
     pressShortcut(KeyS, Modifier::Command);
     received();
-    userPresses(Shift);
+    userPresses(XKey::Shift);
     pressShortcut(KeyA, 0);
     EXPECT_EQ(received(), "Shift up Shift; A down; Shift down");
 }
@@ -90,8 +87,8 @@ TEST_F(HeldModifiers, one_pressed_during_the_hold_is_taken_away_from_the_next_pr
 // corrects this while only the loop runs.
 TEST_F(HeldModifiers, one_let_go_of_while_a_press_is_on_its_way_does_not_stick)
 {
-    userPresses(Shift);
-    user->releaseThrough(session->connection.xcb(), Shift);
+    userPresses(XKey::Shift);
+    user->releaseThrough(session->connection.xcb(), XKey::Shift);
     pressShortcut(KeyA, 0);
     EXPECT_TRUE(loop.runUntil([this] { return user->keysDown() == XKeySet().set(38); }));
     EXPECT_EQ(received(), "Shift up Shift; A down; Shift down; Shift up Shift");
@@ -99,7 +96,7 @@ TEST_F(HeldModifiers, one_let_go_of_while_a_press_is_on_its_way_does_not_stick)
 
 TEST_F(HeldModifiers, following_them_costs_nothing_while_none_changes)
 {
-    userPresses(Shift);
+    userPresses(XKey::Shift);
     const auto before = session->connection.roundTrips();
     for (int press = 0; press < 20; ++press) {
         pressShortcut(KeyS, Modifier::Command);
@@ -114,7 +111,8 @@ TEST_F(HeldModifiers, one_that_another_program_holds_through_xtest_stays_with_it
 {
     const XClient other(server->display());
     const auto post = [&](std::uint8_t type) {
-        xcb_test_fake_input(other.xcb(), type, Shift, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+        xcb_test_fake_input(
+            other.xcb(), type, XKey::Shift, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
         other.synchronise();
         settle();
         received();
@@ -136,13 +134,13 @@ TEST_F(HeldModifiers, one_that_another_program_holds_through_xtest_stays_with_it
 
 TEST_F(HeldModifiers, one_that_stood_in_at_the_end_is_not_left_down)
 {
-    userPresses(Shift);
+    userPresses(XKey::Shift);
     pressShortcut(KeyA, 0);
-    user->release(Shift);
+    user->release(XKey::Shift);
     stop();
     EXPECT_TRUE(user->keysDown().none());
-    user->press(Shift);
-    user->release(Shift);
+    user->press(XKey::Shift);
+    user->release(XKey::Shift);
     EXPECT_EQ(user->modifiers(), 0u);
 }
 

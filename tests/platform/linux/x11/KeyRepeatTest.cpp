@@ -7,7 +7,6 @@ namespace kestrel::test {
 
 namespace {
 using Result = KeyEvents::Result;
-constexpr xcb_keycode_t A = 38;
 
 class KeyRepeat : public X11Bench {
 protected:
@@ -31,13 +30,13 @@ protected:
     bool repeatsWhenHeldThroughXTest()
     {
         workstation->keys();
-        post(true, A);
+        post(true, XKey::A);
         std::string keys;
         const bool repeated = loop.runUntil([&] {
             keys += workstation->keys();
             return keys.find("A down; ") != std::string::npos || keys.size() > 12;
         });
-        post(false, A);
+        post(false, XKey::A);
         workstation->keys();
         return repeated;
     }
@@ -52,8 +51,8 @@ TEST_F(KeyRepeat, a_key_that_is_held_for_a_while_is_pressed_once)
 TEST_F(KeyRepeat, not_even_when_another_program_typed_through_XTest_just_before)
 {
     stop();
-    post(true, A);
-    post(false, A);
+    post(true, XKey::A);
+    post(false, XKey::A);
     start();
     settle();
     workstation->keys();
@@ -64,13 +63,13 @@ TEST_F(KeyRepeat, the_users_own_keyboard_goes_on_repeating)
 {
     EXPECT_EQ(heldForAWhile(), "A down");
     EXPECT_TRUE(user->repeats(user->device()));
-    user->press(A);
+    user->press(XKey::A);
     std::string keys;
     EXPECT_TRUE(loop.runUntil([&] {
         keys += workstation->keys();
         return keys.find("A up") != std::string::npos;
     }));
-    user->release(A);
+    user->release(XKey::A);
 }
 
 TEST_F(KeyRepeat, everything_repeats_as_before_when_the_adapter_has_ended)

@@ -10,8 +10,6 @@ namespace kestrel::test {
 namespace {
 using stage::milliseconds;
 
-constexpr xcb_keycode_t Shift = 50;
-
 class LeftoverKeys : public X11Bench {
 protected:
     std::unique_ptr<stage::ChildProcess> runHolder()
@@ -148,7 +146,7 @@ TEST_F(LeftoverKeys, stay_in_the_journal_until_the_server_has_said_something_aft
     EXPECT_EQ(release(KeyA), KeyEvents::Result::Posted);
     EXPECT_TRUE(journalFile().test(38));
     EXPECT_EQ(workstation->keys(), "A up");
-    user->press(Shift);
+    user->press(XKey::Shift);
     EXPECT_TRUE(loop.runUntil([this] { return journalFile().none(); }));
 }
 
@@ -158,7 +156,7 @@ TEST_F(LeftoverKeys, stay_in_the_journal_when_they_are_pressed_again_meanwhile)
     EXPECT_EQ(release(KeyA), KeyEvents::Result::Posted);
     EXPECT_EQ(press(KeyA), KeyEvents::Result::Posted);
     EXPECT_EQ(received(), "A down; A up; A down");
-    user->press(Shift);
+    user->press(XKey::Shift);
     EXPECT_EQ(received(), "Shift down");
     EXPECT_TRUE(journalFile().test(38));
 }

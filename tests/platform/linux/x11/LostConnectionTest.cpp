@@ -12,8 +12,6 @@ namespace kestrel::test {
 namespace {
 using Result = KeyEvents::Result;
 
-constexpr xcb_keycode_t A = 38, Shift = 50;
-
 class LostConnection : public X11Bench {
 protected:
     // Kills the connection, as a window manager may when the user closes a frozen program.
@@ -107,7 +105,7 @@ TEST_F(LostConnection, keys_held_through_it_are_let_go_of_by_the_next_one)
 TEST_F(LostConnection, what_another_program_holds_by_then_is_left_alone)
 {
     const auto othersKeyA = [this](std::uint8_t type) {
-        xcb_test_fake_input(user->xcb(), type, A, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+        xcb_test_fake_input(user->xcb(), type, XKey::A, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
         user->synchronise();
     };
     EXPECT_EQ(press(KeyA), Result::Posted);
@@ -116,7 +114,7 @@ TEST_F(LostConnection, what_another_program_holds_by_then_is_left_alone)
         killOurConnection();
         EXPECT_EQ(visited(), "");
         EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
-        EXPECT_EQ(user->keysDown().test(A), isHeldByOther);
+        EXPECT_EQ(user->keysDown().test(XKey::A), isHeldByOther);
         othersKeyA(isHeldByOther ? XCB_KEY_RELEASE : XCB_KEY_PRESS);
     }
 }
@@ -128,12 +126,12 @@ TEST_F(LostConnection, what_stood_in_for_the_user_is_let_go_of_without_a_journal
     ASSERT_TRUE(other.isOpen());
     start();
     bringToFront(*workstation);
-    user->press(Shift);
+    user->press(XKey::Shift);
     EXPECT_EQ(received(), "Shift down");
     EXPECT_EQ(press(KeyA), Result::Posted);
     EXPECT_EQ(received(), "Shift up Shift; A down; Shift down");
     killOurConnection();
-    user->release(Shift);
+    user->release(XKey::Shift);
     EXPECT_EQ(visited(), "");
     EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
     EXPECT_TRUE(user->keysDown().none());
@@ -144,7 +142,7 @@ TEST_F(LostConnection, what_stood_in_for_the_user_is_let_go_of_without_a_journal
 
 TEST_F(LostConnection, a_successor_that_takes_no_key_events_still_tells_who_is_in_front)
 {
-    user->press(Shift);
+    user->press(XKey::Shift);
     EXPECT_EQ(received(), "Shift down");
     EXPECT_EQ(press(KeyA), Result::Posted);
     settle();

@@ -15,6 +15,11 @@
 
 namespace kestrel::test {
 
+// X keycodes of keys of a PC keyboard.
+namespace XKey {
+constexpr xcb_keycode_t A = 38, Shift = 50, RightShift = 62, Super = 133;
+}
+
 // A private X server with a window manager, a workstation window in front, the adapters under test,
 // and separate journals.
 class X11Bench : public ::testing::Test {
