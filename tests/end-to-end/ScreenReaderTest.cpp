@@ -98,15 +98,19 @@ TEST_F(ScreenReader, reads_the_panel_and_works_the_setup_window)
     EXPECT_TRUE(comesTrue([&] { return alert.hasState(Showing); }));
     EXPECT_EQ(alert.name(), "Not Available");
 
-    for (const auto& [key, shown] :
-        { std::pair { "Tab", "TAB" }, { "Escape", "ESC" }, { "Return", "RETURN" } }) {
+    struct Key {
+        const char* name;
+        const char* shown;
+    };
+    for (const Key& key :
+        { Key { "Tab", "TAB" }, Key { "Escape", "ESC" }, Key { "Return", "RETURN" } }) {
         EXPECT_TRUE(second.grabFocus());
-        setup.person.press(key);
-        EXPECT_TRUE(comesTrue([&] { return second.wholeText() == shown; })) << key;
+        setup.person.press(key.name);
+        EXPECT_TRUE(comesTrue([&] { return second.wholeText() == key.shown; })) << key.name;
         EXPECT_TRUE(second.hasState(Focused)) << "the field takes the key itself";
         const AccessibleObject cancel = window.child("Cancel").value();
         EXPECT_TRUE(cancel.grabFocus());
-        EXPECT_TRUE(comesTrue([&] { return cancel.hasState(Focused); })) << key;
+        EXPECT_TRUE(comesTrue([&] { return cancel.hasState(Focused); })) << key.name;
     }
 
     const AccessibleObject key = window.child("User-assignable button 1, Record").value();

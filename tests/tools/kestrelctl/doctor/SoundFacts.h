@@ -38,7 +38,7 @@ inline ctl::DoctorFacts soundFacts()
     facts.system.midi.libraryOfKestrel = SystemFacts::Library::JACK;
     facts.system.midi.serverRuns = true;
     facts.system.midi.devices = { device("system", 1, 0), device("ZENTA", 5, 5) };
-    facts.system.autostart.emplace();
+    facts.system.autostart = SystemFacts::Autostart();
     facts.system.files.openedBy = "com.holvik.kestrel.desktop";
     facts.defaults.place = "/home/me/.config/com.holvik.kestrel.plist";
     return facts;
