@@ -19,7 +19,7 @@ namespace kestrel {
 namespace {
 constexpr std::chrono::milliseconds RestTime { 500 };
 constexpr QSize LikelyDecoration(8, 40); // assumed until the window has its decoration
-constexpr int FarthestPixel = 32767; // no window system places anything beyond it
+constexpr int FarthestPlace = 32767; // no window system places anything beyond it
 
 std::span<const std::uint8_t> bytes(const QByteArray& text)
 {
@@ -38,7 +38,7 @@ std::optional<QRect> parsed(const DefaultsStore::Bytes& stored)
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         bool isNumber = false;
         numbers[i] = fields[static_cast<qsizetype>(i)].toInt(&isNumber);
-        if (!isNumber || std::abs(numbers[i]) > FarthestPixel)
+        if (!isNumber || std::abs(numbers[i]) > FarthestPlace)
             return std::nullopt;
     }
     const auto [left, top, width, height] = numbers;

@@ -11,7 +11,7 @@
 namespace kestrel {
 
 namespace {
-using Type = ArchiveValue::Type;
+using ValueType = ArchiveValue::Type;
 
 JsonValue tagged(const QString& tag, JsonValue value)
 {
@@ -30,7 +30,7 @@ std::uint64_t bitsOf(double value)
 JsonValue integer(const ArchiveValue& value)
 {
     const std::int64_t number = value.toInt64();
-    if (value.type() == Type::Unsigned)
+    if (value.type() == ValueType::Unsigned)
         return tagged(ValueText::Integer,
             JsonValue::ofString(QString::number(static_cast<std::uint64_t>(number))));
     if (number > ValueText::LargestPlain || number < -ValueText::LargestPlain)
@@ -51,11 +51,11 @@ QString realText(double value)
 const void* identityOf(const ArchiveValue& value)
 {
     switch (value.type()) {
-    case Type::Array:
+    case ValueType::Array:
         return value.array().get();
-    case Type::Dictionary:
+    case ValueType::Dictionary:
         return value.dictionary().get();
-    case Type::Object:
+    case ValueType::Object:
         return value.object().get();
     default:
         return nullptr;
@@ -66,7 +66,7 @@ bool isIdentical(const ArchiveValue& left, const ArchiveValue& right)
 {
     if (left.type() != right.type() || identityOf(left) != identityOf(right))
         return false;
-    if (left.type() == Type::Real)
+    if (left.type() == ValueType::Real)
         return bitsOf(left.toDouble()) == bitsOf(right.toDouble());
     return identityOf(left) || left == right;
 }
@@ -127,25 +127,25 @@ JsonValue ValueWriter::content(const ArchiveValue& value)
 {
     JsonValue list = JsonValue::array();
     switch (value.type()) {
-    case Type::Null:
+    case ValueType::Null:
         return {};
-    case Type::Boolean:
+    case ValueType::Boolean:
         return JsonValue::ofBoolean(value.toBool());
-    case Type::Integer:
-    case Type::Unsigned:
+    case ValueType::Integer:
+    case ValueType::Unsigned:
         return integer(value);
-    case Type::Real:
+    case ValueType::Real:
         return tagged(ValueText::Real, JsonValue::ofString(realText(value.toDouble())));
-    case Type::String:
+    case ValueType::String:
         return JsonValue::ofString(value.text());
-    case Type::Data:
+    case ValueType::Data:
         return tagged(
             ValueText::Data, JsonValue::ofString(QString::fromLatin1(value.data().toBase64())));
-    case Type::Array:
+    case ValueType::Array:
         for (const ArchiveValue& element : *value.array())
             list.items.push_back(json(element));
         return list;
-    case Type::Dictionary:
+    case ValueType::Dictionary:
         for (const ArchiveDictionary::Entry& entry : *value.dictionary()) {
             JsonValue pair = JsonValue::array();
             pair.items.push_back(json(entry.key));
@@ -153,7 +153,7 @@ JsonValue ValueWriter::content(const ArchiveValue& value)
             list.items.push_back(std::move(pair));
         }
         return tagged(ValueText::Dictionary, std::move(list));
-    case Type::Object:
+    case ValueType::Object:
         break;
     }
     JsonValue classes = JsonValue::array();

@@ -12,23 +12,23 @@
 namespace kestrel::bench {
 
 namespace {
-constexpr std::int64_t LostAfter = 500'000'000; // ns
+constexpr std::int64_t AnswerLostAfter = 500'000'000; // ns
 
-struct Outcome {
+struct HeartbeatOutcome {
     Distribution atListener;
     Distribution atConsole;
     std::size_t sent = 0;
     std::size_t lost = 0;
 };
 
-void measureHeartbeat(Console& console, const AnswerListener& listener, Outcome& outcome)
+void measureHeartbeat(Console& console, const AnswerListener& listener, HeartbeatOutcome& outcome)
 {
     const auto atConsole = console.answers();
     const auto atListener = listener.answers();
     const auto sent = console.sendHeartbeat();
     ++outcome.sent;
     while (console.answers() == atConsole || listener.answers() == atListener) {
-        if (monotonicNanoseconds() > sent + LostAfter) {
+        if (monotonicNanoseconds() > sent + AnswerLostAfter) {
             ++outcome.lost;
             return;
         }
@@ -39,7 +39,7 @@ void measureHeartbeat(Console& console, const AnswerListener& listener, Outcome&
 }
 
 void measureRound(Stage& stage, const CandidateKind& kind, const Options& options,
-    std::mt19937& random, Outcome& outcome)
+    std::mt19937& random, HeartbeatOutcome& outcome)
 {
     const Candidate candidate(stage, kind);
     Console& console = stage.console();
@@ -52,7 +52,7 @@ void measureRound(Stage& stage, const CandidateKind& kind, const Options& option
     }
 }
 
-Row row(const std::string& name, const Outcome& outcome)
+Row heartbeatRow(const std::string& name, const HeartbeatOutcome& outcome)
 {
     return { name,
         { { "heartbeats", static_cast<double>(outcome.sent) },
@@ -71,7 +71,7 @@ Table heartbeatRun(Stage& stage, const std::vector<CandidateKind>& kinds, const 
     for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
     std::mt19937 random(options.seed);
-    std::vector<Outcome> outcomes(kinds.size());
+    std::vector<HeartbeatOutcome> outcomes(kinds.size());
     for (std::size_t round = 0; round < options.rounds; ++round) {
         std::shuffle(order.begin(), order.end(), random);
         for (const std::size_t i : order)
@@ -79,7 +79,7 @@ Table heartbeatRun(Stage& stage, const std::vector<CandidateKind>& kinds, const 
     }
     Table table { "From heartbeat to answer, read after the candidate and at the console", {} };
     for (std::size_t i = 0; i < kinds.size(); ++i)
-        table.rows.push_back(row(kinds[i].name, outcomes[i]));
+        table.rows.push_back(heartbeatRow(kinds[i].name, outcomes[i]));
     addRatios(table, FloorName, { "p50 µs", "p99 µs" });
     return table;
 }

@@ -46,14 +46,14 @@ double privateKibibytes(pid_t pid)
     return numberIn(file, "Private_Clean:") + numberIn(file, "Private_Dirty:");
 }
 
-struct Outcome {
+struct IdleOutcome {
     double seconds = 0;
     Work work;
     double cycles = 0;
     double privateKibibytes = 0;
 };
 
-void measureRound(Stage& stage, const CandidateKind& kind, double seconds, Outcome& outcome)
+void measureRound(Stage& stage, const CandidateKind& kind, double seconds, IdleOutcome& outcome)
 {
     const Candidate candidate(stage, kind);
     const auto start = monotonicNanoseconds();
@@ -71,7 +71,7 @@ void measureRound(Stage& stage, const CandidateKind& kind, double seconds, Outco
     outcome.privateKibibytes = privateKibibytes(candidate.pid());
 }
 
-Row row(const std::string& name, const Outcome& outcome)
+Row idleRow(const std::string& name, const IdleOutcome& outcome)
 {
     const double wakeUps = outcome.work.wakeUps / outcome.seconds;
     const double cycles = outcome.cycles / outcome.seconds;
@@ -87,7 +87,7 @@ Row row(const std::string& name, const Outcome& outcome)
 Table idleRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
 {
     constexpr int Rounds = 5; // spreads the machine's other work over all candidates
-    std::vector<Outcome> outcomes(kinds.size());
+    std::vector<IdleOutcome> outcomes(kinds.size());
     for (int round = 0; round < Rounds; ++round) {
         for (std::size_t i = 0; i < kinds.size(); ++i)
             measureRound(stage, kinds[i], double(options.idleSeconds) / Rounds, outcomes[i]);
@@ -96,7 +96,7 @@ Table idleRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Optio
         "Idle, a heartbeat each second, for " + std::to_string(options.idleSeconds) + " s", {}
     };
     for (std::size_t i = 0; i < kinds.size(); ++i)
-        table.rows.push_back(row(kinds[i].name, outcomes[i]));
+        table.rows.push_back(idleRow(kinds[i].name, outcomes[i]));
     addRatios(table, FloorName, { "CPU ms/s" });
     return table;
 }

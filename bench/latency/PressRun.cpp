@@ -13,10 +13,10 @@
 namespace kestrel::bench {
 
 namespace {
-constexpr std::int64_t LostAfter = 300'000'000; // ns
+constexpr std::int64_t KeyLostAfter = 300'000'000; // ns
 constexpr std::size_t CountedStrokes = 48; // strokes whose round trips are counted
 
-struct Outcome {
+struct PressOutcome {
     Distribution press;
     Distribution release;
     std::size_t presses = 0;
@@ -33,11 +33,11 @@ void pause(Random& random)
     std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
 }
 
-void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, Outcome& outcome)
+void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, PressOutcome& outcome)
 {
     const auto sent = stage.console().send(stroke, form);
     for (;;) {
-        const auto key = stage.window().nextKey(sent + LostAfter);
+        const auto key = stage.window().nextKey(sent + KeyLostAfter);
         if (!key) {
             ++outcome.lost;
             stage.window().letGoOfAllKeys(); // a lost release must not spoil the next press
@@ -52,7 +52,7 @@ void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, Outcome& 
     }
 }
 
-void measureRound(Stage& stage, const Options& options, Random& random, Outcome& outcome)
+void measureRound(Stage& stage, const Options& options, Random& random, PressOutcome& outcome)
 {
     const auto overrunsBefore = stage.console().overruns();
     std::uniform_int_distribution<std::size_t> buttons(0, Buttons.size() - 1);
@@ -73,14 +73,14 @@ double roundTripsPerStroke(Stage& stage, ReplyCounter& counter)
     counter.start();
     for (std::size_t n = 0; n < CountedStrokes; ++n) {
         stage.console().send(strokeOfStream(n), PressForm::TwoPackets);
-        static_cast<void>(stage.window().nextKey(monotonicNanoseconds() + LostAfter));
+        static_cast<void>(stage.window().nextKey(monotonicNanoseconds() + KeyLostAfter));
     }
     const auto replies = counter.stop();
     stage.window().letGoOfAllKeys();
     return static_cast<double>(replies) / CountedStrokes;
 }
 
-Row row(const std::string& name, const Outcome& outcome, std::optional<double> roundTrips)
+Row pressRow(const std::string& name, const PressOutcome& outcome, std::optional<double> roundTrips)
 {
     return { name,
         { { "presses", static_cast<double>(outcome.presses) },
@@ -119,8 +119,8 @@ void addQuietRatios(Table& table)
 Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
 {
     Random random(options.seed);
-    std::vector<Outcome> quiet(kinds.size());
-    std::vector<Outcome> busy(kinds.size());
+    std::vector<PressOutcome> quiet(kinds.size());
+    std::vector<PressOutcome> busy(kinds.size());
     std::vector<std::optional<double>> roundTrips(kinds.size());
     std::vector<std::size_t> order(kinds.size());
     for (std::size_t i = 0; i < order.size(); ++i)
@@ -149,9 +149,9 @@ Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Opti
             + " a press",
         {} };
     for (std::size_t i = 0; i < kinds.size(); ++i) {
-        table.rows.push_back(row(kinds[i].name, quiet[i], roundTrips[i]));
+        table.rows.push_back(pressRow(kinds[i].name, quiet[i], roundTrips[i]));
         if (options.floodPerSecond > 0)
-            table.rows.push_back(row(flooded(kinds[i], options), busy[i], {}));
+            table.rows.push_back(pressRow(flooded(kinds[i], options), busy[i], {}));
     }
     addRatios(table, FloorName, { "p50 µs", "p99 µs" });
     if (options.floodPerSecond > 0)

@@ -11,10 +11,10 @@
 namespace kestrel::bench {
 
 namespace {
-constexpr std::int64_t Second = 1'000'000'000; // ns
-constexpr std::int64_t Patience = 2 * Second; // longest wait for the last keys after the stream
+constexpr std::int64_t OneSecond = 1'000'000'000; // ns
+constexpr std::int64_t Patience = 2 * OneSecond; // longest wait for the last keys after the stream
 
-struct Outcome {
+struct RateOutcome {
     StrokeMatcher matcher;
     Distribution press;
     std::size_t sent = 0;
@@ -22,29 +22,29 @@ struct Outcome {
     int stuck = 0; // keys that are down at the end
 };
 
-void note(const WorkstationWindow::KeyEvent& key, const Console& console, Outcome& outcome)
+void note(const WorkstationWindow::KeyEvent& key, const Console& console, RateOutcome& outcome)
 {
     const auto number = outcome.matcher.receive(key.stroke, console.streamSent());
     if (number && key.stroke.direction == Direction::Press)
         outcome.press.add(key.time - console.streamTime(*number));
 }
 
-Outcome measure(Stage& stage, const CandidateKind& kind, const Options& options)
+RateOutcome measure(Stage& stage, const CandidateKind& kind, const Options& options)
 {
     const Candidate candidate(stage, kind);
     Console& console = stage.console();
-    Outcome outcome;
+    RateOutcome outcome;
     const auto overrunsBefore = console.overruns();
     const auto strokes = static_cast<std::size_t>(options.strokesPerSecond)
         * static_cast<std::size_t>(options.streamSeconds);
     const auto start = monotonicNanoseconds();
     console.startStream(strokes, options.strokesPerSecond);
-    const auto latest = start + (options.streamSeconds + 5) * Second;
+    const auto latest = start + (options.streamSeconds + 5) * OneSecond;
     std::optional<std::int64_t> end;
     while (!end || monotonicNanoseconds() < *end) {
         if (outcome.matcher.received() == strokes)
             break;
-        if (const auto key = stage.window().nextKey(monotonicNanoseconds() + Second / 10))
+        if (const auto key = stage.window().nextKey(monotonicNanoseconds() + OneSecond / 10))
             note(*key, console, outcome);
         if (!end && (console.streamSent() == strokes || monotonicNanoseconds() > latest))
             end = monotonicNanoseconds() + Patience;
@@ -55,7 +55,7 @@ Outcome measure(Stage& stage, const CandidateKind& kind, const Options& options)
     return outcome;
 }
 
-Row row(const std::string& name, const Outcome& outcome)
+Row rateRow(const std::string& name, const RateOutcome& outcome)
 {
     const auto sent = static_cast<double>(outcome.sent);
     const auto lost = sent - static_cast<double>(outcome.matcher.received());
@@ -78,7 +78,7 @@ Table rateRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Optio
         order[i] = i;
     std::mt19937 random(options.seed);
     std::shuffle(order.begin(), order.end(), random);
-    std::vector<Outcome> outcomes(kinds.size());
+    std::vector<RateOutcome> outcomes(kinds.size());
     for (const std::size_t i : order) {
         outcomes[i] = measure(stage, kinds[i], options);
         stage.window().letGoOfAllKeys();
@@ -87,7 +87,7 @@ Table rateRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Optio
             + " presses and releases a second for " + std::to_string(options.streamSeconds) + " s",
         {} };
     for (std::size_t i = 0; i < kinds.size(); ++i)
-        table.rows.push_back(row(kinds[i].name, outcomes[i]));
+        table.rows.push_back(rateRow(kinds[i].name, outcomes[i]));
     return table;
 }
 

@@ -18,7 +18,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds Patience { 10000 };
+constexpr milliseconds LongestTurn { 10000 };
 
 // Says on stderr when it is destroyed, which releases the keys.
 class TellingKeyEvents final : public KeyEvents {
@@ -43,7 +43,7 @@ protected:
         QElapsedTimer passed;
         passed.start();
         QObject::connect(&look, &QTimer::timeout, qApp, [&] {
-            if (isDone() || passed.hasExpired(Patience.count()))
+            if (isDone() || passed.hasExpired(LongestTurn.count()))
                 QCoreApplication::exit(ExitCode);
         });
         look.start(1);

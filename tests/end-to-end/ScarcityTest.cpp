@@ -14,7 +14,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::StartsWith;
 
-constexpr milliseconds EndTimeout { 20000 };
+constexpr milliseconds ScarceEndTimeout { 20000 };
 constexpr milliseconds RunningTime { 2000 };
 
 class Scarcity : public testing::Test {
@@ -36,7 +36,7 @@ protected:
         Outcome outcome;
         outcome.isRunning = !kestrel.wait(RunningTime);
         kestrel.signal(SIGTERM);
-        outcome.exitCode = kestrel.wait(EndTimeout);
+        outcome.exitCode = kestrel.wait(ScarceEndTimeout);
         outcome.errors = kestrel.linesUntilQuiet(milliseconds(0));
         return outcome;
     }

@@ -23,7 +23,7 @@ using testing::EndsWith;
 using testing::IsEmpty;
 
 constexpr milliseconds StartTimeout { 10000 };
-constexpr milliseconds EndTimeout { 10000 };
+constexpr milliseconds StoringTimeout { 10000 };
 
 std::string contentOf(const fs::path& path)
 {
@@ -67,13 +67,13 @@ protected:
     [[nodiscard]] std::string storedLine() const // of button 1
     {
         const auto tool = studio.studio.start("kestrelctl", { "show" });
-        return tool->waitForLineWith("1 ", EndTimeout).value_or("");
+        return tool->waitForLineWith("1 ", StoringTimeout).value_or("");
     }
     // Opens a file in the running program and returns when its set has become live.
     void open(const std::string& file)
     {
-        EXPECT_EQ(studio.studio.start("kestrel", { file })->wait(EndTimeout), 0);
-        EXPECT_TRUE(stage::comesTrue([this] { return fs::exists(recovery()); }, EndTimeout));
+        EXPECT_EQ(studio.studio.start("kestrel", { file })->wait(StoringTimeout), 0);
+        EXPECT_TRUE(stage::comesTrue([this] { return fs::exists(recovery()); }, StoringTimeout));
     }
 
     RunningStudio studio { stage::Studio::Options { .tray = false } };
@@ -87,7 +87,7 @@ TEST_F(Storage, a_set_that_became_live_outlives_a_kill)
     open(writeSet(QStringLiteral("After")));
     EXPECT_EQ(contentOf(defaults()), before) << "they change only at the end";
     studio.kestrel->signal(SIGKILL);
-    ASSERT_EQ(studio.kestrel->wait(EndTimeout), 128 + SIGKILL);
+    ASSERT_EQ(studio.kestrel->wait(StoringTimeout), 128 + SIGKILL);
 
     studio.startKestrel();
     EXPECT_EQ(studio.terminateKestrel(), 0);
@@ -208,7 +208,7 @@ TEST_F(Storage, a_journal_that_is_cut_while_a_key_is_held_is_whole_at_the_next_k
     fs::resize_file(journal(), 0);
     EXPECT_THAT(studio.keysAfter("press 2"), ElementsAre("down S"));
     studio.kestrel->signal(SIGKILL);
-    ASSERT_EQ(studio.kestrel->wait(EndTimeout), 128 + SIGKILL);
+    ASSERT_EQ(studio.kestrel->wait(StoringTimeout), 128 + SIGKILL);
     EXPECT_FALSE(stage::keysDown(studio.studio.displayName()).empty());
     studio.startKestrel();
     EXPECT_TRUE(studio.allKeysComeUp());
@@ -225,7 +225,7 @@ TEST_F(Storage, a_program_that_was_stopped_with_a_key_held_holds_none_in_the_end
     EXPECT_FALSE(studio.kestrel->wait(milliseconds(7000))); // the link counts as lost after five
     studio.kestrel->signal(SIGCONT);
     EXPECT_TRUE(stage::comesTrue(
-        [this] { return stage::keysDown(studio.studio.displayName()).empty(); }, EndTimeout));
+        [this] { return stage::keysDown(studio.studio.displayName()).empty(); }, StoringTimeout));
     EXPECT_TRUE(studio.isAnswered());
     EXPECT_EQ(studio.terminateKestrel(), 0);
 }

@@ -78,7 +78,7 @@ protected:
     [[nodiscard]] QImage painting() { return painted(view, GetParam().density); }
 };
 
-bool isAll(const QImage& image, const QRect& area, QRgb colour)
+bool showsOnly(const QImage& image, const QRect& area, QRgb colour)
 {
     for (int y = area.top(); y <= area.bottom(); ++y) {
         for (int x = area.left(); x <= area.right(); ++x) {
@@ -92,7 +92,7 @@ bool isAll(const QImage& image, const QRect& area, QRgb colour)
 // Expects the piece to cover all pixels of the area and no pixel beyond the given sides.
 void expectPiece(const QImage& image, const QRect& area, QRgb colour, Qt::Edges sides)
 {
-    EXPECT_TRUE(isAll(image, area, colour));
+    EXPECT_TRUE(showsOnly(image, area, colour));
     const QPoint middle = area.center();
     const auto ends = [&](Qt::Edge edge, int x, int y) {
         if (sides.testFlag(edge)) {

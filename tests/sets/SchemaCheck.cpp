@@ -8,7 +8,7 @@
 namespace kestrel::test {
 
 namespace {
-using Type = JsonValue::Type;
+using JsonType = JsonValue::Type;
 
 std::string at(const JsonValue& value, const std::string& problem)
 {
@@ -18,15 +18,16 @@ std::string at(const JsonValue& value, const std::string& problem)
 
 bool hasType(const JsonValue& value, const JsonValue& rule)
 {
-    if (rule.is(Type::Array))
+    if (rule.is(JsonType::Array))
         return std::any_of(rule.items.begin(), rule.items.end(),
             [&](const JsonValue& choice) { return hasType(value, choice); });
-    const std::pair<const char*, Type> names[]
-        = { { "null", Type::Null }, { "boolean", Type::Boolean }, { "integer", Type::Number },
-              { "string", Type::String }, { "array", Type::Array }, { "object", Type::Object } };
+    const std::pair<const char*, JsonType> names[]
+        = { { "null", JsonType::Null }, { "boolean", JsonType::Boolean },
+              { "integer", JsonType::Number }, { "string", JsonType::String },
+              { "array", JsonType::Array }, { "object", JsonType::Object } };
     return std::any_of(std::begin(names), std::end(names), [&](const auto& name) {
         return rule.text == QLatin1String(name.first) && value.is(name.second)
-            && (!value.is(Type::Number) || !value.text.contains(u'.'));
+            && (!value.is(JsonType::Number) || !value.text.contains(u'.'));
     });
 }
 

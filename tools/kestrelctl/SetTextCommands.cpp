@@ -28,7 +28,7 @@ qsizetype lengthOf(const QString& text)
     return text.toUcs4().size();
 }
 
-ExitCode show(const std::string& path)
+ExitCode showSet(const std::string& path)
 {
     const SetText::Root set = readSet(path);
     std::vector<Row> rows { { QStringLiteral("KEY"), QStringLiteral("NAME"),
@@ -56,7 +56,8 @@ ExitCode show(const std::string& path)
 
 Run defineSetShow(CLI::App& options)
 {
-    return [path = defineSource(options)] { return guarded(Failed, [&] { return show(*path); }); };
+    return
+        [path = defineSource(options)] { return guarded(Failed, [&] { return showSet(*path); }); };
 }
 
 Run defineSetJson(CLI::App& options)

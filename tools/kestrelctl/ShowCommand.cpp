@@ -22,7 +22,7 @@ QString shortcutTexts(const ButtonEntry& entry)
     return texts;
 }
 
-ExitCode show()
+ExitCode showStored()
 {
     const StoredDefaults defaults = openStoredDefaults();
     StoredAssignments stored(
@@ -41,7 +41,7 @@ ExitCode show()
 Run defineShow(CLI::App& options)
 {
     options.footer("One line for each key: its number, its title and its shortcuts.");
-    return show;
+    return showStored;
 }
 
 } // namespace kestrel::ctl

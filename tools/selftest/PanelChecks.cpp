@@ -9,7 +9,7 @@ namespace kestrel::selftest {
 
 namespace {
 constexpr const char* Panel = "window Plug-in Panel";
-constexpr stage::milliseconds Settling { 1000 };
+constexpr stage::milliseconds PanelSettling { 1000 };
 
 void hasItsProperties(Scene& scene)
 {
@@ -62,7 +62,7 @@ void leavesTheFocusWhenClicked(Scene& scene)
         "the panel has no area");
     for (const int part : { 1, 2, 3 })
         scene.studio.click(x + width * part / 4, y + height * part / 4);
-    expect(!scene.workstation->waitForLineWith("focus out", Settling),
+    expect(!scene.workstation->waitForLineWith("focus out", PanelSettling),
         "the workstation lost the focus");
     expectSame("the front application", scene.studio.frontApplication(), "Pro Tools");
 }

@@ -14,6 +14,7 @@
 namespace kestrel {
 
 namespace {
+constexpr QByteArrayView TryExec = "TryExec=";
 
 // Escapes a value of type string for a desktop entry.
 QString escaped(QString text)
@@ -105,16 +106,15 @@ LoginItem::Result AutostartLoginItem::setEnabled(bool enabled)
 
 QString AutostartLoginItem::missingProgram() const
 {
-    constexpr QByteArrayView Key = "TryExec=";
     QFile file(m_entryPath);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const QList<QByteArray> lines = file.readAll().split('\n');
-    const auto line = std::find_if(
-        lines.begin(), lines.end(), [](const QByteArray& text) { return text.startsWith(Key); });
+    const auto line = std::find_if(lines.begin(), lines.end(),
+        [](const QByteArray& text) { return text.startsWith(TryExec); });
     if (line == lines.end())
         return {};
-    const QString program = unescaped(QString::fromUtf8(line->sliced(Key.size())));
+    const QString program = unescaped(QString::fromUtf8(line->sliced(TryExec.size())));
     return QFileInfo(program).isExecutable() ? QString() : program;
 }
 

@@ -10,13 +10,13 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 
-constexpr Pace::TimePoint Start { 1h };
+constexpr Pace::TimePoint FirstTime { 1h };
 
 // Lets it happen as often as it may during `time`, and returns the pauses in between.
 std::vector<milliseconds> pausesIn(Pace& pace, milliseconds time)
 {
     std::vector<milliseconds> pauses;
-    for (auto now = Start; now < Start + time;) {
+    for (auto now = FirstTime; now < FirstTime + time;) {
         pace.happened(now);
         pauses.push_back(std::chrono::duration_cast<milliseconds>(pace.next() - now));
         now = pace.next();
@@ -26,7 +26,7 @@ std::vector<milliseconds> pausesIn(Pace& pace, milliseconds time)
 
 TEST(Pace, the_first_time_waits_for_nothing)
 {
-    EXPECT_LE(Pace().next(), Start);
+    EXPECT_LE(Pace().next(), FirstTime);
 }
 
 TEST(Pace, each_pause_is_twice_as_long_as_the_one_before_up_to_the_longest)
