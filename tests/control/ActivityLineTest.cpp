@@ -41,7 +41,8 @@ void expectSame(const ActivityEvent& left, const ActivityEvent& right)
     EXPECT_EQ(left.kind(), right.kind());
     EXPECT_EQ(left.outcome(), right.outcome());
     EXPECT_EQ(left.packetSize(), right.packetSize());
-    EXPECT_TRUE(std::ranges::equal(left.bytes(), right.bytes()));
+    EXPECT_TRUE(std::equal(
+        left.bytes().begin(), left.bytes().end(), right.bytes().begin(), right.bytes().end()));
     EXPECT_EQ(left.text(), right.text());
 }
 
