@@ -26,21 +26,31 @@ void remove(NSMenuItem* item)
 {
     [item.menu removeItem:item];
 }
+// True for a file panel, and for what it opens over itself. Open panels are save panels too.
+bool belongsToFilePanel(NSWindow* window)
+{
+    while (window && ![window isKindOfClass:NSSavePanel.class])
+        window = window.sheetParent ? window.sheetParent : window.parentWindow;
+    return window != nil;
+}
 } // namespace
 
-void offerEditMenuToSheets()
+// A panel may be a sheet, or a window beside others that hold capture fields. Either way it has the
+// keyboard when it is the key window.
+void offerEditMenuToFilePanels()
 {
     NSMenuItem* const item = makeEditMenu();
     auto* const center = NSNotificationCenter.defaultCenter;
-    [center addObserverForName:NSWindowWillBeginSheetNotification
+    [center addObserverForName:NSWindowDidBecomeKeyNotification
                         object:nil
                          queue:nil
-                    usingBlock:^(NSNotification*) {
+                    usingBlock:^(NSNotification* notification) {
                         // An item may be in one menu only. Qt replaces the main menu at times.
                         remove(item);
-                        [NSApp.mainMenu addItem:item];
+                        if (belongsToFilePanel(notification.object))
+                            [NSApp.mainMenu addItem:item];
                     }];
-    [center addObserverForName:NSWindowDidEndSheetNotification
+    [center addObserverForName:NSWindowDidResignKeyNotification
                         object:nil
                          queue:nil
                     usingBlock:^(NSNotification*) { remove(item); }];

@@ -25,7 +25,7 @@ Platform makePlatform(MainLoop& mainLoop)
     guardStatusItem();
     dropApplicationMenuShortcuts();
     showTitlesOfSheets();
-    offerEditMenuToSheets();
+    offerEditMenuToFilePanels();
     StoredDefaults defaults = openStoredDefaults();
     auto access = std::make_shared<PostEventAccess>(mainLoop);
     return {
