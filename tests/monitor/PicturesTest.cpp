@@ -53,7 +53,8 @@ public:
         window.refresh();
         window.setFocus();
         QTest::qWait(0);
-        compareWithApproved(QStringLiteral("monitor/") + name, window.grab().toImage(), Tolerance);
+        compareWithApproved(QStringLiteral("monitor/") + name, window.grab().toImage(), Tolerance,
+            Fonts::OfTheSystem);
     }
 };
 

@@ -41,7 +41,8 @@ protected:
 
     void compare(const QString& name, const QImage& actual) const
     {
-        compareWithApproved(QStringLiteral("panel/%1@%2x").arg(name).arg(scale()), actual, 1);
+        compareWithApproved(
+            QStringLiteral("panel/%1@%2x").arg(name).arg(scale()), actual, 1, Fonts::None);
     }
 };
 

@@ -53,7 +53,8 @@ struct ShownSetup : SetupBench {
     {
         // Rendering of text may differ by this much of 255 between versions of the font library.
         constexpr int Tolerance = 8;
-        compareWithApproved(QStringLiteral("setup/") + name, picture(), Tolerance);
+        compareWithApproved(
+            QStringLiteral("setup/") + name, picture(), Tolerance, Fonts::OfTheSystem);
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QSysInfo>
 
 #include <gtest/gtest.h>
 
@@ -32,19 +33,48 @@ int largestDifference(const QImage& left, const QImage& right)
     return largest;
 }
 
-void compareWithApproved(const QString& name, const QImage& actual, int tolerance)
+ApprovedFolder::ApprovedFolder(const QString& folder, const QString& kernel)
+    : m_folder(folder)
+    , m_folderOfSystem(
+          kernel == QLatin1String("linux") ? folder : folder + QLatin1Char('/') + kernel)
 {
-    const QString approvedPath = QStringLiteral(KESTREL_APPROVED_PICTURES "/%1.png").arg(name);
+}
+
+QString ApprovedFolder::path(const QString& name, Fonts fonts) const
+{
+    const QString& folder = fonts == Fonts::OfTheSystem ? m_folderOfSystem : m_folder;
+    return QStringLiteral("%1/%2.png").arg(folder, name);
+}
+
+ApprovedFolder::Verdict ApprovedFolder::compare(
+    const QString& name, const QImage& actual, int tolerance, Fonts fonts) const
+{
+    if (fonts == Fonts::OfTheSystem && !QFileInfo::exists(m_folderOfSystem))
+        return Verdict::NoneForThisSystem;
+    const QImage approved(path(name, fonts));
+    const bool isSame = !approved.isNull() && approved.size() == actual.size()
+        && largestDifference(approved, actual) <= tolerance;
+    return isSame ? Verdict::Same : Verdict::Different;
+}
+
+void compareWithApproved(const QString& name, const QImage& actual, int tolerance, Fonts fonts)
+{
+    const ApprovedFolder pictures(
+        QStringLiteral(KESTREL_APPROVED_PICTURES), QSysInfo::kernelType());
+    const QString approvedPath = pictures.path(name, fonts);
     if (std::getenv("KESTREL_APPROVE")) {
+        QDir().mkpath(QFileInfo(approvedPath).path());
         ASSERT_TRUE(actual.save(approvedPath));
         return;
     }
-    const QImage approved(approvedPath);
-    if (approved.size() == actual.size() && largestDifference(approved, actual) <= tolerance)
+    const auto verdict = pictures.compare(name, actual, tolerance, fonts);
+    if (verdict == ApprovedFolder::Verdict::Same)
         return;
     const QString actualPath = QDir::current().absoluteFilePath(
         QStringLiteral("actual-%1.png").arg(QFileInfo(name).fileName()));
     actual.save(actualPath);
+    if (verdict == ApprovedFolder::Verdict::NoneForThisSystem)
+        GTEST_SKIP() << "No picture is approved for this system yet: " << actualPath.toStdString();
     FAIL() << approvedPath.toStdString()
            << " is not what is painted now: " << actualPath.toStdString();
 }

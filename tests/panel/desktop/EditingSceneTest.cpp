@@ -47,7 +47,8 @@ TEST_P(EditedPanel, ends_with_the_second_page_of_the_equaliser)
 {
     ASSERT_FALSE(view.imageBack().isNull());
     mirror(packetsOf(console::editingScene()));
-    compareWithApproved(QStringLiteral("panel/equaliser@%1x").arg(GetParam()), panel(), 1);
+    compareWithApproved(
+        QStringLiteral("panel/equaliser@%1x").arg(GetParam()), panel(), 1, Fonts::None);
 }
 
 // A panel that has been painted before draws only what has changed.
@@ -70,7 +71,8 @@ TEST_P(EditedPanel, leaves_nothing_on_a_panel_whose_console_falls_silent)
 {
     mirror(packetsOf(console::editingScene()));
     mirror(PanelMessages::silence());
-    compareWithApproved(QStringLiteral("panel/silent@%1x").arg(GetParam()), panel(), 1);
+    compareWithApproved(
+        QStringLiteral("panel/silent@%1x").arg(GetParam()), panel(), 1, Fonts::None);
 }
 
 INSTANTIATE_TEST_SUITE_P(, EditedPanel, testing::Values(1, 2),
