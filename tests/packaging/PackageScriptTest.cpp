@@ -23,6 +23,7 @@ const QStringList forOthers { "--arch", "arm64", "--identity",
 
 const QString app = QStringLiteral("build/package/content/ZENTA Kestrel.app");
 const QString program = QStringLiteral("MacOS/ZENTA Kestrel");
+const QString companion = QStringLiteral("MacOS/kestrelctl");
 
 bool succeeded(const PackagingBench::Result& result)
 {
@@ -83,7 +84,9 @@ TEST(PackageScript, signs_from_the_inside_out_with_the_hardened_runtime)
         ElementsAre(as + app + "/Contents/Frameworks/libplist-2.0.4.dylib",
             as + app + "/Contents/Frameworks/QtCore.framework",
             as + app + "/Contents/PlugIns/platforms/libqcocoa.dylib",
+            as + app + "/Contents/PlugIns/platforms/libqoffscreen.dylib",
             as + app + "/Contents/PlugIns/styles/libqmacstyle.dylib",
+            as + app + "/Contents/MacOS/kestrelctl",
             as + "--entitlements packaging/macos/kestrel.entitlements " + app,
             "codesign --verify --deep --strict --verbose=2 " + app,
             "codesign --force --timestamp --sign Developer ID Application: Holvik (ABCDE12345) "
@@ -96,7 +99,7 @@ TEST(PackageScript, an_ad_hoc_signature_goes_without_the_hardened_runtime)
     const auto result = bench.run(forThisMac);
     ASSERT_TRUE(succeeded(result));
     const QStringList calls = bench.calls(QStringLiteral("codesign --force"));
-    EXPECT_EQ(calls.size(), 5);
+    EXPECT_EQ(calls.size(), 7);
     for (const QString& call : calls) {
         EXPECT_TRUE(call.startsWith(QStringLiteral("codesign --force --timestamp=none --sign - ")))
             << call.toStdString();
@@ -158,7 +161,8 @@ TEST(PackageScript, the_bundle_finds_its_own_plug_ins)
     EXPECT_THAT(PackagingBench::linesOf(bench.bundle(QStringLiteral("Resources/qt.conf"))),
         ElementsAre("[Paths]", "Plugins = PlugIns"));
     EXPECT_THAT(bench.calls(QStringLiteral("macdeployqt")),
-        ElementsAre("macdeployqt " + app + " -no-plugins -verbose=1"));
+        ElementsAre("macdeployqt " + app + " -executable=" + app
+            + "/Contents/MacOS/kestrelctl -no-plugins -verbose=1"));
 }
 
 TEST(PackageScript, libraries_that_lie_outside_are_taken_in_with_those_that_they_need)
@@ -212,6 +216,38 @@ TEST(PackageScript, the_program_looks_for_its_libraries_in_the_bundle_and_nowher
     EXPECT_THAT(PackagingBench::linesOf(bench.bundle(program)),
         ElementsAre("needs /usr/lib/libSystem.B.dylib", "minos 12.0", "arch arm64",
             "rpath @executable_path/../Frameworks"));
+}
+
+TEST(PackageScript, kestrelctl_lies_beside_the_program_and_loads_the_same_libraries)
+{
+    PackagingBench bench;
+    ASSERT_TRUE(succeeded(bench.run(forThisMac)));
+    EXPECT_THAT(bench.calls(QStringLiteral("cmake --build")),
+        ElementsAre("cmake --build --preset macos-arm64 --target kestrel kestrelctl"));
+    EXPECT_THAT(PackagingBench::linesOf(bench.bundle(companion)),
+        ElementsAre("needs @executable_path/../Frameworks/libplist-2.0.4.dylib",
+            "needs @rpath/QtCore.framework/Versions/A/QtCore", "needs /usr/lib/libSystem.B.dylib",
+            "minos 12.0", "arch arm64", "rpath @executable_path/../Frameworks"));
+}
+
+TEST(PackageScript, kestrelctl_is_refused_for_the_same_reasons_as_the_program)
+{
+    const auto refusal = [](const QStringList& lines) {
+        PackagingBench bench;
+        bench.write(bench.tool(QStringLiteral("kestrelctl")), lines);
+        const auto result = bench.run(forThisMac);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_THAT(bench.calls(QStringLiteral("codesign")), IsEmpty());
+        return result.errors;
+    };
+    const QString said = "package-macos: " + app + "/Contents/" + companion;
+    const QString system = QStringLiteral("needs /usr/lib/libSystem.B.dylib");
+    EXPECT_EQ(refusal({ system, "minos 14.0", "arch arm64" }),
+        said + " needs macOS 14.0 on arm64, and the image is for 12.0");
+    EXPECT_EQ(refusal({ system, "minos 12.0", "arch x86_64" }), said + " is not built for arm64");
+    EXPECT_EQ(
+        refusal({ "needs @rpath/QtSvg.framework/Versions/A/QtSvg", "minos 12.0", "arch arm64" }),
+        said + " needs @rpath/QtSvg.framework/Versions/A/QtSvg, which the bundle does not hold");
 }
 
 // What the script says when one binary of the deployment is like this. Nothing gets signed.

@@ -35,18 +35,20 @@ PackagingBench::PackagingBench()
         EXPECT_TRUE(QFile::link(source.filePath(QStringLiteral("tests/packaging/toolbox")),
             tool(QStringLiteral("bin/") + QLatin1String(name))));
     }
+    const QStringList built { "needs /opt/homebrew/opt/libplist/lib/libplist-2.0.4.dylib",
+        "needs @rpath/QtCore.framework/Versions/A/QtCore", "needs /usr/lib/libSystem.B.dylib" };
+    const QStringList ofMac { "rpath /opt/homebrew/lib", "minos 12.0", "arch arm64" };
     write(tool(QStringLiteral("built/Contents/MacOS/ZENTA Kestrel")),
-        { "needs /opt/homebrew/opt/libplist/lib/libplist-2.0.4.dylib",
-            "needs @rpath/QtCore.framework/Versions/A/QtCore", "needs /usr/lib/libSystem.B.dylib",
-            "rpath @executable_path/../Frameworks", "rpath /opt/homebrew/lib", "minos 12.0",
-            "arch arm64" });
+        built + QStringList { "rpath @executable_path/../Frameworks" } + ofMac);
+    write(tool(QStringLiteral("kestrelctl")), built + ofMac);
     write(tool(QStringLiteral("built/Contents/Info.plist")), {});
     write(tool(QStringLiteral("built/Contents/Resources/kestrel.icns")), {});
     write(tool(QStringLiteral("deployed/Contents/Frameworks/QtCore.framework/Versions/A/QtCore")),
         { "id @rpath/QtCore.framework/Versions/A/QtCore",
             "needs /System/Library/Frameworks/AppKit.framework/AppKit", "minos 12.0",
             "arch arm64" });
-    for (const char* plugin : { "platforms/libqcocoa.dylib", "styles/libqmacstyle.dylib" }) {
+    for (const char* plugin : { "platforms/libqcocoa.dylib", "platforms/libqoffscreen.dylib",
+             "styles/libqmacstyle.dylib" }) {
         write(
             tool(QStringLiteral("outside/opt/homebrew/share/qt/plugins/") + QLatin1String(plugin)),
             { "needs @rpath/QtCore.framework/Versions/A/QtCore", "minos 12.0", "arch arm64" });

@@ -7,7 +7,7 @@
 namespace kestrel::test {
 
 // A copy of what scripts/package-macos reads of the tree, and a folder of tools that stand for
-// those of macOS: the build makes a program that needs libplist and QtCore, there are two plug-ins
+// those of macOS: the build makes two programs that need libplist and QtCore, there are three plug-ins
 // of Qt, and the deployment brings QtCore.
 class PackagingBench {
 public:

@@ -2,6 +2,7 @@
 #include "tools/kestrelctl/SetArguments.h"
 #include "tools/kestrelctl/SetCommands.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 
@@ -19,6 +20,18 @@ QString headingOf(const std::string& source)
                           : QFileInfo(QString::fromStdString(source)).completeBaseName();
 }
 
+// A bundle of macOS keeps Qt's plug-ins beside the folder of its programs. Qt does not look there
+// when the program was started through a link, so this resolves links.
+void addPlugInsOfBundle(int& count, char** arguments)
+{
+    QString folder;
+    {
+        const QCoreApplication application(count, arguments);
+        folder = QCoreApplication::applicationDirPath();
+    }
+    QCoreApplication::addLibraryPath(QDir(folder).filePath("../PlugIns"));
+}
+
 ExitCode draw(const std::string& source, const std::string& paper, const Output& output)
 {
     const UserAssignFile set(*readSet(source));
@@ -32,6 +45,7 @@ ExitCode draw(const std::string& source, const std::string& paper, const Output&
     int count = 1;
     char name[] = "kestrelctl";
     char* arguments[] = { name, nullptr };
+    addPlugInsOfBundle(count, arguments);
     const QGuiApplication application(count, arguments);
     const KeySheet sheet(set, headingOf(source), papers.at(paper));
     return output.write(viewOf(KeySheetFile::content(sheet, *format))) ? Done : Failed;

@@ -23,15 +23,21 @@ protected:
         std::string errors;
     };
 
-    Outcome run(const QStringList& arguments) const
+    using Variables = QList<std::pair<QString, QString>>;
+
+    Outcome run(const QStringList& arguments,
+        const QString& executable = QStringLiteral(KESTRELCTL),
+        const Variables& variables = {}) const
     {
         QProcess program;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("XDG_CONFIG_HOME", m_folder.path());
         environment.remove("DISPLAY");
+        for (const auto& [name, value] : variables)
+            environment.insert(name, value);
         program.setProcessEnvironment(environment);
         program.setWorkingDirectory(m_folder.path());
-        program.start(QStringLiteral(KESTRELCTL), arguments);
+        program.start(executable, arguments);
         EXPECT_TRUE(program.waitForFinished());
         EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
         return { program.exitCode(), program.readAllStandardOutput().toStdString(),
@@ -197,6 +203,24 @@ TEST_F(SetCommand, draws_a_sheet_without_a_display)
     EXPECT_EQ(set({ "sheet", "-o", "keys.txt" }).code, 2);
     EXPECT_EQ(set({ "sheet", "-o", "keys.pdf", "--paper", "a3" }).code, 2);
     EXPECT_EQ(set({ "sheet", "-o", "keys.pdf" }).code, 1) << "there already";
+}
+
+TEST_F(SetCommand, looks_for_plug_ins_in_its_bundle_also_through_a_link)
+{
+    QDir folder(m_folder.path());
+    for (const char* part : { "Contents/MacOS", "Contents/PlugIns", "bin" })
+        ASSERT_TRUE(folder.mkpath(part));
+    const QString program = folder.filePath("Contents/MacOS/kestrelctl");
+    ASSERT_TRUE(QFile::copy(QStringLiteral(KESTRELCTL), program));
+    const QString link = folder.filePath("bin/kestrelctl");
+    ASSERT_TRUE(QFile::link(program, link));
+    for (const QString& start : { program, link }) {
+        const Outcome outcome = run({ "set", "sheet", "-o", "keys.svg", "--force" }, start,
+            { { "QT_DEBUG_PLUGINS", "1" } });
+        EXPECT_EQ(outcome.code, 0) << outcome.errors;
+        EXPECT_THAT(
+            outcome.errors, HasSubstr(folder.filePath("Contents/PlugIns/platforms").toStdString()));
+    }
 }
 
 } // namespace
