@@ -89,8 +89,10 @@ std::string InstalledImage::setAside()
     std::error_code error;
     if (std::filesystem::exists(recoveryFile()))
         std::filesystem::rename(recoveryFile(), recovery, error);
-    if (error)
+    if (error) {
+        std::filesystem::remove(m_settings); // else the next run would refuse to begin
         return "the user's recovery file cannot be set aside: " + error.message();
+    }
     m_isSetAside = true;
     return {};
 }
@@ -132,6 +134,8 @@ std::string InstalledImage::use(const std::string& set)
     // The set has become live when its copy is there; a set that is refused has none.
     if (!stage::comesTrue([] { return std::filesystem::exists(recoveryFile()); }, StartTimeout))
         return "the installed program did not open the set";
+    if (const auto problem = useCompanion(set); !problem.empty())
+        return problem;
     if (!succeeds({ "killall", "-TERM", Name }))
         return "the installed program has ended by itself";
     if (!stage::comesTrue([] { return !runs(); }, EndTimeout))
@@ -141,6 +145,21 @@ std::string InstalledImage::use(const std::string& set)
     return succeeds({ "codesign", "--verify", "--deep", "--strict", m_app.string() })
         ? std::string()
         : "the signature is no longer valid after a run";
+}
+
+// A key sheet needs a plug-in of the bundle, and people start the program through a link.
+std::string InstalledImage::useCompanion(const std::string& set)
+{
+    const auto link = m_app.parent_path() / "kestrelctl";
+    const auto sheet = m_app.parent_path() / "sheet.pdf";
+    std::error_code ignored;
+    std::filesystem::remove(link, ignored);
+    std::filesystem::create_symlink(m_app / "Contents/MacOS/kestrelctl", link);
+    if (!succeeds({ link.string(), "status" }))
+        return "the installed kestrelctl gets no answer from the program";
+    return succeeds({ link.string(), "set", "sheet", set, "-o", sheet.string(), "--force" })
+        ? std::string()
+        : "the installed kestrelctl draws no key sheet";
 }
 
 } // namespace kestrel::selftest

@@ -26,6 +26,7 @@ private:
     void restore();
     [[nodiscard]] std::string install();
     [[nodiscard]] std::string use(const std::string& set);
+    [[nodiscard]] std::string useCompanion(const std::string& set);
 
     std::filesystem::path m_image;
     std::filesystem::path m_volume;
