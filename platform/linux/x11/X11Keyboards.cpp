@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11Keyboards.h"
 
+#include "platform/linux/x11/KeyboardDevices.h"
 #include "platform/linux/x11/ModifierKeysyms.h"
 #include "platform/linux/x11/XTestControls.h"
 #include "platform/linux/x11/XkbProtocol.h"
@@ -9,15 +10,8 @@
 namespace kestrel {
 
 namespace {
-constexpr std::string_view XTestSuffix = "XTEST keyboard";
 constexpr std::uint16_t InputMajorVersion = 2;
 constexpr std::uint16_t InputMinorVersion = 0;
-
-std::string_view nameOf(const xcb_input_xi_device_info_t& device)
-{
-    return { xcb_input_xi_device_info_name(&device),
-        static_cast<std::size_t>(xcb_input_xi_device_info_name_length(&device)) };
-}
 } // namespace
 
 X11Keyboards::X11Keyboards(X11Connection& connection,
@@ -83,45 +77,18 @@ void X11Keyboards::findDevices()
 {
     m_xtest.reset();
     m_userKeyboards.clear();
-    const auto core = coreKeyboard();
-    const auto devices = m_connection.reply<xcb_input_xi_query_device_reply_t>(
-        xcb_input_xi_query_device(m_connection.xcb(), XCB_INPUT_DEVICE_ALL).sequence);
-    if (!core || !devices)
+    if (m_inputOpcode == 0)
         return;
-    for (auto each = xcb_input_xi_query_device_infos_iterator(devices.get()); each.rem > 0;
-         xcb_input_xi_device_info_next(&each)) {
-        const auto& device = *each.data;
-        if (device.type != XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD || device.attachment != *core)
-            continue;
-        if (nameOf(device).ends_with(XTestSuffix))
-            m_xtest = device.deviceid;
-        else if (device.enabled)
-            m_userKeyboards[device.deviceid];
-    }
+    const auto found = KeyboardDevices::find(m_connection);
+    m_xtest = found.xtest;
     if (m_xtest)
         followModifiers(*m_xtest);
-    for (auto& [device, modifiers] : m_userKeyboards) {
+    for (const DeviceId device : found.users) {
         followModifiers(device);
-        modifiers = keysDown(device).value_or(XKeySet()) & modifierKeys();
+        XTestControls::follow(m_connection, static_cast<std::uint8_t>(device));
+        m_userKeyboards[device] = modifiersDown(device);
     }
     tellModifiers();
-}
-
-// The master keyboard that XInput pairs with the pointer of our client.
-std::optional<X11Keyboards::DeviceId> X11Keyboards::coreKeyboard()
-{
-    if (m_inputOpcode == 0)
-        return {};
-    xcb_connection_t* xcb = m_connection.xcb();
-    const auto pointer = m_connection.reply<xcb_input_xi_get_client_pointer_reply_t>(
-        xcb_input_xi_get_client_pointer(xcb, XCB_WINDOW_NONE).sequence);
-    if (!pointer)
-        return {};
-    const auto devices = m_connection.reply<xcb_input_xi_query_device_reply_t>(
-        xcb_input_xi_query_device(xcb, pointer->deviceid).sequence);
-    if (!devices || devices->num_infos == 0)
-        return {};
-    return xcb_input_xi_query_device_infos_iterator(devices.get()).data->attachment;
 }
 
 void X11Keyboards::switchControlsOff()
@@ -154,26 +121,12 @@ void X11Keyboards::followModifiers(DeviceId device)
 
 std::optional<XKeySet> X11Keyboards::keysDownOnXTest()
 {
-    return m_xtest ? keysDown(*m_xtest) : std::nullopt;
+    return m_xtest ? KeyboardDevices::keysDown(m_connection, *m_xtest) : std::nullopt;
 }
 
-std::optional<XKeySet> X11Keyboards::keysDown(DeviceId device)
+XKeySet X11Keyboards::modifiersDown(DeviceId device)
 {
-    const auto state = m_connection.reply<xcb_input_query_device_state_reply_t>(
-        xcb_input_query_device_state(m_connection.xcb(), static_cast<std::uint8_t>(device))
-            .sequence);
-    if (!state)
-        return {};
-    XKeySet keys;
-    for (auto each = xcb_input_query_device_state_classes_iterator(state.get()); each.rem > 0;
-         xcb_input_input_state_next(&each)) {
-        if (each.data->class_id != XCB_INPUT_INPUT_CLASS_KEY)
-            continue;
-        const auto& key = reinterpret_cast<const xcb_input_key_state_t&>(*each.data);
-        for (std::size_t code = 0; code < keys.size(); ++code)
-            keys.set(code, (key.keys[code / 8] >> (code % 8) & 1) != 0);
-    }
-    return keys;
+    return KeyboardDevices::keysDown(m_connection, device).value_or(XKeySet()) & modifierKeys();
 }
 
 const XKeySet& X11Keyboards::modifierKeys()
@@ -226,9 +179,7 @@ void X11Keyboards::modifiersChanged(const xcb_generic_event_t& event)
     const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
     const auto user = m_userKeyboards.find(state.deviceID);
     if (user != m_userKeyboards.end()) {
-        user->second = state.baseMods == 0
-            ? XKeySet()
-            : keysDown(state.deviceID).value_or(XKeySet()) & modifierKeys();
+        user->second = state.baseMods == 0 ? XKeySet() : modifiersDown(state.deviceID);
         tellModifiers();
     } else if (m_xtest == state.deviceID && state.keycode != 0) {
         m_xtestModifierChanged({ state.keycode, state.eventType == XCB_KEY_PRESS,
@@ -242,11 +193,19 @@ void X11Keyboards::xkbEventArrived(const xcb_generic_event_t& event)
     if (state.xkbType == XCB_XKB_STATE_NOTIFY) {
         modifiersChanged(event);
     } else if (state.xkbType == XCB_XKB_CONTROLS_NOTIFY) {
-        const auto& controls = reinterpret_cast<const xcb_xkb_controls_notify_event_t&>(event);
-        if (m_xtest != controls.deviceID)
-            return;
+        controlsChanged(event);
+    }
+}
+
+void X11Keyboards::controlsChanged(const xcb_generic_event_t& event)
+{
+    const auto& controls = reinterpret_cast<const xcb_xkb_controls_notify_event_t&>(event);
+    if (m_xtest == controls.deviceID) {
         if ((controls.enabledControls & XTestControls::Unwanted) != 0)
             switchControlsOff();
+    } else if (m_xtest && m_userKeyboards.contains(controls.deviceID)) {
+        XTestControls::leaveOff(m_connection, static_cast<std::uint8_t>(*m_xtest),
+            controls.enabledControlChanges & ~controls.enabledControls);
     }
 }
 

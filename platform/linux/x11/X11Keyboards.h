@@ -1,14 +1,12 @@
 #pragma once
 
 #include "platform/linux/x11/KeyLedger.h"
+#include "platform/linux/x11/KeyboardDevices.h"
 #include "platform/linux/x11/X11Connection.h"
-
-#include <xcb/xinput.h>
 
 #include <functional>
 #include <map>
 #include <optional>
-#include <string_view>
 
 namespace kestrel {
 
@@ -42,7 +40,7 @@ public:
     void turnToUserKeyboard();
 
 private:
-    using DeviceId = xcb_input_device_id_t;
+    using DeviceId = KeyboardDevices::Id;
 
     void connectionOpened() override;
     void connectionLost() override;
@@ -51,14 +49,14 @@ private:
     void inputEventArrived(const xcb_ge_generic_event_t& event);
     void xkbEventArrived(const xcb_generic_event_t& event);
     void modifiersChanged(const xcb_generic_event_t& event);
+    void controlsChanged(const xcb_generic_event_t& event);
     void beginExtensions();
     void findDevices();
-    [[nodiscard]] std::optional<DeviceId> coreKeyboard();
     void switchControlsOff();
     void selectInputEvents(DeviceId device, std::uint32_t mask);
     void followModifiers(DeviceId device);
     void tellModifiers() const;
-    [[nodiscard]] std::optional<XKeySet> keysDown(DeviceId device);
+    [[nodiscard]] XKeySet modifiersDown(DeviceId device);
     [[nodiscard]] const XKeySet& modifierKeys();
 
     X11Connection& m_connection;

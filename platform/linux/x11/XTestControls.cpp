@@ -17,15 +17,6 @@ std::uint32_t unwantedControls(X11Connection& connection, std::uint8_t device)
     return controls ? controls->enabledControls & Unwanted : 0;
 }
 
-void selectControlsEvents(X11Connection& connection, std::uint8_t device)
-{
-    xcb_xkb_select_events_details_t details {};
-    details.affectCtrls = XCB_XKB_CONTROL_CONTROLS_ENABLED;
-    details.ctrlDetails = XCB_XKB_CONTROL_CONTROLS_ENABLED;
-    xcb_xkb_select_events_aux(
-        connection.xcb(), device, XCB_XKB_EVENT_TYPE_CONTROLS_NOTIFY, 0, 0, 0, 0, &details);
-}
-
 bool promisesToSwitchOnAgain(X11Connection& connection, std::uint8_t device, std::uint32_t controls)
 {
     const auto flags = connection.reply<xcb_xkb_per_client_flags_reply_t>(xcb_xkb_per_client_flags(
@@ -71,9 +62,28 @@ void setFeedbackRepeatOn(X11Connection& connection, std::uint8_t device)
 }
 } // namespace
 
+void follow(X11Connection& connection, std::uint8_t device)
+{
+    xcb_xkb_select_events_details_t details {};
+    details.affectCtrls = XCB_XKB_CONTROL_CONTROLS_ENABLED;
+    details.ctrlDetails = XCB_XKB_CONTROL_CONTROLS_ENABLED;
+    xcb_xkb_select_events_aux(
+        connection.xcb(), device, XCB_XKB_EVENT_TYPE_CONTROLS_NOTIFY, 0, 0, 0, 0, &details);
+}
+
+void leaveOff(X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls)
+{
+    controls &= Unwanted;
+    if (controls == 0)
+        return;
+    (void)connection.reply<xcb_xkb_per_client_flags_reply_t>(xcb_xkb_per_client_flags(
+        connection.xcb(), xtestDevice, AutoReset, AutoReset, controls, 0, 0)
+                                                                 .sequence);
+}
+
 void switchOff(X11Connection& connection, std::uint8_t xtestDevice)
 {
-    selectControlsEvents(connection, xtestDevice);
+    follow(connection, xtestDevice);
     const std::uint32_t controls = unwantedControls(connection, xtestDevice);
     if (controls == 0 || !promisesToSwitchOnAgain(connection, xtestDevice, controls))
         return;

@@ -20,4 +20,11 @@ inline constexpr std::uint32_t Unwanted
 // controls notification arrives when another program has switched a control on.
 void switchOff(X11Connection& connection, std::uint8_t xtestDevice);
 
+// From then on a controls notification arrives when a control of this keyboard changes.
+void follow(X11Connection& connection, std::uint8_t device);
+
+// The user has switched these controls off meanwhile, on keyboards of their own. The server does
+// not switch them on again for the XTEST keyboard when the connection ends.
+void leaveOff(X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls);
+
 } // namespace kestrel::XTestControls
