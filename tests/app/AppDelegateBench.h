@@ -137,11 +137,21 @@ public:
         throw std::logic_error("there is no menu");
     }
 
+    // Ends in a main loop, as the program does: Qt starts no loop after an end without one, and so
+    // no dialog of a later test either.
+    void terminate() const
+    {
+        QTimer::singleShot(0, qApp, [this] { delegate->terminate(); });
+        QCoreApplication::exec();
+    }
+
     // Opens the about box, closes it and returns its informative text.
     QString lookAtAboutBox()
     {
         QString text;
-        QTimer::singleShot(0, [&text] {
+        QTimer look; // ends with this function, also if no box comes up
+        look.setSingleShot(true);
+        QObject::connect(&look, &QTimer::timeout, [&text] {
             auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             ASSERT_NE(box, nullptr);
             EXPECT_EQ(box->text(), QStringLiteral("ZENTA Kestrel"));
@@ -150,6 +160,7 @@ public:
             text = box->informativeText();
             box->accept();
         });
+        look.start(0);
         delegate->about();
         return text;
     }

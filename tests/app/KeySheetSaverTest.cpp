@@ -130,7 +130,7 @@ TEST_F(KeySheetSaver, brings_back_the_application_before_once_nothing_is_open)
 TEST_F(KeySheetSaver, the_program_ends_with_the_dialog_open)
 {
     choose();
-    m_bench.delegate->terminate();
+    m_bench.terminate();
     EXPECT_EQ(dialog(), nullptr);
 }
 
