@@ -34,19 +34,25 @@ KeySheetSaver::~KeySheetSaver()
 
 void KeySheetSaver::choose()
 {
-    if (!m_dialog) {
-        m_dialog = new KeySheetDialog;
-        QObject::connect(m_dialog, &QDialog::finished, m_dialog, [this] {
-            if (const QString path = m_dialog->chosenPath(); !path.isEmpty())
-                save(path);
-            if (!isOpen())
-                m_closed();
-        });
-        m_dialog->show();
-    }
+    if (!m_dialog)
+        open();
     m_visibility.activate(); // else it would open behind other windows
     m_dialog->raise();
     m_dialog->activateWindow();
+}
+
+void KeySheetSaver::open()
+{
+    auto* const dialog = new KeySheetDialog;
+    QObject::connect(dialog, &QDialog::finished, dialog, [this, dialog] {
+        m_dialog.clear(); // it is deleted later, and may be chosen again before
+        if (const QString path = dialog->chosenPath(); !path.isEmpty())
+            save(path);
+        if (!isOpen())
+            m_closed();
+    });
+    m_dialog = dialog;
+    m_dialog->show();
 }
 
 bool KeySheetSaver::isOpen() const

@@ -33,6 +33,7 @@ public:
     [[nodiscard]] bool isOpen() const;
 
 private:
+    void open();
     void save(const QString& path);
     void tell(const QString& path, const QString& problem);
 

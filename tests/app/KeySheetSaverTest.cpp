@@ -93,6 +93,20 @@ TEST_F(KeySheetSaver, has_one_dialog_at_a_time)
     dialog->reject();
 }
 
+TEST_F(KeySheetSaver, chosen_again_as_soon_as_its_dialog_has_closed_opens_another_one)
+{
+    auto* const first = choose();
+    ASSERT_NE(first, nullptr);
+    first->reject();
+    auto* const second = choose(); // the first one has not been deleted yet
+    ASSERT_NE(second, nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    second->findChild<QLineEdit*>("fileNameEdit")->setText(m_bench.folder.filePath("keys.pdf"));
+    second->accept();
+    EXPECT_TRUE(saved("keys.pdf").startsWith("%PDF-"));
+    EXPECT_EQ(dialog(), nullptr);
+}
+
 TEST_F(KeySheetSaver, closing_the_dialog_leaves_what_is_edited_in_the_setup_window)
 {
     m_bench.delegate->userAssign();
