@@ -1,7 +1,6 @@
 #include "tools/stage/Person.h"
 
 #include "tools/stage/Patience.h"
-#include "tools/stage/ShownWindows.h"
 #include "tools/stage/StatusIcon.h"
 
 #include <functional>
@@ -45,20 +44,23 @@ void Person::type(const std::string& text) const
     run({ "type", "--delay", "5", text });
 }
 
-std::vector<Area> Person::windows(const std::string& title) const
+std::vector<ShownWindow> Person::windows(const std::string& title) const
 {
-    std::vector<Area> found;
-    for (const ShownWindow& window : shownWindows(m_studio.displayName(), "kestrel")) {
-        if (window.title == title)
-            found.push_back(window.area);
-    }
+    auto found = shownWindows(m_studio.displayName(), "kestrel");
+    std::erase_if(found, [&title](const ShownWindow& window) { return window.title != title; });
     return found;
+}
+
+bool Person::hasFocus(const ShownWindow& window) const
+{
+    const auto active = run({ "getactivewindow" });
+    return !active.empty() && active.front() == std::to_string(window.id);
 }
 
 std::optional<Area> Person::window(const std::string& title) const
 {
     const auto found = windows(title);
-    return found.empty() ? std::nullopt : std::optional(found.back());
+    return found.empty() ? std::nullopt : std::optional(found.back().area);
 }
 
 Area Person::windowAtRest(const std::string& title) const
@@ -99,8 +101,10 @@ void Person::waitUntilGone(const std::string& title) const
 
 void Person::waitUntilThereAre(int count, const std::string& title) const
 {
-    waitUntil("there were not " + std::to_string(count) + " windows \"" + title + "\"",
-        [&] { return static_cast<int>(windows(title).size()) == count; });
+    waitUntil("there were not " + std::to_string(count) + " windows \"" + title + "\"", [&] {
+        const auto found = windows(title);
+        return static_cast<int>(found.size()) == count && (found.empty() || hasFocus(found.back()));
+    });
 }
 
 void Person::chooseFromTray(char mnemonic) const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/stage/Screen.h"
+#include "tools/stage/ShownWindows.h"
 #include "tools/stage/Studio.h"
 
 #include <optional>
@@ -32,13 +32,16 @@ public:
     void moveWindow(const std::string& title, int x, int y) const;
     void waitUntilShown(const std::string& title) const; // with the keyboard focus
     void waitUntilGone(const std::string& title) const;
-    void waitUntilThereAre(int count, const std::string& title) const; // visible windows
+    // Visible windows. The uppermost of them, if there is one, then has the keyboard focus.
+    void waitUntilThereAre(int count, const std::string& title) const;
 
     // Opens the menu of the status icon and chooses the entry with that mnemonic.
     void chooseFromTray(char mnemonic) const;
 
 private:
-    [[nodiscard]] std::vector<Area> windows(const std::string& title) const; // visible ones
+    // The visible ones, the uppermost last.
+    [[nodiscard]] std::vector<ShownWindow> windows(const std::string& title) const;
+    [[nodiscard]] bool hasFocus(const ShownWindow& window) const;
     std::vector<std::string> run(std::vector<std::string> arguments) const; // its output
 
     const Studio& m_studio;
