@@ -1,6 +1,7 @@
 // The part of the setup window that shows on the background what is edited.
 
 #include "assign/ModifierGlyphs.h"
+#include "setup/KeyTwins.h"
 #include "setup/UserAssinableWindowController.h"
 #include "shortcut/ImageButton.h"
 
@@ -46,10 +47,10 @@ void UserAssinableWindowController::setupEngravings()
 
 void UserAssinableWindowController::refreshMarks()
 {
+    const KeyTwins twins(m_workingSet);
     for (const auto& controller : m_userAssignableButtons) {
         const int key = controller->view()->tag();
-        controller->view()->setMarks(
-            { m_unassigned.contains(key), KeyMarks::twinsOf(key + 1, m_workingSet) });
+        controller->view()->setMarks({ m_unassigned.contains(key), twins.of(key) });
     }
 }
 

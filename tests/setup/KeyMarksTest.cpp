@@ -138,7 +138,7 @@ TEST(KeyMarks, each_mark_is_drawn_in_its_corner)
     const QRect left(4, 4, 12, 12);
     const QRect right(62, 4, 12, 12);
     const KeyMarks unassigned { true, {} };
-    const KeyMarks twin { false, { { "F5", { 1 } } } };
+    const KeyMarks twin { false, { { { 0, 96 }, "F5", 0b10 } } };
     EXPECT_TRUE(differs(unassigned, left));
     EXPECT_FALSE(differs(unassigned, right));
     EXPECT_FALSE(differs(twin, left));
