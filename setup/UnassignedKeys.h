@@ -7,8 +7,8 @@
 
 namespace kestrel {
 
-// Knows the keys that were left with shortcuts that had been typed and not assigned. Indices are
-// 0-based; others than those of the twelve keys are ignored.
+// Knows the keys that were left with shortcuts that had been typed and not assigned, until their
+// next edit. Indices are 0-based; others than those of the twelve keys are ignored.
 class UnassignedKeys {
 public:
     // Whether the fields hold something that waits for Assign, and for which key.
@@ -25,10 +25,24 @@ public:
     }
     void edited(int key)
     {
-        if (isKey(key))
-            m_left.reset(static_cast<std::size_t>(key));
+        if (!isKey(key))
+            return;
+        m_left.reset(static_cast<std::size_t>(key));
+        m_accepted.reset(static_cast<std::size_t>(key));
     }
-    // Everything that was typed is thrown away on purpose.
+    // The user has accepted the rest of the edits.
+    void accept()
+    {
+        leave();
+        m_accepted = m_left;
+    }
+    // The user throws away on purpose what was typed since the last time edits were accepted.
+    void discard()
+    {
+        m_waiting.reset();
+        m_left = m_accepted;
+    }
+    // Other keys take the place of these.
     void clear() { *this = {}; }
 
     [[nodiscard]] bool contains(int key) const
@@ -41,6 +55,7 @@ private:
 
     std::optional<int> m_waiting;
     std::bitset<UserAssignFile::ButtonCount> m_left;
+    std::bitset<UserAssignFile::ButtonCount> m_accepted; // left when edits were last accepted
 };
 
 } // namespace kestrel

@@ -89,8 +89,8 @@ void UserAssinableWindowController::windowClosing(const Notification& notificati
     // m_visibleFileDialog.
     const bool isSheet = qobject_cast<const QFileDialog*>(notification.object) != nullptr;
     if (!m_visibleFileDialog && !isSheet) {
-        if (isVisible() || notification.object == m_window.get())
-            m_unassigned.clear();
+        if (notification.object == m_window.get())
+            m_unassigned.discard();
         m_savedFrame.save(*m_window);
         const bool isPanelVisible = m_myWindowController && m_myWindowController->isVisible();
         m_services.visibility.hide();

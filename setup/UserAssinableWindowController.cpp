@@ -35,6 +35,7 @@ void UserAssinableWindowController::copyShortcutData(
 
 void UserAssinableWindowController::setupShortcut(const UserAssignFile& set)
 {
+    m_unassigned.leave();
     m_workingSet.take(set);
     showWorkingSet();
     enabledAssignButton();
@@ -91,9 +92,8 @@ void UserAssinableWindowController::ok()
     m_bOKclose = true;
     if (m_myUserAssignFile)
         changeShortcut(*m_myUserAssignFile);
-    const UnassignedKeys left = m_unassigned;
+    m_unassigned.accept();
     closeDialog();
-    m_unassigned = left; // for the next time that the window opens
     m_services.setBecameLive();
 }
 

@@ -105,6 +105,51 @@ TEST(KeyMarks, cancel_and_the_close_box_throw_away_on_purpose_and_leave_none)
     }
 }
 
+TEST(KeyMarks, what_ok_has_left_is_marked_until_the_next_edit_whatever_closes_meanwhile)
+{
+    TypedBench bench;
+    bench.controller.ok();
+    for (int time = 0; time < 2; ++time) {
+        bench.open();
+        click(bench.button(1));
+        press(bench.field(0), Keys::F3);
+        bench.controller.cancel();
+        QWidget panel;
+        bench.center.post(NotificationName::windowWillClose, &panel);
+    }
+    bench.open();
+    EXPECT_EQ(unassigned(bench), Marked { 0 });
+    click(bench.button(0));
+    press(bench.field(0), Keys::F5);
+    bench.controller.cancel();
+    bench.open();
+    EXPECT_EQ(unassigned(bench), Marked {}) << "edited, then thrown away on purpose";
+}
+
+// The application hides then, and the window takes the live set again when it is next opened.
+TEST(KeyMarks, another_window_that_closes_leaves_what_was_typed_marked)
+{
+    for (const bool wasOk : { false, true }) {
+        SetupBench bench;
+        bench.open();
+        if (wasOk) {
+            bench.controller.ok();
+            bench.open();
+        }
+        press(bench.field(0), Keys::F5);
+        click(bench.button(1));
+        press(bench.field(0), Keys::F3);
+        QWidget panel;
+        bench.center.post(NotificationName::windowWillClose, &panel);
+        bench.controller.window()->hide();
+        bench.open();
+        EXPECT_EQ(unassigned(bench), (Marked { 0, 1 })) << wasOk;
+        bench.controller.cancel();
+        bench.open();
+        EXPECT_EQ(unassigned(bench), Marked {}) << wasOk;
+    }
+}
+
 TEST(KeyMarks, the_same_shortcut_on_two_keys_marks_both_and_tells_which)
 {
     SetupBench bench;
