@@ -170,6 +170,12 @@ void MyShortcutField::sendAction()
         m_action();
 }
 
+bool MyShortcutField::holdsKey() const
+{
+    return element(ShortcutRecord::Modifiers).toInt32() != 0
+        || element(ShortcutRecord::KeyCode).toInt32() != 0;
+}
+
 const ArchiveValue& MyShortcutField::element(std::size_t place) const
 {
     static const ArchiveArray none;

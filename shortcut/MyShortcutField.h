@@ -97,6 +97,7 @@ private:
     void keyPressed(const QKeyEvent& event);
     void loseFirstResponder();
     void sendAction();
+    [[nodiscard]] bool holdsKey() const; // also one without a name, for which nothing is shown
     [[nodiscard]] const ArchiveValue& element(std::size_t place) const;
 
     InterfaceServices m_services;

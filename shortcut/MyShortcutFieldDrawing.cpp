@@ -28,7 +28,7 @@ void MyShortcutField::drawRect()
 {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
-    const bool isWaiting = hasFocus() && m_stringValue.isEmpty();
+    const bool isWaiting = hasFocus() && m_stringValue.isEmpty() && !holdsKey();
     if (isWaiting)
         painter.setPen(QuietColor);
     else

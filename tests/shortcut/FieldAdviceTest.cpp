@@ -55,6 +55,16 @@ TEST(FieldAdvice, only_the_empty_field_with_the_focus_quietly_asks_for_a_key)
     EXPECT_GT(bench.ink(0).lightness(), 240) << "its shortcut stays";
 }
 
+TEST(FieldAdvice, a_field_with_a_captured_key_that_has_no_name_asks_for_none)
+{
+    AdviceBench bench;
+    press(bench.field(0), Keys::Unnamed);
+    EXPECT_EQ(bench.ink(0), QColor(Qt::black));
+    click(bench.clear(0));
+    bench.field(0).clearShortcut();
+    EXPECT_GT(bench.ink(0).lightness(), 100);
+}
+
 TEST(FieldAdvice, not_available_is_shown_in_the_colour_of_a_warning)
 {
     AdviceBench bench;
