@@ -11,13 +11,14 @@ const QString Use
     = QStringLiteral("Takes any key as the shortcut, Tab, Return and Escape as well. Shift tapped "
                      "twice goes on, Option or Alt tapped twice goes back to the key");
 
+// A refused field itself holds no key.
 const MyShortcutField* otherWithFunctionKey(const MyShortcutField& field)
 {
     if (!field.shortcutFields())
         return nullptr;
     for (const auto& controller : *field.shortcutFields()) {
         const MyShortcutField* other = controller ? controller->view() : nullptr;
-        if (other && other != &field && other->isFncKey())
+        if (other && other->isFncKey())
             return other;
     }
     return nullptr;
