@@ -10,6 +10,7 @@ namespace {
 const QString HowToRename
     = QStringLiteral("Double-click to name it, or press F2 or Return while the key has the focus");
 const QString NotYet = QStringLiteral("Can be named once it has a shortcut");
+const QString NoLonger = QStringLiteral("Can be renamed once it has a shortcut again");
 } // namespace
 
 QString toolTip(const UserAssignableButton& key)
@@ -20,7 +21,10 @@ QString toolTip(const UserAssignableButton& key)
     if (key.mayBeRenamed())
         lines.append(key.spokenShortcuts());
     lines.append(key.marks().words());
-    lines.append(key.mayBeRenamed() ? HowToRename : NotYet);
+    if (key.mayBeRenamed())
+        lines.append(HowToRename);
+    else
+        lines.append(key.uniqueName().isEmpty() ? NotYet : NoLonger);
     for (QString& line : lines)
         line.truncate(MostShownUnits);
     return lines.join(u'\n').toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));

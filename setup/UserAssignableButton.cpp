@@ -71,7 +71,8 @@ void UserAssignableButton::setRenamed(std::function<void(const QString&)> rename
 
 void UserAssignableButton::setNeedsDisplay()
 {
-    setCursor(m_uniqueName.isEmpty() ? Qt::PointingHandCursor : Qt::IBeamCursor);
+    const bool isEditable = !m_uniqueName.isEmpty() && mayBeRenamed();
+    setCursor(isEditable ? Qt::IBeamCursor : Qt::PointingHandCursor);
     announceWords();
     update();
 }

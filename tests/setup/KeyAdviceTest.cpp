@@ -37,12 +37,23 @@ TEST(KeyAdvice, a_name_of_any_length_makes_a_short_tool_tip)
 TEST(KeyAdvice, the_cursor_over_a_name_is_that_of_a_text)
 {
     SetupBench bench;
+    bench.give(1, 0, 0, 96, "F5");
     bench.open();
     EXPECT_EQ(bench.button(0).cursor().shape(), Qt::PointingHandCursor);
     bench.button(0).setUniqueName("Save");
     EXPECT_EQ(bench.button(0).cursor().shape(), Qt::IBeamCursor);
     bench.button(0).setUniqueName({});
     EXPECT_EQ(bench.button(0).cursor().shape(), Qt::PointingHandCursor);
+}
+
+TEST(KeyAdvice, a_named_key_without_a_shortcut_does_not_look_editable)
+{
+    SetupBench bench;
+    bench.live->setShortcutTitle("Save", 1);
+    bench.open();
+    EXPECT_EQ(bench.button(0).cursor().shape(), Qt::PointingHandCursor);
+    EXPECT_EQ(KeyAdvice::toolTip(bench.button(0)),
+        "U1 · Save<br>Can be renamed once it has a shortcut again");
 }
 
 TEST(KeyAdvice, a_text_keeps_a_margin_to_the_edges_of_its_key)
