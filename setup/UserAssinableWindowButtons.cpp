@@ -30,7 +30,8 @@ UserAssignableButton* UserAssinableWindowController::button(int index) const
 
 UserAssignableButton* UserAssinableWindowController::currentButton() const
 {
-    return button(m_userAssignableButtons.front()->currentButtonId());
+    const int key = m_userAssignableButtons.front()->currentButtonId();
+    return key >= 0 && key < UserAssignFile::ButtonCount ? button(key) : nullptr;
 }
 
 ButtonEntry UserAssinableWindowController::currentEntry() const

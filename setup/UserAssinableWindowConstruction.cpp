@@ -22,8 +22,8 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
             bringIntoView();
     })
     , m_fieldExit([this] {
-        if (currentEntry())
-            currentButton()->setFocus(Qt::BacktabFocusReason);
+        if (UserAssignableButton* const key = currentButton())
+            key->setFocus(Qt::BacktabFocusReason);
     })
 {
     const auto observe = [this](const QString& name, auto handler) {

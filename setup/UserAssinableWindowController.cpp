@@ -81,9 +81,11 @@ void UserAssinableWindowController::assign()
         getMyShortcutField(index)->replaceUserAssignParam(static_cast<std::int64_t>(offset), entry);
         isEmpty = isEmpty && entry->at(offset + ShortcutRecord::Text).text().isEmpty();
     }
-    if (isEmpty)
-        currentButton()->setUniqueName({});
-    currentButton()->setNeedsDisplay();
+    if (UserAssignableButton* const key = currentButton()) {
+        if (isEmpty)
+            key->setUniqueName({});
+        key->setNeedsDisplay();
+    }
     enabledAssignButton();
 }
 

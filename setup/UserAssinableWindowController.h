@@ -90,7 +90,7 @@ private:
         const InterfaceImage& alternateImage);
 
     [[nodiscard]] UserAssignableButton* button(int index) const;
-    [[nodiscard]] UserAssignableButton* currentButton() const;
+    [[nodiscard]] UserAssignableButton* currentButton() const; // null if none is selected
     [[nodiscard]] ButtonEntry currentEntry() const; // null if the working copy has none
     void showWorkingSet(); // on the buttons
     void showInvalidFileAlert();

@@ -58,6 +58,24 @@ TEST(FieldExit, option_tapped_twice_goes_back_to_the_key_that_is_edited)
     EXPECT_EQ(bench.field(0).stringValue(), "F5");
 }
 
+TEST(FieldExit, option_tapped_twice_goes_back_to_a_key_that_the_set_lacks)
+{
+    ExitBench bench;
+    const auto shortcuts = std::make_shared<ArchiveDictionary>();
+    shortcuts->set(1, emptyButtonEntry());
+    const auto set = setOf(shortcuts, std::make_shared<ArchiveDictionary>());
+    UserAssinableWindowController window(bench.services());
+    window.initShortcut(set);
+    window.showWindow();
+    activate(*window.window());
+    UserAssignableButton& key = *window.userAssignableButtons()[6]->view();
+    click(key);
+    window.getMyShortcutField(0)->makeFirstResponder();
+    ASSERT_TRUE(window.getMyShortcutField(0)->hasFocus());
+    bench.tapTwice(Qt::Key_Alt);
+    EXPECT_TRUE(key.hasFocus());
+}
+
 TEST(FieldExit, a_shortcut_a_slow_tap_and_two_different_taps_are_no_way_out)
 {
     ExitBench bench;
