@@ -65,6 +65,7 @@ RenameBox::RenameBox(
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     document()->setDocumentMargin(Margin);
+    setPlaceholderText(QStringLiteral("Name")); // an empty box looks like a blank key
     setPlainText(text);
     document()->setModified(false);
     selectAll();
