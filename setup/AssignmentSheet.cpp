@@ -2,13 +2,15 @@
 
 #include "setup/AssignmentFiles.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QStandardPaths>
 
 namespace kestrel {
 
-AssignmentSheet::AssignmentSheet(Purpose purpose, QWidget& window)
-    : QFileDialog(&window)
+AssignmentSheet::AssignmentSheet(Purpose purpose, const QString& folder, QWidget& window)
+    : QFileDialog(&window, {}, folder)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setNameFilter(QStringLiteral("Kestrel Console File (*.%1)").arg(AssignmentFiles::Extension));
@@ -20,6 +22,12 @@ AssignmentSheet::AssignmentSheet(Purpose purpose, QWidget& window)
         setAcceptMode(AcceptSave);
         setDefaultSuffix(AssignmentFiles::Extension);
     }
+}
+
+QString AssignmentSheet::firstFolder()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
 QString AssignmentSheet::chosenPath() const

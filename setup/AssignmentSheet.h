@@ -9,8 +9,11 @@ class AssignmentSheet : public QFileDialog {
 public:
     enum class Purpose { Open, Save };
 
-    // The sheet deletes itself once it is closed.
-    AssignmentSheet(Purpose purpose, QWidget& window);
+    // Opens in the folder. The sheet deletes itself once it is closed.
+    AssignmentSheet(Purpose purpose, const QString& folder, QWidget& window);
+
+    // The user's documents. A desktop starts programs in folders that hold nothing of the user.
+    [[nodiscard]] static QString firstFolder();
 
     // Empty unless the user has accepted a file with a local path.
     [[nodiscard]] QString chosenPath() const;

@@ -99,6 +99,7 @@ private:
 
     SetupServices m_services;
     AssignmentFiles m_files;
+    QString m_sheetFolder; // of the last sheet
     SavedWindowFrame m_savedFrame;
     std::unique_ptr<SetupWindow> m_window; // owns the controls; the controllers go before it
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;

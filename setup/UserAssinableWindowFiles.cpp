@@ -3,42 +3,52 @@
 #include "setup/AssignmentSheet.h"
 #include "setup/UserAssinableWindowController.h"
 
+#include <QFileInfo>
 #include <QMessageBox>
 
 namespace kestrel {
 
+namespace {
+
+// Calls `chosen` with the path that the user chooses. The next sheet opens in the same folder.
+void openSheet(UserAssinableWindowController& controller, AssignmentSheet::Purpose purpose,
+    QString& folder, const std::function<void(const QString&)>& chosen)
+{
+    controller.setVisibleFileDialog(true);
+    controller.hideUserAssignEditBox();
+    auto* panel = new AssignmentSheet(purpose, folder, *controller.window());
+    QObject::connect(
+        panel, &QDialog::finished, controller.window(), [&controller, &folder, panel, chosen] {
+            // A native dialog posts no close notification, which would reset the flag.
+            controller.setVisibleFileDialog(false);
+            const QString path = panel->chosenPath();
+            folder = path.isEmpty() ? panel->directory().absolutePath()
+                                    : QFileInfo(path).absolutePath();
+            if (!path.isEmpty())
+                chosen(path);
+        });
+    panel->open();
+}
+
+} // namespace
+
 void UserAssinableWindowController::load()
 {
-    setVisibleFileDialog(true);
-    hideUserAssignEditBox();
-    auto* panel = new AssignmentSheet(AssignmentSheet::Purpose::Open, *m_window);
-    QObject::connect(panel, &QDialog::finished, m_window.get(), [this, panel] {
-        // A native dialog posts no close notification, which would reset the flag.
-        setVisibleFileDialog(false);
-        const QString path = panel->chosenPath();
-        if (!path.isEmpty() && !loadFile(path, true))
+    openSheet(*this, AssignmentSheet::Purpose::Open, m_sheetFolder, [this](const QString& path) {
+        if (!loadFile(path, true))
             showInvalidFileAlert();
     });
-    panel->open();
 }
 
 void UserAssinableWindowController::save()
 {
-    setVisibleFileDialog(true);
-    hideUserAssignEditBox();
-    auto* panel = new AssignmentSheet(AssignmentSheet::Purpose::Save, *m_window);
-    QObject::connect(panel, &QDialog::finished, m_window.get(), [this, panel] {
-        setVisibleFileDialog(false);
-        const QString path = panel->chosenPath();
-        if (path.isEmpty())
-            return;
+    openSheet(*this, AssignmentSheet::Purpose::Save, m_sheetFolder, [this](const QString& path) {
         UserAssignFile set;
         set.initShortcutArray();
         m_workingSet.write(set);
         if (m_files.write(path, set))
             refreshShortcutText(); // after a failed save the fields keep the typed shortcuts
     });
-    panel->open();
 }
 
 bool UserAssinableWindowController::loadFile(const QString& path, bool bSetupUI)

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -90,6 +91,30 @@ TEST(FileDialogs, save_opens_a_sheet_that_adds_the_extension_and_asks_before_rep
     EXPECT_FALSE(bench.sheet()->testOption(QFileDialog::DontConfirmOverwrite));
     EXPECT_TRUE(bench.controller.visibleFileDialog());
     bench.sheet()->reject();
+}
+
+TEST(FileDialogs, the_first_one_opens_among_the_documents_and_each_later_one_where_the_last_one_was)
+{
+    const QTemporaryDir home;
+    const QByteArray oldHome = qgetenv("HOME");
+    qputenv("HOME", home.path().toUtf8());
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    EXPECT_TRUE(documents.startsWith(home.path())) << documents.toStdString();
+    {
+        DialogBench bench;
+        bench.controller.save();
+        EXPECT_EQ(bench.sheet()->directory(), QDir(home.path())) << "there are no documents";
+        bench.choose(bench.path("a.ZKCF"));
+    }
+    QDir().mkpath(documents);
+    DialogBench bench;
+    bench.controller.save();
+    EXPECT_EQ(bench.sheet()->directory(), QDir(documents));
+    bench.choose(bench.path("a.ZKCF"));
+    bench.controller.load();
+    EXPECT_EQ(bench.sheet()->directory(), QDir(bench.folder.path()));
+    bench.sheet()->reject();
+    qputenv("HOME", oldHome);
 }
 
 TEST(FileDialogs, both_close_rename_boxes)
