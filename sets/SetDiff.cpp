@@ -9,9 +9,46 @@
 namespace kestrel::SetDiff {
 
 namespace {
+// Whether equal values have their reals and their integers in the same places.
+bool haveSameReals(const ArchiveValue& left, const ArchiveValue& right)
+{
+    if (left.isNumber() && right.isNumber())
+        return (left.type() == ArchiveValue::Type::Real)
+            == (right.type() == ArchiveValue::Type::Real);
+    if (const auto array = left.array())
+        return std::equal(array->begin(), array->end(), right.array()->begin(), haveSameReals);
+    if (const auto dictionary = left.dictionary()) {
+        return std::all_of(
+            dictionary->begin(), dictionary->end(), [&](const ArchiveDictionary::Entry& entry) {
+                return haveSameReals(entry.key, *SetWords::ownKey(right.dictionary(), entry.key))
+                    && haveSameReals(entry.value, right.dictionary()->value(entry.key));
+            });
+    }
+    if (const auto object = left.object()) {
+        const auto& members = object->members();
+        return std::all_of(
+            members.begin(), members.end(), [&](const ArchiveObject::Member& member) {
+                return haveSameReals(member.value, right.object()->value(member.name));
+            });
+    }
+    return true;
+}
+
 const ArchiveValue* memberOf(const SetText::Root& set, const QString& name)
 {
     return set->contains(name) ? &set->value(name) : nullptr;
+}
+
+// The same key can be the number 1 in one table and 1.0 in the other.
+void compareKeys(const std::shared_ptr<ArchiveDictionary>& old,
+    const std::shared_ptr<ArchiveDictionary>& now, const ArchiveValue& key, const QString& place,
+    std::vector<Difference>& differences)
+{
+    const ArchiveValue* const was = SetWords::ownKey(old, key);
+    const ArchiveValue* const is = SetWords::ownKey(now, key);
+    if (was && is && !isSame(was, is))
+        differences.push_back({ place + QStringLiteral(", its number"), SetWords::value(*was),
+            SetWords::value(*is) });
 }
 
 void compareTables(const SetText::Root& old, const SetText::Root& now, const QString& table,
@@ -19,6 +56,8 @@ void compareTables(const SetText::Root& old, const SetText::Root& now, const QSt
 {
     const ArchiveValue* const was = SetWords::find(old, table, key);
     const ArchiveValue* const is = SetWords::find(now, table, key);
+    compareKeys(old->value(table).dictionary(), now->value(table).dictionary(), key,
+        place(key, table), differences);
     if (isSame(was, is))
         return;
     QString oldWords = words(was, table);
@@ -59,7 +98,7 @@ void compareMembers(
 
 bool isSame(const ArchiveValue* left, const ArchiveValue* right)
 {
-    return left && right ? *left == *right : left == right;
+    return left && right ? *left == *right && haveSameReals(*left, *right) : left == right;
 }
 
 QString words(const ArchiveValue* value, const QString& table)

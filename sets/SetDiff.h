@@ -15,7 +15,8 @@ struct Difference {
     QString is;
 };
 
-// Numbers that are equal are the same, whatever their type, and so is another order of the keys.
+// The integer 1 and the real 1.0 differ; no and 0 do not, since Kestrel writes either for a
+// shortcut that is not used. The order of the keys does not matter.
 [[nodiscard]] std::vector<Difference> between(const SetText::Root& old, const SetText::Root& now);
 
 // The words for a value in this table of a set; null is a value that is missing.

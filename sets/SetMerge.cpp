@@ -74,8 +74,11 @@ std::shared_ptr<ArchiveDictionary> Merger::mergedTable(const QString& name)
                 m_merge.conflicts.push_back(
                     { SetDiff::place(key, name), SetDiff::words(sides.base, name),
                         SetDiff::words(sides.ours, name), SetDiff::words(sides.theirs, name) });
+            const Sides numbers { SetWords::ownKey(base, key), SetWords::ownKey(ours, key),
+                SetWords::ownKey(theirs, key) };
+            const ArchiveValue* const number = numbers.merged();
             if (const ArchiveValue* const value = sides.merged())
-                merged->set(key, *value);
+                merged->set(number ? *number : key, *value);
         }
     }
     return merged;

@@ -84,4 +84,14 @@ const ArchiveValue* find(const SetText::Root& set, const QString& table, const A
     return dictionary && dictionary->contains(key) ? &dictionary->value(key) : nullptr;
 }
 
+const ArchiveValue* ownKey(const std::shared_ptr<ArchiveDictionary>& table, const ArchiveValue& key)
+{
+    if (!table || !table->contains(key))
+        return nullptr;
+    const auto isKey = [&key](const ArchiveDictionary::Entry& entry) {
+        return entry.key == key && identityOf(entry.key) == identityOf(key);
+    };
+    return &std::find_if(table->begin(), table->end(), isKey)->key;
+}
+
 } // namespace kestrel::SetWords

@@ -25,5 +25,9 @@ namespace kestrel::SetWords {
 // The value in that table. Null pointer if the table has no such key, or the set no such table.
 [[nodiscard]] const ArchiveValue* find(
     const SetText::Root& set, const QString& table, const ArchiveValue& key);
+// The key as the table itself has it, for instance 1.0 for 1. Null pointer if it has none, or if
+// there is no table.
+[[nodiscard]] const ArchiveValue* ownKey(
+    const std::shared_ptr<ArchiveDictionary>& table, const ArchiveValue& key);
 
 } // namespace kestrel::SetWords

@@ -49,6 +49,29 @@ TEST(SetMerge, the_same_change_on_both_sides_is_no_conflict)
     EXPECT_EQ(titleIn(merge.set, 1), "Same");
 }
 
+TEST(SetMerge, takes_a_number_of_another_type_from_the_side_that_has_changed_it)
+{
+    using Type = ArchiveValue::Type;
+    SetBuilder base;
+    base.record(1, 0, { 0, 1, QStringLiteral("S"), false });
+    const SetBuilder ours = SetBuilder().record(1, 0, { 0, 1, QStringLiteral("S"), false });
+    SetBuilder theirs;
+    theirs.shortcuts = std::make_shared<ArchiveDictionary>();
+    for (int number = 1; number <= 12; ++number)
+        theirs.shortcuts->set(static_cast<double>(number), emptyButtonEntry());
+    theirs.record(1, 0, { 0, 1.0, QStringLiteral("S"), false });
+    for (const auto& [left, right] : { std::pair { ours, theirs }, { theirs, ours } }) {
+        const SetMerge merge = SetMerge::of(base.set(), left.set(), right.set());
+        EXPECT_THAT(merge.conflicts, IsEmpty());
+        const auto table = merge.set->value(SetRoot::OrgShortcutArray).dictionary();
+        ASSERT_EQ(table->size(), 12u);
+        EXPECT_EQ(table->begin()->key.type(), Type::Real);
+        EXPECT_EQ(table->value(1).array()->at(1).type(), Type::Real);
+    }
+    const SetBuilder third = SetBuilder().record(1, 0, { 0, 2, QStringLiteral("D"), false });
+    EXPECT_EQ(SetMerge::of(base.set(), third.set(), theirs.set()).conflicts.size(), 1u);
+}
+
 TEST(SetMerge, tells_conflicts_by_key_and_keeps_ours)
 {
     const SetBuilder base;
