@@ -13,6 +13,7 @@ namespace kestrel::test {
 
 namespace {
 constexpr const char* Accessible = "org.a11y.atspi.Accessible";
+const QString SessionConnection = QStringLiteral("kestrel-session");
 constexpr const char* Action = "org.a11y.atspi.Action";
 constexpr int AnswerMs = 20000;
 constexpr unsigned StatesPerWord = 32;
@@ -23,6 +24,15 @@ QVariantList ask(const QDBusConnection& bus, const QDBusMessage& question)
     if (answer.type() != QDBusMessage::ReplyMessage)
         throw std::runtime_error((question.member() + ": " + answer.errorMessage()).toStdString());
     return answer.arguments();
+}
+
+QString addressOfBus(const QDBusConnection& session)
+{
+    return ask(session,
+        QDBusMessage::createMethodCall(
+            "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"))
+        .value(0)
+        .toString();
 }
 
 template <typename Value> Value unpacked(const QVariant& variant)
@@ -58,16 +68,22 @@ QDBusConnection AccessibleObject::busOf(const std::string& sessionBus)
     qDBusRegisterMetaType<AccessibleAddress>();
     qDBusRegisterMetaType<QList<AccessibleAddress>>();
     const auto session
-        = QDBusConnection::connectToBus(QString::fromStdString(sessionBus), "kestrel-session");
+        = QDBusConnection::connectToBus(QString::fromStdString(sessionBus), SessionConnection);
     auto enable = QDBusMessage::createMethodCall(
         "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set");
     enable << "org.a11y.Status"
            << "IsEnabled" << QVariant::fromValue(QDBusVariant(true));
     ask(session, enable);
-    const auto address = ask(session,
-        QDBusMessage::createMethodCall(
-            "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress"));
-    return QDBusConnection::connectToBus(address.value(0).toString(), "kestrel-accessibility");
+    return QDBusConnection::connectToBus(addressOfBus(session), "kestrel-accessibility");
+}
+
+std::string AccessibleObject::tellChanges(const QDBusConnection& bus, const QString& kind)
+{
+    auto listen = QDBusMessage::createMethodCall("org.a11y.atspi.Registry",
+        "/org/a11y/atspi/registry", "org.a11y.atspi.Registry", "RegisterEvent");
+    listen << kind << QStringList() << QString();
+    ask(bus, listen);
+    return addressOfBus(QDBusConnection(SessionConnection)).toStdString();
 }
 
 AccessibleObject AccessibleObject::desktop(const QDBusConnection& bus)

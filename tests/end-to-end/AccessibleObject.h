@@ -28,6 +28,9 @@ public:
 
     // The accessibility bus of this session bus, switched on for all programs.
     [[nodiscard]] static QDBusConnection busOf(const std::string& sessionBus);
+    // Asks all programs to tell their changes of that kind, and returns the address of the bus on
+    // which they do so. A kind is "object:property-change:accessible-name", for instance.
+    [[nodiscard]] static std::string tellChanges(const QDBusConnection& bus, const QString& kind);
     // The parent of all programs.
     [[nodiscard]] static AccessibleObject desktop(const QDBusConnection& bus);
 
@@ -37,6 +40,7 @@ public:
     [[nodiscard]] std::optional<AccessibleObject> child(
         const std::string& name, int patienceMs = 20000) const;
 
+    [[nodiscard]] std::string path() const { return m_address.path.path().toStdString(); }
     [[nodiscard]] std::string name() const;
     [[nodiscard]] std::string description() const;
     [[nodiscard]] std::string role() const; // the name of the role

@@ -39,6 +39,11 @@ void Person::press(const std::string& chord) const
     run({ "key", chord });
 }
 
+void Person::pressTwice(const std::string& chord) const
+{
+    run({ "key", "--delay", "60", chord, chord });
+}
+
 void Person::type(const std::string& text) const
 {
     run({ "type", "--delay", "5", text });

@@ -21,6 +21,8 @@ public:
     void click(int x, int y) const; // screen coordinates
     void doubleClick(int x, int y) const;
     void press(const std::string& chord) const; // as xdotool names it, e.g. "super+s"
+    // Twice, far faster than the double click of a desktop.
+    void pressTwice(const std::string& chord) const;
     void type(const std::string& text) const;
 
     // The content area of the visible window with that title; no value when there is none.
