@@ -7,7 +7,6 @@
 #include "sets/SetRoot.h"
 #include "sets/SetWords.h"
 #include "sets/ShortcutParser.h"
-#include "sets/ValueText.h"
 
 #include <algorithm>
 #include <map>
@@ -23,9 +22,9 @@ bool isOfConsole(const ArchiveValue& key)
 
 class Check {
 public:
-    Check(const SetText::Root& set, const HasKey& hasKey)
+    Check(const SetText::Root& set, const Keyboard& keyboard)
         : m_set(set)
-        , m_hasKey(hasKey)
+        , m_keyboard(keyboard)
     {
     }
 
@@ -49,10 +48,11 @@ private:
     bool checkEntry(const ArchiveValue& key, const ArchiveArray& entry);
     bool checkRecord(const ArchiveValue& key, const ArchiveArray& entry, std::size_t record);
     void checkKeyName(const Record& record);
+    void checkLayout(const Record& record);
     void checkDuplicates();
 
     const SetText::Root& m_set;
-    const HasKey& m_hasKey;
+    const Keyboard& m_keyboard;
     std::vector<Finding> m_findings;
     std::vector<Record> m_used;
 };
@@ -148,7 +148,7 @@ void Check::checkKeyName(const Record& record)
     const QString fixed = KeyNames::fixedName(record.stroke.code);
     const auto named = KeyNames::keyOfFixedName(record.name);
     const QString shown = SetWords::printable(record.name);
-    if (!m_hasKey(record.stroke.code))
+    if (!m_keyboard.hasKey(record.stroke.code))
         add(Kind::UnknownKey, { record.key },
             QStringLiteral("%1: the keyboard has no key for key code %2 (\"%3\")")
                 .arg(record.place)
@@ -160,6 +160,26 @@ void Check::checkKeyName(const Record& record)
                 .arg(record.place)
                 .arg(record.stroke.code)
                 .arg(shown));
+    else if (fixed.isEmpty() && m_keyboard.characters)
+        checkLayout(record);
+}
+
+// The name of a key without a fixed name is what it types, in upper case.
+void Check::checkLayout(const Record& record)
+{
+    const QStringList characters = m_keyboard.characters(record.stroke.code);
+    const QString shown = SetWords::printable(record.name);
+    const auto types = [&record](const QString& text) { return text.toUpper() == record.name; };
+    if (characters.isEmpty())
+        add(Kind::UnknownKey, { record.key },
+            QStringLiteral("%1: the keyboard layout has no key for key code %2 (\"%3\")")
+                .arg(record.place)
+                .arg(record.stroke.code)
+                .arg(shown));
+    else if (std::none_of(characters.begin(), characters.end(), types))
+        add(Kind::UnknownKey, { record.key },
+            QStringLiteral("%1: in this keyboard layout the key of \"%2\" types \"%3\"")
+                .arg(record.place, shown, SetWords::printable(characters.front().toUpper())));
 }
 
 void Check::checkDuplicates()
@@ -194,44 +214,9 @@ std::vector<Finding> Check::run()
 }
 } // namespace
 
-std::vector<Finding> findings(const SetText::Root& set, const HasKey& hasKey)
+std::vector<Finding> findings(const SetText::Root& set, const Keyboard& keyboard)
 {
-    return Check(set, hasKey).run();
-}
-
-QString name(Kind kind)
-{
-    switch (kind) {
-    case Kind::Damage:
-        return QStringLiteral("damage");
-    case Kind::Unused:
-        return QStringLiteral("unused");
-    case Kind::Duplicate:
-        return QStringLiteral("duplicate");
-    case Kind::NoShortcut:
-        return QStringLiteral("no-shortcut");
-    case Kind::UnknownKey:
-        return QStringLiteral("unknown-key");
-    }
-    return {};
-}
-
-QByteArray json(const std::vector<Finding>& findings)
-{
-    JsonValue list = JsonValue::array();
-    for (const Finding& finding : findings) {
-        JsonValue keys = JsonValue::array();
-        for (const ArchiveValue& key : finding.keys)
-            keys.items.push_back(ValueWriter(key).json(key));
-        JsonValue object = JsonValue::object();
-        object.set(QStringLiteral("kind"), JsonValue::ofString(name(finding.kind)));
-        object.set(QStringLiteral("keys"), std::move(keys));
-        object.set(QStringLiteral("message"), JsonValue::ofString(finding.message));
-        list.items.push_back(std::move(object));
-    }
-    JsonValue report = JsonValue::object();
-    report.set(QStringLiteral("findings"), std::move(list));
-    return jsonText(report);
+    return Check(set, keyboard).run();
 }
 
 } // namespace kestrel::SetCheck

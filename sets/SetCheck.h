@@ -25,10 +25,15 @@ struct Finding {
     QString message;
 };
 
-// Says whether the keyboard has the key.
-using HasKey = std::function<bool(KeyCode key)>;
+// What the keyboard of the user is known to have.
+struct Keyboard {
+    std::function<bool(KeyCode)> hasKey;
+    // What the key types in the layout that is in use, without and with Shift. Empty for a key that
+    // the layout does not have. An empty function if no layout can be asked.
+    std::function<QStringList(KeyCode)> characters;
+};
 
-[[nodiscard]] std::vector<Finding> findings(const SetText::Root& set, const HasKey& hasKey);
+[[nodiscard]] std::vector<Finding> findings(const SetText::Root& set, const Keyboard& keyboard);
 
 [[nodiscard]] QString name(Kind kind); // "damage", "no-shortcut"
 // The findings as JSON: {"findings": [{"kind", "keys", "message"}, …]}.

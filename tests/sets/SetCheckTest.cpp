@@ -16,10 +16,19 @@ bool hasAll(KeyCode)
     return true;
 }
 
-std::vector<std::string> findings(const SetText::Root& set, const SetCheck::HasKey& hasKey = hasAll)
+// A layout in which key 41 types an ö, key 6 a y and no other key anything.
+QStringList german(KeyCode key)
+{
+    if (key == 41)
+        return { QStringLiteral("ö"), QStringLiteral("Ö") };
+    return key == 6 ? QStringList { QStringLiteral("y"), QStringLiteral("Y") } : QStringList();
+}
+
+std::vector<std::string> findings(
+    const SetText::Root& set, const SetCheck::Keyboard& keyboard = { hasAll, {} })
 {
     std::vector<std::string> lines;
-    for (const SetCheck::Finding& finding : SetCheck::findings(set, hasKey))
+    for (const SetCheck::Finding& finding : SetCheck::findings(set, keyboard))
         lines.push_back((SetCheck::name(finding.kind) + ": " + finding.message).toStdString());
     return lines;
 }
@@ -85,9 +94,26 @@ TEST(SetCheck, finds_keys_that_the_keyboard_does_not_have_or_calls_otherwise)
     SetBuilder builder;
     builder.record(1, 0, { 0, 96, QStringLiteral("F6"), false });
     builder.record(2, 0, { 0, 200, QStringLiteral("Q"), false });
-    EXPECT_THAT(findings(builder.set(), [](KeyCode key) { return key < 128; }),
+    EXPECT_THAT(findings(builder.set(), { [](KeyCode key) { return key < 128; }, {} }),
         ElementsAre("unknown-key: shortcut 1 of key 1: key code 96 is not that of \"F6\"",
             "unknown-key: shortcut 1 of key 2: the keyboard has no key for key code 200 (\"Q\")"));
+}
+
+TEST(SetCheck, finds_keys_that_the_layout_does_not_have_or_that_type_something_else_in_it)
+{
+    SetBuilder builder;
+    builder.record(1, 0, { 0, 41, QStringLiteral("Ö"), false });
+    builder.record(1, 1, { 0, 96, QStringLiteral("F5"), false });
+    EXPECT_THAT(findings(builder.set(), { hasAll, german }), IsEmpty());
+    builder.record(2, 0, { 0, 6, QStringLiteral("Z"), false });
+    builder.record(3, 0, { 0, 10, QStringLiteral("§"), false });
+    EXPECT_THAT(findings(builder.set()), IsEmpty()) << "nobody knows the layout";
+    EXPECT_THAT(findings(builder.set(), { hasAll, german }),
+        ElementsAre(
+            "unknown-key: shortcut 1 of key 2: in this keyboard layout the key of \"Z\" types "
+            "\"Y\"",
+            "unknown-key: shortcut 1 of key 3: the keyboard layout has no key for key code 10 "
+            "(\"§\")"));
 }
 
 TEST(SetCheck, reports_as_json)

@@ -1,16 +1,33 @@
 #include "platform/KnownKeys.h"
+#include "platform/RunningLayout.h"
 #include "sets/SetCheck.h"
 #include "sets/SetWords.h"
 #include "tools/kestrelctl/SetArguments.h"
 #include "tools/kestrelctl/SetCommands.h"
 
+#include <iostream>
+
 namespace kestrel::ctl {
 
 namespace {
-std::vector<SetCheck::Finding> findingsIn(const std::string& path)
+// The layout outlives the keyboard. Null if none can be asked.
+SetCheck::Keyboard keyboardWith(RunningLayout* layout)
+{
+    SetCheck::Keyboard keyboard { hasKeyOnKeyboards, {} };
+    if (layout)
+        keyboard.characters = [layout](KeyCode key) {
+            const auto characters = layout->charactersOf(key);
+            return characters ? QStringList { QString::fromStdString(characters->plain),
+                QString::fromStdString(characters->withShift) }
+                              : QStringList();
+        };
+    return keyboard;
+}
+
+std::vector<SetCheck::Finding> findingsIn(const std::string& path, RunningLayout* layout)
 {
     try {
-        return SetCheck::findings(readSet(path), hasKeyOnKeyboards);
+        return SetCheck::findings(readSet(path), keyboardWith(layout));
     } catch (const SetFile::Error& error) {
         if (error.kind() == SetFile::Error::Kind::Unreadable)
             throw;
@@ -20,7 +37,10 @@ std::vector<SetCheck::Finding> findingsIn(const std::string& path)
 
 ExitCode check(const std::string& path, bool asJson)
 {
-    const auto findings = findingsIn(path);
+    const auto layout = runningLayout();
+    const auto findings = findingsIn(path, layout.get());
+    if (!layout)
+        std::cerr << "kestrelctl: no keyboard layout could be asked what its keys type\n";
     QByteArray report;
     if (asJson) {
         report = SetCheck::json(findings);

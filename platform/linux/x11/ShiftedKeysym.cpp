@@ -68,27 +68,43 @@ std::optional<xcb_keysym_t> keysymIn(
     const unsigned place = group * key.width + levelOf(*type.data, modifiers);
     return place < key.nSyms ? xcb_xkb_key_sym_map_syms(&key)[place] : XCB_NO_SYMBOL;
 }
+// False when the server does not answer, or does not have XKB.
+bool beginXkb(X11Connection& connection)
+{
+    if (!connection.ensureOpen())
+        return false;
+    xcb_connection_t* const xcb = connection.xcb();
+    // libxcb closes the connection on a request of an extension that the server does not have.
+    const auto* xkb = xcb_get_extension_data(xcb, &xcb_xkb_id);
+    if (!xkb || !xkb->present)
+        return false;
+    // The server refuses requests of XKB before this one.
+    const auto begin = xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
+    xcb_discard_reply(xcb, begin.sequence);
+    return true;
+}
 } // namespace
 
 std::optional<xcb_keysym_t> keysymWithShiftAlone(
     X11Connection& connection, xcb_keycode_t key, std::uint16_t state)
 {
-    if (!connection.ensureOpen())
+    if (!beginXkb(connection))
         return {};
-    xcb_connection_t* const xcb = connection.xcb();
-    // libxcb closes the connection on a request of an extension that the server does not have.
-    const auto* xkb = xcb_get_extension_data(xcb, &xcb_xkb_id);
-    if (!xkb || !xkb->present)
-        return {};
-    // The server refuses requests of XKB before this one.
-    const auto begin = xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
-    xcb_discard_reply(xcb, begin.sequence);
     const auto reply = connection.reply<xcb_xkb_get_map_reply_t>(
-        xcb_xkb_get_map(xcb, XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_MAP_PART_KEY_TYPES,
+        xcb_xkb_get_map(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_MAP_PART_KEY_TYPES,
             XCB_XKB_MAP_PART_KEY_SYMS, 0, 0, key, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)
             .sequence);
     const unsigned group = state >> 13 & 3;
     return reply ? keysymIn(*reply, group, state & XCB_MOD_MASK_SHIFT) : std::nullopt;
+}
+
+std::optional<std::uint8_t> groupInUse(X11Connection& connection)
+{
+    if (!beginXkb(connection))
+        return {};
+    const auto reply = connection.reply<xcb_xkb_get_state_reply_t>(
+        xcb_xkb_get_state(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD).sequence);
+    return reply ? std::optional(reply->group) : std::nullopt;
 }
 
 } // namespace kestrel

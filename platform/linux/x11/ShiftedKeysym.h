@@ -16,4 +16,7 @@ class X11Connection;
 [[nodiscard]] std::optional<xcb_keysym_t> keysymWithShiftAlone(
     X11Connection& connection, xcb_keycode_t key, std::uint16_t state);
 
+// The group of the layout that is in use. No value when the server does not answer.
+[[nodiscard]] std::optional<std::uint8_t> groupInUse(X11Connection& connection);
+
 } // namespace kestrel
