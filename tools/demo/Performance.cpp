@@ -45,14 +45,4 @@ void Performance::photograph(const std::string& name)
     check("picture " + picture.string(), studio.photograph(picture));
 }
 
-void Performance::drawKeySheet()
-{
-    for (const char* const name : { "key-sheet.pdf", "key-sheet.png" }) {
-        const auto sheet = m_pictures / name;
-        const auto drawing
-            = studio.start("kestrelctl", { "set", "sheet", "-o", sheet.string(), "--force" });
-        check("key sheet " + sheet.string(), drawing->wait(StartTimeout) == 0);
-    }
-}
-
 } // namespace kestrel

@@ -31,8 +31,6 @@ public:
     // Sends the command to the console, and prints the keys that the workstation has received.
     [[nodiscard]] std::string keysAfter(const std::string& consoleCommand);
     void photograph(const std::string& name);
-    // Draws what the stored set does, as a page to print and as a picture.
-    void drawKeySheet();
 
     // The folder for what the demonstration leaves behind.
     [[nodiscard]] const std::filesystem::path& pictures() const { return m_pictures; }

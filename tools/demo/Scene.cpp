@@ -14,6 +14,7 @@ Scene::Scene(std::filesystem::path programs, std::filesystem::path pictures,
     , m_setup(m_performance)
     , m_panel(m_performance, std::move(approved))
     , m_activity(m_performance)
+    , m_sheet(m_performance)
     , m_doctor(m_performance)
 {
 }
@@ -34,10 +35,10 @@ int Scene::play(Ending ending)
     m_doctor.findNothingWrong();
     m_keys.pressBehindAnotherWindow();
     m_activity.explainAndPlayBack();
+    m_sheet.save();
     if (ending == Ending::WhenTheWorkstationIsClosed)
         waitForUser();
     quit();
-    m_performance.drawKeySheet();
     return m_performance.missing();
 }
 

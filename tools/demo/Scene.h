@@ -3,6 +3,7 @@
 #include "tools/demo/ActivityAct.h"
 #include "tools/demo/DoctorAct.h"
 #include "tools/demo/KeyAct.h"
+#include "tools/demo/KeySheetAct.h"
 #include "tools/demo/PanelAct.h"
 #include "tools/demo/Performance.h"
 #include "tools/demo/SetupAct.h"
@@ -34,6 +35,7 @@ private:
     SetupAct m_setup;
     PanelAct m_panel;
     ActivityAct m_activity;
+    KeySheetAct m_sheet;
     DoctorAct m_doctor;
 };
 
