@@ -7,8 +7,8 @@
 
 namespace kestrel {
 
-// The last events, oldest first. It is always kept, so that people can look after something did not
-// work. Readers ask from time to time whether count() has grown. Main thread only.
+// The last events, oldest first. It is always kept, so that people can look it up after something
+// has failed. Readers ask from time to time whether count() has grown. Main thread only.
 class ActivityLog {
 public:
     static constexpr std::size_t Capacity = 4096;

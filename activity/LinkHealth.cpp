@@ -58,8 +58,7 @@ void LinkHealth::notePacket(const ActivityEvent& event)
         return;
     case Outcome::NotPermitted:
         m_permissionMissing = true;
-        ++m_counts.keptBack;
-        return;
+        [[fallthrough]];
     default:
         if (OutcomeWords::isKeptBack(event) && PacketWords::isKeyPress(event))
             ++m_counts.keptBack;

@@ -26,7 +26,8 @@ public:
     };
     struct Counts {
         std::uint64_t beats = 0;
-        std::uint64_t missedBeats = 0; // while online, so the first ones of an outage too
+        std::uint64_t missedBeats
+            = 0; // while online, which ends only when the link counts as silent
         std::uint64_t answers = 0;
         std::uint64_t timesBuilt = 0;
         std::uint64_t typed = 0; // key presses
@@ -37,7 +38,7 @@ public:
     static constexpr std::chrono::seconds BeatPeriod { 1 };
     static constexpr std::size_t KeptIntervals = 300; // five minutes
 
-    // Takes at most some ten nanoseconds and allocates nothing.
+    // Takes a few tens of nanoseconds and allocates nothing.
     void note(const ActivityEvent& event);
     // Whether the system permits the program to post keys.
     void notePermission(bool granted) { m_permissionMissing = !granted; }

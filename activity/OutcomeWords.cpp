@@ -7,7 +7,7 @@ namespace kestrel {
 namespace {
 using Outcome = ActivityEvent::Outcome;
 
-// The key is named by the last byte of the packet, in one packet or in two.
+// The fifth byte of a whole message names the key, or the third byte of a message's second packet.
 std::string keyOf(const ActivityEvent& event)
 {
     const auto bytes = event.bytes();

@@ -8,10 +8,11 @@
 namespace kestrel::OutcomeWords {
 
 // Such as "typed ⌘S" or "nothing: Finder is in front, not Pro Tools", in UTF-8. Empty for events of
-// the link, which say all by themselves.
+// the link, which say all by themselves, and for a packet that only selects a zone.
 [[nodiscard]] std::string describe(const ActivityEvent& event);
 
-// True when a key of the console was to type something and did not.
+// True when the press or the release of a console key posted nothing, for a reason that the user
+// may want to know.
 [[nodiscard]] bool isKeptBack(const ActivityEvent& event);
 
 } // namespace kestrel::OutcomeWords

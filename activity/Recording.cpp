@@ -87,7 +87,8 @@ std::string Recording::command(const ActivityEvent& event)
     return text + "at " + secondsText(m_scriptTime) + " send " + bytes + "\n";
 }
 
-// Sets the time of the event in the script. Says it when that comes too early.
+// Advances the time of the script by the pause before the event. Returns a comment if the pause was
+// shortened, else an empty text.
 std::string Recording::pause(const ActivityEvent& event)
 {
     const auto pause = event.time() - m_lastSent.value_or(event.time());

@@ -16,7 +16,8 @@ public:
     // Outlives the recorder.
     explicit ActivityRecorder(const Clock& clock);
 
-    // What became of the packet that is handled at present. Without such a call it is ignored.
+    // What became of the packet that is handled at present. Without such a call it is recorded
+    // as ignored, or as awaited if it selects a zone.
     void noteHeartbeat(bool answered);
     void noteShown() { m_outcome = ActivityEvent::Outcome::Shown; }
     void noteKey(const Keystroke& stroke);

@@ -206,7 +206,8 @@ void AppDelegate::applicationOpenFiles(const QStringList& filenames)
     storeForRecovery();
 }
 
-// A message that arrives while a menu is being closed waits for the key that closes it.
+// While the key of one message closes a menu, the main loop runs. Messages that arrive then are
+// handled after that key.
 void AppDelegate::receiveMessage(const MIDIMessage& message)
 {
     if (m_isClosingMenus) {

@@ -18,8 +18,8 @@ namespace kestrel {
 // What the program answers: one message, and after it what the feed gives.
 struct InstanceReply {
     InstanceMessage message;
-    // The body of the next message, of the kind Events; empty when there is nothing at present. No
-    // feed ends the connection.
+    // The body of the next message, of the kind Events; empty when there is nothing at present.
+    // Without a feed the connection ends after the message.
     std::function<QByteArray()> feed = {};
 
     [[nodiscard]] static InstanceReply unknown();

@@ -5,9 +5,9 @@
 
 namespace kestrel {
 
-// The permission to post keyboard events. The system's question is asked once, when the first key
-// is kept back. From then on a notice says that the permission is missing, for as long as it is,
-// and opens the settings. Main thread only.
+// The permission to post keyboard events. A notice says that it is missing for as long as it is.
+// The system's question is asked once, when a key is first refused or the notice is first chosen.
+// After that, choosing the notice opens the settings. Main thread only.
 class KeyPermission final : public Permissions, public Notices {
 public:
     // Both outlive this object.

@@ -35,7 +35,7 @@ SecondStart::~SecondStart()
 void SecondStart::begin()
 {
     m_patience.start();
-    // Behind the deliveries of files that are queued already.
+    // Queued, so that files that are already on their way are added first.
     QMetaObject::invokeMethod(
         this, [this] { attempt(); }, Qt::QueuedConnection);
 }
@@ -81,8 +81,8 @@ void SecondStart::receive()
     switch (m_answer.message().kind) {
     case InstanceMessage::Kind::Done:
         m_files.remove(0, m_sent);
-        // Behind the deliveries of files that are queued already. If there are any, the end of the
-        // connection begins the next attempt.
+        // Queued, so that files that are already on their way are added first. If there are any,
+        // the end of the connection begins the next attempt.
         QMetaObject::invokeMethod(
             this,
             [this] {

@@ -7,7 +7,7 @@ namespace kestrel {
 class SecondStart;
 
 // Tells the user of a start that the running program does not answer, and lets them give it up.
-// What is said about a start goes to stderr too, which nobody sees who starts from a menu.
+// Prints to stderr too, but a user who starts the program from a menu sees only the box.
 class StartBox final {
 public:
     // Appears when `start` runs out of patience. `start` outlives the box.

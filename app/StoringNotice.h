@@ -8,7 +8,8 @@ namespace kestrel {
 
 class StoredAssignments;
 
-// Adds a notice for as long as the assignments cannot be stored. Choosing it tries again. Main
+// Adds a notice for as long as the assignments cannot be stored or could not be read. Choosing it
+// tries to store them again. Main
 // thread only.
 class StoringNotice final : public Notices {
 public:

@@ -17,7 +17,8 @@ inline constexpr std::size_t TextBytes = 2 << 20; // all strings and data togeth
 inline constexpr std::size_t FileBytes = 16 << 20;
 inline constexpr std::size_t FileObjects = 500'000;
 inline constexpr std::size_t ExpandedBytes = 32 << 20;
-// Keys of one dictionary of the list, and with its class the members of an object. libplist
+// The most keys of one dictionary of the list. An archived object is such a dictionary: its members
+// and its class. libplist
 // compares each new key with those that it has, or with those of an equal hash, which a file can
 // choose. The dictionaries of an archive have their keys in an array.
 inline constexpr std::size_t DictionaryKeys = 1'000;

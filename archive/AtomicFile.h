@@ -21,7 +21,7 @@ struct Result {
 // Removes the temporary files that killed saves of this file left behind, unless one of our
 // processes writes in the folder now. They belong to this user, have been unchanged for a minute
 // and are named like the file with six random letters added. Endings that a person might have
-// chosen (all small, all capital, or a capital first) are left alone.
+// chosen (all small, all capital, or only the first letter capital) are left alone.
 void removeLeftovers(const QString& path);
 
 // Removes the file if it has this content and none of our processes writes in the folder now.

@@ -13,7 +13,8 @@
 namespace kestrel {
 
 namespace {
-constexpr unsigned int LastButtonCode = 12; // one past the code of the last key
+// The console has no such key, but a set from elsewhere may have one.
+constexpr unsigned int CodeOfThirteenthKey = 12;
 
 struct ModifierRelease {
     ModifierFlags flag;
@@ -73,8 +74,8 @@ Keystroke KeystrokePoster::eventKeyPost(unsigned int buttonCode)
     const unsigned int index = indexOf(buttonCode);
     const ButtonEntry entry = entryOf(index);
     if (!entry)
-        return { index >= LastButtonCode ? Keystroke::Outcome::NoSuchKey
-                                         : Keystroke::Outcome::NoShortcut,
+        return { index >= CodeOfThirteenthKey ? Keystroke::Outcome::NoSuchKey
+                                              : Keystroke::Outcome::NoShortcut,
             {} };
     Results results;
     for (std::size_t record = 0; record < results.size(); ++record)
@@ -97,8 +98,8 @@ bool KeystrokePoster::wouldPost(unsigned int buttonCode)
 ButtonEntry KeystrokePoster::entryOf(unsigned int index) const
 {
     const auto set = m_assignments.myUserAssignFile();
-    return set && index <= LastButtonCode ? set->getSwitchShortcut(static_cast<int>(index) + 1)
-                                          : nullptr;
+    return set && index <= CodeOfThirteenthKey ? set->getSwitchShortcut(static_cast<int>(index) + 1)
+                                               : nullptr;
 }
 
 bool KeystrokePoster::workstationIsFrontmost(KeystrokeText& inFront)

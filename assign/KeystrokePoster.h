@@ -31,7 +31,8 @@ public:
     [[nodiscard]] bool wouldPost(unsigned int buttonCode);
 
     // `buttonCode` is the value from the console: 0 to 11 for the release of keys 1 to 12, 64 to 75
-    // for their press. Other codes post nothing. Returns what became of it.
+    // for their press. 12 and 76 mean a thirteenth key, and other codes post nothing. Returns what
+    // became of it.
     Keystroke eventKeyPost(unsigned int buttonCode);
 
     // Posts the shortcut record at `offset` (0, 4, 8 or 12) of a button entry. An unused record

@@ -17,9 +17,10 @@ namespace kestrel {
 //   10              the body
 //
 // A connection carries one request and then one answer, after which the program closes it. Only the
-// answer to Follow is followed by others. Every request is answered. A connection that ends without
-// an answer comes from a program that is ending, and nothing has been done. All versions keep the
-// first ten bytes. docs/socket.md describes the requests.
+// answer to Follow is followed by others. A connection ends without an answer when the program is
+// ending, which has then done nothing, and when the connection is too slow or one too many; its
+// request may then have been carried out. All versions keep the first ten bytes. docs/socket.md
+// describes the requests.
 struct InstanceMessage {
     enum class Kind : char {
         // Request: open the files, or show the setup window if there are none. The body is a list

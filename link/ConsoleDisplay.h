@@ -9,7 +9,7 @@ class ConsoleDisplay {
 public:
     virtual ~ConsoleDisplay() = default;
 
-    // `message` carries text for the large display.
+    // `message` carries text for the display.
     virtual void redrawLCDdisplay(const MIDIMessage& message) = 0;
     // `message` sets a knob or a lamp.
     virtual void redrawDSParea(const MIDIMessage& message) = 0;

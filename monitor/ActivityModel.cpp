@@ -53,7 +53,7 @@ std::vector<std::uint64_t> ActivityModel::takeNew(std::uint64_t from, std::uint6
     return numbers;
 }
 
-// A paused list shows other groups of the same time.
+// While the list is paused, a change of the groups adds no later events.
 void ActivityModel::setGroups(Groups groups)
 {
     beginResetModel();

@@ -38,7 +38,7 @@ QColor outcomeColour(const ActivityEvent& event, const ActivityColours& colours)
     return event.outcome() == Outcome::Typed ? colours.good : colours.dim;
 }
 
-// What nobody looks for among the rest.
+// True for routine outcomes, which are drawn dim.
 bool isQuiet(const ActivityEvent& event)
 {
     return event.outcome() == Outcome::Ignored || event.outcome() == Outcome::Answered

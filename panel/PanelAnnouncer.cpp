@@ -34,7 +34,7 @@ PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, AccessibilityListener list
     connect(&view, &PlugInPanelView::contentChanged, this, &PanelAnnouncer::contentChanged);
 }
 
-// The timers run on while changes arrive: what has changed last is told when they end.
+// Changes do not restart the timers. When a timer ends, everything changed since is told.
 void PanelAnnouncer::contentChanged()
 {
     if (!m_listener.isActive())
@@ -45,7 +45,7 @@ void PanelAnnouncer::contentChanged()
         m_silence.start();
 }
 
-// What is told later starts anew.
+// The next announcement tells everything.
 void PanelAnnouncer::miss()
 {
     m_hasMissed = true;

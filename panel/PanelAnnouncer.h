@@ -14,8 +14,9 @@ namespace kestrel {
 
 // Tells assistive technology what has changed on the panel, at most a few times a second. A value
 // that changes and changes back between two announcements is not announced. After changes that
-// nobody listened to, the next announcement tells everything. A change of parameters is also told
-// as a sentence, the description of the panel. While nobody listens, nothing is computed.
+// nobody listened to, the next announcement tells everything. It also puts a
+// sentence about changed parameters into the panel's accessible description. While nobody listens,
+// nothing is computed.
 class PanelAnnouncer : public QObject {
     Q_OBJECT
 

@@ -40,8 +40,8 @@ PanelCanvas::PanelCanvas(QImage& pixels, QSize view, const QRegion& wanted, Spri
 {
     const QRectF inView(m_wantedBounds.left() / m_horizontal, m_wantedBounds.top() / m_vertical,
         m_wantedBounds.width() / m_horizontal, m_wantedBounds.height() / m_vertical);
-    // Turned over, a rectangle measured from the top left is one from the bottom left. Each edge of
-    // a piece may move by one pixel when it is rounded.
+    // Flipping is its own inverse, so fromBottomLeft() also converts back. Each edge of a piece may
+    // move by one pixel when it is rounded.
     m_wantedInView
         = fromBottomLeft(inView, m_content)
               .adjusted(-1 / m_horizontal, -1 / m_vertical, 1 / m_horizontal, 1 / m_vertical);

@@ -14,7 +14,7 @@ namespace {
 // The window system sends a new size and a new state (maximised or not) in two messages, in either
 // order. Both have arrived after this time.
 constexpr std::chrono::milliseconds SettleTime { 250 };
-constexpr int MostTimesAsked = 2; // the second one is for a size set while the user drags
+constexpr int MostTimesAsked = 2; // a request during a drag may be overridden, so ask once more
 // The states in which the window manager, not the program, sets the size.
 constexpr Qt::WindowStates GivenSize
     = Qt::WindowMaximized | Qt::WindowFullScreen | Qt::WindowMinimized;

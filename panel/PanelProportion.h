@@ -20,7 +20,8 @@ public:
     // Returns the content size to request in place of `content`.
     using Better = std::function<QSize(QSize content)>;
 
-    // Tells whether the window system gives the size in a way that Qt does not tell.
+    // True when the window system has fixed the size without telling Qt, as when a window is
+    // maximised in one direction only.
     using IsSizeGiven = std::function<bool()>;
 
     // The window and its view outlive this object.

@@ -25,8 +25,8 @@ public:
     // has changed them. False when that failed; the content on disk is then unchanged.
     [[nodiscard]] virtual bool synchronise() = 0;
 
-    // Why the last synchronise(), or before the first one the reading, has failed, in a few words;
-    // empty if it has not.
+    // Why the last synchronise() failed, or why reading failed if there was none yet, in a few
+    // words. Empty if neither failed.
     [[nodiscard]] virtual std::string problem() const = 0;
 };
 

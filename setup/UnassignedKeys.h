@@ -7,8 +7,8 @@
 
 namespace kestrel {
 
-// Knows the keys that were left with shortcuts that had been typed and not assigned, until their
-// next edit. Indices are 0-based; others than those of the twelve keys are ignored.
+// Knows the keys whose typed shortcuts the user left without Assign, until their next edit. Indices
+// are 0-based; others than those of the twelve keys are ignored.
 class UnassignedKeys {
 public:
     // Whether the fields hold something that waits for Assign, and for which key.

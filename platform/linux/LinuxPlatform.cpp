@@ -6,7 +6,7 @@
 #include "platform/linux/system/SessionEnvironment.h"
 #include "platform/linux/system/SystemAdapters.h"
 #include "platform/linux/x11/X11Adapters.h"
-#include "platform/linux/x11/X11Dialler.h"
+#include "platform/linux/x11/X11Connector.h"
 
 #include <chrono>
 #include <csignal>
@@ -48,7 +48,7 @@ std::optional<std::string> prepareSession()
     const char* const backEnd = ::getenv("QT_QPA_PLATFORM");
     if (!backEnd || std::string_view(backEnd) != "xcb")
         return {};
-    const auto line = X11Dialler().dial(DisplayPatience);
+    const auto line = X11Connector().connect(DisplayPatience);
     if (line && xcb_connection_has_error(line->xcb.get()) == 0)
         return {};
     const char* const display = ::getenv("DISPLAY");

@@ -106,6 +106,9 @@ TEST_F(Health, presses_are_counted_and_releases_are_not)
     press(Outcome::NoShortcut);
     EXPECT_EQ(health.counts().typed, 1U);
     EXPECT_EQ(health.counts().keptBack, 2U);
+    press(Outcome::NotPermitted);
+    release(Outcome::NotPermitted); // macOS refuses the release too
+    EXPECT_EQ(health.counts().keptBack, 3U);
 }
 
 TEST_F(Health, a_missing_permission_is_complained_about_until_a_key_is_typed)

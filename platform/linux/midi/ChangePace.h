@@ -15,7 +15,7 @@ public:
     // The earliest time at which one of the changes may be told, TimePoint::max() when there is
     // none.
     [[nodiscard]] TimePoint next(const PortChanges::Due& due) const;
-    // All changes have been told. Those that were due then count.
+    // Called after all changes were told. Only those that were due slow the pace down.
     void told(const PortChanges::Due& due, TimePoint now);
 
 private:

@@ -30,12 +30,12 @@ public:
     void learn();
     [[nodiscard]] std::vector<PortListing> list() const;
 
-    // JACK's notification thread. The functions with a result return the port, unless it is none
-    // of these.
+    // JACK's notification thread. The functions with a result return no value for a port of our
+    // own kind and for one that carries no MIDI.
     void registered(std::uint32_t identifier);
     std::optional<PortListing> unregistered(std::uint32_t identifier);
     [[nodiscard]] std::optional<PortListing> known(std::uint32_t identifier) const;
-    // True when a change is due earlier than the main thread knows.
+    // True when a change is due earlier than the time that tellDue() returned last.
     [[nodiscard]] bool hasNews();
 
     // Any thread. What the functions of the same names of PortChanges do.

@@ -81,8 +81,8 @@ void SourceLane::deliver(
     } while (tellLoss(end, losses, lost));
 }
 
-// False also when more has been told: a nested delivery may have told of later losses, and a loss
-// may have been told before a packet that counts it too late. The count may wrap around.
+// True for losses that have not been told yet. A nested delivery may have told of later ones, and a
+// loss may have been told before a packet that counts it too late. The count may wrap around.
 bool SourceLane::isUntold(std::uint32_t losses) const
 {
     return static_cast<std::int32_t>(losses - m_toldLosses) > 0;

@@ -20,8 +20,8 @@ std::string_view classPart(std::string_view property)
     return rest.substr(0, rest.find('\0'));
 }
 
-// WM_CLASS is Latin-1 by convention and UTF-8 in practice. The bytes are passed on unchecked,
-// because text that is not UTF-8 matches no name that we look for.
+// WM_CLASS is Latin-1 by convention and UTF-8 in practice. The bytes are passed on unchecked:
+// text that is not UTF-8 matches no name that we look for, and who shows it replaces what is wrong.
 std::string_view text(const xcb_get_property_reply_t& reply)
 {
     return { static_cast<const char*>(xcb_get_property_value(&reply)),

@@ -16,7 +16,7 @@ public:
     explicit FrontApplication(X11Connection& connection);
     ~FrontApplication();
 
-    // UTF-8. No value when the front application is unknown.
+    // Usually UTF-8, but unchecked. No value when the front application is unknown.
     [[nodiscard]] const std::optional<std::string>& name() const { return m_name; }
 
     // The class of any window. No value when it has none or the server does not answer.

@@ -31,11 +31,11 @@ const KeyPlan& KeyLedger::press(
     for (const XKeyCode modifier : modifiers) {
         if (modifier == key)
             continue;
-        if (!m_held.test(modifier) && m_lentModifiers.test(modifier))
+        if (!m_held.test(modifier) && m_foreignModifiers.test(modifier))
             continue;
         if (!m_held.test(modifier))
             down(modifier);
-        m_standIns.reset(modifier);
+        m_substitutes.reset(modifier);
         m_modifiers.set(modifier);
     }
 
@@ -59,7 +59,7 @@ const KeyPlan& KeyLedger::release(XKeyCode key)
     m_plan.clear();
     m_modifiers.reset(key);
     if (m_held.test(key) && m_userModifiers.test(key))
-        m_standIns.set(key);
+        m_substitutes.set(key);
     else if (m_held.test(key))
         up(key);
     return m_plan;
@@ -68,10 +68,10 @@ const KeyPlan& KeyLedger::release(XKeyCode key)
 const KeyPlan& KeyLedger::releaseAll()
 {
     m_plan.clear();
-    m_standIns |= m_held & m_userModifiers;
+    m_substitutes |= m_held & m_userModifiers;
     const XKeySet modifiers = m_modifiers;
-    forEachKey(m_held & ~m_standIns & ~modifiers, [this](XKeyCode key) { up(key); });
-    forEachKey(m_held & ~m_standIns, [this](XKeyCode key) { up(key); });
+    forEachKey(m_held & ~m_substitutes & ~modifiers, [this](XKeyCode key) { up(key); });
+    forEachKey(m_held & ~m_substitutes, [this](XKeyCode key) { up(key); });
     m_modifiers.reset();
     return m_plan;
 }
@@ -80,14 +80,14 @@ const KeyPlan& KeyLedger::setUserModifiers(const XKeySet& keys)
 {
     m_plan.clear();
     m_userModifiers = keys;
-    forEachKey(m_standIns & ~keys, [this](XKeyCode key) { up(key); });
+    forEachKey(m_substitutes & ~keys, [this](XKeyCode key) { up(key); });
     return m_plan;
 }
 
 void KeyLedger::forget()
 {
     m_held.reset();
-    m_standIns.reset();
+    m_substitutes.reset();
     m_modifiers.reset();
 }
 
@@ -100,7 +100,7 @@ void KeyLedger::giveBack(const XKeySet& taken)
 {
     forEachKey(taken, [this](XKeyCode key) {
         down(key);
-        m_standIns.set(key);
+        m_substitutes.set(key);
     });
 }
 
@@ -114,7 +114,7 @@ void KeyLedger::up(XKeyCode key)
 {
     m_plan.push_back({ key, Direction::Up, 0 });
     m_held.reset(key);
-    m_standIns.reset(key);
+    m_substitutes.reset(key);
     m_modifiers.reset(key);
 }
 

@@ -33,7 +33,7 @@ using KeyPlan = std::vector<KeyStep>;
 //
 // The ledger is told which modifier keys the user holds. It releases those that a press does not
 // name for the moment of the press, and presses them again right after it. Our keyboard then holds
-// such a key in the user's stead (a "stand-in") until the user lets go of the real key.
+// such a key in the user's stead (a substitute press) until the user lets go of the real key.
 class KeyLedger {
 public:
     // Makes exactly these modifiers logically down, releases `key` and presses it. For a key that
@@ -53,12 +53,12 @@ public:
     const KeyPlan& releaseAll();
 
     // Tells the ledger which modifier keys are down on the user's own keyboards now. The plan
-    // releases the stand-ins of keys that the user has let go of.
+    // releases the substitutes of keys that the user has let go of.
     const KeyPlan& setUserModifiers(const XKeySet& keys);
 
     // Tells the ledger which keys other programs hold down on the keyboard through which we post. A
     // press that names such a modifier uses it as it is: our own release would take it from them.
-    void setLentModifiers(const XKeySet& keys) { m_lentModifiers = keys; }
+    void setForeignModifiers(const XKeySet& keys) { m_foreignModifiers = keys; }
 
     // Forgets the keys that we held, because they are no longer held. The user's keys stay known.
     void forget();
@@ -72,11 +72,11 @@ private:
     void up(XKeyCode key);
 
     KeyPlan m_plan;
-    XKeySet m_held; // keys that our keyboard holds, including stand-ins
-    XKeySet m_standIns;
+    XKeySet m_held; // keys that our keyboard holds, including substitutes
+    XKeySet m_substitutes;
     XKeySet m_modifiers; // modifiers that we hold because a press named them
     XKeySet m_userModifiers;
-    XKeySet m_lentModifiers;
+    XKeySet m_foreignModifiers;
 };
 
 } // namespace kestrel

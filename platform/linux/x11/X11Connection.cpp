@@ -100,7 +100,7 @@ bool X11Connection::keepsUp()
 
 bool X11Connection::open()
 {
-    auto line = m_dialler.dial(Patience);
+    auto line = m_connector.connect(Patience);
     if (!line || xcb_connection_has_error(line->xcb.get()) != 0)
         return false;
     m_screen = screenOf(line->xcb.get(), line->screenNumber);

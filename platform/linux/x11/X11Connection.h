@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/MainLoop.h"
-#include "platform/linux/x11/X11Dialler.h"
+#include "platform/linux/x11/X11Connector.h"
 
 #include <xcb/xcb.h>
 
@@ -93,7 +93,7 @@ private:
     void tellOpened();
 
     MainLoop& m_mainLoop;
-    X11Dialler m_dialler;
+    X11Connector m_connector;
     std::vector<Listener*> m_listeners;
     xcb_connection_t* m_xcb = nullptr;
     const xcb_screen_t* m_screen = nullptr;

@@ -71,7 +71,7 @@ KeyEvents::Result XTestKeyEvents::post(
         return Result::Unavailable;
     if (direction == Direction::Up)
         return send(m_held.ledger().release(*key));
-    m_held.ledger().setLentModifiers(m_foreignModifiers);
+    m_held.ledger().setForeignModifiers(m_foreignModifiers);
 
     std::array<XKeyCode, NamedModifiers.size()> modifiers;
     std::size_t count = 0;

@@ -58,7 +58,7 @@ TEST_F(Ledger, a_press_puts_the_named_modifiers_in_front_in_the_order_given)
 
 TEST_F(Ledger, a_named_modifier_that_another_program_holds_is_neither_pressed_nor_released)
 {
-    ledger.setLentModifiers(keys({ Shift }));
+    ledger.setForeignModifiers(keys({ Shift }));
     EXPECT_EQ(press(S, { Control, Shift }), "37d 39u 39d");
     EXPECT_EQ(ledger.held(), keys({ Control, S }));
     EXPECT_EQ(release(Shift), "");

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/X11Dialler.h"
+#include "platform/linux/x11/X11Connector.h"
 
 #include <pthread.h>
 
@@ -9,23 +9,23 @@
 namespace kestrel {
 
 namespace {
-X11Dialler::Line connectTo(std::string displayName)
+X11Connector::Connected connectTo(std::string displayName)
 {
     pthread_setname_np(pthread_self(), "x11-connect");
-    X11Dialler::Line line;
+    X11Connector::Connected connected;
     const char* const name = displayName.empty() ? nullptr : displayName.c_str();
-    line.xcb.reset(xcb_connect(name, &line.screenNumber));
-    line.displayName = std::move(displayName);
-    return line;
+    connected.xcb.reset(xcb_connect(name, &connected.screenNumber));
+    connected.displayName = std::move(displayName);
+    return connected;
 }
 } // namespace
 
-std::optional<X11Dialler::Line> X11Dialler::dial(std::chrono::milliseconds patience)
+std::optional<X11Connector::Connected> X11Connector::connect(std::chrono::milliseconds patience)
 {
     const bool isUnderWay = m_attempt.valid();
     if (!isUnderWay) {
         const char* const display = std::getenv("DISPLAY");
-        std::promise<Line> promise;
+        std::promise<Connected> promise;
         m_attempt = promise.get_future();
         // If the caller stops waiting, the detached thread ends by itself, and the destruction of
         // its unused result closes the connection.
