@@ -63,6 +63,17 @@ TEST_F(FoundationDocumentFilesTest, a_file_marked_read_only_is_not_replaced)
     EXPECT_EQ(contentOf(path), "old");
 }
 
+TEST_F(FoundationDocumentFilesTest, a_folder_in_the_place_of_the_file_stays_with_all_that_is_in_it)
+{
+    for (const std::string& folder : { path + ".folder", path + ".rtfd" }) { // also a package
+        std::filesystem::create_directory(folder);
+        std::ofstream(folder + "/inside") << "inside";
+        EXPECT_EQ(replace(folder, "new"), "Is a directory");
+        EXPECT_EQ(contentOf(folder + "/inside"), "inside");
+        std::filesystem::remove_all(folder);
+    }
+}
+
 TEST_F(FoundationDocumentFilesTest, a_failure_says_why_and_leaves_no_other_file)
 {
     EXPECT_NE(replace(path + ".missing/set.ZKCF", "new"), "");

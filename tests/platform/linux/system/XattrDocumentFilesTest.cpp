@@ -58,6 +58,18 @@ TEST_F(DocumentFilesOnLinux, a_file_is_replaced_as_a_whole_and_a_failure_is_told
         "No such file or directory");
 }
 
+TEST_F(DocumentFilesOnLinux, a_folder_in_the_place_of_the_file_stays_with_all_that_is_in_it)
+{
+    const auto target = folder.path() / "folder.ZKCF";
+    std::filesystem::create_directory(target);
+    std::ofstream(target / "inside") << "inside";
+    const std::uint8_t content[] = { 'n', 'e', 'w' };
+    EXPECT_EQ(files.replace(target.string(), content), "Filename refers to a directory");
+    EXPECT_TRUE(std::filesystem::exists(target / "inside"));
+    const auto entries = std::filesystem::directory_iterator(folder.path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 2) << "set.ZKCF and folder.ZKCF";
+}
+
 TEST_F(DocumentFilesOnLinux, codes_are_the_first_eight_bytes_big_endian)
 {
     EXPECT_TRUE(files.setCodes(file, { 0x5A4B4346, 0x48564C4B })); // "ZKCF", "HVLK"
