@@ -25,6 +25,10 @@ QString shortcutTexts(const ButtonEntry& entry)
 ExitCode showStored()
 {
     const StoredDefaults defaults = openStoredDefaults();
+    if (const std::string problem = defaults.store->problem(); !problem.empty()) {
+        complain("cannot read " + defaults.place + ": " + problem);
+        return Failed;
+    }
     StoredAssignments stored(
         *defaults.store, defaults.recoveryFile, StoredAssignments::Unusable::LeftAlone);
     stored.setupShortcutKey();

@@ -24,8 +24,6 @@ namespace {
 // many objects.
 constexpr std::size_t MaxObjects = 50'000;
 
-constexpr const char* Unreadable = "The file of the defaults cannot be read";
-
 PropertyList emptyDictionary()
 {
     return PropertyList(plist_new_dict());
@@ -59,7 +57,7 @@ FileDefaultsStore::FileDefaultsStore(QString path, std::chrono::milliseconds loc
     m_wasDamaged = health == Health::Damaged;
     m_wasUnreadable = health == Health::Unreadable;
     if (m_wasUnreadable)
-        m_problem = Unreadable;
+        m_problem = m_unreadable;
 }
 
 QString FileDefaultsStore::standardPath()
@@ -87,9 +85,13 @@ FileDefaultsStore::Health FileDefaultsStore::read()
         m_content = emptyDictionary();
         return Health::Sound;
     }
-    // Opening a FIFO would wait for a writer.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+    m_unreadable = "The file of the defaults cannot be read";
+    if (!QFileInfo(file).isFile()) // opening a FIFO would wait for a writer
         return Health::Unreadable;
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_unreadable += ": " + file.errorString().toStdString();
+        return Health::Unreadable;
+    }
     // QFile makes room for as much as is asked for.
     const auto most = static_cast<qint64>(ArchiveLimits::FileBytes) + 1;
     const QByteArray bytes = file.read(std::min(file.size() + 1, most));
@@ -126,11 +128,13 @@ std::string FileDefaultsStore::write()
     if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
         return "The folder of the defaults cannot be made";
     const FileLock lock(m_path + QStringLiteral(".lock"), m_lockTimeout);
-    if (!lock.isHeld())
-        return "The file of the defaults cannot be locked";
+    if (!lock.isHeld()) {
+        const std::string reason = lock.error() ? ": " + lock.error().message() : "";
+        return "The file of the defaults cannot be locked" + reason;
+    }
     const Health health = read();
     if (health == Health::Unreadable)
-        return Unreadable;
+        return m_unreadable;
     if (m_changes.empty())
         return {};
     // If the old content was never read, the new values do not replace it silently.

@@ -53,6 +53,7 @@ private:
     bool m_wasUnreadable = false; // at the first reading, so its content is unknown
     // What this object last knew of each key that it was asked for.
     std::map<std::string, std::optional<Bytes>, std::less<>> m_known;
+    std::string m_unreadable; // why, when the last reading failed
     std::string m_problem;
     std::map<std::string, Bytes, std::less<>> m_changes; // not yet in the file
 };

@@ -204,6 +204,16 @@ TEST_F(AssignCommand, tells_when_nothing_could_be_written)
         "kestrelctl: cannot write " + path() + ": The file of the defaults cannot be read\n");
 }
 
+TEST_F(AssignCommand, shows_no_empty_set_when_the_stored_one_cannot_be_read)
+{
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir("com.holvik.kestrel.plist"));
+    const Outcome outcome = run({ "show" });
+    EXPECT_NE(outcome.code, 0);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.errors,
+        "kestrelctl: cannot read " + path() + ": The file of the defaults cannot be read\n");
+}
+
 } // namespace
 
 } // namespace kestrel::test

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace kestrel::test {
 
@@ -285,6 +286,79 @@ TEST_F(FileDefaults, what_could_not_be_read_at_first_is_kept_aside_before_it_is_
     ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
     EXPECT_EQ(aside.readAll(), before.readAll());
 }
+
+// What a store says that finds this file of another user, with a value under "a". Root may read and
+// write every file, so root tries it as somebody else, and others take the permission from
+// themselves.
+struct OthersFile {
+    const char* name;
+    const char* suffix;
+    mode_t mode; // for root, whose file it is
+    mode_t ownMode;
+    bool isRead;
+    std::string problem; // its beginning
+
+    // For the names of the tests.
+    friend void PrintTo(const OthersFile& file, std::ostream* out) { *out << file.name; }
+};
+
+class FileDefaultsOfAnother : public FileDefaults, public testing::WithParamInterface<OthersFile> {
+protected:
+    void giveAway() const
+    {
+        const QByteArray file = (path() + GetParam().suffix).toLocal8Bit();
+        if (!*GetParam().suffix) {
+            ASSERT_TRUE(QFile::remove(path() + ".lock"));
+        }
+        const bool isRoot = geteuid() == 0;
+        ASSERT_EQ(chmod(file.constData(), isRoot ? GetParam().mode : GetParam().ownMode), 0);
+        if (!isRoot)
+            return;
+        for (const QString& folder : { m_folder.path(), m_folder.filePath("config") })
+            ASSERT_EQ(chown(qPrintable(folder), Nobody, Nobody), 0);
+    }
+    // Empty if the store does what it should.
+    [[nodiscard]] std::string fault() const
+    {
+        FileDefaultsStore store(path());
+        if (store.data("a").has_value() != GetParam().isRead)
+            return "the value is " + std::string(GetParam().isRead ? "not " : "") + "read";
+        store.setData("a", Data { 2 });
+        if (store.synchronise())
+            return "it is written";
+        return store.problem().starts_with(GetParam().problem) ? "" : store.problem();
+    }
+
+    static constexpr uid_t Nobody = 65534;
+};
+
+TEST_P(FileDefaultsOfAnother, is_neither_replaced_nor_passed_over_in_silence)
+{
+    FileDefaultsStore store(path());
+    store.setData("a", Data { 1 });
+    ASSERT_TRUE(store.synchronise());
+    const QByteArray before = content();
+    giveAway();
+    const auto attempt = [this] {
+        if (geteuid() == 0 && setuid(Nobody) != 0)
+            _exit(2);
+        const std::string wrong = fault();
+        std::fputs(wrong.c_str(), stderr);
+        _exit(wrong.empty() ? 0 : 1);
+    };
+    EXPECT_EXIT(attempt(), testing::ExitedWithCode(0), "^$");
+    if (geteuid() == 0) {
+        EXPECT_EQ(content(), before);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, FileDefaultsOfAnother,
+    testing::Values(OthersFile { "unreadable", "", 0600, 0000, false,
+                        "The file of the defaults cannot be read: Permission denied" },
+        OthersFile { "readable", "", 0644, 0444, true, "Existing file " },
+        OthersFile { "lock", ".lock", 0600, 0000, true,
+            "The file of the defaults cannot be locked: Permission denied" }),
+    [](const auto& info) { return info.param.name; });
 
 TEST_F(FileDefaults, a_writer_that_never_ends_is_not_waited_for)
 {
