@@ -21,8 +21,8 @@ public:
 
     // Finds a picture in the application's resources. The name may contain folders and has no
     // extension. The result is null if the picture does not exist or cannot be read. The pixels are
-    // unpacked on first use, because unpacking all pictures takes 20 MiB and longer than the rest
-    // of the start. A picture whose pixels turn out to be unreadable becomes null at that time.
+    // unpacked on first use: the setup window, which has most of the pictures, may never be opened.
+    // A picture whose pixels turn out to be unreadable becomes null at that time.
     [[nodiscard]] static InterfaceImage named(const QString& name);
 
     [[nodiscard]] bool isNull() const;
