@@ -145,7 +145,7 @@ QImage drawCharacterLight(int code, QSize pixels, QSize reach)
     painter.fillRect(light.rect(), QColor(0, 0, 0, BloomOpacity));
     painter.end();
     const double radius = BloomRadius * pixels.height() / DotGrid::CellHeight;
-    return blurred(light, std::max(1, static_cast<int>(std::lround(radius))));
+    return blurred(light, std::max(1, static_cast<int>(std::lround(radius))), Bloom);
 }
 
 } // namespace kestrel::artwork

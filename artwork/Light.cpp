@@ -3,64 +3,95 @@
 #include "artwork/Canvas.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 #include <vector>
 
 namespace kestrel::artwork {
 
 namespace {
 
-// Two channels of a pixel in one number each, 32 bits apart, so that both are summed at once.
-struct Sums {
-    std::uint64_t redBlue = 0;
-    std::uint64_t alphaGreen = 0;
+// How much of each pixel a shape covers.
+struct Coverage {
+    std::size_t width;
+    std::size_t height;
+    std::vector<std::uint8_t> alphas; // line by line, from the top
 
-    static constexpr std::uint64_t spread(QRgb channels)
+    explicit Coverage(const QImage& image)
+        : width(static_cast<std::size_t>(image.width()))
+        , height(static_cast<std::size_t>(image.height()))
     {
-        return (channels & 0xFFU) | static_cast<std::uint64_t>(channels & 0xFF0000U) << 16;
-    }
-    void add(QRgb pixel)
-    {
-        redBlue += spread(pixel);
-        alphaGreen += spread(pixel >> 8);
-    }
-    void remove(QRgb pixel)
-    {
-        redBlue -= spread(pixel);
-        alphaGreen -= spread(pixel >> 8);
-    }
-    // The mean of `window` pixels; `reciprocal` is 2^24 / window.
-    [[nodiscard]] QRgb mean(std::uint64_t window, std::uint64_t reciprocal) const
-    {
-        const auto part = [&](std::uint64_t sum) {
-            return static_cast<QRgb>(((sum & 0xFFFFFFFFU) + window / 2) * reciprocal >> 24);
-        };
-        return part(alphaGreen >> 32) << 24 | part(redBlue >> 32) << 16 | part(alphaGreen) << 8
-            | part(redBlue);
+        alphas.reserve(width * height);
+        for (int y = 0; y < image.height(); ++y) {
+            const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+            for (int x = 0; x < image.width(); ++x)
+                alphas.push_back(static_cast<std::uint8_t>(qAlpha(line[x])));
+        }
     }
 };
 
-// Applies one box blur to `count` pixels that lie `stride` apart. Pixels beyond the ends count as
-// transparent.
-void blurLine(QRgb* first, int count, int stride, int radius, std::vector<QRgb>& copy)
+// The mean of the pixels of one box blur. Pixels beyond the ends count as transparent.
+class BoxMean {
+public:
+    explicit BoxMean(std::size_t reach)
+        : m_half(static_cast<std::uint32_t>(reach))
+        , m_reciprocal(((1U << 24) + 2 * m_half) / (2 * m_half + 1))
+    {
+    }
+    [[nodiscard]] std::uint8_t of(std::uint32_t sum) const
+    {
+        return static_cast<std::uint8_t>((sum + m_half) * m_reciprocal >> 24);
+    }
+
+private:
+    std::uint32_t m_half; // of the pixels of the box, rounded down
+    std::uint32_t m_reciprocal; // 2^24 / pixels, rounded up
+};
+
+void blurLines(Coverage& shape, std::size_t reach)
 {
-    const auto length = static_cast<std::size_t>(count);
-    const auto reach = static_cast<std::size_t>(radius);
-    const std::size_t window = 2 * reach + 1;
+    const BoxMean mean(reach);
     // A margin of transparent pixels on both sides spares the tests for the ends.
-    copy.assign(length + 2 * window, 0);
-    QRgb* const line = copy.data() + window;
-    for (std::size_t i = 0; i < length; ++i)
-        line[i] = first[static_cast<std::ptrdiff_t>(i) * stride];
-    const std::uint64_t reciprocal = ((1U << 24) + window - 1) / window;
-    Sums sums;
-    for (std::size_t i = 0; i < std::min(reach, length); ++i)
-        sums.add(line[i]);
-    for (std::size_t i = 0; i < length; ++i) {
-        sums.add(line[i + reach]);
-        sums.remove(copy[i + window - reach - 1]);
-        first[static_cast<std::ptrdiff_t>(i) * stride] = sums.mean(window, reciprocal);
+    std::vector<std::uint8_t> copy(shape.width + 2 * reach + 1, 0);
+    for (std::size_t y = 0; y < shape.height; ++y) {
+        const auto line = shape.alphas.begin() + static_cast<std::ptrdiff_t>(y * shape.width);
+        std::copy_n(line, shape.width, copy.begin() + static_cast<std::ptrdiff_t>(reach) + 1);
+        std::uint32_t sum = std::accumulate(copy.begin(),
+            copy.begin() + static_cast<std::ptrdiff_t>(2 * reach + 1), std::uint32_t { 0 });
+        for (std::size_t x = 0; x < shape.width; ++x) {
+            sum += copy[x + 2 * reach + 1];
+            sum -= copy[x];
+            line[static_cast<std::ptrdiff_t>(x)] = mean.of(sum);
+        }
+    }
+}
+
+// All columns at once, line by line, as the pixels lie in memory.
+void blurColumns(Coverage& shape, std::size_t reach)
+{
+    const BoxMean mean(reach);
+    const std::vector<std::uint8_t> from = shape.alphas;
+    std::vector<std::uint32_t> sums(shape.width, 0);
+    const auto add = [&](std::size_t y) {
+        const std::uint8_t* line = from.data() + y * shape.width;
+        for (std::size_t x = 0; x < shape.width; ++x)
+            sums[x] += line[x];
+    };
+    for (std::size_t y = 0; y < std::min(reach, shape.height); ++y)
+        add(y);
+    for (std::size_t y = 0; y < shape.height; ++y) {
+        if (y + reach < shape.height)
+            add(y + reach);
+        std::uint8_t* line = shape.alphas.data() + y * shape.width;
+        for (std::size_t x = 0; x < shape.width; ++x)
+            line[x] = mean.of(sums[x]);
+        if (y < reach)
+            continue;
+        const std::uint8_t* last = from.data() + (y - reach) * shape.width;
+        for (std::size_t x = 0; x < shape.width; ++x)
+            sums[x] -= last[x];
     }
 }
 
@@ -96,11 +127,11 @@ struct Layer {
         onto.setTransform(transform, true);
     }
 
-    void blur(const Canvas& canvas, double radius)
+    void blur(const Canvas& canvas, double radius, QColor colour)
     {
         painter.end();
         const int pixels = static_cast<int>(std::lround(radius * canvas.scale() / 2.0));
-        image = blurred(image, std::max(pixels, 1));
+        image = blurred(image, std::max(pixels, 1), colour);
         painter.begin(&image);
         enterUnits(painter);
     }
@@ -132,19 +163,23 @@ QPainterPath disc(QPointF centre, double radius)
     return path;
 }
 
-QImage blurred(const QImage& image, int radius)
+QImage blurred(const QImage& shape, int radius, QColor colour)
 {
-    QImage result = image;
-    const int width = result.width();
-    const int height = result.height();
-    const int stride = static_cast<int>(result.bytesPerLine() / 4);
-    auto* pixels = reinterpret_cast<QRgb*>(result.bits());
-    std::vector<QRgb> copy;
+    Coverage coverage(shape);
     for (int pass = 0; pass < 2; ++pass) {
-        for (int y = 0; y < height; ++y)
-            blurLine(pixels + static_cast<std::ptrdiff_t>(y) * stride, width, 1, radius, copy);
-        for (int x = 0; x < width; ++x)
-            blurLine(pixels + x, height, stride, radius, copy);
+        blurLines(coverage, static_cast<std::size_t>(radius));
+        blurColumns(coverage, static_cast<std::size_t>(radius));
+    }
+    std::array<QRgb, 256> colours {};
+    for (int alpha = 0; alpha < 256; ++alpha)
+        colours[static_cast<std::size_t>(alpha)]
+            = qPremultiply(qRgba(colour.red(), colour.green(), colour.blue(), alpha));
+    QImage result(shape.size(), QImage::Format_ARGB32_Premultiplied);
+    const std::uint8_t* alpha = coverage.alphas.data();
+    for (int y = 0; y < result.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(result.scanLine(y));
+        for (int x = 0; x < result.width(); ++x)
+            line[x] = colours[*alpha++];
     }
     return result;
 }
@@ -156,7 +191,7 @@ void castSoft(
     const QPainterPath moved = shape.translated(offset);
     Layer layer(canvas, moved.boundingRect().adjusted(-reach, -reach, reach, reach));
     layer.painter.fillPath(moved, colour);
-    layer.blur(canvas, radius);
+    layer.blur(canvas, radius, colour);
     layer.drawOnto(canvas);
 }
 
@@ -169,7 +204,7 @@ void shadeInside(
     QPainterPath outside;
     outside.addRect(area.adjusted(-reach, -reach, reach, reach));
     layer.painter.fillPath(outside.subtracted(shape.translated(offset)), colour);
-    layer.blur(canvas, radius);
+    layer.blur(canvas, radius, colour);
     layer.painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     QImage mask(layer.image.size(), QImage::Format_ARGB32_Premultiplied);
     mask.fill(Qt::transparent);

@@ -24,7 +24,8 @@ void shadeInside(
 // Draws a hollow in the sheet: a dark floor, shaded from above, with light on its lower edge.
 void recess(Canvas& canvas, const QPainterPath& shape, QColor floor, double depth);
 
-// Returns the picture with every pixel spread over `radius` pixels. Needs a premultiplied format.
-[[nodiscard]] QImage blurred(const QImage& image, int radius);
+// Returns the shape with every pixel's alpha spread over `radius` pixels, all in one opaque colour.
+// `shape` is premultiplied, and so is the result.
+[[nodiscard]] QImage blurred(const QImage& shape, int radius, QColor colour);
 
 } // namespace kestrel::artwork
