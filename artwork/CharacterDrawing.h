@@ -12,7 +12,7 @@ namespace kestrel::artwork {
 // by `reach` on each side. Null for a blank character.
 [[nodiscard]] QImage drawCharacterLight(int code, QSize pixels, QSize reach);
 
-// The shape of a dot: how much of each pixel it covers, as alpha.
-[[nodiscard]] QImage dotShape(int side);
+// The shape of a dot that begins at a whole pixel: how much of each pixel it covers, as alpha.
+[[nodiscard]] QImage dotShape(double side);
 
 } // namespace kestrel::artwork

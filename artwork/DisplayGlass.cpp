@@ -69,29 +69,33 @@ private:
 struct Dots {
     std::vector<int> lefts;
     std::vector<int> tops;
-    int side; // of each dot; all in pixels
+    double side; // of each dot; all in pixels
 };
 
-// The dots of the characters and, between and beside them, as many as there is room for.
-Dots dotsOfDisplay(const QTransform& toPixels)
+DotGrid gridOfDisplay(const QTransform& toPixels)
 {
-    const QSize cell(nearestPixel(DotGrid::CellWidth * toPixels.m11()),
-        nearestPixel(DotGrid::CellHeight * toPixels.m22()));
-    const DotGrid grid(cell);
+    return DotGrid({ nearestPixel(DotGrid::CellWidth * toPixels.m11()),
+        nearestPixel(DotGrid::CellHeight * toPixels.m22()) });
+}
+
+// The dots of the characters and, between and beside them, as many as there is room for.
+Dots dotsOfDisplay(const DotGrid& grid, const QTransform& toPixels)
+{
     DotLine columns(grid.horizontalPitch());
     for (const double zone : ZoneLefts) {
         for (int k = 0; k < ZoneLength; ++k) {
             const int left
                 = nearestPixel(toPixels.m11() * (zone + k * CharacterPitch) + toPixels.dx());
             for (int column = 0; column < DotColumns; ++column)
-                columns.add(left + grid.dot(0, column).left());
+                columns.add(left + static_cast<int>(grid.dot(0, column).left()));
         }
     }
     columns.extend(ColumnsBeside);
     DotLine rows(grid.verticalPitch());
     for (const double top : RowTops) {
         for (int row = 0; row < DotRows; ++row)
-            rows.add(nearestPixel(toPixels.m22() * top + toPixels.dy()) + grid.dot(row, 0).top());
+            rows.add(nearestPixel(toPixels.m22() * top + toPixels.dy())
+                + static_cast<int>(grid.dot(row, 0).top()));
     }
     rows.extend(RowsBeside);
     return { columns.places(), rows.places(), grid.side() };
@@ -110,10 +114,10 @@ std::vector<int> regular(const std::vector<int>& places, int step)
 Dots meshInPlaceOf(const Dots& dots, double pitch)
 {
     const int step = std::max(2, static_cast<int>(std::ceil(pitch)));
-    return { regular(dots.lefts, step), regular(dots.tops, step), step - 1 };
+    return { regular(dots.lefts, step), regular(dots.tops, step), step - 1.0 };
 }
 
-QImage unlitDot(int side)
+QImage unlitDot(double side)
 {
     QImage dot = dotShape(side);
     QPainter painter(&dot);
@@ -126,14 +130,14 @@ void drawUnlitDots(Canvas& canvas)
 {
     QPainter& painter = canvas.painter();
     const QTransform toPixels = painter.transform();
-    const double pitch = DotGrid::Pitch * std::min(toPixels.m11(), toPixels.m22());
-    Dots dots = dotsOfDisplay(toPixels);
-    if (pitch < DotGrid::PartedPitch)
-        dots = meshInPlaceOf(dots, pitch);
+    const DotGrid grid = gridOfDisplay(toPixels);
+    Dots dots = dotsOfDisplay(grid, toPixels);
+    if (!grid.isParted())
+        dots = meshInPlaceOf(dots, grid.pitch());
 
     const QImage dot = unlitDot(dots.side);
     const int origin = dots.lefts.front();
-    QImage line(dots.lefts.back() - origin + dots.side, dots.side, dot.format());
+    QImage line(dots.lefts.back() - origin + dot.width(), dot.height(), dot.format());
     line.fill(Qt::transparent);
     QPainter filling(&line);
     filling.setCompositionMode(QPainter::CompositionMode_Source);

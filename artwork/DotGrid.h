@@ -1,13 +1,19 @@
 #pragma once
 
-#include <QRect>
+#include "artwork/DotMatrixFont.h"
+
+#include <QRectF>
 #include <QSize>
+
+#include <array>
 
 namespace kestrel::artwork {
 
 // The places of the dots of a character in a cell of any number of pixels. All dots of a display
-// are squares of the same number of whole pixels, so that all strokes are equally wide and bright.
-// What remains of the pitch becomes gaps of nearly equal width.
+// are equally large squares that begin at whole pixels, so that all strokes are equally wide and
+// bright. What remains of the pitch becomes gaps of nearly equal width. The last column of pixels
+// stays dark, so that neighbouring characters never touch. Where the rest has fewer pixels than
+// dots, the dots that matter least lie half on one pixel and half on the next.
 class DotGrid {
 public:
     // A cell of the display is 8 × 13 units. Its dots are 1.5 units apart, also from one character
@@ -16,14 +22,13 @@ public:
     static constexpr int CellHeight = 13;
     static constexpr double Pitch = 1.5;
 
-    // From this pitch on, in pixels, there is a gap between all dots.
-    static constexpr double PartedPitch = 2.95;
-
     explicit DotGrid(QSize cellPixels);
 
-    // The pixels of a dot. Column 5 lies between this character and the next one.
-    [[nodiscard]] QRect dot(int row, int column) const;
-    [[nodiscard]] int side() const { return m_side; } // of a dot, in pixels
+    // In pixels of the cell.
+    [[nodiscard]] QRectF dot(int row, int column) const;
+    [[nodiscard]] double side() const { return m_side; } // of a dot, in pixels
+    // True if there is a gap between all dots.
+    [[nodiscard]] bool isParted() const;
     // Pixels from dot to dot.
     [[nodiscard]] double horizontalPitch() const { return m_horizontal; }
     [[nodiscard]] double verticalPitch() const { return m_vertical; }
@@ -32,7 +37,9 @@ public:
 private:
     double m_horizontal;
     double m_vertical;
-    int m_side;
+    double m_side;
+    std::array<double, DotColumns> m_lefts;
+    std::array<double, DotRows> m_tops;
 };
 
 } // namespace kestrel::artwork

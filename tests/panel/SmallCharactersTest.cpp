@@ -1,0 +1,140 @@
+#include "artwork/CharacterDrawing.h"
+#include "common/NearestPixel.h"
+#include "tests/panel/MirroringPanel.h"
+#include "tests/panel/Painted.h"
+#include "tests/panel/look/Luminance.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <numeric>
+
+namespace kestrel::test {
+
+namespace {
+constexpr int FirstPrintable = 0x20;
+constexpr int LastPrintable = 0x7E;
+
+// The first row of a panel of the given width on a display of density 1.
+class SmallCharacters : public testing::TestWithParam<int>, protected MirroringPanel {
+protected:
+    SmallCharacters()
+        : MirroringPanel(Window::Hidden)
+    {
+        view.resize(GetParam(), qRound(GetParam() * 220 / 782.0));
+    }
+
+    [[nodiscard]] QRect cell(int zone, int k) const
+    {
+        const double horizontal = view.width() / 782.0;
+        const double vertical = view.height() / 220.0;
+        return { nearestPixel((298 + 97 * zone + 9 * k) * horizontal), nearestPixel(17 * vertical),
+            nearestPixel(8 * horizontal), nearestPixel(13 * vertical) };
+    }
+    [[nodiscard]] QImage drawn(int code)
+    {
+        display(0, static_cast<char>(code) + std::string(9, ' '));
+        return painted(view).copy(cell(0, 0));
+    }
+};
+
+// The greatest difference of any channel of any pixel.
+int difference(const QImage& image, const QImage& other)
+{
+    int greatest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb a = image.pixel(x, y);
+            const QRgb b = other.pixel(x, y);
+            greatest = std::max({ greatest, std::abs(qRed(a) - qRed(b)),
+                std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b)) });
+        }
+    }
+    return greatest;
+}
+
+// The mean luminance of each column of the area.
+std::vector<double> columnsOf(const QImage& image, const QRect& area)
+{
+    std::vector<double> columns;
+    for (int x = area.left(); x <= area.right(); ++x) {
+        double sum = 0;
+        for (int y = area.top(); y <= area.bottom(); ++y)
+            sum += luminance(image.pixel(x, y));
+        columns.push_back(sum / area.height());
+    }
+    return columns;
+}
+
+// The cell of a character on a panel that is so many device pixels wide.
+QSize cellAt(int width)
+{
+    return { nearestPixel(8 * width / 782.0), nearestPixel(13 * width / 782.0) };
+}
+
+// How many pixels' light a stem of the cell has in each of its rows.
+double stemWeight(QSize cell)
+{
+    const QImage image = artwork::drawCharacter('|', cell);
+    const int height = cell.height() * 3 / 4; // without the room for tails
+    double light = 0;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            light += linear(qAlpha(image.pixel(x, y)));
+    }
+    return light / height;
+}
+} // namespace
+
+TEST_P(SmallCharacters, all_printable_ones_are_told_apart)
+{
+    constexpr int ClearlySeen = 50; // of 255: half the light of a lit pixel
+    std::map<int, QImage> pictures;
+    for (int code = FirstPrintable; code <= LastPrintable; ++code)
+        pictures[code] = drawn(code);
+    for (auto one = pictures.begin(); one != pictures.end(); ++one) {
+        for (auto other = std::next(one); other != pictures.end(); ++other)
+            EXPECT_GE(difference(one->second, other->second), ClearlySeen)
+                << char(one->first) << " and " << char(other->first);
+    }
+}
+
+TEST_P(SmallCharacters, a_dark_column_parts_neighbouring_stems)
+{
+    for (const char letter : { 'M', 'H' }) {
+        for (std::uint8_t zone = 0; zone < 4; ++zone)
+            display(zone, std::string(10, letter));
+        const QImage image = painted(view);
+        for (int zone = 0; zone < 4; ++zone) {
+            for (int k = 0; k < 9; ++k) {
+                const QRect one = cell(zone, k);
+                const QRect next = cell(zone, k + 1);
+                QRect between(one.center(), next.center());
+                between.setTop(one.top());
+                between.setHeight(letter == 'M' ? 1 : std::max(1, one.height() * 3 / 13));
+                const auto columns = columnsOf(image, between);
+                const auto middle = columns.begin() + (one.right() + 1 - between.left());
+                const auto left = std::max_element(columns.begin(), middle);
+                const auto right = std::max_element(middle, columns.end());
+                ASSERT_GT(right - left, 1) << letter << k;
+                EXPECT_LE(*std::min_element(left, right), 0.25 * std::min(*left, *right))
+                    << letter << " in zone " << zone << " at " << k;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, SmallCharacters, testing::Range(391, 701, 7));
+
+TEST(Strokes, grow_steadily_with_the_width_of_the_panel)
+{
+    double before = stemWeight(cellAt(391));
+    for (int width = 392; width <= 4000; ++width) {
+        const double weight = stemWeight(cellAt(width));
+        EXPECT_LE(weight, 1.2 * before) << width;
+        EXPECT_GE(weight, 0.9 * before) << width; // large dots have rounded corners
+        before = weight;
+    }
+}
+
+} // namespace kestrel::test
