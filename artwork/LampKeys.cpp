@@ -14,11 +14,16 @@ namespace {
 constexpr int FrameSize = 67;
 constexpr QRectF KeyRect(8.5, 39.0, 50.0, 22.0);
 
-// Where the light of a key falls on metal and label, and how strong it is from the middle of this
-// area to its edge.
-constexpr QRect LitAround(-9, 20, 85, 64);
-constexpr std::array<std::pair<double, float>, 5> SpilledLight { { { 0.0, 0.78F }, { 0.42, 0.66F },
-    { 0.7, 0.34F }, { 0.86, 0.12F }, { 1.0, 0.0F } } };
+// Where the light of a key falls: around the key, and evenly on its label, up to the ends of the
+// longest one. How strong it is from the middle of each ellipse to its edge.
+constexpr QRect LitAround(-14, 20, 95, 70);
+constexpr QRectF AroundKey(-9, 20, 85, 64);
+constexpr QRectF OnLabel(-13.5, 60, 94, 30);
+using Profile = std::array<std::pair<double, float>, 5>; // distance and strength, both 0 to 1
+constexpr Profile KeyLight { { { 0.0, 0.78F }, { 0.42, 0.66F }, { 0.7, 0.34F }, { 0.86, 0.12F },
+    { 1.0, 0.0F } } };
+constexpr Profile LabelLight { { { 0.0, 0.34F }, { 0.5, 0.32F }, { 0.75, 0.25F }, { 0.9, 0.08F },
+    { 1.0, 0.0F } } };
 
 struct LampPaint {
     QColor unlitTop;
@@ -45,6 +50,21 @@ LampPaint paintOf(LampColour colour)
     }
     return { QColor(116, 84, 34), QColor(76, 52, 18), QColor(255, 202, 66), QColor(248, 156, 6),
         QColor(255, 240, 176), QColor(255, 180, 40, 150) };
+}
+
+// Lights the ellipse within `area`.
+void shine(QPainter& painter, const QRectF& area, const Profile& profile, QColor light)
+{
+    QRadialGradient fall(QPointF(0, 0), 1.0);
+    for (const auto& [distance, strength] : profile)
+        fall.setColorAt(distance,
+            QColor::fromRgbF(
+                light.redF() * strength, light.greenF() * strength, light.blueF() * strength));
+    painter.save();
+    painter.translate(area.center());
+    painter.scale(area.width() / 2.0, area.height() / 2.0);
+    painter.fillRect(QRectF(-1, -1, 2, 2), fall);
+    painter.restore();
 }
 
 void drawUnlit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
@@ -108,16 +128,10 @@ QImage LampKeys::drawLight(const QRect& source, QSize pixels) const
     if (frameAt(source) == 0)
         return {};
     Canvas canvas(QRectF(LitAround), pixels, Canvas::Backing::Opaque);
-    QColor light = paintOf(m_colour).halo;
-    QRadialGradient fall(QPointF(0, 0), 1.0);
-    for (const auto& [distance, strength] : SpilledLight) {
-        light.setAlphaF(strength);
-        fall.setColorAt(distance, light);
-    }
-    QPainter& painter = canvas.painter();
-    painter.translate(QRectF(LitAround).center());
-    painter.scale(LitAround.width() / 2.0, LitAround.height() / 2.0);
-    painter.fillRect(QRectF(-1, -1, 2, 2), fall);
+    const QColor light = paintOf(m_colour).halo;
+    shine(canvas.painter(), AroundKey, KeyLight, light);
+    canvas.painter().setCompositionMode(QPainter::CompositionMode_Lighten);
+    shine(canvas.painter(), OnLabel, LabelLight, light);
     return canvas.takeToPaint();
 }
 

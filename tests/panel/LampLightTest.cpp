@@ -1,0 +1,56 @@
+#include "tests/panel/MirroringPanel.h"
+#include "tests/panel/Painted.h"
+#include "tests/panel/look/Luminance.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrel::test {
+
+namespace {
+// The place of "INSERT/PARAM", the longest label, in units from the top left of the panel.
+constexpr int LabelLeft = 698;
+constexpr int LabelTop = 186;
+constexpr int LabelHeight = 8;
+constexpr int SliceWidth = 13;
+constexpr int Slices = 5;
+
+constexpr int Density = 2;
+
+class LampLight : public testing::Test, protected MirroringPanel {
+protected:
+    LampLight()
+        : MirroringPanel(Window::Hidden)
+    {
+    }
+
+    // The brightest pixel of each part of the label, from left to right.
+    [[nodiscard]] std::array<double, Slices> label()
+    {
+        const QImage image = painted(view, Density);
+        std::array<double, Slices> brightest {};
+        for (int slice = 0; slice < Slices; ++slice) {
+            const QRect area(Density * (LabelLeft + slice * SliceWidth), Density * LabelTop,
+                Density * SliceWidth, Density * LabelHeight);
+            double& most = brightest[static_cast<std::size_t>(slice)];
+            for (int y = area.top(); y <= area.bottom(); ++y) {
+                for (int x = area.left(); x <= area.right(); ++x)
+                    most = std::max(most, luminance(image.pixel(x, y)));
+            }
+        }
+        return brightest;
+    }
+};
+} // namespace
+
+TEST_F(LampLight, reaches_both_ends_of_the_longest_label)
+{
+    const auto unlit = label();
+    lamp(0, true);
+    const auto lit = label();
+    const double middle = lit[2] - unlit[2];
+    EXPECT_GT(middle, 0.1);
+    for (std::size_t slice = 0; slice < Slices; ++slice)
+        EXPECT_GE(lit[slice] - unlit[slice], 0.7 * middle) << "part " << slice;
+}
+
+} // namespace kestrel::test
