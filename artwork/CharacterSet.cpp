@@ -4,10 +4,6 @@
 #include "artwork/DotGrid.h"
 #include "artwork/DotMatrixFont.h"
 
-#include <QPainter>
-
-#include <algorithm>
-
 namespace kestrel::artwork {
 
 namespace {
@@ -21,20 +17,7 @@ QSize CharacterSet::size() const
 
 QImage CharacterSet::draw(const QRect& source, QSize pixels) const
 {
-    if (source.height() == DotGrid::CellHeight && source.top() % DotGrid::CellHeight == 0)
-        return drawCharacter(source.top() / DotGrid::CellHeight, pixels);
-    // Any other part is put together from whole cells.
-    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    const double scale = static_cast<double>(pixels.height()) / source.height();
-    const QSize cell(pixels.width(), qRound(DotGrid::CellHeight * scale));
-    const int last = std::min(source.bottom() / DotGrid::CellHeight, CharacterCount - 1);
-    for (int code = source.top() / DotGrid::CellHeight; code <= last; ++code) {
-        const double top = (code * DotGrid::CellHeight - source.top()) * scale;
-        painter.drawImage(0, qRound(top), drawCharacter(code, cell));
-    }
-    return image;
+    return drawCharacter(source.top() / DotGrid::CellHeight, pixels);
 }
 
 QRect CharacterSet::lightArea(const QRect& source) const

@@ -4,8 +4,8 @@
 
 namespace kestrel::artwork {
 
-// The 128 characters of the display, one below the other, code 0 at the top, 8 × 13 units each. The
-// unlit dots belong to the display's glass.
+// The 128 characters of the display, one below the other, code 0 at the top, 8 × 13 units each. A
+// part of it is always one whole cell. The unlit dots belong to the display's glass.
 class CharacterSet : public DrawnPicture {
 public:
     [[nodiscard]] QSize size() const override;

@@ -61,12 +61,6 @@ double pointerDegrees(int value)
     return (2.0 * step / (last - 1) - 1.0) * DegreesBetweenLamps * (RingLamps - MiddleLamp);
 }
 
-// The program draws no knob for these values; their frames stay empty.
-bool isNeverDrawn(int value)
-{
-    return (value & 0x0C) == 0x0C || (value >= 55 && value <= 63) || value > 118;
-}
-
 // The light around a lamp that is `length` units wide and as high as the lamps of the ring.
 void drawHalo(QPainter& painter, QPointF centre, double length, QColor colour)
 {
@@ -211,8 +205,6 @@ KnobStrip::KnobStrip()
 
 void KnobStrip::paintFrame(Canvas& canvas, int value) const
 {
-    if (isNeverDrawn(value))
-        return;
     drawRing(canvas, value);
     drawSkirt(canvas);
     drawCap(canvas);

@@ -4,7 +4,8 @@
 
 namespace kestrel::artwork {
 
-// One frame of 67 × 67 units for each of the 128 ring values, value 0 at the top.
+// One frame of 67 × 67 units for each of the 128 ring values, value 0 at the top. The panel leaves
+// out those that no ring can show.
 class KnobStrip : public FrameStrip {
 public:
     KnobStrip();

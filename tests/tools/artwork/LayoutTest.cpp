@@ -164,19 +164,6 @@ TEST(KnobStrip, bit_6_lights_the_lower_lamp)
     EXPECT_LT(brightness(knobFrame(0x06), lowerLamp), 100);
 }
 
-TEST(KnobStrip, exactly_the_42_values_that_are_never_drawn_have_empty_frames)
-{
-    std::vector<int> empty;
-    for (int value = 0; value < 128; ++value) {
-        if (isEmpty(knobFrame(value)))
-            empty.push_back(value);
-    }
-    const std::vector<int> expected { 12, 13, 14, 15, 28, 29, 30, 31, 44, 45, 46, 47, 55, 56, 57,
-        58, 59, 60, 61, 62, 63, 76, 77, 78, 79, 92, 93, 94, 95, 108, 109, 110, 111, 119, 120, 121,
-        122, 123, 124, 125, 126, 127 };
-    EXPECT_EQ(empty, expected);
-}
-
 TEST(LampKeys, are_two_square_frames_the_lit_one_below)
 {
     for (const char* name : { "btn_green", "btn_red", "btn_orange" }) {
