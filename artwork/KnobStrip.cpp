@@ -203,6 +203,14 @@ KnobStrip::KnobStrip()
 {
 }
 
+QRectF KnobStrip::paintedArea(const QRect& source) const
+{
+    return disc(Centre, RingRadius + LampRadius)
+        .united(lowerLamp())
+        .boundingRect()
+        .translated(source.topLeft());
+}
+
 void KnobStrip::paintFrame(Canvas& canvas, int value) const
 {
     drawRing(canvas, value);

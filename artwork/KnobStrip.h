@@ -10,6 +10,8 @@ class KnobStrip : public FrameStrip {
 public:
     KnobStrip();
 
+    [[nodiscard]] QRectF paintedArea(const QRect& source) const override;
+
 protected:
     void paintFrame(Canvas& canvas, int value) const override;
 };

@@ -118,6 +118,11 @@ void LampKeys::paintFrame(Canvas& canvas, int index) const
         drawLit(canvas, KeyRect, paint);
 }
 
+QRectF LampKeys::paintedArea(const QRect& source) const
+{
+    return KeyRect.translated(source.topLeft());
+}
+
 QRect LampKeys::lightArea(const QRect& source) const
 {
     return LitAround.translated(source.topLeft());

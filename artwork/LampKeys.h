@@ -12,6 +12,7 @@ class LampKeys : public FrameStrip {
 public:
     explicit LampKeys(LampColour colour);
 
+    [[nodiscard]] QRectF paintedArea(const QRect& source) const override;
     [[nodiscard]] QRect lightArea(const QRect& source) const override;
     [[nodiscard]] QImage drawLight(const QRect& source, QSize pixels) const override;
     [[nodiscard]] LightMode lightMode() const override { return LightMode::Illumination; }

@@ -21,6 +21,9 @@ public:
     // as ARGB32_Premultiplied.
     [[nodiscard]] virtual QImage draw(const QRect& source, QSize pixels) const = 0;
 
+    // The part of `source` that is painted, without its light.
+    [[nodiscard]] virtual QRectF paintedArea(const QRect& source) const { return source; }
+
     // The area on which `source` throws light; it may reach beyond the picture. Empty: nowhere.
     [[nodiscard]] virtual QRect lightArea(const QRect&) const { return {}; }
 

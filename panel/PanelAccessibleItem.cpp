@@ -1,6 +1,5 @@
 #include "panel/PanelAccessibleItem.h"
 
-#include "panel/PaintedPart.h"
 #include "panel/PanelText.h"
 #include "panel/PlugInPanelAccessible.h"
 
@@ -97,7 +96,8 @@ QRect PanelAccessibleItem::seen(const InterfaceImage& image, const QRect& place)
     const int side = qRound(image.width());
     if (side == 0)
         return place;
-    const QRectF part = paintedPart(image, QRect(0, 0, side, side));
+    const QRect frame(0, 0, side, side);
+    const QRectF part = image.drawn() ? image.drawn()->paintedArea(frame) : QRectF(frame);
     const double scale = static_cast<double>(place.width()) / side;
     return QRectF(place.topLeft() + part.topLeft() * scale, part.size() * scale).toAlignedRect();
 }
