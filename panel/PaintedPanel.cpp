@@ -44,9 +44,12 @@ void PaintedPanel::paint(
 void PaintedPanel::bringUpToDate(QSize pixels, QSize view, const Scene& scene)
 {
     const auto format = scene.isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied;
+    if (canStretch(pixels, format, scene))
+        return stretch(pixels);
     QRegion stale;
-    if (m_pixels.size() != pixels || m_pixels.format() != format) {
+    if (m_pixels.size() != pixels || m_pixels.format() != format || !m_drawn.isNull()) {
         m_sprites.clear();
+        m_drawn = {};
         m_pixels = {}; // first, so that two of them never need memory at once
         m_pixels = QImage(pixels, format);
         stale = m_pixels.rect();
@@ -61,6 +64,26 @@ void PaintedPanel::bringUpToDate(QSize pixels, QSize view, const Scene& scene)
     PanelCanvas canvas(m_pixels, view, stale, m_sprites);
     scene.draw(canvas);
     m_shown = scene.state;
+}
+
+bool PaintedPanel::canStretch(QSize pixels, QImage::Format format, const Scene& scene) const
+{
+    const bool isDifferent = m_pixels.size() != pixels || !m_drawn.isNull();
+    return scene.isPassing && isDifferent && !m_pixels.isNull() && m_pixels.format() == format
+        && scene.changedSince(m_shown).isEmpty();
+}
+
+void PaintedPanel::stretch(QSize pixels)
+{
+    if (m_pixels.size() == pixels)
+        return;
+    if (m_drawn.isNull())
+        m_drawn = m_pixels;
+    m_pixels = QImage(pixels, m_drawn.format());
+    QPainter painter(&m_pixels);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(m_pixels.rect(), m_drawn);
 }
 
 } // namespace kestrel

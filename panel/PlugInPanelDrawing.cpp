@@ -29,6 +29,7 @@ void PlugInPanelView::drawRect(QPainter& painter, const QRect& dirtyRect)
 {
     m_painted.paint(painter, rect(), dirtyRect,
         { { m_myZonesArray, *m_myKnobArray, *m_mySwitchArray }, m_imageBack.isOpaque(),
+            m_passingSize.isPassing(),
             [this](const PanelState& shown) { return changedSince(shown); },
             [this](PanelCanvas& canvas) { drawAll(canvas); } });
 }

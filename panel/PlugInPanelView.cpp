@@ -100,4 +100,10 @@ void PlugInPanelView::paintEvent(QPaintEvent* event)
     m_refresh.painted();
 }
 
+void PlugInPanelView::resizeEvent(QResizeEvent* event)
+{
+    m_passingSize.sizeChanged();
+    QWidget::resizeEvent(event);
+}
+
 } // namespace kestrel

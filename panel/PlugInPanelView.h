@@ -4,6 +4,7 @@
 #include "common/InterfaceImage.h"
 #include "panel/PaintedPanel.h"
 #include "panel/PanelRefresh.h"
+#include "panel/PassingSize.h"
 
 #include <QVariantMap>
 #include <QWidget>
@@ -68,6 +69,7 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     struct Ratio;
@@ -101,6 +103,7 @@ private:
     InterfaceImage m_imageSwitchOrange;
     PaintedPanel m_painted;
     PanelRefresh m_refresh { *this };
+    PassingSize m_passingSize { *this };
 };
 
 } // namespace kestrel

@@ -1,13 +1,14 @@
 // Measures a full repaint of the panel at several densities of the display, and one changed cell or
 // knob, beside a bare copy of the panel's pixels. Also measures the first picture of a new panel,
-// for which all its parts are drawn. Rounds are interleaved, so that all of them see the machine in
-// the same mood.
+// for which all its parts are drawn, and a step while its window is dragged larger. Rounds are
+// interleaved, so that all of them see the machine in the same mood.
 
 #include "bench/parts/MedianTable.h"
 #include "panel/PlugInPanelView.h"
 
 #include <QApplication>
 #include <QPainter>
+#include <QResizeEvent>
 
 #include <cstdio>
 #include <cstdlib>
@@ -83,6 +84,17 @@ struct Scene {
         paint(view.knobRect(1));
     }
 
+    // One of the sizes that pass while the window is dragged larger and smaller.
+    void passSize()
+    {
+        const QSize before = view.size();
+        const int longer = ++changes % 2;
+        view.resize(782 + 8 * longer, 220 + 2 * longer);
+        QResizeEvent event(view.size(), before);
+        QCoreApplication::sendEvent(&view, &event);
+        paint(view.rect());
+    }
+
     PlugInPanelView view;
     QImage source;
     QImage target;
@@ -120,17 +132,22 @@ void addScene(const std::string& density, Scene& scene)
     add("cell/" + density, [&scene, cell] { scene.changeCell(cell); });
     add("knob/" + density, [&scene] { scene.changeKnob(); });
     add("first/" + density, [density] { paintFirst(std::stod(density)); });
+    // A scene of its own: the others keep their size.
+    const auto dragged = std::make_shared<Scene>(std::stod(density));
+    dragged->paint(dragged->view.rect());
+    add("drag/" + density, [dragged] { dragged->passSize(); });
 }
 
 void printSideBySide(const MedianTable& medians)
 {
-    std::printf("\nµs, median    copy   panel  panel/copy    cell    knob      first\n");
+    std::printf("\nµs, median    copy   panel  panel/copy    cell    knob      first    drag\n");
     for (const std::string density : Densities) {
         const double copy = medians.medianUs("copy/" + density);
         const double panel = medians.medianUs("panel/" + density);
-        std::printf("%-9s %8.1f %7.1f %11.2f %7.1f %7.1f %10.0f\n", density.c_str(), copy, panel,
-            copy > 0 ? panel / copy : 0, medians.medianUs("cell/" + density),
-            medians.medianUs("knob/" + density), medians.medianUs("first/" + density));
+        std::printf("%-9s %8.1f %7.1f %11.2f %7.1f %7.1f %10.0f %7.0f\n", density.c_str(), copy,
+            panel, copy > 0 ? panel / copy : 0, medians.medianUs("cell/" + density),
+            medians.medianUs("knob/" + density), medians.medianUs("first/" + density),
+            medians.medianUs("drag/" + density));
     }
 }
 } // namespace
