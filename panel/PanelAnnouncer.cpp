@@ -32,24 +32,32 @@ PanelAnnouncer::PanelAnnouncer(PlugInPanelView& view, AccessibilityListener list
     m_silence.setTimerType(Qt::PreciseTimer); // a coarse one may be early
     connect(&m_silence, &QTimer::timeout, this, &PanelAnnouncer::speak);
     connect(&view, &PlugInPanelView::contentChanged, this, &PanelAnnouncer::contentChanged);
+    QAccessible::installActivationObserver(this);
+}
+
+PanelAnnouncer::~PanelAnnouncer()
+{
+    QAccessible::removeActivationObserver(this);
+}
+
+// Somebody who starts to listen reads the panel. Later sentences tell what is new since then.
+void PanelAnnouncer::accessibilityActiveChanged(bool isActive)
+{
+    if (isActive && m_view.myZonesArray())
+        static_cast<void>(m_spoken.changed(*m_view.myZonesArray()));
 }
 
 // Changes do not restart the timers. When a timer ends, everything changed since is told.
 void PanelAnnouncer::contentChanged()
 {
-    if (!m_listener.isActive())
-        return miss();
+    if (!m_listener.isActive()) {
+        m_hasMissed = true;
+        return;
+    }
     if (!m_pause.isActive())
         m_pause.start();
     if (!m_silence.isActive())
         m_silence.start();
-}
-
-// The next announcement tells everything.
-void PanelAnnouncer::miss()
-{
-    m_hasMissed = true;
-    m_spoken.forget();
 }
 
 void PanelAnnouncer::speak()
@@ -65,6 +73,7 @@ void PanelAnnouncer::speak()
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     QAccessibleAnnouncementEvent event(&m_view, sentence);
 #else
+    // The AT-SPI bridge of these versions passes on only the description, which is told above.
     QAccessibleEvent event(&m_view, QAccessible::Alert);
 #endif
     m_listener.tell(&event);
@@ -72,8 +81,10 @@ void PanelAnnouncer::speak()
 
 void PanelAnnouncer::announce()
 {
-    if (!m_listener.isActive())
-        return miss();
+    if (!m_listener.isActive()) {
+        m_hasMissed = true;
+        return;
+    }
     if (std::exchange(m_hasMissed, false))
         forgetAnnounced();
     announceRows();

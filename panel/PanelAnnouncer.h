@@ -14,10 +14,10 @@ namespace kestrel {
 
 // Tells assistive technology what has changed on the panel, at most a few times a second. A value
 // that changes and changes back between two announcements is not announced. After changes that
-// nobody listened to, the next announcement tells everything. It also puts a
-// sentence about changed parameters into the panel's accessible description. While nobody listens,
-// nothing is computed.
-class PanelAnnouncer : public QObject {
+// nobody listened to, the next announcement tells everything. It also puts a sentence about changed
+// parameters into the panel's accessible description; a new listener is told only what changes from
+// then on. While nobody listens, nothing is computed.
+class PanelAnnouncer : public QObject, private QAccessible::ActivationObserver {
     Q_OBJECT
 
 public:
@@ -26,11 +26,12 @@ public:
 
     explicit PanelAnnouncer(PlugInPanelView& view); // the view owns the announcer
     PanelAnnouncer(PlugInPanelView& view, AccessibilityListener listener);
+    ~PanelAnnouncer() override;
 
 private:
+    void accessibilityActiveChanged(bool isActive) override;
     void contentChanged();
     void announce();
-    void miss();
     void speak();
     void forgetAnnounced();
     void announceRows();

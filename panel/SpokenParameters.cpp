@@ -26,9 +26,4 @@ bool SpokenParameters::isBlank() const
         [](const auto& parameter) { return parameter.value_or(QString()).isEmpty(); });
 }
 
-void SpokenParameters::forget()
-{
-    m_told = {};
-}
-
 } // namespace kestrel

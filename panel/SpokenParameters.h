@@ -14,10 +14,8 @@ namespace kestrel {
 class SpokenParameters {
 public:
     // All parameters that have changed since the last call, as one sentence: "Threshold −24.0 dB".
-    // Empty if none has. After forget(), and at first, all of them count as changed.
+    // Empty if none has. At first all of them count as changed.
     [[nodiscard]] QString changed(const PanelZones& zones);
-
-    void forget();
 
     // True when there was no parameter at the last call.
     [[nodiscard]] bool isBlank() const;
