@@ -14,6 +14,7 @@ namespace kestrel::test {
 namespace {
 constexpr const char* Accessible = "org.a11y.atspi.Accessible";
 const QString SessionConnection = QStringLiteral("kestrel-session");
+const QString AccessibilityConnection = QStringLiteral("kestrel-accessibility");
 constexpr const char* Action = "org.a11y.atspi.Action";
 constexpr int AnswerMs = 20000;
 constexpr unsigned StatesPerWord = 32;
@@ -65,6 +66,8 @@ AccessibleObject::AccessibleObject(QDBusConnection bus, AccessibleAddress addres
 
 QDBusConnection AccessibleObject::busOf(const std::string& sessionBus)
 {
+    for (const QString& ofFormerTest : { SessionConnection, AccessibilityConnection })
+        QDBusConnection::disconnectFromBus(ofFormerTest);
     qDBusRegisterMetaType<AccessibleAddress>();
     qDBusRegisterMetaType<QList<AccessibleAddress>>();
     const auto session
@@ -74,7 +77,7 @@ QDBusConnection AccessibleObject::busOf(const std::string& sessionBus)
     enable << "org.a11y.Status"
            << "IsEnabled" << QVariant::fromValue(QDBusVariant(true));
     ask(session, enable);
-    return QDBusConnection::connectToBus(addressOfBus(session), "kestrel-accessibility");
+    return QDBusConnection::connectToBus(addressOfBus(session), AccessibilityConnection);
 }
 
 std::string AccessibleObject::tellChanges(const QDBusConnection& bus, const QString& kind)

@@ -1,3 +1,4 @@
+#include "tests/end-to-end/AccessibleEvents.h"
 #include "tests/end-to-end/AccessibleObject.h"
 #include "tests/end-to-end/RunningStudio.h"
 #include "tools/stage/SetupWindowOnScreen.h"
@@ -7,7 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <thread>
+#include <vector>
 
 namespace kestrel::test {
 namespace {
@@ -120,6 +124,39 @@ TEST_F(ScreenReader, reads_the_panel_and_works_the_setup_window)
     setup.person.type("Punch in");
     setup.person.press("Return");
     EXPECT_TRUE(window.child("User-assignable button 1, Punch in").has_value());
+    EXPECT_EQ(studio.terminateKestrel(), 0);
+}
+
+TEST_F(ScreenReader, hears_of_a_turning_knob_twice_a_second_at_most_and_of_its_last_value)
+{
+    constexpr auto ShortestPause = stage::milliseconds(450); // 500 between sentences, and transport
+    const AccessibleEvents events(bus);
+    studio.startEverything();
+    ASSERT_TRUE(studio.isAnswered());
+    setup.person.chooseFromTray('p');
+    const AccessibleObject panel = window("Plug-in Panel").child("Plug-in panel").value();
+    const auto comesToSay = [&](const std::string& sentence) {
+        return comesTrue([&] {
+            QCoreApplication::processEvents();
+            return panel.description() == sentence;
+        });
+    };
+    studio.console->writeLine("display 0 Threshold");
+    ASSERT_TRUE(comesToSay("Threshold"));
+    for (int value = 1; value <= 60; ++value) {
+        studio.console->writeLine("display 4 -" + std::to_string(value) + ".0 dB");
+        std::this_thread::sleep_for(stage::milliseconds(50));
+        QCoreApplication::processEvents();
+    }
+    EXPECT_TRUE(comesToSay("Threshold −60.0 dB"));
+    QCoreApplication::processEvents();
+
+    std::vector<AccessibleEvents::Change> sentences;
+    std::ranges::copy_if(events.descriptions(), std::back_inserter(sentences),
+        [&](const auto& change) { return change.path.toStdString() == panel.path(); });
+    EXPECT_GE(sentences.size(), 5U) << "3 seconds of changes";
+    for (std::size_t i = 1; i < sentences.size(); ++i)
+        EXPECT_GE(sentences[i].time - sentences[i - 1].time, ShortestPause) << i;
     EXPECT_EQ(studio.terminateKestrel(), 0);
 }
 

@@ -1,0 +1,24 @@
+#include "tests/end-to-end/AccessibleEvents.h"
+
+#include "tests/end-to-end/AccessibleObject.h"
+
+#include <stdexcept>
+
+namespace kestrel::test {
+
+AccessibleEvents::AccessibleEvents(QDBusConnection bus)
+{
+    if (!bus.connect({}, {}, "org.a11y.atspi.Event.Object", "PropertyChange", this,
+            SLOT(propertyChanged(QDBusMessage))))
+        throw std::runtime_error("no events from the accessibility bus");
+    static_cast<void>(
+        AccessibleObject::tellChanges(bus, "object:property-change:accessible-description"));
+}
+
+void AccessibleEvents::propertyChanged(const QDBusMessage& signal)
+{
+    if (signal.arguments().value(0) == "accessible-description")
+        m_descriptions.push_back({ signal.path(), std::chrono::steady_clock::now() });
+}
+
+} // namespace kestrel::test

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+
+#include <chrono>
+#include <vector>
+
+namespace kestrel::test {
+
+// The changes of descriptions that programs tell on the accessibility bus. They arrive while events
+// of the application are processed.
+class AccessibleEvents : public QObject {
+    Q_OBJECT
+
+public:
+    struct Change {
+        QString path; // of the object
+        std::chrono::steady_clock::time_point time;
+    };
+
+    // Asks the programs for these events, as a screen reader does.
+    explicit AccessibleEvents(QDBusConnection bus);
+
+    [[nodiscard]] const std::vector<Change>& descriptions() const { return m_descriptions; }
+
+private slots:
+    void propertyChanged(const QDBusMessage& signal);
+
+private:
+    std::vector<Change> m_descriptions;
+};
+
+} // namespace kestrel::test
