@@ -88,12 +88,14 @@ private:
             // Not from within the socket: the handler may turn the main loop, and this connection
             // may end in there.
             QMetaObject::invokeMethod(
-                this, [this] { carryOut(m_reader.message()); }, Qt::QueuedConnection);
+                this, [this] { carryOut(); }, Qt::QueuedConnection);
         }
     }
 
-    void carryOut(const InstanceMessage request)
+    void carryOut()
     {
+        const InstanceMessage request
+            = m_reader.message(); // a copy: this connection may end in here
         const QPointer<Connection> guard(this);
         const InstanceReply reply = m_server.m_handler(request);
         if (!guard)

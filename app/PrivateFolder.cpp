@@ -34,11 +34,10 @@ std::optional<QString> makePrivateFolder(const QString& path)
         return failure(path);
     struct stat status { };
     std::optional<QString> problem;
-    if (::fstat(folder, &status) != 0)
-        problem = failure(path);
-    else if (status.st_uid != ::geteuid())
+    const bool isKnown = ::fstat(folder, &status) == 0;
+    if (isKnown && status.st_uid != ::geteuid())
         problem = QStringLiteral("%1 belongs to another user").arg(path);
-    else if (::fchmod(folder, S_IRWXU) != 0)
+    else if (!isKnown || ::fchmod(folder, S_IRWXU) != 0)
         problem = failure(path);
     ::close(folder);
     return problem;

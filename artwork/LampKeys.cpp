@@ -11,7 +11,7 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr int FrameSize = 67;
+constexpr int KeyFrameSize = 67;
 constexpr QRectF KeyRect(8.5, 39.0, 50.0, 22.0);
 
 // Where the light of a key falls: around the key, and evenly on its label, up to the ends of the
@@ -25,7 +25,7 @@ constexpr Profile KeyLight { { { 0.0, 0.78F }, { 0.42, 0.66F }, { 0.7, 0.34F }, 
 constexpr Profile LabelLight { { { 0.0, 0.34F }, { 0.5, 0.32F }, { 0.75, 0.25F }, { 0.9, 0.08F },
     { 1.0, 0.0F } } };
 
-struct LampPaint {
+struct KeyPaint {
     QColor unlitTop;
     QColor unlitBottom;
     QColor litTop;
@@ -36,7 +36,7 @@ struct LampPaint {
 
 // Eyes that cannot tell red from green still tell these apart: the green is bluish and the amber
 // yellow and bright, the red is dark.
-LampPaint paintOf(LampColour colour)
+KeyPaint paintOf(LampColour colour)
 {
     switch (colour) {
     case LampColour::Green:
@@ -67,7 +67,7 @@ void shine(QPainter& painter, const QRectF& area, const Profile& profile, QColor
     painter.restore();
 }
 
-void drawUnlit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
+void drawUnlit(Canvas& canvas, const QRectF& rect, const KeyPaint& paint)
 {
     drawKeyCap(canvas,
         { .rect = rect,
@@ -76,7 +76,7 @@ void drawUnlit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
             .shine = QColor(255, 255, 255, 46) });
 }
 
-void drawLit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
+void drawLit(Canvas& canvas, const QRectF& rect, const KeyPaint& paint)
 {
     castSoft(canvas, roundedRect(rect, 5.0), QPointF(0, 0), 3.0, paint.halo);
     drawKeyCap(canvas,
@@ -104,14 +104,14 @@ void drawLit(Canvas& canvas, const QRectF& rect, const LampPaint& paint)
 } // namespace
 
 LampKeys::LampKeys(LampColour colour)
-    : FrameStrip({ FrameSize, FrameSize }, 2)
+    : FrameStrip({ KeyFrameSize, KeyFrameSize }, 2)
     , m_colour(colour)
 {
 }
 
 void LampKeys::paintFrame(Canvas& canvas, int index) const
 {
-    const LampPaint paint = paintOf(m_colour);
+    const KeyPaint paint = paintOf(m_colour);
     if (index == 0)
         drawUnlit(canvas, KeyRect, paint);
     else

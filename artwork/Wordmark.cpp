@@ -8,7 +8,7 @@ namespace kestrel::artwork {
 namespace {
 // Letters are 32 units high. Horizontal strokes are 4 units thick, upright ones 4.6, which looks
 // the same.
-constexpr double Height = 32;
+constexpr double LetterHeight = 32;
 constexpr double Spacing = 18.5;
 
 // Each letter is one outline, so that no strokes overlap.
@@ -62,7 +62,7 @@ QPainterPath zentaWordmark(const QRectF& place)
     const QRectF drawn = word.boundingRect();
     QTransform fit;
     fit.translate(place.left(), place.top());
-    fit.scale(place.width() / drawn.width(), place.height() / Height);
+    fit.scale(place.width() / drawn.width(), place.height() / LetterHeight);
     return fit.map(word.translated(-drawn.left(), 0));
 }
 

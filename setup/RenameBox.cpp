@@ -12,7 +12,7 @@ namespace kestrel {
 
 namespace {
 
-constexpr double Margin = 2;
+constexpr double BoxMargin = 2;
 
 // A paper-coloured box on the button, with the focus ring of the other controls.
 const QString Look = QStringLiteral(
@@ -64,7 +64,7 @@ RenameBox::RenameBox(
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    document()->setDocumentMargin(Margin);
+    document()->setDocumentMargin(BoxMargin);
     setPlaceholderText(QStringLiteral("Name")); // an empty box looks like a blank key
     setPlainText(text);
     document()->setModified(false);

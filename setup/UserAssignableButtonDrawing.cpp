@@ -16,18 +16,18 @@ constexpr double NameMargins = 12;
 constexpr double LeftMargin = 5; // for names of more than one line
 constexpr double CornerRadius = 7;
 
-struct Images {
+struct KeyImages {
     InterfaceImage UserAssignableButtonOnImage;
     InterfaceImage UserAssignableButtonOffImage;
 };
 
-const Images& images()
+const KeyImages& keyImages()
 {
-    static const Images images { KestrelUtilities::imageAtPath(
-                                     QStringLiteral("UserAssignable/User_Assignable_Button/on")),
+    static const KeyImages keyImages { KestrelUtilities::imageAtPath(QStringLiteral(
+                                           "UserAssignable/User_Assignable_Button/on")),
         KestrelUtilities::imageAtPath(
             QStringLiteral("UserAssignable/User_Assignable_Button/off")) };
-    return images;
+    return keyImages;
 }
 
 } // namespace
@@ -41,8 +41,8 @@ void UserAssignableButton::drawRect()
 {
     QPainter painter(this);
     drawImage(painter,
-        state() == State::On ? images().UserAssignableButtonOnImage
-                             : images().UserAssignableButtonOffImage,
+        state() == State::On ? keyImages().UserAssignableButtonOnImage
+                             : keyImages().UserAssignableButtonOffImage,
         {});
     drawTitleButton(painter);
     m_marks.draw(painter, width());

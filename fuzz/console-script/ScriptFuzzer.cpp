@@ -73,8 +73,8 @@ struct Check {
 
 std::string scriptFault(std::span<const std::uint8_t> input)
 {
-    static const ScriptFile File;
-    LineReader reader(File.with(input));
+    static const ScriptFile file;
+    LineReader reader(file.with(input));
     std::string lines;
     while (!reader.isAtEnd()) {
         reader.readMore();

@@ -36,8 +36,8 @@ XKeySet keysIn(std::string_view content)
 // run before has left.
 std::string journalFault(std::span<const std::uint8_t> input)
 {
-    static const fuzz::OwnFolder Folder;
-    const std::string path = Folder.file("journal");
+    static const fuzz::OwnFolder folder;
+    const std::string path = folder.file("journal");
     const std::size_t changes
         = input.empty() ? 0 : std::min<std::size_t>(input[0], (input.size() - 1) / 2);
     const auto left = input.empty() ? input : input.subspan(1 + 2 * changes);

@@ -19,15 +19,15 @@ InterfaceImage plain(QSize size, const QColor& colour)
 // Made once: what is painted matters less than that there is something to paint.
 InterfaceImage pictureNamed(const QString& name)
 {
-    static const InterfaceImage Back = plain({ 782, 220 }, Qt::black);
-    static const InterfaceImage Text = plain({ 8, 128 * 13 }, QColor(255, 255, 255, 100));
-    static const InterfaceImage Knob = plain({ 67, 128 * 67 }, QColor(255, 0, 0, 200));
-    static const InterfaceImage Lamp = plain({ 67, 2 * 67 }, QColor(0, 255, 0, 200));
+    static const InterfaceImage back = plain({ 782, 220 }, Qt::black);
+    static const InterfaceImage text = plain({ 8, 128 * 13 }, QColor(255, 255, 255, 100));
+    static const InterfaceImage knob = plain({ 67, 128 * 67 }, QColor(255, 0, 0, 200));
+    static const InterfaceImage lamp = plain({ 67, 2 * 67 }, QColor(0, 255, 0, 200));
     if (name == QLatin1String("back"))
-        return Back;
+        return back;
     if (name == QLatin1String("text"))
-        return Text;
-    return name == QLatin1String("knob67x67") ? Knob : Lamp;
+        return text;
+    return name == QLatin1String("knob67x67") ? knob : lamp;
 }
 } // namespace
 

@@ -59,8 +59,7 @@ TEST(KeyedArchive, numbers_its_objects_depth_first_as_the_framework_does)
             "0",
             "\"\"",
             "false",
-            "{ $classname=\"NSMutableArray\" $classes=[ \"NSMutableArray\" \"NSArray\" "
-            "\"NSObject\" ] }",
+            R"({ $classname="NSMutableArray" $classes=[ "NSMutableArray" "NSArray" "NSObject" ] })",
             "{ NS.objects=[ @5 @10 @11 @12 ] $class=@8 }",
             "7",
             "\"⌘\"",

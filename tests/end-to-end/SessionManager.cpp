@@ -115,6 +115,7 @@ void SessionManager::Protocol::run(const std::stop_token& stop)
 void SessionManager::Protocol::waitForSomething() const
 {
     std::vector<pollfd> watched;
+    watched.reserve(static_cast<std::size_t>(m_listenerCount) + m_connections.size());
     for (int i = 0; i < m_listenerCount; ++i)
         watched.push_back({ IceGetListenConnectionNumber(m_listeners[i]), POLLIN, 0 });
     for (IceConn connection : m_connections)

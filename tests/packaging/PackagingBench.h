@@ -7,8 +7,8 @@
 namespace kestrel::test {
 
 // A copy of what scripts/package-macos reads of the tree, and a folder of tools that stand for
-// those of macOS: the build makes two programs that need libplist and QtCore, there are three plug-ins
-// of Qt, and the deployment brings QtCore.
+// those of macOS: the build makes two programs that need libplist and QtCore, there are three
+// plug-ins of Qt, and the deployment brings QtCore.
 class PackagingBench {
 public:
     struct Result {

@@ -18,6 +18,7 @@ namespace kestrel::test {
 [[nodiscard]] inline std::vector<QAccessibleInterface*> children(QAccessibleInterface& parent)
 {
     std::vector<QAccessibleInterface*> children;
+    children.reserve(static_cast<std::size_t>(parent.childCount()));
     for (int i = 0; i < parent.childCount(); ++i)
         children.push_back(parent.child(i));
     return children;

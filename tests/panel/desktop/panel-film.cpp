@@ -19,8 +19,8 @@ constexpr double Density = 2;
 
 class Film {
 public:
-    explicit Film(QDir folder)
-        : m_folder(std::move(folder))
+    explicit Film(const QDir& folder)
+        : m_folder(folder)
     {
     }
 
