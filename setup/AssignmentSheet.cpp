@@ -2,6 +2,7 @@
 
 #include "setup/AssignmentFiles.h"
 
+#include <QCompleter>
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -50,7 +51,14 @@ void AssignmentSheet::accept()
             return;
         }
     }
+    if (!name)
+        return QFileDialog::accept();
+    // Completions come up when a folder has been read, also over the question whether to replace a
+    // file, and would take its keys.
+    QCompleter* const completer = name->completer();
+    name->setCompleter(nullptr);
     QFileDialog::accept();
+    name->setCompleter(completer);
 }
 
 bool AssignmentSheet::lacksExtension() const
