@@ -26,8 +26,7 @@ public:
     };
     struct Counts {
         std::uint64_t beats = 0;
-        std::uint64_t missedBeats
-            = 0; // while online, which ends only when the link counts as silent
+        std::uint64_t missedBeats = 0; // while online
         std::uint64_t answers = 0;
         std::uint64_t timesBuilt = 0;
         std::uint64_t typed = 0; // key presses

@@ -9,8 +9,7 @@ namespace kestrel {
 class StoredAssignments;
 
 // Adds a notice for as long as the assignments cannot be stored or could not be read. Choosing it
-// tries to store them again. Main
-// thread only.
+// tries to store them again. Main thread only.
 class StoringNotice final : public Notices {
 public:
     // The references outlive this object.

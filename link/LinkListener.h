@@ -13,8 +13,8 @@ enum class LinkEvent : std::uint8_t {
     NoMIDIService, // the MIDI service refuses the link
     WorkstationMissing, // each check while the workstation does not run
     WorkstationRuns, // each check while it runs
-    ConsoleSilent, // each check of a connected console without a heartbeat for more than five
-                   // seconds
+    // Each check of a connected console without a heartbeat for more than five seconds
+    ConsoleSilent,
     PacketsLost // packets from the console may have been lost
 };
 

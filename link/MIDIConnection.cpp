@@ -14,8 +14,8 @@
 namespace kestrel {
 
 namespace {
-constexpr std::string_view ConsoleName
-    = "ZENTA, port 5"; // ConsoleDevice::Model and its fifth entity, in words
+// ConsoleDevice::Model and its fifth entity, in words
+constexpr std::string_view ConsoleName = "ZENTA, port 5";
 constexpr std::chrono::seconds HeartbeatTimeout { 5 };
 
 // Makes a display message that clears one zone. The byte after the header is the zone's number.

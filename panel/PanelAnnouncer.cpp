@@ -40,11 +40,14 @@ PanelAnnouncer::~PanelAnnouncer()
     QAccessible::removeActivationObserver(this);
 }
 
-// Somebody who starts to listen reads the panel. Later sentences tell what is new since then.
+// Somebody who starts to listen reads the panel. Later sentences tell what is new since then. Qt
+// for macOS may call this for each question of a listener, also while a sentence is due.
 void PanelAnnouncer::accessibilityActiveChanged(bool isActive)
 {
-    if (isActive && m_view.myZonesArray())
-        static_cast<void>(m_spoken.changed(*m_view.myZonesArray()));
+    if (!isActive || m_silence.isActive() || !m_view.myZonesArray())
+        return;
+    if (!m_spoken.changed(*m_view.myZonesArray()).isEmpty())
+        m_view.setAccessibleDescription(QString()); // it tells what a listener heard earlier
 }
 
 // Changes do not restart the timers. When a timer ends, everything changed since is told.

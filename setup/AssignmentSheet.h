@@ -9,7 +9,7 @@ class AssignmentSheet : public QFileDialog {
 public:
     enum class Purpose { Open, Save };
 
-    // Opens in the folder. The sheet deletes itself once it is closed.
+    // The sheet opens in the folder. It deletes itself once it is closed.
     AssignmentSheet(Purpose purpose, const QString& folder, QWidget& window);
 
     // The user's documents. A desktop starts programs in folders that hold nothing of the user.

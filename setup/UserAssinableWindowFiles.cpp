@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
+#include <functional>
+
 namespace kestrel {
 
 namespace {

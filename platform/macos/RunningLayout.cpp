@@ -1,6 +1,6 @@
 #include "platform/RunningLayout.h"
 
-// A program without the connection to the window server that Carbon makes has no layout to ask.
+// The layout is asked for on Linux only. On macOS that would need Carbon, which nothing else uses.
 std::unique_ptr<kestrel::RunningLayout> kestrel::runningLayout()
 {
     return nullptr;

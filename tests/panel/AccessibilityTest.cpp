@@ -481,6 +481,25 @@ TEST_F(Accessibility, who_starts_to_listen_late_is_told_the_sentences_of_later_c
     EXPECT_THAT(sentences, ElementsAre("Ratio 4.0:1"));
 }
 
+TEST_F(Accessibility, a_question_of_a_listener_takes_no_sentence_that_is_due)
+{
+    display(0, "Threshold ");
+    QAccessible::setActive(true); // as Qt for macOS does for each question
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !sentences.empty(); }));
+    EXPECT_THAT(sentences, ElementsAre("Threshold"));
+}
+
+TEST_F(Accessibility, a_new_listener_finds_no_old_sentence_in_the_description)
+{
+    display(0, "Threshold ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.accessibleDescription() == "Threshold"; }));
+    active = false;
+    display(0, "Ratio     ");
+    active = true;
+    QAccessible::setActive(true);
+    EXPECT_EQ(view.accessibleDescription(), "");
+}
+
 TEST(PanelText, special_glyphs_read_as_what_they_show)
 {
     EXPECT_EQ(PanelText::glyph(0x00), " ");

@@ -3,6 +3,7 @@
 #include "platform/StoredDefaults.h"
 #include "sets/ShortcutParser.h"
 #include "tools/kestrelctl/Commands.h"
+#include "tools/kestrelctl/SetArguments.h"
 
 #include <memory>
 #include <optional>
@@ -58,6 +59,8 @@ ExitCode change(UserAssignFile& set, const Request& request)
 ExitCode assign(const Request& request)
 {
     const StoredDefaults defaults = openStoredDefaults();
+    if (request.file)
+        requireReadable(defaults);
     StoredAssignments stored(*defaults.store, defaults.recoveryFile,
         request.file ? StoredAssignments::Unusable::LeftAlone
                      : StoredAssignments::Unusable::KeptAside);
@@ -101,7 +104,7 @@ Run defineAssign(CLI::App& options)
             throw CLI::RequiredError("shortcuts or --title");
     });
     options.footer("A Kestrel that runs keeps its own set and stores that when it ends.");
-    return [request] { return assign(*request); };
+    return [request] { return guarded(Failed, [&] { return assign(*request); }); };
 }
 
 } // namespace kestrel::ctl

@@ -40,11 +40,19 @@ std::shared_ptr<std::string> defineSource(CLI::App& options)
     return path;
 }
 
+void requireReadable(const StoredDefaults& defaults)
+{
+    if (const std::string problem = defaults.store->problem(); !problem.empty())
+        throw SetFile::Error(SetFile::Error::Kind::Unreadable,
+            QString::fromStdString("cannot read " + defaults.place + ": " + problem));
+}
+
 SetText::Root readSet(const std::string& path)
 {
     if (!path.empty())
         return SetFile::read(QString::fromStdString(path));
     const StoredDefaults defaults = openStoredDefaults();
+    requireReadable(defaults);
     StoredAssignments stored(
         *defaults.store, defaults.recoveryFile, StoredAssignments::Unusable::LeftAlone);
     stored.setupShortcutKey();

@@ -2,6 +2,7 @@
 #include "platform/StoredDefaults.h"
 #include "sets/ShortcutParser.h"
 #include "tools/kestrelctl/Commands.h"
+#include "tools/kestrelctl/SetArguments.h"
 
 #include <cstdio>
 
@@ -25,10 +26,7 @@ QString shortcutTexts(const ButtonEntry& entry)
 ExitCode showStored()
 {
     const StoredDefaults defaults = openStoredDefaults();
-    if (const std::string problem = defaults.store->problem(); !problem.empty()) {
-        complain("cannot read " + defaults.place + ": " + problem);
-        return Failed;
-    }
+    requireReadable(defaults);
     StoredAssignments stored(
         *defaults.store, defaults.recoveryFile, StoredAssignments::Unusable::LeftAlone);
     stored.setupShortcutKey();
@@ -45,7 +43,7 @@ ExitCode showStored()
 Run defineShow(CLI::App& options)
 {
     options.footer("One line for each key: its number, its title and its shortcuts.");
-    return showStored;
+    return [] { return guarded(Failed, showStored); };
 }
 
 } // namespace kestrel::ctl

@@ -8,7 +8,6 @@
 namespace kestrel {
 
 namespace {
-constexpr int EvdevOffset = 8; // an X keycode is the evdev code plus this
 constexpr int LargestXKeyCode = 255;
 constexpr unsigned GroupShift = 13; // in the state of a key event
 
@@ -25,9 +24,9 @@ public:
     [[nodiscard]] std::optional<Characters> charactersOf(KeyCode key) override
     {
         const auto evdev = EvdevKeyMap::evdevCode(key);
-        if (!evdev || *evdev + EvdevOffset > LargestXKeyCode)
+        if (!evdev || *evdev + EvdevKeyMap::XOffset > LargestXKeyCode)
             return {};
-        const auto keycode = static_cast<xcb_keycode_t>(*evdev + EvdevOffset);
+        const auto keycode = static_cast<xcb_keycode_t>(*evdev + EvdevKeyMap::XOffset);
         const auto plain = keysymWithShiftAlone(m_connection, keycode, m_state);
         const auto shifted = keysymWithShiftAlone(
             m_connection, keycode, static_cast<std::uint16_t>(m_state | XCB_MOD_MASK_SHIFT));

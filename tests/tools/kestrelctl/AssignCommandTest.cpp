@@ -204,14 +204,19 @@ TEST_F(AssignCommand, tells_when_nothing_could_be_written)
         "kestrelctl: cannot write " + path() + ": The file of the defaults cannot be read\n");
 }
 
-TEST_F(AssignCommand, shows_no_empty_set_when_the_stored_one_cannot_be_read)
+TEST_F(AssignCommand, takes_no_empty_set_for_a_stored_one_that_cannot_be_read)
 {
     ASSERT_TRUE(QDir(m_folder.path()).mkdir("com.holvik.kestrel.plist"));
-    const Outcome outcome = run({ "show" });
-    EXPECT_NE(outcome.code, 0);
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.errors,
-        "kestrelctl: cannot read " + path() + ": The file of the defaults cannot be read\n");
+    const QString copy = m_folder.filePath("copy.ZKCF");
+    for (const QStringList& arguments :
+        { QStringList { "show" }, { "set", "json" }, { "assign", "6", "F1", "--to", copy } }) {
+        const Outcome outcome = run(arguments);
+        EXPECT_NE(outcome.code, 0);
+        EXPECT_EQ(outcome.output, "");
+        EXPECT_EQ(outcome.errors,
+            "kestrelctl: cannot read " + path() + ": The file of the defaults cannot be read\n");
+    }
+    EXPECT_FALSE(QFile::exists(copy));
 }
 
 } // namespace
