@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QStringList>
 #include <QWidget>
+#include <QWindow>
 
 #include <array>
 #include <cmath>
@@ -26,6 +27,13 @@ QRect flipped(const QRect& rect)
 {
     const int height = QGuiApplication::primaryScreen()->geometry().height();
     return { QPoint(rect.left(), height - rect.top() - rect.height()), rect.size() };
+}
+
+// QWidget keeps the frame that it knew when the window last moved. A slow window manager may have
+// framed the window after that.
+QRect presentFrame(const QWidget& window)
+{
+    return window.isVisible() ? window.windowHandle()->frameGeometry() : window.frameGeometry();
 }
 
 QString words(const QRect& rect)
@@ -52,7 +60,7 @@ void SavedWindowFrame::save(const QWidget& window)
     if (!window.windowHandle())
         return;
     const QByteArray text
-        = (words(flipped(window.frameGeometry())) + words(flipped(window.screen()->geometry())))
+        = (words(flipped(presentFrame(window))) + words(flipped(window.screen()->geometry())))
               .toLatin1();
     m_defaults.setData(m_key,
         { reinterpret_cast<const std::uint8_t*>(text.constData()),
