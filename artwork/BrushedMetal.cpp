@@ -14,7 +14,7 @@ namespace {
 
 int level(double value)
 {
-    return static_cast<int>(std::clamp(value, 0.0, 255.0) + 0.5);
+    return static_cast<int>(std::lround(std::clamp(value, 0.0, 255.0)));
 }
 
 double mix(int from, int to, double t)

@@ -13,7 +13,7 @@ constexpr int PerBlock = 8;
 using Block = std::array<const char*, DotRows>;
 
 // clang-format off
-    constexpr std::array<Block, (CharacterCount - FirstDrawn) / PerBlock> blocks { {
+    constexpr std::array<Block, (CharacterCount - FirstDrawn) / PerBlock> Blocks { {
         { // 0x10: the numbers 11 to 14, all dots, four, three and two columns from the right
             "#..#. #.### #.### #.#.# ##### .#### ..### ...##",
             "#.##. #...# #...# #.#.# ##### .#### ..### ...##",
@@ -179,7 +179,7 @@ bool isDotLit(int code, int row, int column)
         return false;
     const int index = code - FirstDrawn;
     const char* line
-        = blocks[static_cast<std::size_t>(index / PerBlock)][static_cast<std::size_t>(row)];
+        = Blocks[static_cast<std::size_t>(index / PerBlock)][static_cast<std::size_t>(row)];
     return line[(index % PerBlock) * (DotColumns + 1) + column] == '#';
 }
 

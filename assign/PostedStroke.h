@@ -13,6 +13,7 @@ struct PostedStroke {
     ModifierFlags flags = 0; // those of Modifier::Used
     KeyCode code = 0;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 misreads a defaulted comparison
     friend auto operator<=>(const PostedStroke&, const PostedStroke&) = default;
 };
 

@@ -79,7 +79,7 @@ QString nameIn(const JsonValue& record, const JsonValue& shortcut, ModifierFlags
     const QString text = JsonCheck::string(shortcut);
     const QString glyphs = modifierGlyphs(flags);
     const JsonValue* const given = record.member(Name);
-    const QString name = given ? JsonCheck::string(*given) : text.mid(glyphs.size());
+    QString name = given ? JsonCheck::string(*given) : text.mid(glyphs.size());
     if (!text.startsWith(glyphs) || (!given && startsWithModifierGlyph(name)))
         JsonCheck::fail(shortcut,
             QStringLiteral("the modifiers of \"%1\" are not those of the flags: correct "

@@ -39,7 +39,7 @@ std::optional<NamedKey> NamedKey::find(const QString& name)
 
 QString NamedKey::nameOf(KeyCode code)
 {
-    const QString fixed = KeyNames::fixedName(code);
+    QString fixed = KeyNames::fixedName(code);
     if (!fixed.isEmpty())
         return fixed;
     for (const TypingKey& key : AnsiKeys) {

@@ -9,8 +9,8 @@ namespace {
 
 std::string difference(ByteView archive, const std::string& ours, const char* whose)
 {
-    static fuzz::PeerProcess Peer(KESTREL_PEER);
-    const auto text = Peer.read(archive);
+    static fuzz::PeerProcess peer(KESTREL_PEER);
+    const auto text = peer.read(archive);
     return !text || *text == ours
         ? ""
         : "GNUstep reads in " + std::string(whose) + ":\n" + *text + "\nand we:\n" + ours;

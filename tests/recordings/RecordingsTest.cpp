@@ -115,8 +115,8 @@ TEST_F(Recordings, a_file_that_is_no_script_sends_nothing_and_says_where)
 {
     const auto path = (studio().studio.home() / "cut.txt").string();
     std::ofstream(path) << "heartbeat off\nat 0.5 send B0 0F 4x\n";
-    stage::ChildProcess console(
-        { "sh", "-c", "exec \"$0\" \"$1\" 2>&1", KESTREL_PROGRAMS "/zenta-console", path },
+    stage::ChildProcess console({ "sh", "-c", "exec \"$0\" \"$1\" 2>&1",
+                                    std::string(KESTREL_PROGRAMS) + "/zenta-console", path },
         studio().studio.environment());
     EXPECT_EQ(console.waitForLineWith("", milliseconds(20000)),
         "zenta-console: " + path

@@ -33,7 +33,7 @@ public:
     {
         for (int turn = 0; turn < 3; ++turn)
             QCoreApplication::processEvents();
-        return std::exchange(told, {});
+        return std::exchange(m_told, {});
     }
 
 private:
@@ -45,19 +45,19 @@ private:
         const std::string name = about ? about->text(QAccessible::Name).toStdString() : "nobody";
         switch (event->type()) {
         case QAccessible::NameChanged:
-            told.push_back("name: " + name);
+            m_told.push_back("name: " + name);
             break;
         case QAccessible::DescriptionChanged:
-            told.push_back("words: " + about->text(QAccessible::Description).toStdString());
+            m_told.push_back("words: " + about->text(QAccessible::Description).toStdString());
             break;
         case QAccessible::TextUpdated: {
             const auto* text = static_cast<QAccessibleTextUpdateEvent*>(event);
-            told.push_back(name + " text: " + text->textRemoved().toStdString() + " -> "
+            m_told.push_back(name + " text: " + text->textRemoved().toStdString() + " -> "
                 + text->textInserted().toStdString());
             break;
         }
         case QAccessible::ValueChanged:
-            told.push_back(name + " value: "
+            m_told.push_back(name + " value: "
                 + static_cast<QAccessibleValueChangeEvent*>(event)
                       ->value()
                       .toString()
@@ -65,21 +65,21 @@ private:
             break;
         case QAccessible::ObjectShow:
             if (about && about->role() == QAccessible::AlertMessage)
-                told.push_back("show: " + name);
+                m_told.push_back("show: " + name);
             break;
         case QAccessible::ObjectHide:
             if (about && about->role() == QAccessible::AlertMessage)
-                told.push_back("hide: " + name);
+                m_told.push_back("hide: " + name);
             break;
         case QAccessible::Alert:
-            told.push_back("alert: " + name);
+            m_told.push_back("alert: " + name);
             break;
         default:
             break;
         }
     }
 
-    std::vector<std::string> told;
+    std::vector<std::string> m_told;
 };
 
 const std::string Hint

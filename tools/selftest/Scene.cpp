@@ -59,7 +59,7 @@ std::string factOf(const std::string& answer, const std::string& name)
     const auto start = (" " + answer).find(" " + name + "=");
     if (start == std::string::npos)
         return {};
-    const std::string rest = answer.substr(start + name.size() + 1);
+    std::string rest = answer.substr(start + name.size() + 1);
     if (name == "text" || name == "open")
         return rest;
     return rest.substr(0, rest.find(name == "menu" ? ';' : ' '));
@@ -204,7 +204,7 @@ std::filesystem::path Scene::writeSet(const std::string& name) const
     set.setShortcutTitle(QString::fromStdString(name), 1);
     const auto image = set.fileImage();
     std::filesystem::create_directories(folder / "utility");
-    const auto path = folder / "utility" / (name + ".ZKCF");
+    auto path = folder / "utility" / (name + ".ZKCF");
     std::ofstream(path, std::ios::binary)
         .write(reinterpret_cast<const char*>(image.data()),
             static_cast<std::streamsize>(image.size()));
