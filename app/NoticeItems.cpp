@@ -16,6 +16,7 @@ QString itemText(const std::string& text)
 {
     return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
+
 // Disabled items are hard to read in many styles, so those of this menu get two thirds of the
 // text's colour.
 void makeDisabledItemsReadable(QMenu& menu)

@@ -133,6 +133,7 @@ QImage transparent(QSize pixels)
     image.fill(Qt::transparent);
     return image;
 }
+
 // Makes a pixel that is half covered shine half as bright as a covered one.
 void turnCoverageIntoLight(QImage& image)
 {

@@ -50,13 +50,19 @@ void PanelAnnouncer::accessibilityActiveChanged(bool isActive)
         m_view.setAccessibleDescription(QString()); // it tells what a listener heard earlier
 }
 
+// Remembers a change that nobody hears.
+bool PanelAnnouncer::isHeard()
+{
+    const bool isHeard = m_listener.isActive();
+    m_hasMissed |= !isHeard;
+    return isHeard;
+}
+
 // Changes do not restart the timers. When a timer ends, everything changed since is told.
 void PanelAnnouncer::contentChanged()
 {
-    if (!m_listener.isActive()) {
-        m_hasMissed = true;
+    if (!isHeard())
         return;
-    }
     if (!m_pause.isActive())
         m_pause.start();
     if (!m_silence.isActive())
@@ -84,10 +90,8 @@ void PanelAnnouncer::speak()
 
 void PanelAnnouncer::announce()
 {
-    if (!m_listener.isActive()) {
-        m_hasMissed = true;
+    if (!isHeard())
         return;
-    }
     if (std::exchange(m_hasMissed, false))
         forgetAnnounced();
     announceRows();

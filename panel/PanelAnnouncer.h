@@ -30,6 +30,7 @@ public:
 
 private:
     void accessibilityActiveChanged(bool isActive) override;
+    [[nodiscard]] bool isHeard();
     void contentChanged();
     void announce();
     void speak();

@@ -48,8 +48,8 @@ std::optional<std::string> prepareSession()
     const char* const backEnd = ::getenv("QT_QPA_PLATFORM");
     if (!backEnd || std::string_view(backEnd) != "xcb")
         return {};
-    const auto line = X11Connector().connect(DisplayPatience);
-    if (line && xcb_connection_has_error(line->xcb.get()) == 0)
+    const auto connected = X11Connector().connect(DisplayPatience);
+    if (connected && xcb_connection_has_error(connected->xcb.get()) == 0)
         return {};
     const char* const display = ::getenv("DISPLAY");
     std::string problem = "Kestrel needs an X11 display, and ";

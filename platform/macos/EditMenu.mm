@@ -26,6 +26,7 @@ void remove(NSMenuItem* item)
 {
     [item.menu removeItem:item];
 }
+
 // True for a file panel, and for what it opens over itself. Open panels are save panels too.
 bool belongsToFilePanel(NSWindow* window)
 {

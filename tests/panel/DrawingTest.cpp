@@ -1,6 +1,7 @@
 #include "tests/panel/GeometryPictures.h"
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
+#include "tests/panel/look/NaturalSize.h"
 
 #include <gmock/gmock.h>
 
@@ -350,7 +351,7 @@ TEST_F(Drawing, text_scales_on_each_axis_but_knobs_and_lamps_stay_square)
 TEST_F(Drawing, at_an_odd_size_cells_do_not_bleed_into_each_other)
 {
     for (const int width : { 391, 587, 1001, 1173, 2346 }) {
-        view.resize(width, qRound(width * 220 / 782.0));
+        view.resize(naturalSize(width));
         display(0, "\x40\x00\x7F\x40\x00\x7F\x40\x00\x7F\x40"sv);
         const QImage image = painted(view);
         std::map<QRgb, int> colours;
@@ -387,7 +388,7 @@ TEST_F(Drawing, painting_what_a_message_made_stale_is_enough_at_every_size_and_d
 {
     for (const int width : { 587, 782, 1001 }) {
         for (const double density : { 1.0, 1.25, 1.5, 1.75, 2.0 }) {
-            view.resize(width, qRound(width * 220 / 782.0));
+            view.resize(naturalSize(width));
             display(1, "          ");
             knob(1, 0x01);
             lamp(7, false);

@@ -1,6 +1,7 @@
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/PaintCounter.h"
 #include "tests/panel/Painted.h"
+#include "tests/panel/look/NaturalSize.h"
 
 #include <QResizeEvent>
 #include <QTest>
@@ -22,17 +23,12 @@ struct Scale {
     }
 };
 
-QSize sizeOf(int width)
-{
-    return { width, qRound(width * 220 / 782.0) };
-}
-
 class Mirror : public MirroringPanel {
 public:
     explicit Mirror(int width)
         : MirroringPanel(Window::Visible)
     {
-        view.resize(sizeOf(width));
+        view.resize(naturalSize(width));
         display(0, "Threshold ");
         display(5, "4.0:1     ");
         knob(1, 0x24);
@@ -46,7 +42,7 @@ public:
     void resize(int width)
     {
         const QSize before = view.size();
-        view.resize(sizeOf(width));
+        view.resize(naturalSize(width));
         QResizeEvent event(view.size(), before);
         QCoreApplication::sendEvent(&view, &event);
     }

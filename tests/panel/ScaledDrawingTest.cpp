@@ -1,6 +1,7 @@
 #include "tests/panel/GeometryPictures.h"
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
+#include "tests/panel/look/NaturalSize.h"
 
 #include <gtest/gtest.h>
 
@@ -45,7 +46,7 @@ protected:
     ScaledDrawing()
         : MirroringPanel(Window::Hidden, &striped)
     {
-        view.resize(GetParam().width, qRound(GetParam().width * 220 / 782.0));
+        view.resize(naturalSize(GetParam().width));
     }
 
     [[nodiscard]] double horizontal() const { return view.width() / 782.0; }

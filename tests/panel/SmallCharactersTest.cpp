@@ -3,6 +3,7 @@
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/look/Luminance.h"
+#include "tests/panel/look/NaturalSize.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +22,7 @@ protected:
     SmallCharacters()
         : MirroringPanel(Window::Hidden)
     {
-        view.resize(GetParam(), qRound(GetParam() * 220 / 782.0));
+        view.resize(naturalSize(GetParam()));
     }
 
     [[nodiscard]] QRect cell(int zone, int k) const

@@ -2,6 +2,7 @@
 #include "common/NearestPixel.h"
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
+#include "tests/panel/look/NaturalSize.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,7 @@ protected:
     UnlitDots()
         : MirroringPanel(Window::Hidden)
     {
-        view.resize(GetParam(), qRound(GetParam() * 220 / 782.0));
+        view.resize(naturalSize(GetParam()));
     }
 };
 } // namespace

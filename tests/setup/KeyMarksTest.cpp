@@ -31,6 +31,19 @@ struct TypedBench : SetupBench {
     }
 };
 
+// Opens the window, for the second time if it was closed with OK, and assigns neither shortcut.
+void typeOnTwoKeys(SetupBench& bench, bool wasOk)
+{
+    bench.open();
+    if (wasOk) {
+        bench.controller.ok();
+        bench.open();
+    }
+    press(bench.field(0), Keys::F5);
+    click(bench.button(1));
+    press(bench.field(0), Keys::F3);
+}
+
 TEST(KeyMarks, typing_and_assigning_mark_nothing)
 {
     TypedBench bench;
@@ -87,14 +100,7 @@ TEST(KeyMarks, cancel_and_the_close_box_throw_away_on_purpose_and_leave_none)
     for (const bool wasOk : { false, true }) {
         for (const bool isCancel : { false, true }) {
             SetupBench bench;
-            bench.open();
-            if (wasOk) {
-                bench.controller.ok();
-                bench.open();
-            }
-            press(bench.field(0), Keys::F5);
-            click(bench.button(1));
-            press(bench.field(0), Keys::F3);
+            typeOnTwoKeys(bench, wasOk);
             if (isCancel)
                 bench.controller.cancel();
             else
@@ -131,14 +137,7 @@ TEST(KeyMarks, another_window_that_closes_leaves_what_was_typed_marked)
 {
     for (const bool wasOk : { false, true }) {
         SetupBench bench;
-        bench.open();
-        if (wasOk) {
-            bench.controller.ok();
-            bench.open();
-        }
-        press(bench.field(0), Keys::F5);
-        click(bench.button(1));
-        press(bench.field(0), Keys::F3);
+        typeOnTwoKeys(bench, wasOk);
         QWidget panel;
         bench.center.post(NotificationName::windowWillClose, &panel);
         bench.controller.window()->hide();

@@ -68,6 +68,7 @@ std::optional<xcb_keysym_t> keysymIn(
     const unsigned place = group * key.width + levelOf(*type.data, modifiers);
     return place < key.nSyms ? xcb_xkb_key_sym_map_syms(&key)[place] : XCB_NO_SYMBOL;
 }
+
 // False when the server does not answer, or does not have XKB.
 bool beginXkb(X11Connection& connection)
 {

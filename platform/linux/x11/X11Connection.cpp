@@ -100,15 +100,15 @@ bool X11Connection::keepsUp()
 
 bool X11Connection::open()
 {
-    auto line = m_connector.connect(Patience);
-    if (!line || xcb_connection_has_error(line->xcb.get()) != 0)
+    auto connected = m_connector.connect(Patience);
+    if (!connected || xcb_connection_has_error(connected->xcb.get()) != 0)
         return false;
-    m_screen = screenOf(line->xcb.get(), line->screenNumber);
+    m_screen = screenOf(connected->xcb.get(), connected->screenNumber);
     if (!m_screen)
         return false;
-    m_xcb = line->xcb.release();
+    m_xcb = connected->xcb.release();
     m_readByServer = 0;
-    m_displayName = std::move(line->displayName);
+    m_displayName = std::move(connected->displayName);
     m_watch = m_mainLoop.watch(
         xcb_get_file_descriptor(m_xcb), [this, alive = std::weak_ptr(m_alive), connection = m_xcb] {
             if (alive.lock() && m_xcb == connection)

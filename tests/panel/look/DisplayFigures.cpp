@@ -3,6 +3,7 @@
 #include "common/NearestPixel.h"
 #include "panel/PanelCanvas.h"
 #include "tests/panel/look/Luminance.h"
+#include "tests/panel/look/NaturalSize.h"
 
 #include <QPainter>
 
@@ -204,7 +205,7 @@ void showEditing(PlugInPanelView& view)
 
 DisplayFigures displayFigures(int width, double density)
 {
-    PlugInPanelView view(QRect(0, 0, width, qRound(width * 220 / 782.0)));
+    PlugInPanelView view(QRect(QPoint(), naturalSize(width)));
     return { textContrast(view, density), stemEvenness(view, density), barEvenness(view, density) };
 }
 

@@ -1,6 +1,7 @@
 // Prints how legible the panel is at many sizes and densities, and writes pictures of it.
 
 #include "tests/panel/look/DisplayFigures.h"
+#include "tests/panel/look/NaturalSize.h"
 
 #include <QApplication>
 #include <QDir>
@@ -34,7 +35,7 @@ bool writePictures(const QDir& directory)
 {
     for (const int width : { 391, 587, 782, 1173, 1564 }) {
         for (const double density : { 1.0, 1.5, 2.0, 3.0 }) {
-            PlugInPanelView view(QRect(0, 0, width, qRound(width * 220 / 782.0)));
+            PlugInPanelView view(QRect(QPoint(), naturalSize(width)));
             showEditing(view);
             const QString name = QStringLiteral("%1@%2x.png").arg(width).arg(density);
             if (!paintedAt(view, density).save(directory.filePath(name)))
