@@ -41,8 +41,9 @@ TEST(Changes, a_change_makes_it_look_again)
     });
     EXPECT_TRUE(changes.waitUntil(
         [&] {
-            ++looks;
-            return holds.load();
+            const bool held = holds;
+            ++looks; // last, so that the other thread goes on only after this look at `holds`
+            return held;
         },
         20s));
     other.join();
