@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/FocusConnections.h"
 #include "app/InstanceRequests.h"
 
 namespace kestrel {
@@ -43,6 +44,7 @@ private:
     SingleInstance& m_instance;
     FileOpenEvents& m_fileOpenEvents;
     SetDeadline m_setDeadline;
+    FocusConnections m_focusConnections;
     AppDelegate m_delegate;
     InstanceRequests m_requests;
 };
