@@ -168,6 +168,7 @@ BinaryListWriter::Reference BinaryListWriter::addArray(plist_t array)
     m_objects.emplace_back();
     const std::vector<plist_t> items = PropertyListNode::items(array);
     std::vector<Reference> references;
+    references.reserve(items.size());
     for (plist_t item : items)
         references.push_back(add(item));
     m_objects[place] = { counted(Array, items.size()), std::move(references) };
@@ -181,6 +182,7 @@ BinaryListWriter::Reference BinaryListWriter::addDictionary(plist_t dictionary)
     m_objects.emplace_back();
     const auto members = PropertyListNode::members(dictionary);
     std::vector<Reference> references;
+    references.reserve(2 * members.size());
     for (const auto& member : members)
         references.push_back(addScalar(text(member.first)));
     for (const auto& member : members)
