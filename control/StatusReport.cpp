@@ -65,7 +65,8 @@ public:
     }
     void operator()(const char* name, QStringList& list)
     {
-        for (const QJsonValue& value : take(name, &QJsonValue::isArray).toArray()) {
+        const QJsonArray values = take(name, &QJsonValue::isArray).toArray();
+        for (const auto& value : values) {
             isSound = isSound && value.isString();
             list.append(value.toString());
         }
@@ -86,7 +87,7 @@ private:
 
     QJsonValue take(const char* name, bool (QJsonValue::*isRight)() const)
     {
-        const QJsonValue value = m_object.value(QLatin1String(name));
+        QJsonValue value = m_object.value(QLatin1String(name));
         isSound = isSound && (value.*isRight)();
         return value;
     }

@@ -36,8 +36,8 @@ PropertyList withValue(PropertyList list, const DefaultsStore::Bytes& value)
 
 std::string defaultsFault(std::span<const std::uint8_t> input)
 {
-    static const fuzz::OwnFolder Folder;
-    const std::string path = Folder.file("defaults.plist");
+    static const fuzz::OwnFolder folder;
+    const std::string path = folder.file("defaults.plist");
     const std::string damagedPath = path + ".damaged";
     std::filesystem::remove(damagedPath);
     fuzz::writeFile(path, input);

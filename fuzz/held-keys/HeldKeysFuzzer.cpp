@@ -26,8 +26,8 @@ struct JournalFile {
 
 const JournalFile& journalFile()
 {
-    static const JournalFile File;
-    return File;
+    static const JournalFile file;
+    return file;
 }
 
 // Plays what the bytes say: keys, stalls, lost connections, kills, restarts. After each act, the
