@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QTimer>
+#include "link/Clock.h"
 
-#include <chrono>
+#include <QTimer>
 
 class QWidget;
 
@@ -14,15 +14,22 @@ class PassingSize {
 public:
     static constexpr std::chrono::milliseconds Rest { 150 };
 
-    explicit PassingSize(QWidget& view); // the view outlives this
+    PassingSize(QWidget& view, const Clock& clock); // both outlive this
 
     void sizeChanged(); // the view calls this at each change of its size
-    // True from the second of several changes in quick succession until Rest after the last one.
-    // The view is repainted then.
-    [[nodiscard]] bool isPassing() const { return m_isPassing; }
+    void painted(); // the view calls this at the end of each painting
+    // True from the second of several changes in quick succession until Rest after the last one,
+    // or after the end of its painting. The view is repainted then.
+    [[nodiscard]] bool isPassing() const;
 
 private:
-    QTimer m_rest; // runs from each change of the size
+    void rest();
+
+    QWidget& m_view;
+    const Clock& m_clock;
+    QTimer m_wait; // runs while the view may still come to rest
+    Clock::TimePoint m_rests {}; // when the view will be at rest
+    bool m_isUnpainted = false; // the size has changed since the last painting
     bool m_isPassing = false;
 };
 

@@ -32,6 +32,7 @@ void PlugInPanelView::drawRect(QPainter& painter, const QRect& dirtyRect)
             m_passingSize.isPassing(),
             [this](const PanelState& shown) { return changedSince(shown); },
             [this](PanelCanvas& canvas) { drawAll(canvas); } });
+    m_passingSize.painted();
 }
 
 void PlugInPanelView::drawAll(PanelCanvas& canvas)

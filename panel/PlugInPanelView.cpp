@@ -9,7 +9,15 @@
 
 namespace kestrel {
 
-PlugInPanelView::PlugInPanelView(const QRect& frame, const ImageLoader& imageNamed)
+const Clock& PlugInPanelView::steadyClock()
+{
+    static const SteadyClock clock;
+    return clock;
+}
+
+PlugInPanelView::PlugInPanelView(
+    const QRect& frame, const ImageLoader& imageNamed, const Clock& clock)
+    : m_passingSize(*this, clock)
 {
     setGeometry(frame);
     setFocusPolicy(Qt::NoFocus);

@@ -23,8 +23,9 @@ class PlugInPanelView : public QWidget {
 public:
     using ImageLoader = std::function<InterfaceImage(const QString& name)>;
 
-    explicit PlugInPanelView(
-        const QRect& frame, const ImageLoader& imageNamed = &artwork::panelPicture);
+    // The clock outlives the view.
+    explicit PlugInPanelView(const QRect& frame,
+        const ImageLoader& imageNamed = &artwork::panelPicture, const Clock& clock = steadyClock());
 
     void prepareAttributes();
     void setupMessageArry();
@@ -75,6 +76,8 @@ private:
     struct Ratio;
     struct Piece;
 
+    [[nodiscard]] static const Clock& steadyClock();
+
     void drawAll(PanelCanvas& canvas);
     void drawLight(PanelCanvas& canvas);
     [[nodiscard]] Piece character(const QRectF& cell, std::uint8_t chara) const;
@@ -103,7 +106,7 @@ private:
     InterfaceImage m_imageSwitchOrange;
     PaintedPanel m_painted;
     PanelRefresh m_refresh { *this };
-    PassingSize m_passingSize { *this };
+    PassingSize m_passingSize;
 };
 
 } // namespace kestrel

@@ -3,7 +3,6 @@
 #include "tests/panel/Painted.h"
 #include "tests/panel/look/NaturalSize.h"
 
-#include <QResizeEvent>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -38,14 +37,6 @@ public:
     using MirroringPanel::knob;
     using MirroringPanel::lamp;
     using MirroringPanel::view;
-
-    void resize(int width)
-    {
-        const QSize before = view.size();
-        view.resize(naturalSize(width));
-        QResizeEvent event(view.size(), before);
-        QCoreApplication::sendEvent(&view, &event);
-    }
 };
 
 using Change = std::function<void(Mirror&)>;
@@ -110,45 +101,5 @@ INSTANTIATE_TEST_SUITE_P(, IncrementalDrawing,
     testing::Values(Scale { 391, 1 }, Scale { 587, 1 }, Scale { 701, 1.25 }, Scale { 783, 1.25 },
         Scale { 613, 1.5 }, Scale { 782, 1.5 }, Scale { 391, 1.75 }, Scale { 845, 1.75 },
         Scale { 1001, 1 }, Scale { 499, 2 }));
-
-// While an edge of the window is dragged, sizes follow each other quickly.
-TEST(PanelBeingDragged, is_stretched_until_it_rests)
-{
-    const auto nothing = [](Mirror&) {};
-    Mirror panel(700);
-    static_cast<void>(painted(panel.view));
-    panel.resize(720);
-    EXPECT_EQ(painted(panel.view), fresh({ 720, 1 }, nothing)) << "one step may be the only one";
-    panel.resize(740);
-    EXPECT_NE(painted(panel.view), fresh({ 740, 1 }, nothing));
-    EXPECT_NE(painted(panel.view).pixel(370, 150), qRgb(255, 0, 255)) << "it is painted";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return painted(panel.view) == fresh({ 740, 1 }, nothing); }));
-}
-
-TEST(PanelBeingDragged, is_repainted_when_it_rests)
-{
-    Mirror panel(700);
-    panel.view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel.view));
-    panel.resize(720);
-    panel.resize(740);
-    QTest::qWait(20);
-    const PaintCounter counter(panel.view);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return counter.count > 0; }));
-    EXPECT_EQ(counter.painted, QRegion(panel.view.rect()));
-}
-
-TEST(PanelBeingDragged, shows_a_changed_value_at_once)
-{
-    Mirror panel(700);
-    static_cast<void>(painted(panel.view));
-    panel.resize(720);
-    panel.resize(740);
-    static_cast<void>(painted(panel.view));
-    Changes[0](panel);
-    EXPECT_EQ(painted(panel.view), fresh({ 740, 1 }, Changes[0]));
-    panel.resize(760);
-    EXPECT_NE(painted(panel.view), fresh({ 760, 1 }, Changes[0]));
-}
 
 } // namespace kestrel::test

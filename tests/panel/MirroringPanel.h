@@ -2,6 +2,7 @@
 
 #include "panel/PlugInPanelView.h"
 #include "tests/panel/PanelMessages.h"
+#include "tests/support/ManualClock.h"
 
 namespace kestrel::test {
 
@@ -12,7 +13,7 @@ protected:
 
     explicit MirroringPanel(
         Window window, const PlugInPanelView::ImageLoader& imageNamed = &artwork::panelPicture)
-        : view(QRect(0, 0, 782, 220), imageNamed)
+        : view(QRect(0, 0, 782, 220), imageNamed, clock)
         , m_isVisible(window == Window::Visible)
     {
     }
@@ -31,6 +32,7 @@ protected:
         view.updateDSParea(PanelMessages::lamp(number, lit), m_isVisible);
     }
 
+    ManualClock clock;
     PlugInPanelView view;
 
 private:
