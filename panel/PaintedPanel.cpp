@@ -77,8 +77,11 @@ void PaintedPanel::stretch(QSize pixels)
 {
     if (m_pixels.size() == pixels)
         return;
-    if (m_drawn.isNull())
+    if (m_drawn.isNull()) {
         m_drawn = m_pixels;
+        m_sprites.clear(); // their sizes have passed
+    }
+    m_pixels = {}; // first, so that two stretched ones never need memory at once
     m_pixels = QImage(pixels, m_drawn.format());
     QPainter painter(&m_pixels);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);

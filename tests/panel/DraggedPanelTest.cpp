@@ -62,6 +62,23 @@ struct SlowBack : artwork::PanelBack {
     ManualClock& clock;
 };
 
+// Counts the pictures of it that are kept in memory.
+struct CountedBack : artwork::PanelBack {
+    static inline int kept = 0;
+
+    [[nodiscard]] QImage draw(const QRect& source, QSize pixels) const override
+    {
+        ++kept;
+        auto* drawn = new QImage(PanelBack::draw(source, pixels));
+        return { drawn->bits(), drawn->width(), drawn->height(), drawn->format(), &discard, drawn };
+    }
+    static void discard(void* drawn)
+    {
+        --kept;
+        delete static_cast<QImage*>(drawn);
+    }
+};
+
 struct SlowPanel : Panel {
     explicit SlowPanel(int width)
         : Panel(width, [this](const QString& name) {
@@ -154,6 +171,21 @@ TEST(DraggedPanel, is_stretched_from_the_second_step_on_though_drawing_takes_lon
     EXPECT_EQ(panel.clock.now(), before) << "nothing was drawn";
     panel.clock.advance(PassingSize::Rest);
     EXPECT_EQ(painted(panel.view), fresh(740));
+}
+
+TEST(DraggedPanel, keeps_no_pictures_of_its_parts_while_it_is_stretched)
+{
+    Panel panel(700, [](const QString& name) {
+        return name == "back" ? InterfaceImage(std::make_shared<CountedBack>())
+                              : artwork::panelPicture(name);
+    });
+    static_cast<void>(painted(panel.view));
+    panel.resize(720);
+    static_cast<void>(painted(panel.view));
+    EXPECT_EQ(CountedBack::kept, 1);
+    panel.resize(740);
+    static_cast<void>(painted(panel.view));
+    EXPECT_EQ(CountedBack::kept, 0);
 }
 
 } // namespace kestrel::test
