@@ -1,18 +1,14 @@
 #pragma once
 
-#include <QFileDialog>
+#include "common/dialogs/FileDialog.h"
 
 namespace kestrel {
 
 // The file dialog in which the user chooses where a key sheet is saved. It belongs to no window.
-class KeySheetDialog final : public QFileDialog {
+class KeySheetDialog final : public FileDialog {
 public:
-    KeySheetDialog();
-
-    // Empty unless the user has accepted a file with a local path.
-    [[nodiscard]] QString chosenPath() const;
-
-    void accept() override;
+    // See FileDialog for the folder.
+    explicit KeySheetDialog(QString& folder);
 };
 
 } // namespace kestrel

@@ -43,7 +43,7 @@ void KeySheetSaver::choose()
 
 void KeySheetSaver::open()
 {
-    auto* const dialog = new KeySheetDialog;
+    auto* const dialog = new KeySheetDialog(m_folder);
     QObject::connect(dialog, &QDialog::finished, dialog, [this, dialog] {
         m_dialog.clear(); // it is deleted later, and may be chosen again before
         if (const QString path = dialog->chosenPath(); !path.isEmpty())

@@ -41,6 +41,7 @@ private:
     ApplicationVisibility& m_visibility;
     Set m_set;
     std::function<void()> m_closed = [] {};
+    QString m_folder; // of the last dialog
     QPointer<KeySheetDialog> m_dialog;
     QPointer<QMessageBox> m_alert;
 };

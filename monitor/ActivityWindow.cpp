@@ -142,7 +142,8 @@ void ActivityWindow::copy()
 
 void ActivityWindow::save()
 {
-    (new RecordingSheet(Recording::script(m_log, m_model.first()), m_files, *this))->open();
+    const auto script = Recording::script(m_log, m_model.first());
+    (new RecordingSheet(script, m_files, m_sheetFolder, *this))->open();
 }
 
 void ActivityWindow::keyPressEvent(QKeyEvent* event)

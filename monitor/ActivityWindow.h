@@ -79,6 +79,7 @@ private:
     std::array<MonitorButton*, EventGroups> m_filters {};
     MonitorButton* m_pause = nullptr;
     QTimer m_refresh;
+    QString m_sheetFolder; // of the last sheet
     std::uint64_t m_seen = 0; // events of the log
 };
 

@@ -6,24 +6,21 @@
 
 namespace kestrel {
 
-RecordingSheet::RecordingSheet(std::string script, DocumentFiles& files, QWidget& window)
-    : QFileDialog(&window, QStringLiteral("Save Activity"))
+RecordingSheet::RecordingSheet(
+    std::string script, DocumentFiles& files, QString& folder, QWidget& window)
+    : FileDialog(Purpose::Save, { { QStringLiteral("Console scripts"), QStringLiteral("txt") } },
+        folder, &window)
     , m_script(std::move(script))
     , m_files(files)
 {
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowModality(Qt::WindowModal);
-    setAcceptMode(AcceptSave);
-    setFileMode(AnyFile);
-    setNameFilter(QStringLiteral("Console scripts (*.txt)"));
-    setDefaultSuffix(QStringLiteral("txt"));
+    setWindowTitle(QStringLiteral("Save Activity"));
     selectFile(QStringLiteral("recording.txt"));
     connect(this, &QDialog::accepted, this, &RecordingSheet::save);
 }
 
 void RecordingSheet::save()
 {
-    const QString path = selectedUrls().value(0).toLocalFile();
+    const QString path = chosenPath();
     if (path.isEmpty())
         return;
     const auto* const bytes = reinterpret_cast<const std::uint8_t*>(m_script.data());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QFileDialog>
+#include "common/dialogs/FileDialog.h"
 
 #include <string>
 
@@ -9,10 +9,10 @@ namespace kestrel {
 class DocumentFiles;
 
 // The file dialog, a sheet on the activity window, that saves a recording.
-class RecordingSheet : public QFileDialog {
+class RecordingSheet final : public FileDialog {
 public:
-    // The sheet deletes itself once it is closed. `files` outlives it.
-    RecordingSheet(std::string script, DocumentFiles& files, QWidget& window);
+    // `files` outlives the sheet. See FileDialog for the folder.
+    RecordingSheet(std::string script, DocumentFiles& files, QString& folder, QWidget& window);
 
 private:
     void save();

@@ -1,6 +1,5 @@
 // The part of the setup window that builds it.
 
-#include "setup/AssignmentSheet.h"
 #include "setup/SetupAccessibility.h"
 #include "setup/SetupTables.h"
 #include "setup/UserAssinableWindowController.h"
@@ -17,7 +16,6 @@ const QString FrameAutosaveName = QStringLiteral("UAssignWindow");
 UserAssinableWindowController::UserAssinableWindowController(const SetupServices& services)
     : m_services(services)
     , m_files(services.documentFiles)
-    , m_sheetFolder(AssignmentSheet::firstFolder())
     , m_savedFrame(FrameAutosaveName.toStdString(), services.defaults)
     , m_screens([this] {
         if (isVisible())

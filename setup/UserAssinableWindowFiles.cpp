@@ -3,7 +3,6 @@
 #include "setup/AssignmentSheet.h"
 #include "setup/UserAssinableWindowController.h"
 
-#include <QFileInfo>
 #include <QMessageBox>
 
 #include <functional>
@@ -12,23 +11,19 @@ namespace kestrel {
 
 namespace {
 
-// Calls `chosen` with the path that the user chooses. The next sheet opens in the same folder.
+// Calls `chosen` with the path that the user chooses.
 void openSheet(UserAssinableWindowController& controller, AssignmentSheet::Purpose purpose,
     QString& folder, const std::function<void(const QString&)>& chosen)
 {
     controller.setVisibleFileDialog(true);
     controller.hideUserAssignEditBox();
     auto* panel = new AssignmentSheet(purpose, folder, *controller.window());
-    QObject::connect(
-        panel, &QDialog::finished, controller.window(), [&controller, &folder, panel, chosen] {
-            // A native dialog posts no close notification, which would reset the flag.
-            controller.setVisibleFileDialog(false);
-            const QString path = panel->chosenPath();
-            folder = path.isEmpty() ? panel->directory().absolutePath()
-                                    : QFileInfo(path).absolutePath();
-            if (!path.isEmpty())
-                chosen(path);
-        });
+    QObject::connect(panel, &QDialog::finished, controller.window(), [&controller, panel, chosen] {
+        // A native dialog posts no close notification, which would reset the flag.
+        controller.setVisibleFileDialog(false);
+        if (const QString path = panel->chosenPath(); !path.isEmpty())
+            chosen(path);
+    });
     panel->open();
 }
 

@@ -75,6 +75,15 @@ TEST_F(KeySheetSaver, adds_the_extension_to_a_name_without_one)
     EXPECT_TRUE(saved("Mixing 2.1.pdf").startsWith("%PDF-"));
 }
 
+TEST_F(KeySheetSaver, a_later_dialog_opens_where_the_last_one_was)
+{
+    ASSERT_TRUE(QDir(m_bench.folder.path()).mkdir("sheets"));
+    saveAs("sheets/keys.pdf");
+    auto* const dialog = choose();
+    EXPECT_EQ(dialog->directory(), QDir(m_bench.folder.filePath("sheets")));
+    dialog->reject();
+}
+
 TEST_F(KeySheetSaver, tells_why_nothing_was_saved)
 {
     static_cast<FakeDocumentFiles&>(*m_bench.platform.documentFiles).failure

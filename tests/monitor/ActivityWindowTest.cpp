@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -163,6 +164,22 @@ TEST(ActivityWindow, saves_a_script_for_the_console)
     const std::string script = file.readAll().toStdString();
     EXPECT_THAT(script, HasSubstr("\nat 0.0000 send B0 0F 40 2F 45\n"));
     EXPECT_THAT(script, Not(HasSubstr("Key 5"))) << "it was cleared";
+}
+
+TEST(ActivityWindow, a_recording_gets_the_extension_and_the_next_one_is_saved_beside_it)
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    OpenBench bench;
+    const QTemporaryDir folder;
+    click(bench.button("Save as a console script"));
+    auto* const sheet = bench.window.findChild<RecordingSheet*>();
+    ASSERT_NE(sheet, nullptr);
+    sheet->findChild<QLineEdit*>("fileNameEdit")->setText(folder.filePath("take 1.2"));
+    sheet->accept();
+    EXPECT_TRUE(QFile::exists(folder.filePath("take 1.2.txt")));
+    click(bench.button("Save as a console script"));
+    EXPECT_EQ(
+        bench.window.findChildren<RecordingSheet*>().back()->directory(), QDir(folder.path()));
 }
 
 TEST(ActivityWindow, says_why_a_recording_could_not_be_saved)
