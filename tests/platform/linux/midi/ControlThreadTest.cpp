@@ -12,8 +12,10 @@ namespace kestrel::test {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using std::chrono::milliseconds;
 using namespace std::chrono_literals;
+
+// Where waiting would take the whole patience, a busy machine must not seem to have waited.
+constexpr auto LongPatience = 5s;
 
 // A job that blocks until the test releases it.
 struct Hang {
@@ -61,11 +63,11 @@ TEST(ControlThread, while_one_hangs_the_next_call_fails_at_once_and_never_runs)
     Hang hang;
     auto ran = std::make_shared<bool>(false);
     std::promise<void> caughtUp;
-    ControlThread control(300ms, [&caughtUp] { caughtUp.set_value(); });
+    ControlThread control(LongPatience, [&caughtUp] { caughtUp.set_value(); });
     EXPECT_FALSE(control.call(hang.job()));
     const auto start = Clock::now();
     EXPECT_FALSE(control.call([ran] { *ran = true; }));
-    EXPECT_LT(Clock::now() - start, 150ms);
+    EXPECT_LT(Clock::now() - start, LongPatience);
     hang.gate.set_value();
     caughtUp.get_future().wait();
     EXPECT_TRUE(control.call([] {}));
@@ -76,18 +78,20 @@ TEST(ControlThread, a_result_that_comes_too_late_is_undone_before_anything_else_
 {
     Hang hang;
     auto order = std::make_shared<std::vector<std::string>>();
-    std::promise<void> caughtUp;
-    ControlThread control(20ms, [&caughtUp] { caughtUp.set_value(); });
+    const auto nextHasRun = std::make_shared<std::promise<void>>();
+    ControlThread control(20ms, [] {});
     EXPECT_FALSE(control.call(
         [open = hang.open, order] {
             open.wait();
             order->push_back("work");
         },
         [order] { order->push_back("undo"); }));
-    control.post([order] { order->push_back("next"); });
+    control.post([order, nextHasRun] {
+        order->push_back("next");
+        nextHasRun->set_value();
+    });
     hang.gate.set_value();
-    caughtUp.get_future().wait();
-    control.settle([] {});
+    nextHasRun->get_future().wait();
     EXPECT_EQ(*order, (std::vector<std::string> { "work", "undo", "next" }));
 }
 
@@ -104,11 +108,11 @@ TEST(ControlThread, what_must_be_done_runs_even_while_one_hangs_but_is_not_waite
 {
     Hang hang;
     std::promise<void> settled;
-    ControlThread control(300ms, [] {});
+    ControlThread control(LongPatience, [] {});
     EXPECT_FALSE(control.call(hang.job()));
     const auto start = Clock::now();
     control.settle([&settled] { settled.set_value(); });
-    EXPECT_LT(Clock::now() - start, 150ms);
+    EXPECT_LT(Clock::now() - start, LongPatience);
     hang.gate.set_value();
     EXPECT_EQ(settled.get_future().wait_for(10s), std::future_status::ready);
 }
@@ -117,7 +121,7 @@ TEST(ControlThread, calls_work_again_once_it_has_caught_up)
 {
     Hang hang;
     std::promise<void> caughtUp;
-    ControlThread control(300ms, [&caughtUp] { caughtUp.set_value(); });
+    ControlThread control(LongPatience, [&caughtUp] { caughtUp.set_value(); });
     EXPECT_FALSE(control.call(hang.job()));
     hang.gate.set_value();
     caughtUp.get_future().wait();
@@ -139,15 +143,13 @@ TEST(ControlThread, its_end_waits_for_what_is_queued)
 TEST(ControlThread, its_end_does_not_wait_for_what_hangs_which_still_ends_properly)
 {
     Hang hang;
-    std::promise<void> undone;
-    const auto start = Clock::now();
+    const auto undone = std::make_shared<std::promise<void>>();
     {
         ControlThread control(50ms, [] {});
-        EXPECT_FALSE(control.call(hang.job(), [&undone] { undone.set_value(); }));
-    }
-    EXPECT_LT(Clock::now() - start, 5s);
+        EXPECT_FALSE(control.call(hang.job(), [undone] { undone->set_value(); }));
+    } // waiting for the job would never end
     hang.gate.set_value();
-    EXPECT_EQ(undone.get_future().wait_for(10s), std::future_status::ready);
+    EXPECT_EQ(undone->get_future().wait_for(10s), std::future_status::ready);
 }
 
 } // namespace

@@ -1,13 +1,15 @@
 #include "platform/linux/midi/PortChanges.h"
 #include "tests/platform/linux/midi/JackFixture.h"
 
+#include <gmock/gmock.h>
+
 #include <atomic>
 #include <thread>
 
 namespace kestrel::test {
 namespace {
 
-// A patchbay that cuts connections of the link.
+// A patchbay that cuts connections of the link. Each cycle that comes too late is a loss as well.
 class JackConnections : public JackFixture {
 public:
     JackConnections()
@@ -24,6 +26,9 @@ public:
 
 using Texts = std::vector<std::string>;
 using std::chrono::milliseconds;
+using testing::AllOf;
+using testing::Ge;
+using testing::Le;
 
 TEST_F(JackConnections, a_cut_connection_from_a_source_is_a_loss_and_the_removal_of_the_source)
 {
@@ -32,7 +37,7 @@ TEST_F(JackConnections, a_cut_connection_from_a_source_is_a_loss_and_the_removal
     ASSERT_TRUE(receiver.disconnect("ZENTA:midi_5", ours[0]));
     ASSERT_TRUE(waitForNotifications(1));
     EXPECT_EQ(notifications, (Texts { "removed source" }));
-    EXPECT_EQ(losses, 1);
+    EXPECT_THAT(losses, AllOf(Ge(1), Le(1 + zenta.lateCycles())));
     services.disposeClient(link.client);
     connect("receiver");
     zenta.send("midi_5", { { 0x90, 0x00, 0x00 } });
@@ -59,7 +64,7 @@ TEST_F(JackConnections, a_cut_connection_to_the_destination_is_made_again_for_th
             Long));
     }
     EXPECT_EQ(notifications, Texts {});
-    EXPECT_EQ(losses, 0);
+    EXPECT_LE(losses, zenta.lateCycles());
 }
 
 TEST_F(JackConnections, a_connection_that_somebody_else_made_is_not_ours_to_miss)
@@ -72,7 +77,7 @@ TEST_F(JackConnections, a_connection_that_somebody_else_made_is_not_ours_to_miss
     ASSERT_TRUE(waitForPackets(1));
     loop.runFor(2 * PortChanges::Settling);
     EXPECT_EQ(notifications, Texts {});
-    EXPECT_EQ(losses, 0);
+    EXPECT_LE(losses, zenta.lateCycles());
 }
 
 // The cut is told among the news of other changes of the graph, in any order with them.
@@ -90,7 +95,7 @@ TEST_F(JackConnections, a_cut_is_noticed_while_other_connections_come_and_go)
         const Texts ours = zenta.connections("ZENTA:midi_5");
         EXPECT_EQ(ours.size(), 1u);
         EXPECT_TRUE(zenta.disconnect("ZENTA:midi_5", ours.empty() ? "" : ours[0]));
-        EXPECT_TRUE(loop.runUntil([this] { return !notifications.empty(); }, 5s)) << round;
+        EXPECT_TRUE(loop.runUntil([this] { return !notifications.empty(); }, Long)) << round;
         services.disposeClient(link.client);
         link = connect("receiver");
     }
@@ -129,7 +134,7 @@ TEST_F(JackConnections, those_of_a_disposed_port_are_not_missed)
     loop.runFor(2 * PortChanges::Settling);
     EXPECT_TRUE(zenta.connections("ZENTA:midi_5").empty());
     EXPECT_EQ(notifications, Texts {});
-    EXPECT_EQ(losses, 0);
+    EXPECT_LE(losses, zenta.lateCycles());
 }
 
 } // namespace

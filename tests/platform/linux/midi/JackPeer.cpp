@@ -5,6 +5,7 @@
 
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace kestrel::test {
 
@@ -26,6 +27,7 @@ JackPeer::JackPeer(const std::string& name, Start start)
 
 JackPeer::~JackPeer()
 {
+    release();
     jack_client_close(m_client);
 }
 
@@ -105,7 +107,44 @@ bool JackPeer::hasSentAll(const std::string& output, std::chrono::milliseconds t
 {
     std::unique_lock lock(m_mutex);
     const auto& packets = m_ports.at(output).packets;
-    return m_arrived.wait_for(lock, timeout, [&] { return packets.empty(); });
+    if (!m_changed.wait_for(lock, timeout, [&] { return packets.empty(); }))
+        return false;
+    const int last = m_cycles;
+    return m_changed.wait_for(lock, timeout, [&] { return m_cycles > last; });
+}
+
+void JackPeer::overrun(std::chrono::milliseconds time)
+{
+    std::unique_lock lock(m_mutex);
+    m_overrun = time;
+    waitForCycle(lock);
+}
+
+void JackPeer::hold()
+{
+    std::unique_lock lock(m_mutex);
+    m_isHeld = true;
+    waitForCycle(lock);
+}
+
+void JackPeer::release()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isHeld = false;
+    m_changed.notify_all();
+}
+
+int JackPeer::lateCycles()
+{
+    std::unique_lock lock(m_mutex);
+    waitForCycle(lock);
+    return m_lateCycles;
+}
+
+void JackPeer::waitForCycle(std::unique_lock<std::mutex>& lock)
+{
+    const int last = m_cycles;
+    m_changed.wait(lock, [&] { return m_cycles > last; });
 }
 
 std::vector<Bytes> JackPeer::received(
@@ -113,7 +152,7 @@ std::vector<Bytes> JackPeer::received(
 {
     std::unique_lock lock(m_mutex);
     const auto& packets = m_ports.at(input).packets;
-    m_arrived.wait_for(lock, timeout, [&] { return packets.size() >= count; });
+    m_changed.wait_for(lock, timeout, [&] { return packets.size() >= count; });
     return { packets.begin(), packets.end() };
 }
 
@@ -141,7 +180,7 @@ std::vector<std::string> JackPeer::connections(const std::string& port) const
 
 void JackPeer::process(std::uint32_t frames)
 {
-    std::this_thread::sleep_for(m_overrun.exchange(std::chrono::milliseconds(0)));
+    beginCycle(frames);
     const std::lock_guard lock(m_mutex);
     for (auto& [name, port] : m_ports) {
         void* const buffer = jack_port_get_buffer(port.port, frames);
@@ -157,7 +196,21 @@ void JackPeer::process(std::uint32_t frames)
         }
         takeEvents(buffer, port);
     }
-    m_arrived.notify_all();
+    m_changed.notify_all();
+}
+
+void JackPeer::beginCycle(std::uint32_t frames)
+{
+    const std::uint32_t cycle = jack_last_frame_time(m_client);
+    std::unique_lock lock(m_mutex);
+    if (cycle != std::exchange(m_lastCycle, cycle).value_or(cycle - frames) + frames)
+        ++m_lateCycles;
+    ++m_cycles;
+    m_changed.notify_all();
+    m_changed.wait(lock, [this] { return !m_isHeld; });
+    const auto overrun = std::exchange(m_overrun, std::chrono::milliseconds(0));
+    lock.unlock();
+    std::this_thread::sleep_for(overrun);
 }
 
 // This is a separate function because the suppressions of the thread sanitizer name it.
