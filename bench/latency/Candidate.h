@@ -53,7 +53,7 @@ private:
     Stage& m_stage;
     const CandidateKind& m_kind;
     // Another version of the utility may take a lock file of this one for a running program.
-    stage::TemporaryFolder m_runtimeFolder;
+    stage::TemporaryFolder m_runtimeFolder { "/dev/shm" }; // in memory, as on a desktop
     stage::ChildProcess m_process;
 };
 
