@@ -47,7 +47,7 @@ struct Platform {
 // Calls `then` once, on the main thread, when the files that this program was started with have
 // arrived as events: at once on a system that passes them as arguments. Needs the application
 // object.
-void afterFilesOfLaunch(std::function<void()> then);
+void afterFilesOfLaunch(const std::function<void()>& then);
 
 // The signals that end a program on this system by default, except those that report a fault of the
 // program and those that it cannot handle.

@@ -19,17 +19,17 @@ namespace {
 // A set with a shortcut on every key. Made once: no packet changes it.
 const StoredAssignments& fullSet()
 {
-    static test::FakeDefaultsStore Defaults;
-    static StoredAssignments Assignments(Defaults);
-    if (!Assignments.myUserAssignFile()) {
-        Assignments.setupShortcutKey();
+    static test::FakeDefaultsStore defaults;
+    static StoredAssignments assignments(defaults);
+    if (!assignments.myUserAssignFile()) {
+        assignments.setupShortcutKey();
         for (int number = 1; number <= UserAssignFile::ButtonCount; ++number) {
-            ArchiveArray& entry = *Assignments.myUserAssignFile()->getSwitchShortcut(number);
+            ArchiveArray& entry = *assignments.myUserAssignFile()->getSwitchShortcut(number);
             entry.replace(ShortcutRecord::Modifiers, ArchiveValue(Modifier::Command));
             entry.replace(ShortcutRecord::Text, ArchiveValue(QStringLiteral("A")));
         }
     }
-    return Assignments;
+    return assignments;
 }
 
 // The way from the read callback to the panel and the keyboard.

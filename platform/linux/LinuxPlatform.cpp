@@ -58,7 +58,7 @@ std::optional<std::string> prepareSession()
     return problem.append("\"").append(display).append("\" does not answer.");
 }
 
-void afterFilesOfLaunch(std::function<void()> then)
+void afterFilesOfLaunch(const std::function<void()>& then)
 {
     then();
 }

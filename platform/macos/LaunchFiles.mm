@@ -5,8 +5,9 @@
 namespace kestrel {
 
 // AppKit hands the delegate the files of the launch before it posts this notification.
-void afterFilesOfLaunch(std::function<void()> then)
+void afterFilesOfLaunch(const std::function<void()>& then)
 {
+    const std::function<void()> work = then; // the block would keep the reference only
     __block id observer = nil;
     observer = [NSNotificationCenter.defaultCenter
         addObserverForName:NSApplicationDidFinishLaunchingNotification
@@ -15,7 +16,7 @@ void afterFilesOfLaunch(std::function<void()> then)
                 usingBlock:^(NSNotification*) {
                     [NSNotificationCenter.defaultCenter removeObserver:observer];
                     observer = nil;
-                    then();
+                    work();
                 }];
 }
 

@@ -20,14 +20,14 @@ protected:
     // The key lines up to `last`, without their times.
     static std::vector<std::string> linesUpTo(ChildProcess& program, const std::string& last)
     {
-        static const std::regex Time(" t=[0-9]+$");
+        static const std::regex time(" t=[0-9]+$");
         std::vector<std::string> lines;
         while (lines.empty() || lines.back() != last) {
             const auto line
                 = program.waitForLine([](std::string_view) { return true; }, milliseconds(5000));
             if (!line)
                 break;
-            lines.push_back(std::regex_replace(*line, Time, ""));
+            lines.push_back(std::regex_replace(*line, time, ""));
         }
         return lines;
     }

@@ -10,11 +10,11 @@ namespace kestrel::test {
 namespace {
 std::string nameOf(xcb_keycode_t key)
 {
-    static const std::map<int, std::string> Names { { 23, "Tab" }, { 37, "Control" }, { 38, "A" },
+    static const std::map<int, std::string> names { { 23, "Tab" }, { 37, "Control" }, { 38, "A" },
         { 39, "S" }, { 40, "D" }, { 50, "Shift" }, { 62, "RightShift" }, { 64, "Alt" },
         { 66, "CapsLock" }, { 71, "F5" }, { 77, "NumLock" }, { 133, "Super" } };
-    const auto found = Names.find(key);
-    return found != Names.end() ? found->second : std::to_string(key);
+    const auto found = names.find(key);
+    return found != names.end() ? found->second : std::to_string(key);
 }
 
 std::string namesOf(std::uint16_t state)
