@@ -6,7 +6,6 @@
 namespace kestrel::artwork {
 
 namespace {
-constexpr double FilledShare = 0.68; // of the pitch
 
 // From this pitch on, in pixels, there is a gap between all dots.
 constexpr double PartedPitch = 2.95;
@@ -22,13 +21,13 @@ int nearest(double value)
     return static_cast<int>(std::floor(value + 0.5));
 }
 
-// Where each dot of a line begins that has a room of whole pixels.
+// Where each dot of a line begins. The last one begins at the pixel `last` at the latest.
 template <std::size_t Count>
-std::array<double, Count> places(double pitch, int room, const std::array<int, 2>& sharing)
+std::array<double, Count> places(double pitch, int last, const std::array<int, 2>& sharing)
 {
     constexpr int Dots = static_cast<int>(Count);
-    const int missing = Dots - room;
-    const double fitting = std::min(pitch, (room - 1.0) / (Dots - 1));
+    const int missing = Dots - 1 - last;
+    const double fitting = std::min(pitch, static_cast<double>(last) / (Dots - 1));
     std::array<double, Count> starts {};
     if (missing <= 0 || missing > static_cast<int>(sharing.size())) {
         for (int i = 0; i < Dots; ++i)
@@ -48,9 +47,10 @@ std::array<double, Count> places(double pitch, int room, const std::array<int, 2
 DotGrid::DotGrid(QSize cellPixels)
     : m_horizontal(cellPixels.width() * Pitch / CellWidth)
     , m_vertical(cellPixels.height() * Pitch / CellHeight)
-    , m_side(std::max(1.0, FilledShare * pitch()))
-    , m_lefts(places<DotColumns>(m_horizontal, cellPixels.width() - 1, SharingColumns))
-    , m_tops(places<DotRows>(m_vertical, cellPixels.height(), SharingRows))
+    , m_side(std::max(1.0, pitch() * 2 / 3))
+    , m_lefts(places<DotColumns>(m_horizontal,
+          cellPixels.width() - 1 - static_cast<int>(std::ceil(m_side)), SharingColumns))
+    , m_tops(places<DotRows>(m_vertical, cellPixels.height() - 1, SharingRows))
 {
 }
 

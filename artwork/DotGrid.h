@@ -11,10 +11,10 @@ namespace kestrel::artwork {
 
 // The places of the dots of a character in a cell of any number of pixels. All dots of a display
 // are equally large squares that begin at whole pixels, so that all strokes are equally wide and
-// bright. What remains of the pitch becomes gaps of nearly equal width. In cells of up to eight
-// pixels the last column stays dark, so that neighbouring characters do not touch; in larger ones
-// the gap between the dots keeps them apart. Where one or two pixels are missing, the dots that
-// matter least lie half on one pixel and half on the next; where more are, all dots share pixels.
+// bright. What remains of the pitch becomes gaps of nearly equal width. The last column of pixels
+// stays dark, so that neighbouring characters do not touch. Where one or two pixels are missing,
+// the dots that matter least lie half on one pixel and half on the next; where more are, all dots
+// share pixels.
 class DotGrid {
 public:
     // A cell of the display is 8 × 13 units. Its dots are 1.5 units apart, also from one character
