@@ -87,6 +87,17 @@ TEST(SetMerge, tells_conflicts_by_key_and_keeps_ours)
     EXPECT_EQ(titleIn(merge.set, 4), "Ours");
 }
 
+TEST(SetMerge, a_key_that_one_side_has_changed_and_the_other_one_removed_is_a_conflict)
+{
+    SetBuilder base;
+    base.title(13, "Old");
+    SetBuilder ours;
+    ours.title(13, "Ours");
+    const SetMerge merge = SetMerge::of(base.set(), ours.set(), SetBuilder().set());
+    ASSERT_THAT(placesOf(merge), ElementsAre("key 13 name"));
+    EXPECT_EQ(titleIn(merge.set, 13), "Ours");
+}
+
 TEST(SetMerge, a_key_that_one_side_has_removed_goes_and_one_that_it_has_added_comes)
 {
     SetBuilder base;
