@@ -1,6 +1,4 @@
 #include "archive/AtomicFile.h"
-#include "assign/StoredAssignments.h"
-#include "platform/StoredDefaults.h"
 #include "sets/ShortcutParser.h"
 #include "tools/kestrelctl/Commands.h"
 #include "tools/kestrelctl/SetArguments.h"
@@ -58,18 +56,15 @@ ExitCode change(UserAssignFile& set, const Request& request)
 
 ExitCode assign(const Request& request)
 {
-    const StoredDefaults defaults = openStoredDefaults();
-    if (request.file)
-        requireReadable(defaults);
-    StoredAssignments stored(*defaults.store, defaults.recoveryFile,
-        request.file ? StoredAssignments::Unusable::LeftAlone
-                     : StoredAssignments::Unusable::KeptAside);
-    stored.setupShortcutKey();
-    if (const ExitCode code = change(*stored.myUserAssignFile(), request); code != Done)
+    using Unusable = StoredAssignments::Unusable;
+    auto [defaults, stored]
+        = StoredSet::open(request.file ? Unusable::LeftAlone : Unusable::KeptAside);
+    UserAssignFile& set = *stored.myUserAssignFile();
+    if (const ExitCode code = change(set, request); code != Done)
         return code;
     if (request.file) {
-        const auto written = AtomicFile::write(
-            QString::fromStdString(*request.file), stored.myUserAssignFile()->fileImage());
+        const auto written
+            = AtomicFile::write(QString::fromStdString(*request.file), set.fileImage());
         if (written)
             return Done;
         complain("cannot write " + *request.file + ": " + written.problem.toStdString());

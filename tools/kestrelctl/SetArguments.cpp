@@ -1,12 +1,11 @@
 #include "tools/kestrelctl/SetArguments.h"
 
 #include "archive/AtomicFile.h"
-#include "assign/StoredAssignments.h"
-#include "platform/StoredDefaults.h"
 
 #include <QFileInfo>
 
 #include <cstdio>
+#include <utility>
 
 namespace kestrel::ctl {
 
@@ -40,24 +39,24 @@ std::shared_ptr<std::string> defineSource(CLI::App& options)
     return path;
 }
 
-void requireReadable(const StoredDefaults& defaults)
+StoredSet StoredSet::open(StoredAssignments::Unusable unusable)
 {
+    StoredDefaults defaults = openStoredDefaults();
     if (const std::string problem = defaults.store->problem(); !problem.empty())
         throw SetFile::Error(SetFile::Error::Kind::Unreadable,
             QString::fromStdString("cannot read " + defaults.place + ": " + problem));
+    StoredAssignments assignments(*defaults.store, defaults.recoveryFile, unusable);
+    assignments.setupShortcutKey();
+    return { std::move(defaults), std::move(assignments) };
 }
 
 SetText::Root readSet(const std::string& path)
 {
     if (!path.empty())
         return SetFile::read(QString::fromStdString(path));
-    const StoredDefaults defaults = openStoredDefaults();
-    requireReadable(defaults);
-    StoredAssignments stored(
-        *defaults.store, defaults.recoveryFile, StoredAssignments::Unusable::LeftAlone);
-    stored.setupShortcutKey();
+    const StoredSet stored = StoredSet::open();
     return SetFile::fromArchive(
-        stored.myUserAssignFile()->fileImage(), QStringLiteral("the stored set"));
+        stored.assignments.myUserAssignFile()->fileImage(), QStringLiteral("the stored set"));
 }
 
 ExitCode guarded(ExitCode failure, const std::function<ExitCode()>& command)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/Bytes.h"
+#include "assign/StoredAssignments.h"
 #include "platform/StoredDefaults.h"
 #include "sets/SetFile.h"
 #include "tools/kestrelctl/Command.h"
@@ -30,8 +31,15 @@ struct Output {
 // Adds the argument FILE; without it, the command works on the stored set.
 [[nodiscard]] std::shared_ptr<std::string> defineSource(CLI::App& options);
 
-// Throws SetFile::Error if the stored assignments cannot be read. They would look like empty ones.
-void requireReadable(const StoredDefaults& defaults);
+// The stored assignments, read from the defaults.
+struct StoredSet {
+    StoredDefaults defaults;
+    StoredAssignments assignments; // with a live set
+
+    // Throws SetFile::Error if the defaults cannot be read. They would look like empty ones.
+    static StoredSet open(
+        StoredAssignments::Unusable unusable = StoredAssignments::Unusable::LeftAlone);
+};
 
 // The set in the file, or the stored one if the path is empty. Throws SetFile::Error.
 [[nodiscard]] SetText::Root readSet(const std::string& path);

@@ -1,5 +1,3 @@
-#include "assign/StoredAssignments.h"
-#include "platform/StoredDefaults.h"
 #include "sets/ShortcutParser.h"
 #include "tools/kestrelctl/Commands.h"
 #include "tools/kestrelctl/SetArguments.h"
@@ -25,12 +23,8 @@ QString shortcutTexts(const ButtonEntry& entry)
 
 ExitCode showStored()
 {
-    const StoredDefaults defaults = openStoredDefaults();
-    requireReadable(defaults);
-    StoredAssignments stored(
-        *defaults.store, defaults.recoveryFile, StoredAssignments::Unusable::LeftAlone);
-    stored.setupShortcutKey();
-    const UserAssignFile& set = *stored.myUserAssignFile();
+    const StoredSet stored = StoredSet::open();
+    const UserAssignFile& set = *stored.assignments.myUserAssignFile();
     for (int number = 1; number <= UserAssignFile::ButtonCount; ++number) {
         const QString title = set.getShortcutTitle(number).value_or(QString());
         std::printf("%d \"%s\"%s\n", number, qUtf8Printable(title),
