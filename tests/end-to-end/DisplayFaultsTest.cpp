@@ -38,7 +38,7 @@ protected:
     void expectKeyPasses()
     {
         studio.waitUntilInFront("Pro Tools");
-        static_cast<void>(studio.arrivingKeys(*studio.workstation));
+        static_cast<void>(studio.strayKeys(*studio.workstation));
         EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down F5"));
         EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up F5"));
         EXPECT_THAT(stage::keysDown(studio.studio.displayName()), IsEmpty());
@@ -81,7 +81,7 @@ TEST_F(DisplayFaults, a_front_window_that_is_destroyed_while_a_key_is_held_leave
     const auto other = studio.startOtherApplication();
     studio.console->writeLine("release 1");
     studio.console->writeLine("press 1");
-    EXPECT_THAT(studio.arrivingKeys(*other), IsEmpty());
+    EXPECT_THAT(studio.strayKeys(*other), IsEmpty());
     studio.startWorkstation();
     EXPECT_TRUE(studio.isAnswered());
     expectKeyPasses();
@@ -110,15 +110,15 @@ TEST_F(DisplayFaults, a_window_class_of_ten_mebibytes_is_no_matter)
                 .starts_with("xxxxx");
         },
         Timeout));
-    EXPECT_THAT(studio.keysAfter("press 1"), IsEmpty());
-    EXPECT_THAT(studio.arrivingKeys(*other), IsEmpty());
+    EXPECT_THAT(studio.strayKeysAfter("press 1"), IsEmpty());
+    EXPECT_THAT(studio.strayKeys(*other), IsEmpty());
     EXPECT_TRUE(runs());
     EXPECT_TRUE(studio.isAnswered());
     setClass("Pro Tools");
     EXPECT_TRUE(stage::comesTrue(
         [&] {
             studio.console->writeLine("press 1");
-            return !studio.arrivingKeys(*other).empty();
+            return !studio.strayKeys(*other).empty();
         },
         Timeout))
         << "it still reads classes";

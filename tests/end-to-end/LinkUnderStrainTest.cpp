@@ -103,7 +103,7 @@ TEST_F(LinkUnderStrain, of_two_consoles_of_the_same_name_the_first_has_the_link)
     EXPECT_TRUE(studio.isAnswered());
     EXPECT_THAT(second.connections("ZENTA-01:midi_5"), IsEmpty());
     second.send("midi_5", { { 0xB0, 0x0F, 0x40, 0x2F, 0x40 } });
-    EXPECT_THAT(studio.arrivingKeys(*studio.workstation), IsEmpty());
+    EXPECT_THAT(studio.strayKeys(*studio.workstation), IsEmpty());
     EXPECT_THAT(studio.keysAfter("press 1"), ElementsAre("down A"));
     EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up A"));
 }

@@ -116,11 +116,11 @@ TEST_F(MIDITrouble, a_port_that_comes_and_goes_all_the_time_disturbs_neither_lin
         std::this_thread::sleep_for(50ms);
         ASSERT_EQ(listeners(), 1u);
     }
-    EXPECT_THAT(studio.arrivingKeys(*studio.workstation), IsEmpty());
+    EXPECT_THAT(studio.strayKeys(*studio.workstation), IsEmpty());
     int answers = 0;
     while (studio.console->waitForLineWith("answer 90 00 7F", 0ms))
         ++answers;
-    EXPECT_GE(answers, 4) << "the console sends five heartbeats";
+    EXPECT_GE(answers, 3) << "the console sends five heartbeats, later ones if it is busy";
     EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up A"));
 }
 
@@ -133,8 +133,8 @@ TEST_F(MIDITrouble, two_hundred_clients_that_come_and_go_disturb_neither_link_no
         passing.addPairs(1);
         std::this_thread::sleep_for(10ms);
     }
-    EXPECT_TRUE(studio.isAnswered(3000ms));
-    EXPECT_THAT(studio.arrivingKeys(*studio.workstation), IsEmpty());
+    EXPECT_TRUE(studio.isAnswered());
+    EXPECT_THAT(studio.strayKeys(*studio.workstation), IsEmpty());
     EXPECT_THAT(studio.keysAfter("release 1"), ElementsAre("up A"));
 }
 
@@ -238,7 +238,7 @@ TEST_F(LateProgram, lets_go_of_a_key_whose_release_it_has_missed)
         std::this_thread::sleep_for(30ms);
         studio.kestrel->resume();
         EXPECT_TRUE(studio.allKeysComeUp()) << "round " << i;
-        static_cast<void>(studio.arrivingKeys(*studio.workstation));
+        static_cast<void>(studio.strayKeys(*studio.workstation));
     }
 }
 

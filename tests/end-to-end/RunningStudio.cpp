@@ -100,6 +100,22 @@ RunningStudio::Keys RunningStudio::keysAfter(const std::string& consoleCommand)
 
 RunningStudio::Keys RunningStudio::arrivingKeys(stage::ChildProcess& window) const
 {
+    const auto first = window.waitForLine(stage::isKeyLine, KeyTimeout);
+    if (!first)
+        return {};
+    Keys keys = strayKeys(window);
+    keys.insert(keys.begin(), stage::briefKeyLine(*first));
+    return keys;
+}
+
+RunningStudio::Keys RunningStudio::strayKeysAfter(const std::string& consoleCommand)
+{
+    console->writeLine(consoleCommand);
+    return strayKeys(*workstation);
+}
+
+RunningStudio::Keys RunningStudio::strayKeys(stage::ChildProcess& window) const
+{
     Keys keys;
     for (const auto& line : window.linesUntilQuiet(Quiet)) {
         if (stage::isKeyLine(line))
@@ -110,7 +126,7 @@ RunningStudio::Keys RunningStudio::arrivingKeys(stage::ChildProcess& window) con
 
 bool RunningStudio::allKeysComeUp() const
 {
-    for (int look = 0; look < 200; ++look) {
+    for (int look = 0; look < 1000; ++look) {
         if (stage::keysDown(studio.displayName()).empty())
             return true;
         std::this_thread::sleep_for(stage::milliseconds(10));

@@ -17,7 +17,8 @@ public:
     // The program checks the link every five seconds, and the first check only starts the clock.
     static constexpr stage::milliseconds LinkTimeout { 25000 };
     static constexpr stage::milliseconds StartTimeout { 20000 };
-    // Far longer than a key takes from the console to the workstation on a busy machine.
+    static constexpr stage::milliseconds KeyTimeout { 10000 };
+    // Far longer than a key takes from the console to the workstation.
     static constexpr stage::milliseconds Quiet { 500 };
 
     RunningStudio();
@@ -35,11 +36,14 @@ public:
 
     // True when the console gets an answer to a heartbeat that it sends from now on.
     [[nodiscard]] bool isAnswered(stage::milliseconds timeout = LinkTimeout);
-    // Gives the console a command. Returns the keys that reach the workstation until no more
-    // arrive.
+    // Gives the console a command that types. Waits for the first key that reaches the workstation
+    // and returns it with those that follow until no more arrive.
     [[nodiscard]] Keys keysAfter(const std::string& consoleCommand);
     [[nodiscard]] Keys arrivingKeys(stage::ChildProcess& window) const;
-    // True as soon as no key of the display is down. False if one is still down after two seconds.
+    // The same where no keys are expected.
+    [[nodiscard]] Keys strayKeysAfter(const std::string& consoleCommand);
+    [[nodiscard]] Keys strayKeys(stage::ChildProcess& window) const;
+    // True as soon as no key of the display is down. False if one is still down after ten seconds.
     [[nodiscard]] bool allKeysComeUp() const;
     // Sends SIGTERM and returns the exit code. No value if the program does not end in ten seconds.
     [[nodiscard]] std::optional<int> terminateKestrel();

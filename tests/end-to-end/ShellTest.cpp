@@ -117,13 +117,13 @@ TEST_F(Shell, the_status_item_shows_whether_the_console_is_alive)
     studio->startConsole();
     EXPECT_TRUE(becomesTrue([this] { return face() == Face::Online; }, RunningStudio::LinkTimeout));
     studio->console->writeLine("heartbeat off");
-    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(11000)));
+    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(20000)));
     studio->console->writeLine("heartbeat on");
-    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Online; }, milliseconds(2000)));
+    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Online; }, milliseconds(4000)));
     // The next heartbeat would show it online again, perhaps before the test has looked.
     studio->console->writeLine("heartbeat off");
     studio->workstation.reset();
-    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(11000)));
+    EXPECT_TRUE(becomesTrue([this] { return face() == Face::Offline; }, milliseconds(20000)));
 }
 
 TEST_F(Shell, a_tray_that_comes_later_gets_the_item)
@@ -192,7 +192,7 @@ TEST_F(Shell, a_file_opened_while_a_key_is_held_leaves_no_key_down)
     ASSERT_TRUE(studio->isAnswered());
     EXPECT_THAT(studio->keysAfter("press 1"), ElementsAre("down A"));
     EXPECT_EQ(studio->studio.start("kestrel", { writeSet("first.ZKCF") })->wait(DialogTimeout), 0);
-    EXPECT_THAT(studio->keysAfter("release 1"), AnyOf(IsEmpty(), ElementsAre("up A")));
+    EXPECT_THAT(studio->strayKeysAfter("release 1"), AnyOf(IsEmpty(), ElementsAre("up A")));
     EXPECT_TRUE(studio->allKeysComeUp());
 }
 
