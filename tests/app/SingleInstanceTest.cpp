@@ -135,11 +135,11 @@ TEST(SingleInstance, a_closed_one_keeps_the_place_and_ends_its_connections)
     InstanceFolder bench;
     QLocalSocket waiting;
     waiting.connectToServer(bench.socket());
-    ASSERT_TRUE(waiting.waitForConnected(1000));
+    ASSERT_TRUE(waiting.waitForConnected(10000));
     for (int i = 0; i < 10; ++i)
         QCoreApplication::processEvents();
     bench.first.close();
-    EXPECT_TRUE(waiting.waitForDisconnected(1000));
+    EXPECT_TRUE(waiting.waitForDisconnected(10000));
     EXPECT_FALSE(QFileInfo::exists(bench.socket()));
     EXPECT_EQ(SingleInstance(bench.path).claim(), Claim::Taken);
 }
@@ -162,7 +162,7 @@ TEST(InstanceServer, more_than_enough_connections_drop_the_oldest)
     for (int i = 0; i < InstanceServer::MaxConnections + 1; ++i) {
         sockets.push_back(std::make_unique<QLocalSocket>());
         sockets.back()->connectToServer(bench.socket());
-        ASSERT_TRUE(sockets.back()->waitForConnected(1000));
+        ASSERT_TRUE(sockets.back()->waitForConnected(10000));
         QCoreApplication::processEvents();
     }
     for (int i = 0; i < 50; ++i)
@@ -177,7 +177,7 @@ TEST(SingleInstance, noise_on_the_socket_starts_nothing)
     const InstanceFolder bench;
     QLocalSocket noise;
     noise.connectToServer(bench.path + QStringLiteral("/kestrel.socket"));
-    ASSERT_TRUE(noise.waitForConnected(1000));
+    ASSERT_TRUE(noise.waitForConnected(10000));
     noise.write(QByteArray(3, '\xFF'));
     noise.flush();
     for (int i = 0; i < 10; ++i)

@@ -17,7 +17,6 @@ namespace kestrel {
 namespace {
 using Clock = std::chrono::steady_clock;
 constexpr auto ReconnectInterval = std::chrono::seconds(1);
-constexpr auto Patience = std::chrono::milliseconds(500); // longest wait for an answer
 
 const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
 {
@@ -50,8 +49,9 @@ void surviveBrokenPipes()
 }
 } // namespace
 
-X11Connection::X11Connection(MainLoop& mainLoop)
+X11Connection::X11Connection(MainLoop& mainLoop, std::chrono::milliseconds patience)
     : m_mainLoop(mainLoop)
+    , m_patience(patience)
     , m_lastAttempt(Clock::now() - ReconnectInterval)
 {
     surviveBrokenPipes();
@@ -100,7 +100,7 @@ bool X11Connection::keepsUp()
 
 bool X11Connection::open()
 {
-    auto connected = m_connector.connect(Patience);
+    auto connected = m_connector.connect(m_patience);
     if (!connected || xcb_connection_has_error(connected->xcb.get()) != 0)
         return false;
     m_screen = screenOf(connected->xcb.get(), connected->screenNumber);
@@ -242,7 +242,7 @@ void* X11Connection::waitForReply(unsigned sequence)
     ++m_roundTrips;
     xcb_flush(m_xcb);
     void* reply = nullptr;
-    const auto deadline = Clock::now() + Patience;
+    const auto deadline = Clock::now() + m_patience;
     while (!takeReply(sequence, reply)) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
         pollfd readable { xcb_get_file_descriptor(m_xcb), POLLIN, 0 };
@@ -278,7 +278,7 @@ bool X11Connection::catchesUp()
     if (written - m_readByServer <= HarmlessBytes)
         return true;
     const int descriptor = xcb_get_file_descriptor(m_xcb);
-    const auto deadline = Clock::now() + Patience;
+    const auto deadline = Clock::now() + m_patience;
     int unread = unreadBytes(descriptor);
     for (; unread > MaxBacklogBytes; unread = unreadBytes(descriptor)) {
         if (Clock::now() >= deadline)

@@ -38,7 +38,10 @@ public:
         ~Listener() = default;
     };
 
-    explicit X11Connection(MainLoop& mainLoop);
+    static constexpr std::chrono::milliseconds Patience { 500 };
+
+    // `patience` is the longest wait for an answer of the server.
+    explicit X11Connection(MainLoop& mainLoop, std::chrono::milliseconds patience = Patience);
     ~X11Connection();
     X11Connection(const X11Connection&) = delete;
     X11Connection& operator=(const X11Connection&) = delete;
@@ -47,7 +50,8 @@ public:
     void remove(Listener& listener);
 
     // True when there is a connection and the server keeps up with our requests. Without a
-    // connection, tries to make one, at most once a second, and waits for it half a second at most.
+    // connection, tries to make one, at most once a second, and waits for it as long as the
+    // patience.
     bool ensureOpen();
     // Like ensureOpen(), but makes no connection and hands out no events.
     [[nodiscard]] bool keepsUp();
@@ -69,8 +73,8 @@ public:
     [[nodiscard]] bool isUsable() const { return isOpen() && !m_stallProbe; }
     [[nodiscard]] const std::string& displayName() const { return m_displayName; }
 
-    // Waits for the reply, half a second at most. Null after an error, a timeout or a lost
-    // connection. Every wait for a reply goes through this function.
+    // Waits for the reply, as long as the patience at most. Null after an error, a timeout or a
+    // lost connection. Every wait for a reply goes through this function.
     template <typename T> [[nodiscard]] XReply<T> reply(unsigned sequence)
     {
         return { static_cast<T*>(waitForReply(sequence)), &std::free };
@@ -93,6 +97,7 @@ private:
     void tellOpened();
 
     MainLoop& m_mainLoop;
+    const std::chrono::milliseconds m_patience;
     X11Connector m_connector;
     std::vector<Listener*> m_listeners;
     xcb_connection_t* m_xcb = nullptr;

@@ -7,8 +7,9 @@ namespace kestrel {
 
 // The objects that all X11 adapters share, so that events are read once for all of them.
 struct X11Session {
-    explicit X11Session(MainLoop& mainLoop)
-        : connection(mainLoop)
+    explicit X11Session(
+        MainLoop& mainLoop, std::chrono::milliseconds patience = X11Connection::Patience)
+        : connection(mainLoop, patience)
         , front(connection)
     {
     }

@@ -101,14 +101,13 @@ TEST_F(ZentaConsole, beats_every_second_and_is_content_with_an_answer)
 {
     ChildProcess console = start();
     waitUntilReady(console);
+    const auto start = PollMainLoop::Clock::now();
     const Link link = connect();
-    console.writeLine("expect answer 5000");
+    console.writeLine("expect answer 20000");
     console.writeLine("quit");
-    ASSERT_TRUE(waitForPackets(1));
-    EXPECT_EQ(packets.front(), (Bytes { 0x90, 0x00, 0x00 }));
-    const auto first = PollMainLoop::Clock::now();
-    ASSERT_TRUE(waitForPackets(2));
-    EXPECT_GT(PollMainLoop::Clock::now() - first, 700ms);
+    ASSERT_TRUE(waitForPackets(4));
+    EXPECT_EQ(packets, Packets(4, Bytes { 0x90, 0x00, 0x00 }));
+    EXPECT_GT(PollMainLoop::Clock::now() - start, 2700ms);
     ASSERT_TRUE(send(link, { 0x90, 0x00, 0x7F }));
     EXPECT_TRUE(console.waitForLineWith("answer 90 00 7F at ", Soon));
     EXPECT_EQ(console.wait(Soon), 0);
@@ -130,7 +129,7 @@ TEST_F(ZentaConsole, another_packet_than_the_answer_does_not_meet_the_expectatio
     ChildProcess console = start();
     waitUntilReady(console);
     const Link link = connect();
-    console.writeLine("expect answer 1000");
+    console.writeLine("expect answer 4000");
     ASSERT_TRUE(send(link, { 0x90, 0x00, 0x7E }));
     EXPECT_TRUE(console.waitForLineWith("answer 90 00 7E at ", Soon));
     EXPECT_EQ(console.wait(Soon), 1);
@@ -198,7 +197,7 @@ TEST_F(ZentaConsole, sends_a_recording_at_its_times)
     waitUntilReady(console);
     connect();
     ASSERT_TRUE(waitForPackets(60));
-    EXPECT_LE(medianDistance(arrivals, 30ms), 2ms);
+    EXPECT_LE(medianDistance(arrivals, 30ms), 10ms);
 }
 
 TEST_F(ZentaConsole, plays_faster_on_demand)
@@ -208,19 +207,20 @@ TEST_F(ZentaConsole, plays_faster_on_demand)
     waitUntilReady(console);
     connect();
     ASSERT_TRUE(waitForPackets(60));
-    EXPECT_LE(medianDistance(arrivals, 15ms), 2ms);
+    EXPECT_LE(medianDistance(arrivals, 15ms), 10ms);
 }
 
 TEST_F(ZentaConsole, begins_again_when_told_to_loop)
 {
-    const ScriptFile script("heartbeat off\nexpect listener 20000\nsend 01\nat 0.05 send 02\n");
+    const ScriptFile script("heartbeat off\nexpect listener 20000\nsend 01\nat 0.3 send 02\n");
     ChildProcess console = start("--loop " + script.quoted());
     waitUntilReady(console);
+    const auto start = PollMainLoop::Clock::now();
     connect();
     ASSERT_TRUE(waitForPackets(6));
+    EXPECT_GE(PollMainLoop::Clock::now() - start, 900ms);
     packets.resize(6);
     EXPECT_EQ(packets, (Packets { { 1 }, { 2 }, { 1 }, { 2 }, { 1 }, { 2 } }));
-    EXPECT_GE(arrivals[4] - arrivals[0], 90ms);
 }
 
 TEST_F(ZentaConsole, without_a_listener_the_expectation_fails)

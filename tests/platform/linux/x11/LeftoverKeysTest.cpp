@@ -124,12 +124,15 @@ TEST_F(LeftoverKeys, a_run_that_ends_in_order_leaves_none_in_the_journal)
 
 TEST_F(LeftoverKeys, of_a_run_that_ended_while_the_server_stood_still_are_let_go_of_by_the_next)
 {
+    stop();
+    start(X11Connection::Patience);
+    bringToFront(*workstation);
     EXPECT_EQ(press(KeyA), KeyEvents::Result::Posted);
     EXPECT_EQ(received(), "A down");
     server->stop();
     const auto before = std::chrono::steady_clock::now();
     stop();
-    EXPECT_LT(std::chrono::steady_clock::now() - before, milliseconds(1500));
+    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
     EXPECT_TRUE(journal().keys().test(38)) << "the server has not let go of it";
     server->resume();
     start();

@@ -12,6 +12,10 @@ namespace kestrel::test {
 namespace {
 using Result = KeyEvents::Result;
 
+// Longer than one wait for an answer, even on a busy machine, and shorter than a wait for each
+// question.
+constexpr auto Bounded = std::chrono::seconds(10);
+
 class LostConnection : public X11Bench {
 protected:
     // Kills the connection, as a window manager may when the user closes a frozen program.
@@ -26,6 +30,13 @@ protected:
         user->synchronise();
         pollfd end { xcb_get_file_descriptor(xcb), POLLRDHUP, 0 };
         ASSERT_EQ(::poll(&end, 1, 10000), 1);
+    }
+    // Starts the adapters with the patience that they have in the program.
+    void startImpatiently()
+    {
+        stop();
+        start(X11Connection::Patience);
+        bringToFront(*workstation);
     }
     void closeEverythingElse()
     {
@@ -216,6 +227,7 @@ TEST(Connection, that_breaks_during_a_write_does_not_end_the_program)
 
 TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_question)
 {
+    startImpatiently();
     EXPECT_EQ(press(KeyA), Result::Posted);
     settle();
     server->stop();
@@ -225,16 +237,17 @@ TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_question)
         EXPECT_EQ(release(KeyA), Result::Unavailable);
         EXPECT_EQ(visited(), "");
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
+    EXPECT_LT(std::chrono::steady_clock::now() - before, Bounded);
     server->resume();
     EXPECT_TRUE(loop.runUntil([this] { return user->keysDown().none(); }));
-    EXPECT_EQ(visited(), "Pro Tools");
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
     EXPECT_EQ(press(KeyA), Result::Posted);
     EXPECT_EQ(received(), "A down; A up; A down");
 }
 
 TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_press)
 {
+    startImpatiently();
     EXPECT_EQ(press(KeyA), Result::Posted);
     settle();
     server->stop();
@@ -242,16 +255,17 @@ TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_press)
     int refused = 0;
     for (int count = 0; count < 10000; ++count)
         refused += press(KeyS, Modifier::Command) == Result::Unavailable ? 1 : 0;
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
+    EXPECT_LT(std::chrono::steady_clock::now() - before, Bounded);
     EXPECT_GT(refused, 9000);
     EXPECT_EQ(release(KeyA), Result::Unavailable);
     server->resume();
     EXPECT_TRUE(loop.runUntil([this] { return user->keysDown().none(); }));
-    EXPECT_EQ(visited(), "Pro Tools");
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
 }
 
 TEST_F(LostConnection, who_joins_while_the_server_stands_still_is_told_when_it_goes_on)
 {
+    startImpatiently();
     struct Joining final : X11Connection::Listener {
         void connectionOpened() override { ++opened; }
         void connectionLost() override { }
@@ -275,7 +289,7 @@ TEST_F(LostConnection, a_server_that_stands_still_holds_up_no_attempt_to_connect
     const auto before = std::chrono::steady_clock::now();
     EXPECT_FALSE(connection.ensureOpen());
     EXPECT_FALSE(connection.ensureOpen());
-    EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1500));
+    EXPECT_LT(std::chrono::steady_clock::now() - before, Bounded);
     server->resume();
     EXPECT_TRUE(loop.runUntil([&connection] { return connection.ensureOpen(); }));
 }

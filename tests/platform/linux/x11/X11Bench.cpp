@@ -28,9 +28,9 @@ X11Bench::~X11Bench()
     stop();
 }
 
-void X11Bench::start()
+void X11Bench::start(std::chrono::milliseconds patience)
 {
-    session = std::make_shared<X11Session>(loop);
+    session = std::make_shared<X11Session>(loop, patience);
     keyEvents = std::make_unique<XTestKeyEvents>(session);
     workspace = std::make_unique<X11Workspace>(session);
     session->connection.ensureOpen();

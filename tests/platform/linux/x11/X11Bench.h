@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <optional>
 
 namespace kestrel::test {
@@ -29,7 +30,9 @@ protected:
     explicit X11Bench(bool windowManager = true);
     ~X11Bench() override;
 
-    void start(); // the adapters
+    // Starts the adapters, with so much patience that only the tests of a server that stands still
+    // depend on the speed of the machine.
+    void start(std::chrono::milliseconds patience = std::chrono::seconds(20));
     void stop();
     void bringToFront(KeyReceiver& receiver);
     void settleWindowManager();
