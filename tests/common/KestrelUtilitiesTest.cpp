@@ -83,6 +83,7 @@ TEST(InterfaceImage, a_double_density_picture_of_another_size_is_not_used)
 TEST(InterfaceImage, a_named_picture_is_unpacked_once_for_all_its_copies)
 {
     const auto picture = InterfaceImage::named("kestrel_online_16x16");
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is tested
     const InterfaceImage copy = picture;
     EXPECT_EQ(copy.size(), picture.single().size());
     EXPECT_EQ(copy.single().cacheKey(), picture.single().cacheKey());
@@ -105,6 +106,7 @@ TEST(InterfaceImage, sizes_are_those_of_the_single_density)
 TEST(InterfaceImage, a_picture_whose_pixels_cannot_be_read_is_null_once_they_are_asked_for)
 {
     const auto picture = InterfaceImage::named("unreadable");
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is tested
     const InterfaceImage copy = picture;
     EXPECT_FALSE(picture.isOpaque());
     EXPECT_TRUE(picture.single().isNull());

@@ -17,6 +17,7 @@ struct PortListing {
     std::string name; // "client:port"
     PortDirection direction = PortDirection::Output;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 misreads a defaulted comparison
     auto operator<=>(const PortListing&) const = default;
 };
 
