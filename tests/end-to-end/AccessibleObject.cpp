@@ -157,7 +157,7 @@ std::string AccessibleObject::role() const
     return call(Accessible, "GetRoleName").value(0).toString().toStdString();
 }
 
-bool AccessibleObject::hasState(unsigned state) const
+bool AccessibleObject::hasState(State state) const
 {
     const auto words = unpacked<QList<unsigned>>(call(Accessible, "GetState").value(0));
     return (words.value(state / StatesPerWord) >> (state % StatesPerWord)) & 1U;
@@ -180,8 +180,9 @@ bool AccessibleObject::grabFocus() const
 
 std::vector<std::string> AccessibleObject::actions() const
 {
-    std::vector<std::string> names;
     const int count = property(Action, "NActions").toInt();
+    std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         names.push_back(call(Action, "GetName", { i }).value(0).toString().toStdString());
     return names;

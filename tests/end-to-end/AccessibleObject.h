@@ -24,6 +24,9 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, AccessibleAddress
 // the program does not answer.
 class AccessibleObject {
 public:
+    // With the numbers of AtspiStateType.
+    enum State : unsigned { Checked = 4, Editable = 7, Enabled = 8, Focused = 12, Showing = 25 };
+
     AccessibleObject(QDBusConnection bus, AccessibleAddress address);
 
     // The accessibility bus of this session bus, switched on for all programs.
@@ -44,7 +47,7 @@ public:
     [[nodiscard]] std::string name() const;
     [[nodiscard]] std::string description() const;
     [[nodiscard]] std::string role() const; // the name of the role
-    [[nodiscard]] bool hasState(unsigned state) const; // a number of AtspiStateType
+    [[nodiscard]] bool hasState(State state) const;
     [[nodiscard]] std::string wholeText() const;
     [[nodiscard]] double value() const;
     bool grabFocus() const;

@@ -24,7 +24,7 @@ protected:
     // with the release of key 2.
     [[nodiscard]] std::string flood(int packets) const
     {
-        const std::string path = (studio.studio.home() / "flood").string();
+        std::string path = (studio.studio.home() / "flood").string();
         std::ofstream script(path);
         script << "expect listener 20000\nexpect answer 20000\n";
         for (int i = 0; i < packets; ++i) {

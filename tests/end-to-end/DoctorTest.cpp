@@ -141,7 +141,7 @@ TEST_F(Doctor, finds_a_folder_that_the_start_cannot_use)
     studio.startConsole();
     ASSERT_TRUE(studio.console->waitForLineWith("ready", Timeout));
     const fs::path folder = studio.studio.home() / "runtime" / "kestrel";
-    std::ofstream { folder };
+    std::ofstream(folder).close();
     expectWrong({ "WRONG  kestrel     " + folder.string()
             + "/kestrel.socket: Not a directory. If kestrel and kestrelctl are of different "
               "versions, start Kestrel anew.",

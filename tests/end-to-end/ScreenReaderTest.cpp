@@ -18,12 +18,6 @@ namespace {
 
 using testing::Contains;
 
-// The numbers of AtspiStateType.
-constexpr unsigned Checked = 4;
-constexpr unsigned Editable = 7;
-constexpr unsigned Focused = 12;
-constexpr unsigned Showing = 25;
-
 bool comesTrue(const std::function<bool()>& condition)
 {
     for (int look = 0; look < 2000; ++look) {
@@ -74,7 +68,7 @@ TEST_F(ScreenReader, reads_the_panel_and_works_the_setup_window)
     EXPECT_EQ(knob.value(), 7);
     const AccessibleObject bypass = panel.child("BYPASS").value();
     EXPECT_TRUE(comesTrue([&] { return bypass.description() == "lit"; }));
-    EXPECT_TRUE(bypass.hasState(Checked));
+    EXPECT_TRUE(bypass.hasState(AccessibleObject::Checked));
     EXPECT_EQ(bypass.value(), 1);
     EXPECT_EQ(panel.child("COMPARE")->description(), "unlit");
 
@@ -91,15 +85,15 @@ TEST_F(ScreenReader, reads_the_panel_and_works_the_setup_window)
 
     const AccessibleObject second = window.child("Shortcut 2").value();
     EXPECT_EQ(second.role(), "text");
-    EXPECT_TRUE(second.hasState(Editable));
+    EXPECT_TRUE(second.hasState(AccessibleObject::Editable));
     EXPECT_EQ(second.wholeText(), "A");
     EXPECT_TRUE(second.grabFocus());
-    EXPECT_TRUE(comesTrue([&] { return second.hasState(Focused); }));
+    EXPECT_TRUE(comesTrue([&] { return second.hasState(AccessibleObject::Focused); }));
     const AccessibleObject alert = second.children().at(0);
     EXPECT_EQ(alert.role(), "alert message");
-    EXPECT_FALSE(alert.hasState(Showing));
+    EXPECT_FALSE(alert.hasState(AccessibleObject::Showing));
     setup.person.press("F5"); // the first field holds a function key already
-    EXPECT_TRUE(comesTrue([&] { return alert.hasState(Showing); }));
+    EXPECT_TRUE(comesTrue([&] { return alert.hasState(AccessibleObject::Showing); }));
     EXPECT_EQ(alert.name(), "Not Available");
 
     struct Key {
@@ -111,10 +105,11 @@ TEST_F(ScreenReader, reads_the_panel_and_works_the_setup_window)
         EXPECT_TRUE(second.grabFocus());
         setup.person.press(key.name);
         EXPECT_TRUE(comesTrue([&] { return second.wholeText() == key.shown; })) << key.name;
-        EXPECT_TRUE(second.hasState(Focused)) << "the field takes the key itself";
+        EXPECT_TRUE(second.hasState(AccessibleObject::Focused)) << "the field takes the key itself";
         const AccessibleObject cancel = window.child("Cancel").value();
         EXPECT_TRUE(cancel.grabFocus());
-        EXPECT_TRUE(comesTrue([&] { return cancel.hasState(Focused); })) << key.name;
+        EXPECT_TRUE(comesTrue([&] { return cancel.hasState(AccessibleObject::Focused); }))
+            << key.name;
     }
 
     const AccessibleObject key = window.child("User-assignable button 1, Record").value();

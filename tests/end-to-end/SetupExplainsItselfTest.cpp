@@ -16,9 +16,6 @@ using stage::Colour;
 using stage::SetupPlaces::Place;
 using testing::HasSubstr;
 
-// The numbers of AtspiStateType.
-constexpr unsigned Enabled = 8;
-constexpr unsigned Focused = 12;
 constexpr stage::milliseconds Timeout { 10000 };
 
 // The colours of lamps, of the marks, and of engraved words.
@@ -79,7 +76,7 @@ protected:
     }
     [[nodiscard]] static bool getsFocus(const AccessibleObject& object)
     {
-        return comesTrue([&] { return object.hasState(Focused); });
+        return comesTrue([&] { return object.hasState(AccessibleObject::Focused); });
     }
     // What the first field holds, once that is the text or the time has run out.
     [[nodiscard]] std::string held(const std::string& text) const
@@ -131,7 +128,7 @@ TEST_F(SetupExplainsItself, shift_tapped_twice_goes_on_from_a_capture_field_and_
     setup.person.press("Shift_L");
     setup.person.pressTwice("shift+b");
     ASSERT_EQ(held("⇪+B"), "⇪+B");
-    EXPECT_TRUE(first.hasState(Focused)) << "Shift was tapped once, or not alone";
+    EXPECT_TRUE(first.hasState(AccessibleObject::Focused)) << "Shift was tapped once, or not alone";
 
     setup.person.pressTwice("Shift_L");
     EXPECT_TRUE(getsFocus(find("Clear shortcut 1")));
@@ -225,18 +222,18 @@ TEST_F(SetupExplainsItself, assign_glows_while_something_waits_for_it)
     const Area rim { 535, 306, 5, 26 }; // left of the button
     const AccessibleObject assign = find("Assign");
     ASSERT_TRUE(getsFocus(find("Shortcut 1")));
-    EXPECT_FALSE(assign.hasState(Enabled));
+    EXPECT_FALSE(assign.hasState(AccessibleObject::Enabled));
     EXPECT_EQ(count(rim, isGlow), 0);
     setup.person.press("F5");
     EXPECT_TRUE(comesTrue([&] { return count(rim, isGlow) > 30; }));
-    EXPECT_TRUE(assign.hasState(Enabled));
+    EXPECT_TRUE(assign.hasState(AccessibleObject::Enabled));
     setup.select(3); // nothing was typed for this one
     EXPECT_TRUE(comesTrue([&] { return count(rim, isGlow) == 0; }));
     setup.person.press("F5");
     EXPECT_TRUE(comesTrue([&] { return count(rim, isGlow) > 30; }));
     setup.assign();
     EXPECT_TRUE(comesTrue([&] { return count(rim, isGlow) == 0; }));
-    EXPECT_FALSE(assign.hasState(Enabled));
+    EXPECT_FALSE(assign.hasState(AccessibleObject::Enabled));
 }
 
 // "Alt" and "Super" as they are engraved on the keys of this keyboard.

@@ -66,7 +66,7 @@ TEST_F(SocketAttack, anything_in_the_place_of_the_socket_is_replaced)
 TEST_F(SocketAttack, a_lock_left_behind_by_a_kill_is_no_running_program)
 {
     fs::create_directory(folder);
-    std::ofstream { folder + "/kestrel.lock" };
+    std::ofstream(folder + "/kestrel.lock").close();
     const auto first = startFirst();
     expectSecondStartArrives(*first);
 }
@@ -79,7 +79,7 @@ TEST_F(SocketAttack, the_real_reason_is_said_when_nobody_can_know_who_runs)
         ASSERT_TRUE(line);
         EXPECT_EQ(*line, "kestrel: " + reason);
     };
-    std::ofstream { folder };
+    std::ofstream(folder).close();
     expectReason(folder + ": Not a directory");
     fs::remove(folder);
     fs::create_symlink(settings.home(), folder);

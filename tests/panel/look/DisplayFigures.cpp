@@ -197,7 +197,7 @@ void showEditing(PlugInPanelView& view)
     for (std::size_t zone = 0; zone < texts.size(); ++zone)
         show(view, static_cast<std::uint8_t>(zone), texts[zone]);
     const std::array<std::uint8_t, 4> rings { 0x24, 0x46, 0x02, 0x18 };
-    for (std::uint8_t i = 0; i < rings.size(); ++i)
+    for (std::size_t i = 0; i < rings.size(); ++i)
         view.updateDSParea(Bytes { 0xB0, static_cast<std::uint8_t>(0x18 + i), rings[i] }, false);
     for (const int litLamp : { 0x41, 0x42, 0x46 })
         view.updateDSParea(Bytes { 0xB0, 0x2C, static_cast<std::uint8_t>(litLamp) }, false);

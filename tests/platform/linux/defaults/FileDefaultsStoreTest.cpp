@@ -39,7 +39,7 @@ protected:
         char* xml = nullptr;
         std::uint32_t size = 0;
         plist_to_xml(list.root(), &xml, &size);
-        const std::string text(xml, size);
+        std::string text(xml, size);
         plist_to_xml_free(xml);
         return text;
     }
