@@ -17,13 +17,13 @@ namespace {
 
 using Kind = InstanceMessage::Kind;
 
-constexpr int Patience = 10000; // ms
+constexpr int PatienceMs = 10000;
 
 bool comesTrue(const std::function<bool()>& condition)
 {
     QElapsedTimer passed;
     passed.start();
-    while (!condition() && !passed.hasExpired(Patience))
+    while (!condition() && !passed.hasExpired(PatienceMs))
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
     return condition();
 }
@@ -59,7 +59,7 @@ protected:
     {
         auto socket = std::make_unique<QLocalSocket>();
         socket->connectToServer(path);
-        EXPECT_TRUE(socket->waitForConnected(Patience));
+        EXPECT_TRUE(socket->waitForConnected(PatienceMs));
         socket->write(InstanceMessage { kind, {} }.encoded());
         return socket;
     }
@@ -127,7 +127,7 @@ TEST_F(Followers, stay_when_other_connections_are_too_many)
     for (int i = 0; i < 2 * InstanceServer::MaxConnections; ++i) {
         silent.push_back(std::make_unique<QLocalSocket>());
         silent.back()->connectToServer(path);
-        ASSERT_TRUE(silent.back()->waitForConnected(Patience));
+        ASSERT_TRUE(silent.back()->waitForConnected(PatienceMs));
         QCoreApplication::processEvents();
     }
     EXPECT_TRUE(comesTrue([&] { return silent[0]->state() == QLocalSocket::UnconnectedState; }));

@@ -41,7 +41,7 @@ private:
     rlimit m_previous {};
 };
 
-constexpr int LongAgo = 120; // seconds
+constexpr int LongAgoSeconds = 120;
 
 class AtomicFileTest : public testing::Test {
 protected:
@@ -62,8 +62,8 @@ protected:
     {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        ASSERT_TRUE(file.setFileTime(
-            QDateTime::currentDateTime().addSecs(-LongAgo), QFileDevice::FileModificationTime));
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addSecs(-LongAgoSeconds),
+            QFileDevice::FileModificationTime));
     }
 
     QTemporaryDir m_folder;

@@ -5,14 +5,14 @@
 namespace kestrel {
 
 namespace {
-constexpr int MimeQueryTimeout = 3000; // ms
+constexpr int MimeQueryTimeoutMs = 3000;
 } // namespace
 
 std::optional<std::string> openerOfSets()
 {
     QProcess query;
     query.start("xdg-mime", { "query", "default", "application/x-zenta-kestrel-assignments" });
-    if (!query.waitForFinished(MimeQueryTimeout))
+    if (!query.waitForFinished(MimeQueryTimeoutMs))
         return {};
     const QString entry = QString::fromUtf8(query.readAllStandardOutput()).trimmed();
     return entry.isEmpty() ? std::nullopt : std::optional(entry.toStdString());

@@ -8,7 +8,7 @@
 namespace kestrel {
 
 namespace {
-constexpr int TrayQueryTimeout = 3000; // ms
+constexpr int TrayQueryTimeoutMs = 3000;
 
 // The number at the end of a name such as ":1.0"; Qt looks for the tray of this screen.
 std::string screenOf(const std::string& display)
@@ -40,7 +40,7 @@ std::optional<bool> hasNotifierHost()
             "--dest=org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
             "org.freedesktop.DBus.Properties.Get", "string:org.kde.StatusNotifierWatcher",
             "string:IsStatusNotifierHostRegistered" });
-    if (!query.waitForFinished(TrayQueryTimeout) || query.exitStatus() != QProcess::NormalExit)
+    if (!query.waitForFinished(TrayQueryTimeoutMs) || query.exitStatus() != QProcess::NormalExit)
         return {};
     return query.readAllStandardOutput().contains("boolean true");
 }
