@@ -12,8 +12,8 @@ namespace kestrel::artwork {
 
 namespace {
 
-constexpr int FrameSize = 67;
-constexpr int FrameCount = 128;
+constexpr int KnobFrameSize = 67;
+constexpr int KnobFrameCount = 128;
 constexpr int RingLamps = 11;
 constexpr int MiddleLamp = 6;
 constexpr double DegreesBetweenLamps = 27.0;
@@ -25,13 +25,15 @@ constexpr double HaloRadius = 4.7; // the outermost light of the ring ends at th
 constexpr double SkirtRadius = 20.5;
 constexpr double CapRadius = 16.0;
 
-struct LampPaint {
+struct KnobLampPaint {
     QColor core;
     QColor edge;
     QColor lens; // when unlit
 };
-constexpr LampPaint RingPaint { QColor(255, 236, 184), QColor(255, 164, 44), QColor(112, 82, 50) };
-constexpr LampPaint LowerPaint { QColor(255, 196, 176), QColor(255, 66, 50), QColor(112, 50, 44) };
+constexpr KnobLampPaint RingPaint { QColor(255, 236, 184), QColor(255, 164, 44),
+    QColor(112, 82, 50) };
+constexpr KnobLampPaint LowerPaint { QColor(255, 196, 176), QColor(255, 66, 50),
+    QColor(112, 50, 44) };
 
 // `degrees` runs clockwise from twelve o'clock.
 QPointF onCircle(double degrees, double radius)
@@ -90,7 +92,7 @@ QPainterPath shrunk(const QPainterPath& path, double factor)
 }
 
 // A lens in a dark ring. Unlit, it is seen by the light of the room on its upper edge.
-void drawLamp(Canvas& canvas, const QPainterPath& lamp, bool lit, const LampPaint& paint)
+void drawLamp(Canvas& canvas, const QPainterPath& lamp, bool lit, const KnobLampPaint& paint)
 {
     QPainter& painter = canvas.painter();
     const QRectF box = lamp.boundingRect();
@@ -199,7 +201,7 @@ bool isRingLampLit(int value, int lamp)
 }
 
 KnobStrip::KnobStrip()
-    : FrameStrip({ FrameSize, FrameSize }, FrameCount)
+    : FrameStrip({ KnobFrameSize, KnobFrameSize }, KnobFrameCount)
 {
 }
 
