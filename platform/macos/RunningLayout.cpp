@@ -1,7 +1,74 @@
 #include "platform/RunningLayout.h"
 
-// The layout is asked for on Linux only. On macOS that would need Carbon, which nothing else uses.
-std::unique_ptr<kestrel::RunningLayout> kestrel::runningLayout()
+#include "platform/macos/CFText.h"
+
+#include <Carbon/Carbon.h>
+
+#include <array>
+
+namespace kestrel {
+
+namespace {
+constexpr std::size_t LongestText = 255; // UTF-16 units that one key can type
+constexpr UInt32 Shift = shiftKey >> 8; // as UCKeyTranslate takes modifiers
+
+using InputSource = CFHolder<TISInputSourceRef>;
+using LayoutData = CFHolder<CFDataRef>;
+
+// Empty if there is no such source, or if it has no layout of Unicode characters.
+LayoutData dataOf(const InputSource& source)
 {
-    return nullptr;
+    if (!source)
+        return {};
+    return LayoutData::retained(static_cast<CFDataRef>(
+        TISGetInputSourceProperty(source.get(), kTISPropertyUnicodeKeyLayoutData)));
 }
+
+class CarbonRunningLayout final : public RunningLayout {
+public:
+    explicit CarbonRunningLayout(LayoutData data)
+        : m_data(std::move(data))
+    {
+    }
+
+    [[nodiscard]] std::optional<Characters> charactersOf(KeyCode key) override
+    {
+        std::string plain = typed(key, 0);
+        if (plain.empty())
+            return {};
+        return Characters { std::move(plain), typed(key, Shift) };
+    }
+
+private:
+    // A dead key types its accent. Empty for a key that the layout does not have.
+    [[nodiscard]] std::string typed(KeyCode key, UInt32 modifiers) const
+    {
+        std::array<UniChar, LongestText> text {};
+        UniCharCount length = 0;
+        UInt32 deadKeyState = 0;
+        const auto* const layout
+            = reinterpret_cast<const UCKeyboardLayout*>(CFDataGetBytePtr(m_data.get()));
+        if (UCKeyTranslate(layout, key, kUCKeyActionDown, modifiers, LMGetKbdType(),
+                kUCKeyTranslateNoDeadKeysMask, &deadKeyState, text.size(), &length, text.data())
+            != noErr)
+            return {};
+        const CFHolder string(CFStringCreateWithCharacters(
+            kCFAllocatorDefault, text.data(), static_cast<CFIndex>(length)));
+        return CFText::toUtf8(string.get()).value_or(std::string());
+    }
+
+    const LayoutData m_data;
+};
+} // namespace
+
+// While the user types with an input method whose layout has no data, the layout for Latin text
+// is asked, which is the one that shortcuts go by.
+std::unique_ptr<RunningLayout> runningLayout()
+{
+    auto data = dataOf(InputSource(TISCopyCurrentKeyboardLayoutInputSource()));
+    if (!data)
+        data = dataOf(InputSource(TISCopyCurrentASCIICapableKeyboardLayoutInputSource()));
+    return data ? std::make_unique<CarbonRunningLayout>(std::move(data)) : nullptr;
+}
+
+} // namespace kestrel

@@ -2,6 +2,7 @@
 // must agree with the SDK's. C++ lets types, functions and variables be declared twice only if they
 // are the same; structures and constants are compared one by one.
 #include <ApplicationServices/ApplicationServices.h>
+#include <Carbon/Carbon.h>
 #include <CoreFoundation/CoreFoundation.h>
 #include <CoreMIDI/CoreMIDI.h>
 #include <CoreServices/CoreServices.h>
@@ -13,6 +14,7 @@
 #include <type_traits>
 
 namespace shim {
+#include "tests/platform/macos/shim/Carbon/Definitions.h"
 #include "tests/platform/macos/shim/CoreFoundation/Definitions.h"
 #include "tests/platform/macos/shim/CoreGraphics/Definitions.h"
 #include "tests/platform/macos/shim/CoreMIDI/Definitions.h"
@@ -26,6 +28,7 @@ namespace inlined {
 } // namespace inlined
 
 #include "tests/platform/macos/shim/ApplicationServices/Names.h"
+#include "tests/platform/macos/shim/Carbon/Names.h"
 #include "tests/platform/macos/shim/CoreFoundation/Names.h"
 #include "tests/platform/macos/shim/CoreGraphics/Names.h"
 #include "tests/platform/macos/shim/CoreMIDI/Names.h"
@@ -61,6 +64,10 @@ SAME_MEMBER(CFDictionaryValueCallBacks, copyDescription);
 SAME_MEMBER(CFDictionaryValueCallBacks, equal);
 SAME_CONSTANT(noErr);
 SAME_CONSTANT(kCFStringEncodingUTF8);
+
+SAME_CONSTANT(shiftKey);
+SAME_CONSTANT(kUCKeyActionDown);
+SAME_CONSTANT(kUCKeyTranslateNoDeadKeysMask);
 
 SAME_SIZE(MIDIPacket);
 SAME_MEMBER(MIDIPacket, timeStamp);

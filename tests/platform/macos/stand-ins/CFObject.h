@@ -17,6 +17,7 @@ public:
         Url,
         Event,
         EventSource,
+        InputSource,
         Activity
     };
 
