@@ -139,7 +139,7 @@ TEST_F(HalfMaximisedPanel, keeps_the_size_that_the_window_manager_gives)
         outlastCorrections();
         EXPECT_EQ(panelPlace(), given) << state;
         set(0);
-        waitUntil("the panel is restored", [&] { return panelPlace().width == before.width; });
+        waitUntil("the panel is restored", [&] { return panelPlace() == before; });
         outlastCorrections();
         EXPECT_EQ(panelPlace(), before) << state;
     }
