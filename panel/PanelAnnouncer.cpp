@@ -81,11 +81,11 @@ void PanelAnnouncer::speak()
     m_view.setAccessibleDescription(sentence);
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     QAccessibleAnnouncementEvent event(&m_view, sentence);
-#else
-    // The AT-SPI bridge of these versions passes on only the description, which is told above.
-    QAccessibleEvent event(&m_view, QAccessible::Alert);
-#endif
     m_listener.tell(&event);
+#else
+    tell(QAccessible::NameChanged, PlugInPanelAccessible::Notification);
+    tell(QAccessible::ObjectShow, PlugInPanelAccessible::Notification);
+#endif
 }
 
 void PanelAnnouncer::announce()

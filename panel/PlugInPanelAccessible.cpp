@@ -2,6 +2,7 @@
 
 #include "panel/DSPWindow.h"
 #include "panel/PanelAccessibleItem.h"
+#include "panel/PanelNotification.h"
 
 #include <algorithm>
 
@@ -26,10 +27,12 @@ void PlugInPanelAccessible::install()
 PlugInPanelAccessible::PlugInPanelAccessible(PlugInPanelView* view)
     : QAccessibleWidget(view, QAccessible::Grouping, QStringLiteral("Plug-in panel"))
 {
-    for (int i = 0; i < Children; ++i) {
+    for (int i = 0; i < Notification; ++i) {
         m_children[static_cast<std::size_t>(i)]
             = QAccessible::registerAccessibleInterface(new PanelAccessibleItem(view, i));
     }
+    if (Children > Notification)
+        m_children.back() = QAccessible::registerAccessibleInterface(new PanelNotification(view));
 }
 
 PlugInPanelAccessible::~PlugInPanelAccessible()

@@ -9,13 +9,15 @@
 namespace kestrel {
 
 // The panel as assistive technology sees it: two rows of text, four knobs and eight lamps, in
-// reading order.
+// reading order, and what it says.
 class PlugInPanelAccessible : public QAccessibleWidget {
 public:
     static constexpr int Rows = 2;
     static constexpr int FirstKnob = Rows;
     static constexpr int FirstSwitch = FirstKnob + static_cast<int>(PanelLayout::Knobs);
-    static constexpr int Children = FirstSwitch + static_cast<int>(PanelLayout::Switches);
+    // Tells a sentence where Qt has no announcements: before version 6.8.
+    static constexpr int Notification = FirstSwitch + static_cast<int>(PanelLayout::Switches);
+    static constexpr int Children = Notification + (QT_VERSION < QT_VERSION_CHECK(6, 8, 0) ? 1 : 0);
 
     explicit PlugInPanelAccessible(PlugInPanelView* view);
     ~PlugInPanelAccessible() override;

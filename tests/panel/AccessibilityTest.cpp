@@ -32,10 +32,10 @@ protected:
     // Records each event for assistive technology as a text.
     void listen(QAccessibleEvent* event)
     {
-        if (event->object() == &view && isSentence(event->type())) {
+        if (event->object() == &view && isSentence(*event))
             sentences.push_back(view.accessibleDescription().toStdString());
+        if (event->child() == PlugInPanelAccessible::Notification)
             return;
-        }
         const std::string child = std::to_string(event->child());
         if (event->type() == QAccessible::NameChanged)
             told.push_back("name " + child);
@@ -68,12 +68,13 @@ protected:
     std::vector<std::string> sentences;
 
 private:
-    static bool isSentence(QAccessible::Event type)
+    static bool isSentence(const QAccessibleEvent& event)
     {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-        return type == QAccessible::Announcement;
+        return event.type() == QAccessible::Announcement;
 #else
-        return type == QAccessible::Alert;
+        return event.type() == QAccessible::ObjectShow
+            && event.accessibleInterface()->role() == QAccessible::Notification;
 #endif
     }
 };
@@ -83,14 +84,15 @@ TEST_F(Accessibility, the_panel_has_two_rows_four_knobs_and_eight_lamps)
 {
     ASSERT_NE(panel(), nullptr);
     EXPECT_EQ(panel()->text(QAccessible::Name), "Plug-in panel");
-    EXPECT_EQ(panel()->childCount(), 14);
+    EXPECT_EQ(panel()->childCount(), PlugInPanelAccessible::Children);
     EXPECT_EQ(panel()->role(), QAccessible::Grouping);
     EXPECT_EQ(row(0)->role(), QAccessible::StaticText);
     EXPECT_EQ(knobItem(3)->role(), QAccessible::Dial);
     EXPECT_EQ(lampItem(7)->role(), QAccessible::CheckBox);
-    EXPECT_EQ(panel()->child(14), nullptr);
+    EXPECT_EQ(PlugInPanelAccessible::Notification, 14);
+    EXPECT_EQ(panel()->child(PlugInPanelAccessible::Children), nullptr);
     EXPECT_EQ(panel()->child(-1), nullptr);
-    for (int i = 0; i < 14; ++i) {
+    for (int i = 0; i < PlugInPanelAccessible::Children; ++i) {
         EXPECT_EQ(panel()->indexOfChild(panel()->child(i)), i);
         EXPECT_EQ(panel()->child(i)->parent(), panel());
     }
@@ -223,7 +225,7 @@ TEST_F(Accessibility, a_lamp_is_a_value_of_0_or_1_and_says_it_in_words)
 TEST_F(Accessibility, the_parts_stand_in_reading_order)
 {
     QStringList names;
-    for (int i = 0; i < panel()->childCount(); ++i)
+    for (int i = 0; i < PlugInPanelAccessible::Notification; ++i)
         names += panel()->child(i)->text(QAccessible::Name);
     EXPECT_EQ(names.join('|'),
         "||Knob 1|Knob 2|Knob 3|Knob 4"
@@ -402,6 +404,22 @@ TEST_F(Accessibility, a_change_of_a_parameter_is_told_as_one_sentence)
     ASSERT_TRUE(QTest::qWaitFor([&] { return sentences.size() == 2; }));
     EXPECT_THAT(sentences, ElementsAre("Threshold −24.0 dB", "Threshold −23.5 dB"));
 }
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+TEST_F(Accessibility, the_sentence_is_a_notification_until_the_panel_falls_silent)
+{
+    const auto* notification = panel()->child(PlugInPanelAccessible::Notification);
+    EXPECT_EQ(notification->role(), QAccessible::Notification);
+    EXPECT_TRUE(notification->state().invisible);
+    display(0, "Threshold ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !sentences.empty(); }));
+    EXPECT_EQ(notification->text(QAccessible::Name), "Threshold");
+    EXPECT_EQ(notification->text(QAccessible::Description), "");
+    EXPECT_FALSE(notification->state().invisible);
+    display(0, "          ");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return notification->state().invisible; }));
+}
+#endif
 
 TEST_F(Accessibility, parameters_that_change_together_are_told_together)
 {
