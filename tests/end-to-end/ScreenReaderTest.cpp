@@ -156,7 +156,7 @@ TEST_F(ScreenReader, hears_of_a_turning_knob_twice_a_second_at_most_and_of_its_l
     const AccessibleObject notification = panel.children().back();
     EXPECT_EQ(notification.role(), "notification");
     EXPECT_EQ(notification.name(), "Threshold −60.0 dB");
-    EXPECT_TRUE(notification.hasState(Showing));
+    EXPECT_TRUE(notification.hasState(AccessibleObject::Showing));
     EXPECT_TRUE(comesTrue([&] {
         QCoreApplication::processEvents();
         return of(notification, events.shown()).size() == of(panel, events.descriptions()).size();
