@@ -50,7 +50,7 @@ const JsonValue& SchemaCheck::definition(const QString& reference) const
 std::string SchemaCheck::fault(const JsonValue& value, const JsonValue& schema) const
 {
     for (const JsonMember& keyword : schema.members) {
-        if (const std::string fault = keywordFault(value, keyword, schema); !fault.empty())
+        if (std::string fault = keywordFault(value, keyword, schema); !fault.empty())
             return fault;
     }
     return {};
@@ -99,7 +99,7 @@ std::string SchemaCheck::propertiesFault(const JsonValue& value, const JsonValue
         const JsonValue* const rule = properties.member(member.name);
         if (!rule)
             return at(member.value, "unknown member " + member.name.toStdString());
-        if (const std::string problem = fault(member.value, *rule); !problem.empty())
+        if (std::string problem = fault(member.value, *rule); !problem.empty())
             return problem;
     }
     return {};
@@ -108,7 +108,7 @@ std::string SchemaCheck::propertiesFault(const JsonValue& value, const JsonValue
 std::string SchemaCheck::itemsFault(const JsonValue& value, const JsonValue& items) const
 {
     for (const JsonValue& item : value.items) {
-        if (const std::string problem = fault(item, items); !problem.empty())
+        if (std::string problem = fault(item, items); !problem.empty())
             return problem;
     }
     return {};

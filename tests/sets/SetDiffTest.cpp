@@ -60,7 +60,7 @@ TEST(SetDiff, tells_equal_numbers_of_other_types_apart_inside_other_values)
     const auto setWith = [](const ArchiveValue& number) {
         const auto inner = std::make_shared<ArchiveDictionary>();
         inner->set(QStringLiteral("list"), std::make_shared<ArchiveArray>(ArchiveArray { number }));
-        const SetText::Root set = SetBuilder().set();
+        SetText::Root set = SetBuilder().set();
         set->encodeObject(QStringLiteral("extra"), inner);
         return set;
     };

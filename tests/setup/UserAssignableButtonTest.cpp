@@ -75,7 +75,7 @@ QString nameOfWidth(double least, double most)
     const QFontMetricsF metrics(UserAssignableButton::createFontAttribute().font);
     for (int wide = 0; wide < 12; ++wide) {
         for (int narrow = 0; narrow < 30; ++narrow) {
-            const QString name = QString(wide, 'W') + QString(narrow, 'i') + u'.';
+            QString name = QString(wide, 'W') + QString(narrow, 'i') + u'.';
             const double width = metrics.horizontalAdvance(name);
             if (width > least && width < most)
                 return name;

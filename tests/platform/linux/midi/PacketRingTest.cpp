@@ -181,7 +181,7 @@ TEST(PacketRing, a_ring_that_has_gone_leaves_nothing_behind_among_later_allocati
     constexpr std::size_t Capacity = std::size_t(1) << 20;
     constexpr std::size_t Rings = 8;
     // After this, malloc would take a block of this size from the heap.
-    PacketRing { Capacity };
+    std::make_unique<PacketRing>(Capacity).reset();
     const std::size_t before = residentBytes();
     std::vector<std::unique_ptr<PacketRing>> rings;
     std::vector<std::unique_ptr<Bytes>> later;

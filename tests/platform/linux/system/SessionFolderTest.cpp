@@ -51,7 +51,7 @@ TEST_F(SessionFolder, is_the_state_folder_where_others_can_write_or_this_user_ca
 TEST_F(SessionFolder, is_no_file_and_no_folder_of_another_user)
 {
     const auto file = folder.path() / "file";
-    std::ofstream { file };
+    std::ofstream(file).close();
     fs::permissions(file, fs::perms::owner_all);
     ::setenv("XDG_RUNTIME_DIR", file.c_str(), 1);
     expectState();

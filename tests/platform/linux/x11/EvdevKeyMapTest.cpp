@@ -40,15 +40,15 @@ const std::map<KeyCode, std::string> UsKeys { { 0x00, "a" }, { 0x01, "s" }, { 0x
 
 std::string usKeysym(int evdev)
 {
-    static const std::unique_ptr<xkb_context, void (*)(xkb_context*)> Context(
+    static const std::unique_ptr<xkb_context, void (*)(xkb_context*)> context(
         xkb_context_new(XKB_CONTEXT_NO_FLAGS), &xkb_context_unref);
-    static const xkb_rule_names Us { "evdev", "pc105", "us", "", "" };
-    static const std::unique_ptr<xkb_keymap, void (*)(xkb_keymap*)> Keymap(
-        xkb_keymap_new_from_names(Context.get(), &Us, XKB_KEYMAP_COMPILE_NO_FLAGS),
+    static const xkb_rule_names us { "evdev", "pc105", "us", "", "" };
+    static const std::unique_ptr<xkb_keymap, void (*)(xkb_keymap*)> keymap(
+        xkb_keymap_new_from_names(context.get(), &us, XKB_KEYMAP_COMPILE_NO_FLAGS),
         &xkb_keymap_unref);
     const xkb_keysym_t* keysyms = nullptr;
     const auto key = static_cast<xkb_keycode_t>(evdev + 8);
-    if (xkb_keymap_key_get_syms_by_level(Keymap.get(), key, 0, 0, &keysyms) != 1)
+    if (xkb_keymap_key_get_syms_by_level(keymap.get(), key, 0, 0, &keysyms) != 1)
         return "";
     char name[64] = "";
     xkb_keysym_get_name(*keysyms, name, sizeof name);

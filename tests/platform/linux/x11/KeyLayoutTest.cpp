@@ -28,7 +28,7 @@ protected:
             server->environment());
         ASSERT_EQ(process.wait(stage::milliseconds(10000)), 0);
         settle();
-        present.emplace(workstation->xcb());
+        m_present.emplace(workstation->xcb());
     }
     // What the program reads from the event of that key.
     [[nodiscard]] std::optional<TranslatedKey> captured(int evdev, const Held& held = {})
@@ -41,7 +41,7 @@ protected:
         for (const int key : held)
             user->release(xKey(key));
         settle();
-        return translation.translate({ event.detail, present->keysym(event), event.state, {} });
+        return m_translation.translate({ event.detail, m_present->keysym(event), event.state, {} });
     }
     [[nodiscard]] std::string name(int evdev, const Held& held = {})
     {
@@ -54,7 +54,7 @@ protected:
         const auto event = lastPress();
         releaseShortcut(key.keyCode, key.flags);
         settle();
-        return charactersOfKeysym(present->keysym(event));
+        return charactersOfKeysym(m_present->keysym(event));
     }
 
 private:
@@ -68,8 +68,8 @@ private:
                                               : workstation->presses().back();
     }
 
-    std::optional<PresentLayout> present;
-    X11KeyTranslation translation { session };
+    std::optional<PresentLayout> m_present;
+    X11KeyTranslation m_translation { session };
 };
 
 TEST_F(KeyLayout, altgr_does_not_count_on_a_german_keyboard)

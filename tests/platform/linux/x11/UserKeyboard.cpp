@@ -13,10 +13,10 @@ UserKeyboard::UserKeyboard(const std::string& display)
     : XClient(display)
 {
     m_inputEvent = xcb_get_extension_data(xcb(), &xcb_input_id)->first_event;
-    Reply<xcb_xkb_use_extension_reply_t>(
+    const Reply<xcb_xkb_use_extension_reply_t> keyboard(
         xcb_xkb_use_extension_reply(xcb(), xcb_xkb_use_extension(xcb(), 1, 0), nullptr),
         &std::free);
-    Reply<xcb_input_xi_query_version_reply_t>(
+    const Reply<xcb_input_xi_query_version_reply_t> input(
         xcb_input_xi_query_version_reply(xcb(), xcb_input_xi_query_version(xcb(), 2, 0), nullptr),
         &std::free);
     const Reply<xcb_input_xi_query_device_reply_t> devices(
