@@ -7,8 +7,8 @@
 
 namespace kestrel {
 
-// Knows the keys whose typed shortcuts the user left without Assign, until their next edit. Indices
-// are 0-based; others than those of the twelve keys are ignored.
+// Knows the keys whose typed shortcuts the user left without Assign, until an edit of them is
+// accepted. Indices are 0-based; others than those of the twelve keys are ignored.
 class UnassignedKeys {
 public:
     // Whether the fields hold something that waits for Assign, and for which key.
@@ -25,25 +25,30 @@ public:
     }
     void edited(int key)
     {
-        if (!isKey(key))
-            return;
-        m_left.reset(static_cast<std::size_t>(key));
-        m_accepted.reset(static_cast<std::size_t>(key));
+        if (isKey(key))
+            m_left.reset(static_cast<std::size_t>(key));
     }
-    // The user has accepted the rest of the edits.
+    // The edits have become the live set.
     void accept()
     {
         leave();
         m_accepted = m_left;
     }
-    // The user throws away on purpose what was typed since the last time edits were accepted.
+    // The user throws away on purpose all edits since the last time they were accepted. So the keys
+    // that were left then are left again, also those that were edited since.
     void discard()
     {
         m_waiting.reset();
         m_left = m_accepted;
     }
-    // Other keys take the place of these.
-    void clear() { *this = {}; }
+    // The keys of the live set are shown again, and what was edited on them is gone.
+    void restore() { m_left |= m_accepted; }
+    // The keys of another set are shown, for which nothing was typed.
+    void clear()
+    {
+        m_waiting.reset();
+        m_left.reset();
+    }
 
     [[nodiscard]] bool contains(int key) const
     {

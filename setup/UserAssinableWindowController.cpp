@@ -36,6 +36,8 @@ void UserAssinableWindowController::copyShortcutData(
 void UserAssinableWindowController::setupShortcut(const UserAssignFile& set)
 {
     m_unassigned.leave();
+    if (&set == m_myUserAssignFile.get())
+        m_unassigned.restore();
     m_workingSet.take(set);
     showWorkingSet();
     enabledAssignButton();
@@ -50,6 +52,7 @@ void UserAssinableWindowController::changeShortcut(UserAssignFile& set)
     for (int index = 0; index < ButtonCount; ++index)
         button(index)->setNeedsDisplay();
     refreshShortcutText();
+    m_unassigned.accept();
 }
 
 void UserAssinableWindowController::setOriginalShortcut()
@@ -94,7 +97,6 @@ void UserAssinableWindowController::ok()
     m_bOKclose = true;
     if (m_myUserAssignFile)
         changeShortcut(*m_myUserAssignFile);
-    m_unassigned.accept();
     closeDialog();
     m_services.setBecameLive();
 }

@@ -7,6 +7,9 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 
+#include <functional>
+#include <vector>
+
 namespace kestrel::test {
 namespace {
 
@@ -111,7 +114,7 @@ TEST(KeyMarks, cancel_and_the_close_box_throw_away_on_purpose_and_leave_none)
     }
 }
 
-TEST(KeyMarks, what_ok_has_left_is_marked_until_the_next_edit_whatever_closes_meanwhile)
+TEST(KeyMarks, what_ok_has_left_stays_marked_whatever_closes_meanwhile)
 {
     TypedBench bench;
     bench.controller.ok();
@@ -125,11 +128,67 @@ TEST(KeyMarks, what_ok_has_left_is_marked_until_the_next_edit_whatever_closes_me
     }
     bench.open();
     EXPECT_EQ(unassigned(bench), Marked { 0 });
-    click(bench.button(0));
-    press(bench.field(0), Keys::F5);
+}
+
+TEST(KeyMarks, an_edit_that_is_thrown_away_brings_back_the_mark_that_was_there_before_it)
+{
+    using Close = std::function<void(SetupBench&)>;
+    const QWidget panel;
+    const std::vector<Close> ways { [](SetupBench& bench) { bench.controller.cancel(); },
+        [](SetupBench& bench) { bench.controller.window()->close(); },
+        [&panel](SetupBench& bench) {
+            bench.center.post(NotificationName::windowWillClose, &panel);
+            bench.controller.window()->hide();
+        } };
+    for (const Close& close : ways) {
+        TypedBench bench;
+        bench.controller.ok();
+        for (const bool isAssigned : { false, true }) {
+            bench.open();
+            press(bench.field(0), Keys::F3);
+            EXPECT_EQ(unassigned(bench), Marked {});
+            if (isAssigned)
+                bench.controller.assign();
+            close(bench);
+            bench.open();
+            EXPECT_EQ(unassigned(bench), Marked { 0 }) << isAssigned;
+        }
+    }
+}
+
+TEST(KeyMarks, a_loaded_set_has_none_and_cancel_brings_back_those_of_the_live_set)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("set.ZKCF");
+    TypedBench bench;
+    ASSERT_TRUE(AssignmentFiles(bench.attributes).write(path, *bench.live));
+    bench.controller.ok();
+    bench.open();
+    ASSERT_TRUE(bench.controller.loadFile(path, true));
+    EXPECT_EQ(unassigned(bench), Marked {});
     bench.controller.cancel();
     bench.open();
-    EXPECT_EQ(unassigned(bench), Marked {}) << "edited, then thrown away on purpose";
+    EXPECT_EQ(unassigned(bench), Marked { 0 });
+    ASSERT_TRUE(bench.controller.loadFile(path, true));
+    bench.controller.ok();
+    bench.open();
+    EXPECT_EQ(unassigned(bench), Marked {});
+}
+
+TEST(KeyMarks, a_file_that_becomes_the_live_set_at_once_leaves_none)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("set.ZKCF");
+    TypedBench bench;
+    ASSERT_TRUE(AssignmentFiles(bench.attributes).write(path, *bench.live));
+    bench.controller.ok();
+    ASSERT_TRUE(bench.controller.loadFile(path, false));
+    bench.controller.changeShortcut(*bench.live);
+    bench.open();
+    EXPECT_EQ(unassigned(bench), Marked {});
+    bench.controller.cancel();
+    bench.open();
+    EXPECT_EQ(unassigned(bench), Marked {});
 }
 
 // The application hides then, and the window takes the live set again when it is next opened.
