@@ -1,4 +1,4 @@
-#include "sets/JsonValue.h"
+#include "sets/JsonScanner.h"
 
 #include <QSet>
 #include <QStringDecoder>
@@ -6,8 +6,6 @@
 namespace kestrel {
 
 namespace {
-using Type = JsonValue::Type;
-
 // More than any set needs: an archive has at most 50,000 values, 128 levels deep.
 constexpr int Depth = 1000;
 constexpr int Values = 1'000'000;
@@ -36,23 +34,10 @@ QString decoded(const QByteArray& utf8)
     return text;
 }
 
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
-int hexDigit(QChar c)
-{
-    if (isDigit(c))
-        return c.unicode() - u'0';
-    const char16_t lower = c.unicode() | 0x20;
-    return lower >= u'a' && lower <= u'f' ? lower - u'a' + 10 : -1;
-}
-
 class Parser {
 public:
     explicit Parser(QStringView text)
-        : m_text(text)
+        : m_scanner(text)
     {
     }
 
@@ -64,72 +49,33 @@ private:
     JsonValue parseNumber();
     JsonValue parseArray();
     JsonValue parseObject();
-    QString parseString();
-    QChar parseEscape();
-    QChar parseHex();
-    void takeDigits();
-
-    [[noreturn]] void fail(const char* problem) const
-    {
-        throw TextError(m_position, QString::fromUtf8(problem));
-    }
-    [[nodiscard]] QChar peek() const { return m_at < m_text.size() ? m_text[m_at] : QChar(0); }
-    QChar take();
-    [[nodiscard]] bool takeIf(char16_t wanted);
-    void skipBlanks();
+    JsonMember parseMember(QSet<QString>& names);
     void enter();
 
-    QStringView m_text;
-    qsizetype m_at = 0;
-    TextPosition m_position;
+    JsonScanner m_scanner;
     int m_depth = 0;
     int m_values = 0;
 };
 
-QChar Parser::take()
-{
-    const QChar c = m_text[m_at++];
-    if (c == u'\n')
-        m_position = { m_position.line + 1, 1 };
-    else if (!c.isLowSurrogate())
-        ++m_position.column;
-    return c;
-}
-
-bool Parser::takeIf(char16_t wanted)
-{
-    if (m_at >= m_text.size() || m_text[m_at] != wanted)
-        return false;
-    take();
-    return true;
-}
-
-void Parser::skipBlanks()
-{
-    while (m_at < m_text.size()
-        && (peek() == u' ' || peek() == u'\n' || peek() == u'\t' || peek() == u'\r'))
-        take();
-}
-
 JsonValue Parser::parse()
 {
     JsonValue value = parseValue();
-    skipBlanks();
-    if (m_at < m_text.size())
-        fail("nothing may follow the set");
+    m_scanner.skipBlanks();
+    if (!m_scanner.isAtEnd())
+        m_scanner.fail("nothing may follow the set");
     return value;
 }
 
 JsonValue Parser::parseValue()
 {
-    skipBlanks();
-    if (m_at >= m_text.size())
-        fail("the text ends here");
+    m_scanner.skipBlanks();
+    if (m_scanner.isAtEnd())
+        m_scanner.fail("the text ends here");
     if (++m_values > Values)
-        fail("more values than any set has");
-    const TextPosition position = m_position;
+        m_scanner.fail("more values than any set has");
+    const TextPosition position = m_scanner.position();
     JsonValue value;
-    switch (peek().unicode()) {
+    switch (m_scanner.peek().unicode()) {
     case u'{':
         value = parseObject();
         break;
@@ -137,10 +83,10 @@ JsonValue Parser::parseValue()
         value = parseArray();
         break;
     case u'"':
-        value = JsonValue::ofString(parseString());
+        value = JsonValue::ofString(m_scanner.takeString());
         break;
     default:
-        value = peek() == u'-' || isDigit(peek()) ? parseNumber() : parseWord();
+        value = m_scanner.peek() == u'-' || m_scanner.isAtDigit() ? parseNumber() : parseWord();
     }
     value.position = position;
     return value;
@@ -148,65 +94,42 @@ JsonValue Parser::parseValue()
 
 JsonValue Parser::parseWord()
 {
-    for (const auto word : { u"null", u"true", u"false" }) {
-        const QStringView text(word);
-        if (m_text.sliced(m_at).startsWith(text)) {
-            for (qsizetype i = 0; i < text.size(); ++i)
-                take();
-            return text == u"null" ? JsonValue() : JsonValue::ofBoolean(text == u"true");
-        }
-    }
-    fail("no value begins like this");
-}
-
-void Parser::takeDigits()
-{
-    if (!isDigit(peek()))
-        fail("a digit is missing here");
-    while (isDigit(peek()))
-        take();
+    if (m_scanner.takeIf(u"null"))
+        return {};
+    if (m_scanner.takeIf(u"true"))
+        return JsonValue::ofBoolean(true);
+    if (m_scanner.takeIf(u"false"))
+        return JsonValue::ofBoolean(false);
+    m_scanner.fail("no value begins like this");
 }
 
 JsonValue Parser::parseNumber()
 {
-    const qsizetype start = m_at;
-    (void)takeIf(u'-');
-    if (!takeIf(u'0'))
-        takeDigits();
-    else if (isDigit(peek()))
-        fail("a number has no 0 before its digits");
-    if (takeIf(u'.'))
-        takeDigits();
-    if (takeIf(u'e') || takeIf(u'E')) {
-        if (!takeIf(u'-'))
-            (void)takeIf(u'+');
-        takeDigits();
-    }
     JsonValue value;
-    value.type = Type::Number;
-    value.text = m_text.sliced(start, m_at - start).toString();
+    value.type = JsonValue::Type::Number;
+    value.text = m_scanner.takeNumber();
     return value;
 }
 
 void Parser::enter()
 {
     if (++m_depth > Depth)
-        fail("nested too deep");
-    take();
+        m_scanner.fail("nested too deep");
+    m_scanner.take();
 }
 
 JsonValue Parser::parseArray()
 {
     enter();
     JsonValue array = JsonValue::array();
-    skipBlanks();
-    if (!takeIf(u']')) {
+    m_scanner.skipBlanks();
+    if (!m_scanner.takeIf(u']')) {
         do {
             array.items.push_back(parseValue());
-            skipBlanks();
-        } while (takeIf(u','));
-        if (!takeIf(u']'))
-            fail("expected , or ]");
+            m_scanner.skipBlanks();
+        } while (m_scanner.takeIf(u','));
+        if (!m_scanner.takeIf(u']'))
+            m_scanner.fail("expected , or ]");
     }
     --m_depth;
     return array;
@@ -217,68 +140,34 @@ JsonValue Parser::parseObject()
     enter();
     JsonValue object = JsonValue::object();
     QSet<QString> names;
-    skipBlanks();
-    if (!takeIf(u'}')) {
+    m_scanner.skipBlanks();
+    if (!m_scanner.takeIf(u'}')) {
         do {
-            skipBlanks();
-            const TextPosition position = m_position;
-            if (peek() != u'"')
-                fail("expected the name of a member in quotes");
-            const QString name = parseString();
-            if (names.contains(name))
-                throw TextError(position, u'"' + name + QStringLiteral("\" is here twice"));
-            names.insert(name);
-            skipBlanks();
-            if (!takeIf(u':'))
-                fail("expected :");
-            object.members.push_back({ name, parseValue(), position });
-            skipBlanks();
-        } while (takeIf(u','));
-        if (!takeIf(u'}'))
-            fail("expected , or }");
+            object.members.push_back(parseMember(names));
+            m_scanner.skipBlanks();
+        } while (m_scanner.takeIf(u','));
+        if (!m_scanner.takeIf(u'}'))
+            m_scanner.fail("expected , or }");
     }
     --m_depth;
     return object;
 }
 
-QString Parser::parseString()
+// Adds the name to those of the object.
+JsonMember Parser::parseMember(QSet<QString>& names)
 {
-    take();
-    QString text;
-    while (!takeIf(u'"')) {
-        if (m_at >= m_text.size() || peek() == u'\n')
-            fail("the string has no end");
-        if (peek() < u' ')
-            fail("a control character in a string is written as \\u00XX");
-        text += takeIf(u'\\') ? parseEscape() : take();
-    }
-    return text;
-}
-
-QChar Parser::parseEscape()
-{
-    constexpr QStringView Letters = u"\"\\/bfnrt";
-    constexpr QStringView Meanings = u"\"\\/\b\f\n\r\t";
-    if (takeIf(u'u'))
-        return parseHex();
-    const qsizetype letter = m_at < m_text.size() ? Letters.indexOf(peek()) : -1;
-    if (letter < 0)
-        fail("no such escape in JSON");
-    take();
-    return Meanings[letter];
-}
-
-QChar Parser::parseHex()
-{
-    unsigned int unit = 0;
-    for (int i = 0; i < 4; ++i) {
-        const int digit = hexDigit(peek());
-        if (digit < 0)
-            fail("\\u needs four hexadecimal digits");
-        unit = unit * 16 + static_cast<unsigned int>(digit);
-        take();
-    }
-    return static_cast<char16_t>(unit);
+    m_scanner.skipBlanks();
+    const TextPosition position = m_scanner.position();
+    if (m_scanner.peek() != u'"')
+        m_scanner.fail("expected the name of a member in quotes");
+    const QString name = m_scanner.takeString();
+    if (names.contains(name))
+        throw TextError(position, u'"' + name + QStringLiteral("\" is here twice"));
+    names.insert(name);
+    m_scanner.skipBlanks();
+    if (!m_scanner.takeIf(u':'))
+        m_scanner.fail("expected :");
+    return { name, parseValue(), position };
 }
 } // namespace
 
