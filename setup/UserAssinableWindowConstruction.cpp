@@ -9,18 +9,9 @@
 
 namespace kestrel {
 
-namespace {
-const QString FrameAutosaveName = QStringLiteral("UAssignWindow");
-}
-
 UserAssinableWindowController::UserAssinableWindowController(const SetupServices& services)
     : m_services(services)
     , m_files(services.documentFiles)
-    , m_savedFrame(FrameAutosaveName.toStdString(), services.defaults)
-    , m_screens([this] {
-        if (isVisible())
-            bringIntoView();
-    })
     , m_fieldExit([this] {
         if (UserAssignableButton* const key = currentButton())
             key->setFocus(Qt::BacktabFocusReason);
@@ -35,8 +26,9 @@ UserAssinableWindowController::UserAssinableWindowController(const SetupServices
     installSetupAccessibility();
     m_window = std::make_unique<SetupWindow>();
     m_window->setMouseDown([this] { mouseDown(); });
-    m_window->setHiding([this] { m_savedFrame.save(*m_window); });
-    placeWindow();
+    m_placement = std::make_unique<SetupPlacement>(*m_window, m_services.defaults);
+    m_window->setHiding([this] { m_placement->save(); });
+    m_placement->restore();
     setupUserAssignableButtons();
     setupShortcutFields();
     setupLoadSaveButton();

@@ -2,10 +2,9 @@
 
 #include "assign/WorkingSet.h"
 #include "common/NotificationCenter.h"
-#include "common/ScreenChanges.h"
 #include "setup/AssignmentFiles.h"
 #include "setup/FieldExit.h"
-#include "setup/SavedWindowFrame.h"
+#include "setup/SetupPlacement.h"
 #include "setup/SetupServices.h"
 #include "setup/SetupWindow.h"
 #include "setup/UnassignedKeys.h"
@@ -75,10 +74,6 @@ public:
     [[nodiscard]] bool bOKclose() const { return m_bOKclose; }
 
 private:
-    void placeWindow();
-    void bringIntoView();
-    void moveOntoScreens();
-    void fitIntoScreen();
     void setupUserAssignableButtons();
     void setupShortcutFields();
     void setupClearButton(int index);
@@ -100,7 +95,7 @@ private:
     SetupServices m_services;
     AssignmentFiles m_files;
     QString m_sheetFolder; // of the last sheet
-    SavedWindowFrame m_savedFrame;
+    std::unique_ptr<SetupPlacement> m_placement; // the window saves its place when it goes
     std::unique_ptr<SetupWindow> m_window; // owns the controls; the controllers go before it
     std::shared_ptr<UserAssignFile> m_myUserAssignFile;
     WorkingSet m_workingSet;
@@ -113,7 +108,6 @@ private:
     bool m_visibleFileDialog = false;
     bool m_bOKclose = false; // once true it stays true
     std::vector<NotificationCenter::Observation> m_observations;
-    ScreenChanges m_screens;
     FieldExit m_fieldExit;
     QObject m_focusWatch;
 };
