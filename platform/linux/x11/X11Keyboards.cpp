@@ -40,6 +40,7 @@ void X11Keyboards::connectionOpened()
 void X11Keyboards::connectionLost()
 {
     m_xtest.reset();
+    m_leftOff = 0;
     m_userKeyboards.clear();
     m_modifierKeys.reset();
     m_userModifiersChanged({});
@@ -204,9 +205,20 @@ void X11Keyboards::controlsChanged(const xcb_generic_event_t& event)
         if ((controls.enabledControls & XTestControls::Unwanted) != 0)
             switchControlsOff();
     } else if (m_xtest && m_userKeyboards.contains(controls.deviceID)) {
-        XTestControls::leaveOff(m_connection, static_cast<std::uint8_t>(*m_xtest),
-            controls.enabledControlChanges & ~controls.enabledControls);
+        userControlsChanged(controls.enabledControlChanges, controls.enabledControls);
     }
+}
+
+void X11Keyboards::userControlsChanged(std::uint32_t changed, std::uint32_t enabled)
+{
+    const auto xtest = static_cast<std::uint8_t>(*m_xtest);
+    const std::uint32_t off = changed & ~enabled & XTestControls::Unwanted;
+    const std::uint32_t on = changed & enabled & m_leftOff;
+    if (off != 0)
+        m_leftOff |= XTestControls::leaveOff(m_connection, xtest, off);
+    if (on != 0)
+        XTestControls::switchOnAtEnd(m_connection, xtest, on);
+    m_leftOff &= ~on;
 }
 
 } // namespace kestrel

@@ -50,6 +50,7 @@ private:
     void xkbEventArrived(const xcb_generic_event_t& event);
     void modifiersChanged(const xcb_generic_event_t& event);
     void controlsChanged(const xcb_generic_event_t& event);
+    void userControlsChanged(std::uint32_t changed, std::uint32_t enabled);
     void beginExtensions();
     void findDevices();
     void switchControlsOff();
@@ -66,6 +67,7 @@ private:
     std::uint8_t m_inputOpcode = 0;
     std::uint8_t m_inputEvent = 0;
     std::optional<DeviceId> m_xtest;
+    std::uint32_t m_leftOff = 0; // controls that XTestControls::leaveOff() has returned
     std::map<DeviceId, XKeySet> m_userKeyboards; // the modifier keys that are down on each
     // No value until it is needed after a change of the layout.
     std::optional<XKeySet> m_modifierKeys;

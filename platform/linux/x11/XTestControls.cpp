@@ -71,14 +71,20 @@ void follow(X11Connection& connection, std::uint8_t device)
         connection.xcb(), device, XCB_XKB_EVENT_TYPE_CONTROLS_NOTIFY, 0, 0, 0, 0, &details);
 }
 
-void leaveOff(X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls)
+std::uint32_t leaveOff(X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls)
 {
-    controls &= Unwanted;
-    if (controls == 0)
-        return;
+    const auto before = connection.reply<xcb_xkb_per_client_flags_reply_t>(
+        xcb_xkb_per_client_flags(connection.xcb(), xtestDevice, 0, 0, 0, 0, 0).sequence);
+    const std::uint32_t owed = before ? controls & before->autoCtrls & before->autoCtrlsValues : 0;
     (void)connection.reply<xcb_xkb_per_client_flags_reply_t>(xcb_xkb_per_client_flags(
         connection.xcb(), xtestDevice, AutoReset, AutoReset, controls, 0, 0)
                                                                  .sequence);
+    return owed;
+}
+
+void switchOnAtEnd(X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls)
+{
+    (void)promisesToSwitchOnAgain(connection, xtestDevice, controls);
 }
 
 void switchOff(X11Connection& connection, std::uint8_t xtestDevice)

@@ -24,7 +24,12 @@ void switchOff(X11Connection& connection, std::uint8_t xtestDevice);
 void follow(X11Connection& connection, std::uint8_t device);
 
 // The user has switched these controls off meanwhile, on keyboards of their own. The server does
-// not switch them on again for the XTEST keyboard when the connection ends.
-void leaveOff(X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls);
+// not switch them on again for the XTEST keyboard when the connection ends. Returns those that it
+// would have switched on.
+[[nodiscard]] std::uint32_t leaveOff(
+    X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls);
+
+// The user has switched these controls on again, which leaveOff() has returned.
+void switchOnAtEnd(X11Connection& connection, std::uint8_t xtestDevice, std::uint32_t controls);
 
 } // namespace kestrel::XTestControls

@@ -12,11 +12,12 @@ constexpr std::uint32_t Slow = XCB_XKB_BOOL_CTRL_SLOW_KEYS;
 class UserControls : public X11Bench {
 protected:
     // Of the controls that are named by `which`, those in `enabled` are on from now on.
-    void set(std::uint32_t which, std::uint32_t enabled)
+    void set(std::uint32_t which, std::uint32_t enabled,
+        xcb_xkb_device_spec_t device = XCB_XKB_ID_USE_CORE_KBD)
     {
         static constexpr std::uint8_t NoKeys[32] {};
-        xcb_xkb_set_controls(user->xcb(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-            which, enabled, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NoKeys);
+        xcb_xkb_set_controls(user->xcb(), device, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, which, enabled,
+            0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, NoKeys);
         user->synchronise();
         if (session)
             settle();
@@ -85,6 +86,36 @@ TEST_F(UserControls, that_the_user_has_switched_off_and_on_again_come_back)
     EXPECT_TRUE(areLeft(0)) << "while the adapter runs";
     stop();
     EXPECT_TRUE(areLeft(Repeat | Bounce));
+}
+
+// A setting for one keyboard alone does not touch the XTEST keyboard, so no event tells of it
+// there.
+TEST_F(UserControls, that_the_user_has_switched_off_and_on_again_on_one_keyboard_come_back)
+{
+    beginWith(Repeat | Bounce);
+    set(Bounce, 0, user->device());
+    set(Bounce, Bounce, user->device());
+    EXPECT_TRUE(areLeft(0)) << "while the adapter runs";
+    stop();
+    EXPECT_TRUE(areLeft(Repeat | Bounce));
+}
+
+TEST_F(UserControls, that_the_user_has_switched_off_on_one_keyboard_stay_off)
+{
+    beginWith(Repeat | Bounce);
+    set(Bounce, 0, user->device());
+    stop();
+    EXPECT_TRUE(areLeft(Repeat));
+}
+
+TEST_F(UserControls, that_the_user_has_switched_on_for_one_keyboard_alone_stay_off)
+{
+    beginWith(Repeat);
+    set(Bounce, Bounce, user->device());
+    set(Bounce, 0, user->device());
+    set(Bounce, Bounce, user->device());
+    stop();
+    EXPECT_TRUE(areLeft(Repeat));
 }
 
 } // namespace kestrel::test
