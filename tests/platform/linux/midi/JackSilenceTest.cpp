@@ -1,13 +1,9 @@
 #include "platform/linux/midi/JackNotice.h"
 #include "tests/platform/linux/midi/JackFixture.h"
+#include "tests/platform/linux/midi/OwnProcess.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
-#include <thread>
+#include <memory>
 
 namespace kestrel::test {
 namespace {
@@ -25,30 +21,8 @@ milliseconds duration(const std::function<void()>& work)
     return std::chrono::duration_cast<milliseconds>(Clock::now() - start);
 }
 
-std::size_t entriesOf(const char* directory)
-{
-    const std::filesystem::directory_iterator entries(directory);
-    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
-}
-
-std::size_t descriptors()
-{
-    return entriesOf("/proc/self/fd");
-}
-
-// Joined threads disappear from the list of the kernel a little later.
-bool threadsFallTo(std::size_t count)
-{
-    const auto deadline = Clock::now() + 10s;
-    while (entriesOf("/proc/self/task") > count) {
-        if (Clock::now() > deadline)
-            return false;
-        std::this_thread::yield();
-    }
-    return true;
-}
-
-class JackFailures : public JackFixture {
+// A server, or a client for which it waits, that stands still.
+class JackSilence : public JackFixture {
 protected:
     // Waits until the services have caught up with a server that answers again.
     bool waitForCatchingUp()
@@ -71,101 +45,7 @@ protected:
     MIDIClient client = 0;
 };
 
-TEST_F(JackFailures, without_a_server_no_client_is_created_quietly_and_within_bounds)
-{
-    ::setenv("JACK_DEFAULT_SERVER", "kestrel-no-such-server", 1);
-    testing::internal::CaptureStderr();
-    EXPECT_LT(duration([&] {
-        EXPECT_FALSE(take(impatient.createClient("client", notified, this), client));
-    }),
-        Bounded);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(client, 0u);
-    EXPECT_TRUE(impatient.devices().empty());
-}
-
-TEST_F(JackFailures, the_death_of_the_server_is_the_removal_of_a_source_and_ends_the_link)
-{
-    auto zenta = std::make_unique<JackPeer>("ZENTA");
-    zenta->addPairs(5);
-    const Link link = connect();
-    server.kill();
-    ASSERT_TRUE(waitForNotifications(1));
-    EXPECT_EQ(notifications, (std::vector<std::string> { "removed source" }));
-    EXPECT_FALSE(send(link, { 0x90, 0x00, 0x7F }));
-    EXPECT_TRUE(services.devices().empty());
-    services.disposeClient(link.client);
-    zenta.reset();
-    EXPECT_FALSE(create(client));
-}
-
-TEST_F(JackFailures, after_a_restart_under_the_same_name_the_link_works_again)
-{
-    auto zenta = std::make_unique<JackPeer>("ZENTA");
-    zenta->addPairs(5);
-    const Link before = connect();
-    server.kill();
-    ASSERT_TRUE(waitForNotifications(1));
-    services.disposeClient(before.client);
-    zenta.reset();
-    server.start();
-    zenta = std::make_unique<JackPeer>("ZENTA");
-    zenta->addPairs(5);
-    const Link after = connect();
-    EXPECT_EQ(after.destination, before.destination);
-    zenta->send("midi_5", { { 0x90, 0x00, 0x00 } });
-    ASSERT_TRUE(waitForPackets(1));
-    ASSERT_TRUE(send(after, { 0x90, 0x00, 0x7F }));
-    EXPECT_EQ(zenta->received("midi_5_in", 1, milliseconds(Long)),
-        (std::vector<Bytes> { { 0x90, 0x00, 0x7F } }));
-}
-
-TEST_F(JackFailures, the_client_can_be_disposed_of_before_its_death_is_noticed)
-{
-    ASSERT_TRUE(create(client));
-    server.kill();
-    services.disposeClient(client);
-    EXPECT_FALSE(create(client));
-    EXPECT_TRUE(notifications.empty());
-    server.start();
-    EXPECT_TRUE(create(client));
-}
-
-TEST_F(JackFailures, deaths_of_the_server_leak_neither_descriptors_nor_threads)
-{
-    const auto round = [this] {
-        ASSERT_TRUE(create(client));
-        MIDIPort port = 0;
-        ASSERT_TRUE(take(services.createInputPort(client, "in", read, this), port));
-        server.kill();
-        notifications.clear();
-        ASSERT_TRUE(waitForNotifications(1));
-        services.disposeClient(client);
-        server.start();
-    };
-    round();
-    const std::size_t open = descriptors();
-    const std::size_t threads = entriesOf("/proc/self/task");
-    for (int i = 0; i < 5; ++i)
-        round();
-    EXPECT_EQ(descriptors(), open);
-    EXPECT_TRUE(threadsFallTo(threads));
-}
-
-TEST_F(JackFailures, two_hundred_clients_leak_neither_descriptors_nor_threads)
-{
-    JackPeer zenta("ZENTA");
-    zenta.addPairs(5);
-    services.disposeClient(connect().client);
-    const std::size_t open = descriptors();
-    const std::size_t threads = entriesOf("/proc/self/task");
-    for (int i = 0; i < 200; ++i)
-        services.disposeClient(connect().client);
-    EXPECT_EQ(descriptors(), open);
-    EXPECT_TRUE(threadsFallTo(threads));
-}
-
-TEST_F(JackFailures, a_silent_server_holds_up_creation_only_once_and_then_not_at_all)
+TEST_F(JackSilence, a_silent_server_holds_up_creation_only_once_and_then_not_at_all)
 {
     server.stop();
     EXPECT_LT(
@@ -188,7 +68,7 @@ TEST_F(JackFailures, a_silent_server_holds_up_creation_only_once_and_then_not_at
     EXPECT_TRUE(notifications.empty());
 }
 
-TEST_F(JackFailures, a_notice_says_that_jack_does_not_answer_until_it_does)
+TEST_F(JackSilence, a_notice_says_that_jack_does_not_answer_until_it_does)
 {
     JackNotice notice(impatient, std::make_unique<NoNotices>());
     EXPECT_TRUE(notice.current().empty());
@@ -202,7 +82,7 @@ TEST_F(JackFailures, a_notice_says_that_jack_does_not_answer_until_it_does)
     EXPECT_TRUE(notice.current().empty());
 }
 
-TEST_F(JackFailures, a_server_killed_while_a_call_waits_for_it_frees_the_way_for_the_next)
+TEST_F(JackSilence, a_server_killed_while_a_call_waits_for_it_frees_the_way_for_the_next)
 {
     server.stop();
     EXPECT_FALSE(take(impatient.createClient("late", notified, this), client));
@@ -212,7 +92,7 @@ TEST_F(JackFailures, a_server_killed_while_a_call_waits_for_it_frees_the_way_for
     EXPECT_TRUE(waitForClient(impatient, "late"));
 }
 
-TEST_F(JackFailures, every_operation_returns_while_the_server_is_silent)
+TEST_F(JackSilence, every_operation_returns_while_the_server_is_silent)
 {
     JackPeer zenta("ZENTA");
     zenta.addPairs(5);
@@ -250,7 +130,7 @@ TEST_F(JackFailures, every_operation_returns_while_the_server_is_silent)
     EXPECT_TRUE(waitForClient(calm, "client"));
 }
 
-TEST_F(JackFailures, what_could_not_be_had_from_a_silent_server_is_announced_once_it_answers)
+TEST_F(JackSilence, what_could_not_be_had_from_a_silent_server_is_announced_once_it_answers)
 {
     MIDIPort port = 0;
     ASSERT_TRUE(waitForClient(impatient, "client"));
@@ -264,7 +144,7 @@ TEST_F(JackFailures, what_could_not_be_had_from_a_silent_server_is_announced_onc
 }
 
 // The server waits for a client that stands still, so it runs no cycles and connects nothing.
-TEST_F(JackFailures, a_connection_that_is_not_made_in_time_is_given_up_and_announced_once_it_can_be)
+TEST_F(JackSilence, a_connection_that_is_not_made_in_time_is_given_up_and_announced_once_it_can_be)
 {
     JackPeer zenta("ZENTA");
     zenta.addPairs(1);
@@ -281,7 +161,7 @@ TEST_F(JackFailures, a_connection_that_is_not_made_in_time_is_given_up_and_annou
     ASSERT_TRUE(loop.runUntil([&] { return calm.connectSource(input, source, &idArray); }, Long));
 }
 
-TEST_F(JackFailures, a_link_lives_through_two_seconds_of_silence_and_loses_nothing)
+TEST_F(JackSilence, a_link_lives_through_two_seconds_of_silence_and_loses_nothing)
 {
     JackPeer zenta("ZENTA");
     zenta.addPairs(5);
@@ -305,26 +185,17 @@ TEST_F(JackFailures, a_link_lives_through_two_seconds_of_silence_and_loses_nothi
     EXPECT_TRUE(notifications.empty());
 }
 
-TEST_F(JackFailures, services_end_within_bounds_though_the_server_is_silent)
+TEST_F(JackSilence, services_end_within_bounds_though_the_server_is_silent)
 {
-    const std::size_t threads = entriesOf("/proc/self/task");
+    const std::size_t threads = OwnProcess::threads();
     auto ending = std::make_unique<JackMIDIServices>(loop);
     ASSERT_TRUE(waitForClient(*ending, "ending"));
     server.stop();
     EXPECT_LT(duration([&] { ending.reset(); }), Bounded);
     server.resume();
-    EXPECT_TRUE(threadsFallTo(threads)); // the abandoned thread has closed the client
+    EXPECT_TRUE(OwnProcess::threadsFallTo(threads)); // the abandoned thread has closed the client
     const JackPeer peer("ending");
     EXPECT_EQ(peer.name(), "ending");
-}
-
-TEST_F(JackFailures, an_idle_link_wakes_nobody)
-{
-    JackPeer zenta("ZENTA");
-    zenta.addPairs(5);
-    connect();
-    loop.runFor(500ms);
-    EXPECT_LE(loop.turns(), zenta.lateCycles()) << "only a cycle that came too late may wake it";
 }
 
 } // namespace

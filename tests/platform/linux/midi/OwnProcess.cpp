@@ -1,0 +1,39 @@
+#include "tests/platform/linux/midi/OwnProcess.h"
+
+#include <chrono>
+#include <filesystem>
+#include <iterator>
+#include <thread>
+
+namespace kestrel::test::OwnProcess {
+
+namespace {
+std::size_t entriesOf(const char* directory)
+{
+    const std::filesystem::directory_iterator entries(directory);
+    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+} // namespace
+
+std::size_t descriptors()
+{
+    return entriesOf("/proc/self/fd");
+}
+
+std::size_t threads()
+{
+    return entriesOf("/proc/self/task");
+}
+
+bool threadsFallTo(std::size_t count)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (threads() > count) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        std::this_thread::yield();
+    }
+    return true;
+}
+
+} // namespace kestrel::test::OwnProcess
