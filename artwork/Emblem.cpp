@@ -1,12 +1,23 @@
 #include "artwork/Emblem.h"
 
+#include <QPainterPathStroker>
 #include <QTransform>
 
 namespace kestrel::artwork {
 
-QPainterPath kestrelMark(QPointF centre, double span)
+namespace {
+
+// Shapes are drawn in a box 100 wide.
+QPainterPath withMirrored(const QPainterPath& half)
 {
-    // Right half from the beak to the end of the tail, in a box 100 wide.
+    QPainterPath whole = half;
+    whole.addPath(QTransform::fromScale(-1, 1).map(half));
+    return whole;
+}
+
+QPainterPath silhouette()
+{
+    // Right half from the beak to the end of the tail.
     QPainterPath half;
     half.moveTo(0, -25);
     half.cubicTo(5, -25, 8, -21, 8, -15);
@@ -16,14 +27,65 @@ QPainterPath kestrelMark(QPointF centre, double span)
     half.lineTo(15, 40);
     half.quadTo(8, 44, 0, 44);
     half.closeSubpath();
+    return withMirrored(half).simplified();
+}
 
-    QPainterPath whole = half;
-    whole.addPath(QTransform::fromScale(-1, 1).map(half));
+void addCurve(QPainterPath& path, QPointF from, QPointF bend, QPointF to)
+{
+    path.moveTo(from);
+    path.quadTo(bend, to);
+}
 
+// The lines between the feathers of the wings and of the tail.
+QPainterPath quills()
+{
+    QPainterPath half;
+    half.moveTo(9, -3.5); // the edge of the small feathers, from the shoulder outwards
+    half.cubicTo(22, -4, 34, -10.5, 43, -24);
+    addCurve(half, { 38, -17 }, { 43, -18 }, { 50, -19 });
+    addCurve(half, { 32, -11.5 }, { 37, -11 }, { 44, -8 });
+    addCurve(half, { 25, -7.5 }, { 29.5, -5 }, { 35.5, 2 });
+    addCurve(half, { 17, -5 }, { 20, -1 }, { 23.5, 9 });
+    addCurve(half, { 4.6, 22.5 }, { 6.2, 28 }, { 7.8, 35 });
+    QPainterPath whole = withMirrored(half);
+    addCurve(whole, { 0, 21 }, { 0, 28 }, { 0, 35 });
+    return whole;
+}
+
+QPainterPath tailBand()
+{
+    QPainterPath band;
+    addCurve(band, { -18, 34 }, { 0, 39 }, { 18, 34 });
+    return band;
+}
+
+QPainterPath stroked(const QPainterPath& lines, double width)
+{
+    QPainterPathStroker pen;
+    pen.setWidth(width);
+    pen.setCapStyle(Qt::RoundCap);
+    return pen.createStroke(lines);
+}
+
+QPainterPath placed(const QPainterPath& shape, QPointF centre, double span)
+{
     QTransform place;
     place.translate(centre.x(), centre.y());
     place.scale(span / 100.0, span / 100.0);
-    return place.map(whole.simplified());
+    return place.map(shape);
+}
+
+} // namespace
+
+QPainterPath kestrelMark(QPointF centre, double span)
+{
+    return placed(silhouette(), centre, span);
+}
+
+QPainterPath featheredKestrelMark(QPointF centre, double span)
+{
+    const QPainterPath gaps = stroked(quills(), 1.8).united(stroked(tailBand(), 2.4));
+    return placed(silhouette().subtracted(gaps), centre, span);
 }
 
 } // namespace kestrel::artwork

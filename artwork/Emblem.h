@@ -8,4 +8,7 @@ namespace kestrel::artwork {
 // centred on `centre` and as wide as `span`.
 [[nodiscard]] QPainterPath kestrelMark(QPointF centre, double span);
 
+// The same emblem with gaps between its feathers, for sizes in which there is room for them.
+[[nodiscard]] QPainterPath featheredKestrelMark(QPointF centre, double span);
+
 } // namespace kestrel::artwork

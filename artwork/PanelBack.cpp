@@ -89,7 +89,7 @@ void drawNamePlate(Canvas& canvas)
 
 void drawRightColumn(Canvas& canvas)
 {
-    engraveShape(canvas, kestrelMark(QPointF(730.5, 66), 46), EngravedGrey);
+    engraveShape(canvas, featheredKestrelMark(QPointF(730.5, 66), 51), EngravedGrey);
 }
 
 } // namespace
