@@ -32,10 +32,12 @@ protected:
     // Records each event for assistive technology as a text.
     void listen(QAccessibleEvent* event)
     {
-        if (event->object() == &view && isSentence(*event))
+        if (event->object() == &view && isAnnouncement(*event)) {
             sentences.push_back(view.accessibleDescription().toStdString());
-        if (event->child() == PlugInPanelAccessible::Notification)
             return;
+        }
+        if (event->child() == PlugInPanelAccessible::Notification)
+            return listenToNotification(*event);
         const std::string child = std::to_string(event->child());
         if (event->type() == QAccessible::NameChanged)
             told.push_back("name " + child);
@@ -68,15 +70,27 @@ protected:
     std::vector<std::string> sentences;
 
 private:
-    static bool isSentence(const QAccessibleEvent& event)
+    static bool isAnnouncement(const QAccessibleEvent& event)
     {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
         return event.type() == QAccessible::Announcement;
 #else
-        return event.type() == QAccessible::ObjectShow
-            && event.accessibleInterface()->role() == QAccessible::Notification;
+        Q_UNUSED(event)
+        return false;
 #endif
     }
+    // A listener keeps names until it is told of another one.
+    void listenToNotification(const QAccessibleEvent& event)
+    {
+        QAccessibleInterface& notification = *event.accessibleInterface();
+        if (event.type() == QAccessible::NameChanged)
+            m_notified = notification.text(QAccessible::Name).toStdString();
+        if (event.type() == QAccessible::ObjectShow
+            && notification.role() == QAccessible::Notification)
+            sentences.push_back(m_notified);
+    }
+
+    std::string m_notified;
 };
 } // namespace
 
