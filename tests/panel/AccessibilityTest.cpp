@@ -416,7 +416,10 @@ TEST_F(Accessibility, a_change_of_a_parameter_is_told_as_one_sentence)
     ASSERT_TRUE(QTest::qWaitFor([&] { return !sentences.empty(); }));
     display(4, "-23.5 dB  ");
     ASSERT_TRUE(QTest::qWaitFor([&] { return sentences.size() == 2; }));
-    EXPECT_THAT(sentences, ElementsAre("Threshold −24.0 dB", "Threshold −23.5 dB"));
+    display(4, "-24.0 dB  ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return sentences.size() == 3; }));
+    EXPECT_THAT(
+        sentences, ElementsAre("Threshold −24.0 dB", "Threshold −23.5 dB", "Threshold −24.0 dB"));
 }
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
@@ -498,6 +501,29 @@ TEST_F(Accessibility, no_sentence_is_told_while_nobody_listens_or_nothing_has_ch
     QTest::qWait(static_cast<int>(PanelAnnouncer::PauseBetweenSentences.count()) + 100);
     EXPECT_EQ(view.accessibleDescription(), "Gain");
     EXPECT_EQ(sentences.size(), 1U);
+}
+
+TEST_F(Accessibility, a_sentence_that_is_due_when_nobody_listens_any_more_is_not_told)
+{
+    display(0, "Gain      ");
+    active = false;
+    // A sentence of the next panel comes after one of this panel.
+    PlugInPanelView other({ 0, 0, 782, 220 });
+    new PanelAnnouncer(other, { [] { return true; }, [](QAccessibleEvent*) {} });
+    other.updateZone(PanelMessages::display({ { 0, "Ratio     " } }), true);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return other.accessibleDescription() == "Ratio"; }));
+    EXPECT_THAT(sentences, IsEmpty());
+    EXPECT_EQ(view.accessibleDescription(), "");
+}
+
+TEST_F(Accessibility, who_stops_to_listen_starts_no_comparison)
+{
+    display(0, "Gain      ");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !sentences.empty(); }));
+    active = false;
+    display(0, "Ratio     ");
+    QAccessible::setActive(false);
+    EXPECT_EQ(view.accessibleDescription(), "Gain");
 }
 
 TEST_F(Accessibility, who_starts_to_listen_late_is_told_the_sentences_of_later_changes_only)
