@@ -1,6 +1,7 @@
 #include "tests/platform/linux/x11/X11Bench.h"
 #include "tests/platform/linux/x11/XClient.h"
 
+#include <gmock/gmock.h>
 #include <xcb/xtest.h>
 
 namespace kestrel::test {
@@ -130,6 +131,22 @@ TEST_F(HeldModifiers, one_that_another_program_holds_through_xtest_stays_with_it
     EXPECT_EQ(user->modifiers(), 0u);
     pressShortcut(KeyS, Modifier::Shift);
     EXPECT_EQ(received(), "Shift down; S down Shift; Shift up Shift") << "it is ours again";
+}
+
+// The event of the other program's press comes after our own release of the same key.
+TEST_F(HeldModifiers, one_that_another_program_held_before_our_release_is_ours_again)
+{
+    const XClient other(server->display());
+    xcb_test_fake_input(
+        other.xcb(), XCB_KEY_PRESS, XKey::Shift, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    other.synchronise();
+    server->stop(); // it answers nothing of what follows before the event is read
+    pressShortcut(KeyS, Modifier::Shift);
+    session->connection.takeIn();
+    pressShortcut(KeyD, Modifier::Shift);
+    server->resume();
+    EXPECT_THAT(received(), testing::HasSubstr("D down Shift"));
+    EXPECT_EQ(user->modifiers(), 0u);
 }
 
 TEST_F(HeldModifiers, one_that_stood_in_at_the_end_is_not_left_down)
