@@ -29,13 +29,6 @@ QRect flipped(const QRect& rect)
     return { QPoint(rect.left(), height - rect.top() - rect.height()), rect.size() };
 }
 
-// QWidget keeps the frame that it knew when the window last moved. A slow window manager may have
-// framed the window after that.
-QRect presentFrame(const QWidget& window)
-{
-    return window.isVisible() ? window.windowHandle()->frameGeometry() : window.frameGeometry();
-}
-
 QString words(const QRect& rect)
 {
     return QStringLiteral("%1 %2 %3 %4 ")
@@ -53,15 +46,15 @@ SavedWindowFrame::SavedWindowFrame(std::string_view autosaveName, DefaultsStore&
 {
 }
 
-// Ignores a window that was never shown: its title bar is unknown, and its place came from the
-// saved frame.
+// Asks the native window, because a QWidget keeps the frame that it knew when it last moved, and a
+// slow window manager may have framed the window after that.
 void SavedWindowFrame::save(const QWidget& window)
 {
-    if (!window.windowHandle())
+    if (!window.isVisible())
         return;
+    const QRect frame = window.windowHandle()->frameGeometry();
     const QByteArray text
-        = (words(flipped(presentFrame(window))) + words(flipped(window.screen()->geometry())))
-              .toLatin1();
+        = (words(flipped(frame)) + words(flipped(window.screen()->geometry()))).toLatin1();
     m_defaults.setData(m_key,
         { reinterpret_cast<const std::uint8_t*>(text.constData()),
             static_cast<std::size_t>(text.size()) });

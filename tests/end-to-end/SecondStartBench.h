@@ -26,7 +26,8 @@ protected:
     using Process = std::unique_ptr<stage::ChildProcess>;
     static constexpr milliseconds Timeout { 20000 };
 
-    SecondStartBench()
+    explicit SecondStartBench(const stage::PrivateXServer::Options& options = {})
+        : display(options)
     {
         environment = settings.environment();
         environment.merge(display.environment());
@@ -84,7 +85,7 @@ protected:
     }
 
     stage::ThrowAwaySettings settings;
-    stage::PrivateXServer display { stage::PrivateXServer::Options { .tray = false } };
+    stage::PrivateXServer display;
     stage::ChildProcess::Environment environment;
     std::string folder = settings.home() / "runtime" / "kestrel";
     std::string socket = folder + "/kestrel.socket";
