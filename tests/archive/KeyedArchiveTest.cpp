@@ -49,6 +49,8 @@ TEST(KeyedArchive, numbers_its_objects_depth_first_as_the_framework_does)
     auto table = std::make_shared<ArchiveDictionary>();
     table->set(1, arrayOf({ 0, 0, QString(), false }));
     table->set(2, arrayOf({ 0, 7, string("⌘"), true }));
+    const std::string dictionaryClass = "{ $classname=\"NSMutableDictionary\" $classes=[ "
+                                        "\"NSMutableDictionary\" \"NSDictionary\" \"NSObject\" ] }";
     EXPECT_EQ(writtenObjects(table),
         (std::vector<std::string> {
             "\"$null\"",
@@ -64,8 +66,7 @@ TEST(KeyedArchive, numbers_its_objects_depth_first_as_the_framework_does)
             "7",
             "\"⌘\"",
             "true",
-            "{ $classname=\"NSMutableDictionary\" $classes=[ \"NSMutableDictionary\" "
-            "\"NSDictionary\" \"NSObject\" ] }",
+            dictionaryClass,
         }));
 }
 

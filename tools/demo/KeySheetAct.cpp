@@ -8,8 +8,8 @@
 namespace kestrel {
 
 namespace {
-const std::string Title = "Save Key Sheet";
-constexpr char Mnemonic = 'k';
+const std::string DialogTitle = "Save Key Sheet";
+constexpr char DialogMnemonic = 'k';
 } // namespace
 
 void KeySheetAct::save()
@@ -29,14 +29,14 @@ void KeySheetAct::saveAs(const std::filesystem::path& sheet)
 {
     const stage::Person person(m_performance.studio);
     std::filesystem::remove(sheet);
-    person.chooseFromTray(Mnemonic);
-    person.waitUntilShown(Title);
+    person.chooseFromTray(DialogMnemonic);
+    person.waitUntilShown(DialogTitle);
     person.press("ctrl+a");
     person.type(sheet.string());
     if (sheet.extension() == ".pdf")
         m_performance.photograph("key-sheet-dialog");
     person.press("Return");
-    person.waitUntilGone(Title);
+    person.waitUntilGone(DialogTitle);
     m_performance.checkSoon(
         "key sheet " + sheet.string(), [&sheet] { return std::filesystem::exists(sheet); });
 }

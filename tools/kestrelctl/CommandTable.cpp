@@ -4,7 +4,7 @@ namespace kestrel::ctl {
 
 std::span<const Command> commandTable()
 {
-    static constexpr Command table[] = {
+    static constexpr Command Table[] = {
         { "status", "Print what the running Kestrel does", defineStatus },
         { "activity", "Print what the console sends and what becomes of it", defineActivity },
         { "record", "Record that as a script that zenta-console plays", defineRecord },
@@ -14,7 +14,7 @@ std::span<const Command> commandTable()
         { "set", "Work on sets in files and on the stored one", defineSet },
         { "completion", "Print the completions for a shell", defineCompletion },
     };
-    return table;
+    return Table;
 }
 
 } // namespace kestrel::ctl

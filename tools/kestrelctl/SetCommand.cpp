@@ -5,7 +5,7 @@ namespace kestrel::ctl {
 
 Run defineSet(CLI::App& options)
 {
-    static constexpr Command table[] = {
+    static constexpr Command Table[] = {
         { "show", "Print a set as a table", defineSetShow },
         { "json", "Print a set as JSON text, with all that it has", defineSetJson },
         { "from-json", "Make the set of a JSON text", defineSetFromJson },
@@ -15,7 +15,7 @@ Run defineSet(CLI::App& options)
         { "sheet", "Draw the keys with their names and shortcuts, to print", defineSetSheet },
     };
     options.footer("Where a set is read, its JSON text does as well.");
-    return defineCommands(options, table);
+    return defineCommands(options, Table);
 }
 
 } // namespace kestrel::ctl

@@ -4,7 +4,7 @@ namespace kestrel::ctl {
 
 std::span<const NamedCheck> checks()
 {
-    static constexpr NamedCheck table[] = {
+    static constexpr NamedCheck Table[] = {
         { "kestrel", ProgramChecks::kestrel },
         { "start", ProgramChecks::start },
         { "display", KeyChecks::display },
@@ -26,7 +26,7 @@ std::span<const NamedCheck> checks()
         { "login", ProgramChecks::autostart },
         { "file type", ProgramChecks::fileType },
     };
-    return table;
+    return Table;
 }
 
 } // namespace kestrel::ctl

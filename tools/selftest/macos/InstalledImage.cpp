@@ -134,7 +134,7 @@ std::string InstalledImage::use(const std::string& set)
     // The set has become live when its copy is there; a set that is refused has none.
     if (!stage::comesTrue([] { return std::filesystem::exists(recoveryFile()); }, StartTimeout))
         return "the installed program did not open the set";
-    if (const auto problem = useCompanion(set); !problem.empty())
+    if (auto problem = useCompanion(set); !problem.empty())
         return problem;
     if (!succeeds({ "killall", "-TERM", Name }))
         return "the installed program has ended by itself";
