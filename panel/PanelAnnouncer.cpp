@@ -47,7 +47,7 @@ void PanelAnnouncer::accessibilityActiveChanged(bool isActive)
     if (!isActive || m_silence.isActive() || !m_view.myZonesArray())
         return;
     if (!m_spoken.changed(*m_view.myZonesArray()).isEmpty())
-        m_view.setAccessibleDescription(QString()); // it tells what a listener heard earlier
+        forgetSentence(); // it tells what a listener heard earlier
 }
 
 // Remembers a change that nobody hears.
@@ -75,7 +75,7 @@ void PanelAnnouncer::speak()
         return;
     const QString sentence = m_spoken.changed(*m_view.myZonesArray());
     if (m_spoken.isBlank())
-        m_view.setAccessibleDescription(QString());
+        forgetSentence();
     if (sentence.isEmpty())
         return;
     m_view.setAccessibleDescription(sentence);
@@ -85,6 +85,17 @@ void PanelAnnouncer::speak()
 #else
     tell(QAccessible::NameChanged, PlugInPanelAccessible::Notification);
     tell(QAccessible::ObjectShow, PlugInPanelAccessible::Notification);
+#endif
+}
+
+void PanelAnnouncer::forgetSentence()
+{
+    if (m_view.accessibleDescription().isEmpty())
+        return;
+    m_view.setAccessibleDescription(QString());
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+    tell(QAccessible::NameChanged, PlugInPanelAccessible::Notification);
+    tell(QAccessible::ObjectHide, PlugInPanelAccessible::Notification);
 #endif
 }
 

@@ -34,6 +34,7 @@ private:
     void contentChanged();
     void announce();
     void speak();
+    void forgetSentence();
     void forgetAnnounced();
     void announceRows();
     void announceKnobs();

@@ -9,7 +9,7 @@
 namespace kestrel {
 
 // The panel as assistive technology sees it: two rows of text, four knobs and eight lamps, in
-// reading order, and what it says.
+// reading order, and a notification.
 class PlugInPanelAccessible : public QAccessibleWidget {
 public:
     static constexpr int Rows = 2;

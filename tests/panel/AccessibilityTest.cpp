@@ -68,6 +68,7 @@ protected:
     bool active = true;
     std::vector<std::string> told;
     std::vector<std::string> sentences;
+    std::vector<std::string> hidden; // names of notifications when they were hidden
 
 private:
     static bool isAnnouncement(const QAccessibleEvent& event)
@@ -88,6 +89,8 @@ private:
         if (event.type() == QAccessible::ObjectShow
             && notification.role() == QAccessible::Notification)
             sentences.push_back(m_notified);
+        if (event.type() == QAccessible::ObjectHide)
+            hidden.push_back(m_notified);
     }
 
     std::string m_notified;
@@ -435,6 +438,7 @@ TEST_F(Accessibility, the_sentence_is_a_notification_until_the_panel_falls_silen
     EXPECT_FALSE(notification->state().invisible);
     display(0, "          ");
     EXPECT_TRUE(QTest::qWaitFor([&] { return notification->state().invisible; }));
+    EXPECT_THAT(hidden, ElementsAre(""));
 }
 #endif
 
