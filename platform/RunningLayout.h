@@ -11,7 +11,7 @@ namespace kestrel {
 // The keyboard layout that is in use. Main thread only.
 class RunningLayout {
 public:
-    // In UTF-8, as a captured shortcut is named.
+    // In UTF-8. Empty where a key types no character that can be shown.
     struct Characters {
         std::string plain;
         std::string withShift;

@@ -164,7 +164,8 @@ void Check::checkKeyName(const Record& record)
         checkLayout(record);
 }
 
-// The name of a key without a fixed name is what it types, in upper case.
+// The name of a key without a fixed name is what it types, in upper case. Nothing is known of the
+// name of a key that types nothing.
 void Check::checkLayout(const Record& record)
 {
     const QStringList characters = m_keyboard.characters(record.stroke.code);
@@ -176,7 +177,8 @@ void Check::checkLayout(const Record& record)
                 .arg(record.place)
                 .arg(record.stroke.code)
                 .arg(shown));
-    else if (std::none_of(characters.begin(), characters.end(), types))
+    else if (!characters.join(QString()).isEmpty()
+        && std::none_of(characters.begin(), characters.end(), types))
         add(Kind::UnknownKey, { record.key },
             QStringLiteral("%1: in this keyboard layout the key of \"%2\" types \"%3\"")
                 .arg(record.place, shown, SetWords::printable(characters.front().toUpper())));

@@ -24,6 +24,11 @@ LayoutData dataOf(const InputSource& source)
         TISGetInputSourceProperty(source.get(), kTISPropertyUnicodeKeyLayoutData)));
 }
 
+bool isControlCharacter(UniChar unit)
+{
+    return unit < 0x20 || unit == 0x7F;
+}
+
 class CarbonRunningLayout final : public RunningLayout {
 public:
     explicit CarbonRunningLayout(LayoutData data)
@@ -33,15 +38,16 @@ public:
 
     [[nodiscard]] std::optional<Characters> charactersOf(KeyCode key) override
     {
-        std::string plain = typed(key, 0);
-        if (plain.empty())
+        auto plain = typed(key, 0);
+        if (!plain)
             return {};
-        return Characters { std::move(plain), typed(key, Shift) };
+        return Characters { *std::move(plain), typed(key, Shift).value_or(std::string()) };
     }
 
 private:
-    // A dead key types its accent. Empty for a key that the layout does not have.
-    [[nodiscard]] std::string typed(KeyCode key, UInt32 modifiers) const
+    // A dead key types its accent. Empty for a key that types a control character, as function keys
+    // do. No value for a key that the layout does not have.
+    [[nodiscard]] std::optional<std::string> typed(KeyCode key, UInt32 modifiers) const
     {
         std::array<UniChar, LongestText> text {};
         UniCharCount length = 0;
@@ -50,11 +56,14 @@ private:
             = reinterpret_cast<const UCKeyboardLayout*>(CFDataGetBytePtr(m_data.get()));
         if (UCKeyTranslate(layout, key, kUCKeyActionDown, modifiers, LMGetKbdType(),
                 kUCKeyTranslateNoDeadKeysMask, &deadKeyState, text.size(), &length, text.data())
-            != noErr)
+                != noErr
+            || length == 0)
             return {};
+        if (length == 1 && isControlCharacter(text[0]))
+            return std::string();
         const CFHolder string(CFStringCreateWithCharacters(
             kCFAllocatorDefault, text.data(), static_cast<CFIndex>(length)));
-        return CFText::toUtf8(string.get()).value_or(std::string());
+        return CFText::toUtf8(string.get());
     }
 
     const LayoutData m_data;

@@ -116,6 +116,14 @@ TEST(SetCheck, finds_keys_that_the_layout_does_not_have_or_that_type_something_e
             "(\"§\")"));
 }
 
+TEST(SetCheck, compares_no_name_with_a_key_that_types_nothing)
+{
+    SetBuilder builder;
+    builder.record(1, 0, { 0, 110, QStringLiteral("\uF735"), false });
+    const auto silent = [](KeyCode) { return QStringList { QString(), QString() }; };
+    EXPECT_THAT(findings(builder.set(), { hasAll, silent }), IsEmpty());
+}
+
 TEST(SetCheck, reports_as_json)
 {
     EXPECT_EQ(SetCheck::json({}), "{ \"findings\": [] }\n");

@@ -60,6 +60,15 @@ TEST_F(RunningLayoutTest, a_key_that_the_layout_does_not_have_has_no_characters)
     EXPECT_EQ(typed(*layout, KeyS), "none");
 }
 
+TEST_F(RunningLayoutTest, a_key_that_types_a_control_character_has_no_text)
+{
+    constexpr KeyCode Menu = 110;
+    inputSources().current = { Layout { { { Menu, { u"\x10", u"\x10" } } } } };
+    const auto layout = runningLayout();
+    ASSERT_NE(layout, nullptr);
+    EXPECT_EQ(typed(*layout, Menu), " ");
+}
+
 TEST_F(RunningLayoutTest, a_dead_key_types_its_accent_and_changes_no_other_key)
 {
     inputSources().current = { German };
