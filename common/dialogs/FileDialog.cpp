@@ -38,12 +38,15 @@ FileDialog::FileDialog(Purpose purpose, const QList<Kind>& kinds, QString& folde
         setAcceptMode(AcceptSave);
         setDefaultSuffix(m_extensions.front());
         connect(this, &QFileDialog::filterSelected, this, [this, filters](const QString& filter) {
-            setDefaultSuffix(m_extensions.value(filters.indexOf(filter)));
+            setDefaultSuffix(m_extensions.value(filters.indexOf(filter), m_extensions.front()));
         });
     }
     connect(this, &QDialog::finished, this, [this, &folder] {
         const QString path = chosenPath();
-        folder = path.isEmpty() ? directory().absolutePath() : QFileInfo(path).absolutePath();
+        if (!path.isEmpty())
+            folder = QFileInfo(path).absolutePath();
+        else if (directoryUrl().isLocalFile())
+            folder = directoryUrl().toLocalFile();
     });
 }
 
