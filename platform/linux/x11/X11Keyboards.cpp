@@ -7,6 +7,8 @@
 
 #include <xcb/xtest.h>
 
+#include <utility>
+
 namespace kestrel {
 
 namespace {
@@ -76,12 +78,14 @@ void X11Keyboards::selectInputEvents(DeviceId device, std::uint32_t mask)
 
 void X11Keyboards::findDevices()
 {
-    m_xtest.reset();
+    const auto before = std::exchange(m_xtest, std::nullopt);
     m_userKeyboards.clear();
     if (m_inputOpcode == 0)
         return;
     const auto found = KeyboardDevices::find(m_connection);
     m_xtest = found.xtest;
+    if (m_xtest != before)
+        m_leftOff = 0;
     if (m_xtest)
         followModifiers(*m_xtest);
     for (const DeviceId device : found.users) {

@@ -75,7 +75,9 @@ std::uint32_t leaveOff(X11Connection& connection, std::uint8_t xtestDevice, std:
 {
     const auto before = connection.reply<xcb_xkb_per_client_flags_reply_t>(
         xcb_xkb_per_client_flags(connection.xcb(), xtestDevice, 0, 0, 0, 0, 0).sequence);
-    const std::uint32_t owed = before ? controls & before->autoCtrls & before->autoCtrlsValues : 0;
+    if (!before)
+        return 0;
+    const std::uint32_t owed = controls & before->autoCtrls & before->autoCtrlsValues;
     (void)connection.reply<xcb_xkb_per_client_flags_reply_t>(xcb_xkb_per_client_flags(
         connection.xcb(), xtestDevice, AutoReset, AutoReset, controls, 0, 0)
                                                                  .sequence);
