@@ -29,6 +29,16 @@ protected:
             std::to_string(place.y + place.height / 2), "click", button });
         ASSERT_TRUE(panel->waitForLineWith("pressed", Timeout).has_value());
     }
+    // Qt writes the hints of a window that is shown without the proportion, and the program adds it
+    // once it has learnt of that.
+    void waitForProportionHint()
+    {
+        constexpr std::uint32_t AspectFlag = 1U << 7;
+        waitUntil("the hints have the proportion", [this] {
+            const auto hints = workstation.words(panelWindow, "WM_NORMAL_HINTS");
+            return !hints.empty() && (hints.front() & AspectFlag) != 0;
+        });
+    }
     void maximise() const
     {
         workstation.tell(panelWindow, "_NET_WM_STATE",
@@ -138,6 +148,7 @@ TEST_F(PanelOnDesktop, dragging_its_corner_keeps_it_in_proportion_at_every_step)
 {
     startPanel();
     showPanel();
+    waitForProportionHint();
     const Place start = panelPlace();
     pointer({ "mousemove", std::to_string(start.x + start.width),
         std::to_string(start.y + start.height + 3), "mousedown", "1" });
