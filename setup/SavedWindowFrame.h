@@ -19,7 +19,7 @@ class SavedWindowFrame {
 public:
     SavedWindowFrame(std::string_view autosaveName, DefaultsStore& defaults);
 
-    // What is saved of a window that is not shown stays.
+    // Leaves the saved frame alone while the window is not shown.
     void save(const QWidget& window);
 
     // Moves the window to the saved frame, onto a screen if necessary. The window keeps its size.

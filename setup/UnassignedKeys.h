@@ -7,8 +7,9 @@
 
 namespace kestrel {
 
-// Knows the keys whose typed shortcuts the user left without Assign, until an edit of them is
-// accepted. Indices are 0-based; others than those of the twelve keys are ignored.
+// Knows the keys whose typed shortcuts the user left without Assign. An edit unmarks its key, which
+// is marked again if the edit is thrown away. Indices are 0-based; others than those of the twelve
+// keys are ignored.
 class UnassignedKeys {
 public:
     // Whether the fields hold something that waits for Assign, and for which key.

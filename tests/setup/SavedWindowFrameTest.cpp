@@ -84,6 +84,16 @@ TEST(SavedWindowFrame, hiding_the_window_by_itself_saves_too)
     EXPECT_EQ(bench.controller.window()->pos(), QPoint(33, 44));
 }
 
+TEST(SavedWindowFrame, another_window_that_closes_saves_no_frame_of_a_hidden_one)
+{
+    SetupBench bench;
+    bench.open();
+    bench.controller.window()->hide();
+    store(bench.defaults, "saved before");
+    bench.center.post(NotificationName::windowWillClose);
+    EXPECT_EQ(stored(bench.defaults), "saved before");
+}
+
 TEST(SavedWindowFrame, a_window_that_was_never_shown_has_no_frame_to_save)
 {
     SetupBench bench;
