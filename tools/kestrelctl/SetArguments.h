@@ -37,7 +37,7 @@ struct StoredSet {
     StoredAssignments assignments; // with a live set
 
     // Throws SetFile::Error if the defaults cannot be read. They would look like empty ones.
-    static StoredSet open(
+    [[nodiscard]] static StoredSet open(
         StoredAssignments::Unusable unusable = StoredAssignments::Unusable::LeftAlone);
 };
 
