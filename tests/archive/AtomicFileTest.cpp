@@ -42,6 +42,7 @@ private:
 };
 
 constexpr int LongAgoSeconds = 120;
+constexpr uid_t Nobody = 65534;
 
 class AtomicFileTest : public testing::Test {
 protected:
@@ -109,7 +110,6 @@ TEST_F(AtomicFileTest, a_large_save_on_a_full_disk_fails_and_keeps_the_old_file)
 // Root may write to every file, so this is tried as somebody else.
 TEST_F(AtomicFileTest, a_file_marked_read_only_is_not_replaced)
 {
-    constexpr uid_t Nobody = 65534;
     ASSERT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("old"))));
     ASSERT_TRUE(QFile::setPermissions(path(), QFile::ReadOwner));
     const auto exitCodeOfWriting = [this] {
@@ -244,6 +244,17 @@ TEST_F(AtomicFileTest, leaves_alone_what_another_program_may_be_writing)
         QDateTime::currentDateTime().addSecs(-30), QFileDevice::FileModificationTime));
     EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
     EXPECT_EQ(names(), (QStringList { "set.ZKCF", "set.ZKCF.yOuNgE" }));
+}
+
+TEST_F(AtomicFileTest, leaves_alone_what_belongs_to_another_user)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "Only root can give a file to another user.";
+    leave("set.ZKCF.mYoWnX");
+    leave("set.ZKCF.tHeIrS");
+    ASSERT_EQ(chown(qPrintable(path("set.ZKCF.tHeIrS")), Nobody, Nobody), 0);
+    EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
+    EXPECT_EQ(names(), (QStringList { "set.ZKCF", "set.ZKCF.tHeIrS" }));
 }
 
 TEST_F(AtomicFileTest, removes_a_file_only_if_it_still_has_the_content)
