@@ -12,6 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+#include <string>
+
 namespace kestrel::test {
 
 namespace {
@@ -390,6 +394,21 @@ TEST_F(RecoveryFile, is_older_than_what_is_stored_after_the_clock_was_set_back)
     StoredAssignments next = run();
     next.setupShortcutKey();
     EXPECT_EQ(next.myUserAssignFile()->getShortcutTitle(1), QString("Newer"));
+}
+
+// The time of a folder in its place says nothing about a set.
+TEST_F(RecoveryFile, that_is_a_folder_does_not_make_the_defaults_newer)
+{
+    ASSERT_TRUE(QDir().mkpath(path()));
+    std::filesystem::last_write_time(path().toStdString(),
+        std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+    const auto inTheFuture = QFileInfo(path()).lastModified().toMSecsSinceEpoch();
+    StoredAssignments assignments = run();
+    assignments.setupShortcutKey();
+    assignments.myUserAssignFile()->setShortcutTitle("Undo", 1);
+    EXPECT_TRUE(assignments.writeUserDefault());
+    const Bytes& text = defaults.content.at("KestrelAssignmentsStoredAt");
+    EXPECT_LT(std::stoll(std::string(text.begin(), text.end())), inTheFuture);
 }
 
 TEST_F(RecoveryFile, that_is_no_whole_set_is_kept_aside_and_the_defaults_are_restored)
