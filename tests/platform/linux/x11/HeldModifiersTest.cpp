@@ -16,6 +16,16 @@ protected:
         user->press(key);
         received();
     }
+    // Posts through XTEST and lets the adapters know.
+    void otherPosts(std::uint8_t type, xcb_keycode_t key)
+    {
+        xcb_test_fake_input(other.xcb(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+        other.synchronise();
+        settle();
+        received();
+    }
+
+    const XClient other { server->display() };
 };
 } // namespace
 
@@ -110,15 +120,7 @@ TEST_F(HeldModifiers, following_them_costs_nothing_while_none_changes)
 
 TEST_F(HeldModifiers, one_that_another_program_holds_through_xtest_stays_with_it)
 {
-    const XClient other(server->display());
-    const auto post = [&](std::uint8_t type) {
-        xcb_test_fake_input(
-            other.xcb(), type, XKey::Shift, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
-        other.synchronise();
-        settle();
-        received();
-    };
-    post(XCB_KEY_PRESS);
+    otherPosts(XCB_KEY_PRESS, XKey::Shift);
     pressShortcut(KeyS, Modifier::Shift);
     EXPECT_EQ(received(), "S down Shift");
     releaseShortcut(KeyS, Modifier::Shift);
@@ -127,7 +129,7 @@ TEST_F(HeldModifiers, one_that_another_program_holds_through_xtest_stays_with_it
     keyEvents->releaseAll();
     settle();
     EXPECT_EQ(user->modifiers(), 1u);
-    post(XCB_KEY_RELEASE);
+    otherPosts(XCB_KEY_RELEASE, XKey::Shift);
     EXPECT_EQ(user->modifiers(), 0u);
     pressShortcut(KeyS, Modifier::Shift);
     EXPECT_EQ(received(), "Shift down; S down Shift; Shift up Shift") << "it is ours again";
@@ -136,7 +138,6 @@ TEST_F(HeldModifiers, one_that_another_program_holds_through_xtest_stays_with_it
 // The event of the other program's press comes after our own release of the same key.
 TEST_F(HeldModifiers, one_that_another_program_held_before_our_release_is_ours_again)
 {
-    const XClient other(server->display());
     xcb_test_fake_input(
         other.xcb(), XCB_KEY_PRESS, XKey::Shift, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
     other.synchronise();
@@ -147,6 +148,33 @@ TEST_F(HeldModifiers, one_that_another_program_held_before_our_release_is_ours_a
     server->resume();
     EXPECT_THAT(received(), testing::HasSubstr("D down Shift"));
     EXPECT_EQ(user->modifiers(), 0u);
+}
+
+// Our release takes it from the other program. The server tells so only after the next press.
+TEST_F(HeldModifiers, one_that_another_program_holds_is_ours_after_our_release)
+{
+    otherPosts(XCB_KEY_PRESS, XKey::Shift);
+    server->stop(); // no event of what follows can arrive before the last press is posted
+    EXPECT_EQ(keyEvents->postBare(ModifierKey::Shift, KeyEvents::Direction::Down),
+        KeyEvents::Result::Posted);
+    EXPECT_EQ(keyEvents->postBare(ModifierKey::Shift, KeyEvents::Direction::Up),
+        KeyEvents::Result::Posted);
+    pressShortcut(KeyS, Modifier::Shift);
+    server->resume();
+    EXPECT_THAT(received(), testing::HasSubstr("S down Shift"));
+    EXPECT_EQ(user->modifiers(), 0u);
+}
+
+// The server tells of the release of the last Shift key only.
+TEST_F(HeldModifiers, one_is_ours_after_another_program_has_released_all_that_it_held)
+{
+    otherPosts(XCB_KEY_PRESS, XKey::Shift);
+    otherPosts(XCB_KEY_PRESS, XKey::RightShift);
+    otherPosts(XCB_KEY_RELEASE, XKey::Shift);
+    otherPosts(XCB_KEY_RELEASE, XKey::RightShift);
+    EXPECT_EQ(user->modifiers(), 0u);
+    pressShortcut(KeyS, Modifier::Shift);
+    EXPECT_EQ(received(), "Shift down; S down Shift; Shift up Shift");
 }
 
 TEST_F(HeldModifiers, one_that_stood_in_at_the_end_is_not_left_down)
