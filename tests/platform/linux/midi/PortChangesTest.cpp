@@ -109,12 +109,37 @@ TEST(PortChanges, a_wanted_port_that_goes_and_returns_has_changed)
     EXPECT_EQ(takeAt(changes, Settled), SourceRemoved | SourceAdded);
 }
 
+TEST(PortChanges, a_wanted_port_that_comes_and_goes_all_the_time_counts_when_it_has_settled)
+{
+    PortChanges changes;
+    changes.want(Source);
+    auto last = Start;
+    for (auto now = Start; now < Start + 10s; now += 100ms) {
+        changes.went(Source, now);
+        EXPECT_EQ(takeAt(changes, now), 0u);
+        last = now + 50ms;
+        changes.came(Source, Absent, last);
+        EXPECT_EQ(takeAt(changes, last), 0u);
+    }
+    EXPECT_EQ(changes.due().familiar, last + PortChanges::Settling);
+    EXPECT_EQ(takeAt(changes, last + PortChanges::Settling), SourceRemoved | SourceAdded);
+}
+
 TEST(PortChanges, a_listed_port_that_comes_counts_however_often_it_is_told)
 {
     PortChanges changes;
     changes.came(Source, Present, Start);
     changes.came(Source, Present, Start);
     EXPECT_EQ(takeAt(changes, Settled), SourceAdded);
+}
+
+// It was there before it came, so its end is a change.
+TEST(PortChanges, a_listed_port_that_comes_and_goes_is_gone)
+{
+    PortChanges changes;
+    changes.came(Source, Present, Start);
+    changes.went(Source, Start);
+    EXPECT_EQ(takeAt(changes, Settled), SourceAdded | SourceRemoved);
 }
 
 // The receiver has not asked for it.
