@@ -186,17 +186,23 @@ TEST_F(JackNotifications, ports_that_come_together_are_one_change_of_each_kind)
     FAIL() << "each port was told by itself";
 }
 
-// A machine that stands still for a moment makes it stay for once.
+// A machine that stands still for a moment makes it stay for once, which shows nothing.
 TEST_F(JackNotifications, a_port_that_comes_and_goes_all_the_time_is_not_reported)
 {
     JackPeer flapping("flapping");
-    for (int i = 0; i < 40; ++i) {
-        flapping.addOutput("out");
-        loop.runFor(50ms);
-        flapping.remove("out");
-        loop.runFor(50ms);
+    for (int round = 0; round < 5; ++round) {
+        notifications.clear();
+        for (int i = 0; i < 20; ++i) {
+            flapping.addOutput("out");
+            loop.runFor(50ms);
+            flapping.remove("out");
+            loop.runFor(50ms);
+        }
+        loop.runFor(4 * PortChanges::Settling);
+        if (notifications.empty())
+            return;
     }
-    EXPECT_LE(notifications.size(), 2u);
+    FAIL() << "it was told each time";
 }
 
 TEST_F(JackNotifications,
