@@ -248,13 +248,15 @@ TEST_F(AtomicFileTest, leaves_alone_what_another_program_may_be_writing)
 
 TEST_F(AtomicFileTest, leaves_alone_what_belongs_to_another_user)
 {
-    if (geteuid() != 0)
-        GTEST_SKIP() << "Only root can give a file to another user.";
     leave("set.ZKCF.mYoWnX");
-    leave("set.ZKCF.tHeIrS");
-    ASSERT_EQ(chown(qPrintable(path("set.ZKCF.tHeIrS")), Nobody, Nobody), 0);
+    QStringList left { "set.ZKCF" };
+    if (geteuid() == 0) { // only root can give a file to another user
+        leave("set.ZKCF.tHeIrS");
+        left.append("set.ZKCF.tHeIrS");
+        ASSERT_EQ(chown(qPrintable(path("set.ZKCF.tHeIrS")), Nobody, Nobody), 0);
+    }
     EXPECT_TRUE(AtomicFile::write(path(), viewOf(QByteArray("new"))));
-    EXPECT_EQ(names(), (QStringList { "set.ZKCF", "set.ZKCF.tHeIrS" }));
+    EXPECT_EQ(names(), left);
 }
 
 TEST_F(AtomicFileTest, removes_a_file_only_if_it_still_has_the_content)
