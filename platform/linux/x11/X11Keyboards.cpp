@@ -42,7 +42,6 @@ void X11Keyboards::connectionOpened()
 void X11Keyboards::connectionLost()
 {
     m_xtest.reset();
-    m_leftOff = 0;
     m_userKeyboards.clear();
     m_modifierKeys.reset();
     m_userModifiersChanged({});
