@@ -27,7 +27,7 @@ bool JackClient::open(const std::string& name)
     m_ownPorts.bind(handle);
     m_handle.store(handle);
     m_alive.store(true);
-    setCallbacks();
+    setCallbacks(handle, *this);
     if (!activateWithNamedThreads(m_handle)) {
         close();
         return false;
@@ -51,60 +51,21 @@ void JackClient::abandon()
     m_graph.happened(); // ends a wait for a connection
 }
 
-void JackClient::setCallbacks()
+void JackClient::process(std::uint32_t frames)
 {
-    jack_set_process_callback(
-        m_handle,
-        [](jack_nframes_t frames, void* self) {
-            auto* client = static_cast<JackClient*>(self);
-            if (client->m_lanes.process(client->m_handle, frames))
-                client->m_wakeup->raise();
-            return 0;
-        },
-        this);
-    jack_on_shutdown(
-        m_handle,
-        [](void* self) {
-            static_cast<JackClient*>(self)->abandon();
-            static_cast<JackClient*>(self)->announce(ServerGone);
-        },
-        this);
-    setNotificationCallbacks();
+    if (m_lanes.process(m_handle, frames))
+        m_wakeup->raise();
 }
 
-void JackClient::setNotificationCallbacks()
+void JackClient::graphChanged()
 {
-    jack_set_port_registration_callback(
-        m_handle,
-        [](jack_port_id_t identifier, int registered, void* self) {
-            auto* client = static_cast<JackClient*>(self);
-            if (registered != 0)
-                client->portRegistered(identifier);
-            else
-                client->portUnregistered(identifier);
-        },
-        this);
-    jack_set_port_rename_callback(
-        m_handle,
-        [](jack_port_id_t identifier, const char*, const char*, void* self) {
-            static_cast<JackClient*>(self)->portUnregistered(identifier);
-            static_cast<JackClient*>(self)->portRegistered(identifier);
-        },
-        this);
-    jack_set_port_connect_callback(
-        m_handle,
-        [](jack_port_id_t one, jack_port_id_t other, int connected, void* self) {
-            if (connected == 0)
-                static_cast<JackClient*>(self)->connectionRemoved(one, other);
-        },
-        this);
-    jack_set_graph_order_callback(
-        m_handle,
-        [](void* self) {
-            static_cast<JackClient*>(self)->m_graph.happened();
-            return 0;
-        },
-        this);
+    m_graph.happened();
+}
+
+void JackClient::shutDown()
+{
+    abandon();
+    announce(ServerGone);
 }
 
 std::vector<PortListing> JackClient::listForeignPorts() const
@@ -128,7 +89,6 @@ void JackClient::portUnregistered(std::uint32_t identifier)
     announcePorts();
 }
 
-// JACK does not say which of the two ports is the output.
 void JackClient::connectionRemoved(jack_port_id_t one, jack_port_id_t other)
 {
     noteCut(one, other);

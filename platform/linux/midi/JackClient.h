@@ -2,6 +2,7 @@
 
 #include "platform/linux/midi/Changes.h"
 #include "platform/linux/midi/ForeignPorts.h"
+#include "platform/linux/midi/JackCallbacks.h"
 #include "platform/linux/midi/LanesInUse.h"
 #include "platform/linux/midi/OwnPorts.h"
 #include "platform/linux/midi/Wakeup.h"
@@ -17,7 +18,7 @@ namespace kestrel {
 
 // One client of the JACK server with its ports. Every call that may wait for the server is made on
 // the control thread. The process callback never waits.
-class JackClient {
+class JackClient final : private JackCallbacks {
 public:
     enum News : unsigned {
         PortsChanged = 1, // a change of the foreign ports is due, or the time of the next one moved
@@ -53,11 +54,12 @@ public:
 private:
     enum class Attempt { Connected, Refused, TooLate };
 
-    void setCallbacks();
-    void setNotificationCallbacks();
-    void portRegistered(std::uint32_t identifier);
-    void portUnregistered(std::uint32_t identifier);
-    void connectionRemoved(std::uint32_t one, std::uint32_t other);
+    void process(std::uint32_t frames) override;
+    void portRegistered(std::uint32_t identifier) override;
+    void portUnregistered(std::uint32_t identifier) override;
+    void connectionRemoved(std::uint32_t one, std::uint32_t other) override;
+    void graphChanged() override;
+    void shutDown() override;
     void noteCut(std::uint32_t foreign, std::uint32_t ours);
     void announcePorts();
     void announce(unsigned news);

@@ -1,5 +1,7 @@
 #include "tools/zenta-console/jack/JackPorts.h"
 
+#include "platform/linux/midi/Uncancelled.h"
+
 #include <jack/jack.h>
 #include <jack/midiport.h>
 
@@ -39,16 +41,13 @@ JackPorts::JackPorts(const std::string& name, int pairs)
     jack_set_process_callback(
         m_client,
         [](jack_nframes_t frames, void* self) {
-            static_cast<JackPorts*>(self)->process(frames);
+            uncancelled([=] { static_cast<JackPorts*>(self)->process(frames); });
             return 0;
         },
         this);
     jack_on_shutdown(
         m_client,
-        [](void* self) {
-            static_cast<JackPorts*>(self)->m_isServerGone.store(true);
-            static_cast<JackPorts*>(self)->m_wakeup.raise();
-        },
+        [](void* self) { uncancelled([=] { static_cast<JackPorts*>(self)->serverGone(); }); },
         this);
     registerPorts(pairs);
     if (jack_activate(m_client) != 0) {
@@ -109,6 +108,12 @@ std::vector<ConsolePorts::Arrival> JackPorts::takeArrivals()
         ring.release(end);
     }
     return arrivals;
+}
+
+void JackPorts::serverGone()
+{
+    m_isServerGone.store(true);
+    m_wakeup.raise();
 }
 
 void JackPorts::process(std::uint32_t frames)

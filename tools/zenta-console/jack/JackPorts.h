@@ -41,6 +41,7 @@ private:
     };
 
     void registerPorts(int pairs);
+    void serverGone();
     void process(std::uint32_t frames);
     [[nodiscard]] bool receive(std::uint32_t frames);
     [[nodiscard]] bool transmit(std::uint32_t frames);

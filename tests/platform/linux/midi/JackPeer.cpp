@@ -1,5 +1,7 @@
 #include "tests/platform/linux/midi/JackPeer.h"
 
+#include "platform/linux/midi/Uncancelled.h"
+
 #include <jack/jack.h>
 #include <jack/midiport.h>
 
@@ -17,7 +19,7 @@ JackPeer::JackPeer(const std::string& name, Start start)
     jack_set_process_callback(
         m_client,
         [](jack_nframes_t frames, void* self) {
-            static_cast<JackPeer*>(self)->process(frames);
+            uncancelled([=] { static_cast<JackPeer*>(self)->process(frames); });
             return 0;
         },
         this);
