@@ -6,7 +6,22 @@ namespace {
 
 class JackFootprint : public JackFixture {
 protected:
+    explicit JackFootprint(Cycles cycles = Cycles::WaitForClients)
+        : JackFixture(cycles)
+    {
+    }
+
     MIDIClient client = 0;
+};
+
+// A server that waits for its clients would also wait for one that is closed in the midst of a
+// cycle, until it gives it up, and would open no other meanwhile.
+class JackFootprintOfMany : public JackFootprint {
+protected:
+    JackFootprintOfMany()
+        : JackFootprint(Cycles::Independent)
+    {
+    }
 };
 
 TEST_F(JackFootprint, deaths_of_the_server_leak_neither_descriptors_nor_threads)
@@ -30,7 +45,7 @@ TEST_F(JackFootprint, deaths_of_the_server_leak_neither_descriptors_nor_threads)
     EXPECT_TRUE(OwnProcess::threadsFallTo(threads));
 }
 
-TEST_F(JackFootprint, two_hundred_clients_leak_neither_descriptors_nor_threads)
+TEST_F(JackFootprintOfMany, two_hundred_clients_leak_neither_descriptors_nor_threads)
 {
     JackPeer zenta("ZENTA");
     zenta.addPairs(5);

@@ -4,10 +4,13 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
+#include <vector>
 
 namespace kestrel::test {
 namespace {
@@ -62,28 +65,37 @@ TEST_F(JackLoss, cycles_that_the_process_callback_missed_are_told)
     }
 }
 
-// A key that is pressed after a loss must not be let go because of it.
+// A key that is pressed after a loss must not be let go because of it. A busy machine loses cycles
+// that hold packets, so many carry one before the loss and after it. A round that lost all shows
+// nothing.
 TEST_F(JackLoss, a_loss_is_told_between_the_packets_before_it_and_those_after_it)
 {
+    const Bytes before { 0xB0, 0x2F, 0x40 };
+    const Bytes after { 0xB0, 0x2F, 0x41 };
+    const auto sendInCycles = [this](const Bytes& packet) {
+        for (int i = 0; i < 20; ++i) {
+            zenta.send("midi_5", { packet });
+            ASSERT_TRUE(zenta.hasSentAll("midi_5", Long));
+        }
+    };
+    const auto count = [this](const Bytes& packet) {
+        return std::count(packets.begin(), packets.end(), packet);
+    };
     connect();
-    std::vector<std::size_t> deliveredBefore; // each loss: how many packets came before it
-    services.setPacketsLost([&] { deliveredBefore.push_back(packets.size()); });
-    // On a busy machine a cycle may be lost that holds a packet. Such a round shows nothing.
-    int shown = 0;
-    for (int round = 0; shown < 3 && round < 30; ++round) {
-        const std::size_t before = packets.size();
+    std::vector<std::ptrdiff_t> deliveredBefore; // each loss: how many packets came before it
+    services.setPacketsLost([&] { deliveredBefore.push_back(std::ssize(packets)); });
+    bool isShown = false;
+    for (int round = 0; !isShown && round < 20; ++round) {
+        packets.clear();
+        deliveredBefore.clear();
         // The main loop does not run meanwhile, so one wake-up brings all of it.
-        zenta.send("midi_5", { { 0xB0, 0x2F, 0x40 } });
-        ASSERT_TRUE(zenta.hasSentAll("midi_5", Long));
+        sendInCycles(before);
         zenta.overrun(30ms);
-        zenta.send("midi_5", { { 0xB0, 0x2F, 0x41 } });
-        ASSERT_TRUE(zenta.hasSentAll("midi_5", Long));
-        if (!loop.runUntil([&] { return packets.size() == before + 2; }, 2s))
-            continue;
-        EXPECT_THAT(deliveredBefore, testing::Contains(before + 1));
-        ++shown;
+        sendInCycles(after);
+        isShown = loop.runUntil([&] { return count(after) > 0; }, 2s) && count(before) > 0;
     }
-    EXPECT_EQ(shown, 3);
+    ASSERT_TRUE(isShown);
+    EXPECT_THAT(deliveredBefore, testing::Contains(count(before)));
 }
 
 TEST_F(JackLoss, a_cycle_of_the_server_that_came_too_late_is_told)
