@@ -59,9 +59,15 @@ Console::Console(const std::string& serverName)
         throw std::runtime_error("the console's JACK client could not be activated");
 }
 
-std::int64_t Console::carryOut(std::uint32_t order)
+void Console::send(const Stroke& stroke, PressForm form)
 {
-    m_order = order;
+    sentAt(); // of the order before
+    const auto kind = form == PressForm::TwoPackets ? Order::TwoPackets : Order::OnePacket;
+    m_order = static_cast<std::uint32_t>(kind) | stroke.code();
+}
+
+std::int64_t Console::sentAt()
+{
     const auto deadline = monotonicNanoseconds() + 2'000'000'000;
     while (m_order != 0) {
         Interruption::check();
@@ -72,15 +78,11 @@ std::int64_t Console::carryOut(std::uint32_t order)
     return m_orderTime;
 }
 
-std::int64_t Console::send(const Stroke& stroke, PressForm form)
-{
-    const auto kind = form == PressForm::TwoPackets ? Order::TwoPackets : Order::OnePacket;
-    return carryOut(static_cast<std::uint32_t>(kind) | stroke.code());
-}
-
 std::int64_t Console::sendHeartbeat()
 {
-    return carryOut(static_cast<std::uint32_t>(Order::Heartbeat));
+    sentAt(); // of the order before
+    m_order = static_cast<std::uint32_t>(Order::Heartbeat);
+    return sentAt();
 }
 
 void Console::startStream(std::size_t strokes, int strokesPerSecond)

@@ -22,10 +22,13 @@ public:
     // Throws std::runtime_error when the server does not take the client.
     explicit Console(const std::string& serverName);
 
-    // send() and sendHeartbeat() return when the packets are in the port buffer. The result is the
-    // time at which they got there (monotonic, ns). They throw std::runtime_error when no cycle
+    // The packets go with the next cycle. The function does not wait for it, so that the caller can
+    // wait for the key event itself: to be woken twice would delay what is measured.
+    void send(const Stroke& stroke, PressForm form);
+    // sentAt() and sendHeartbeat() return when the packets are in the port buffer. The result is
+    // the time at which they got there (monotonic, ns). They throw std::runtime_error when no cycle
     // comes within two seconds.
-    std::int64_t send(const Stroke& stroke, PressForm form);
+    std::int64_t sentAt();
     std::int64_t sendHeartbeat();
 
     // Sends so many display packets a second, before all other packets of their cycle. 0 ends it.
@@ -66,7 +69,6 @@ private:
     void writeStream(void* output, jack_nframes_t frames);
     void writeOrder(void* output);
     void writeHeartbeat(void* output, jack_nframes_t frames);
-    std::int64_t carryOut(std::uint32_t order);
 
     std::array<jack_port_t*, 5> m_outputs {};
     std::array<jack_port_t*, 5> m_inputs {};

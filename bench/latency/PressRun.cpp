@@ -35,9 +35,10 @@ void pause(Random& random)
 
 void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, PressOutcome& outcome)
 {
-    const auto sent = stage.console().send(stroke, form);
+    stage.console().send(stroke, form);
+    const auto deadline = monotonicNanoseconds() + KeyLostAfter;
     for (;;) {
-        const auto key = stage.window().nextKey(sent + KeyLostAfter);
+        const auto key = stage.window().nextKey(deadline);
         if (!key) {
             ++outcome.lost;
             stage.window().letGoOfAllKeys(); // a lost release must not spoil the next press
@@ -45,7 +46,7 @@ void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, PressOutc
         }
         if (key->stroke == stroke) {
             auto& times = stroke.direction == Direction::Press ? outcome.press : outcome.release;
-            times.add(key->time - sent);
+            times.add(key->time - stage.console().sentAt());
             return;
         }
         ++outcome.outOfOrder;
