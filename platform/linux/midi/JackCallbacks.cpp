@@ -10,10 +10,8 @@ namespace {
 // Calls `function` on the notification thread with what JACK passes as `self`.
 template <typename Function> void notify(void* self, Function function)
 {
-    uncancelled([self, function] {
-        cancelOnlyInWaits();
-        function(*static_cast<JackCallbacks*>(self));
-    });
+    cancelOnlyAtCancellationPoints();
+    uncancelled([self, function] { function(*static_cast<JackCallbacks*>(self)); });
 }
 
 void setPortCallbacks(jack_client_t* client, JackCallbacks& callbacks)

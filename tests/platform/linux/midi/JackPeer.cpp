@@ -23,6 +23,15 @@ JackPeer::JackPeer(const std::string& name, Start start)
             return 0;
         },
         this);
+    // From the first change of the graph on, closing the peer rarely cancels its notification
+    // thread while it holds a lock of JACK or of the thread sanitizer.
+    jack_set_graph_order_callback(
+        m_client,
+        [](void*) {
+            cancelOnlyAtCancellationPoints();
+            return 0;
+        },
+        nullptr);
     if (start == Start::Active)
         activate();
 }

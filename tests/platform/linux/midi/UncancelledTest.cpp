@@ -8,6 +8,7 @@
 #include <chrono>
 #include <functional>
 #include <thread>
+#include <utility>
 
 namespace kestrel::test {
 namespace {
@@ -76,14 +77,14 @@ TEST_F(Uncancelled, a_function_is_called_to_its_end_and_then_the_thread_is_cance
     EXPECT_FALSE(wentOn);
 }
 
-TEST_F(Uncancelled, a_thread_that_may_be_cancelled_in_waits_goes_on_until_it_waits)
+TEST_F(Uncancelled, a_thread_that_is_cancelled_at_cancellation_points_goes_on_until_one)
 {
     CancelledThread thread([this] {
-        cancelOnlyInWaits();
+        cancelOnlyAtCancellationPoints();
         hasBegun = true;
         spinUntil(mayEnd);
         isOver = true;
-        ::pause();
+        ::sleep(10);
         wentOn = true;
     });
     cancelOnceBegun(thread);
