@@ -16,9 +16,9 @@ protected:
 
 // A server that waits for its clients would also wait for one that is closed in the midst of a
 // cycle, until it gives it up, and would open no other meanwhile.
-class JackFootprintOfMany : public JackFootprint {
+class JackFootprintIndependent : public JackFootprint {
 protected:
-    JackFootprintOfMany()
+    JackFootprintIndependent()
         : JackFootprint(Cycles::Independent)
     {
     }
@@ -41,11 +41,11 @@ TEST_F(JackFootprint, deaths_of_the_server_leak_neither_descriptors_nor_threads)
     const std::size_t threads = OwnProcess::threads();
     for (int i = 0; i < 5; ++i)
         round();
-    EXPECT_EQ(OwnProcess::descriptors(), open);
+    EXPECT_TRUE(OwnProcess::descriptorsFallTo(open));
     EXPECT_TRUE(OwnProcess::threadsFallTo(threads));
 }
 
-TEST_F(JackFootprintOfMany, two_hundred_clients_leak_neither_descriptors_nor_threads)
+TEST_F(JackFootprintIndependent, two_hundred_clients_leak_neither_descriptors_nor_threads)
 {
     JackPeer zenta("ZENTA");
     zenta.addPairs(5);
@@ -54,7 +54,7 @@ TEST_F(JackFootprintOfMany, two_hundred_clients_leak_neither_descriptors_nor_thr
     const std::size_t threads = OwnProcess::threads();
     for (int i = 0; i < 200; ++i)
         services.disposeClient(connect().client);
-    EXPECT_EQ(OwnProcess::descriptors(), open);
+    EXPECT_TRUE(OwnProcess::descriptorsFallTo(open));
     EXPECT_TRUE(OwnProcess::threadsFallTo(threads));
 }
 

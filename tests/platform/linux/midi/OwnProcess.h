@@ -7,8 +7,10 @@ namespace kestrel::test::OwnProcess {
 
 [[nodiscard]] std::size_t descriptors();
 [[nodiscard]] std::size_t threads();
-// Waits until there are no more threads than that, because joined ones disappear from the kernel's
-// list a little later. False if that takes too long.
+// Wait until there are no more than that. Joined threads disappear from the kernel's list a little
+// later, and JACK closes the semaphore of another client once it is told that the client has gone.
+// False if that takes too long.
 [[nodiscard]] bool threadsFallTo(std::size_t count);
+[[nodiscard]] bool descriptorsFallTo(std::size_t count);
 
 } // namespace kestrel::test::OwnProcess
