@@ -13,7 +13,7 @@
 namespace kestrel::bench {
 
 namespace {
-constexpr std::int64_t KeyLostAfter = 300'000'000; // ns
+constexpr std::int64_t KeyLostAfter = 300'000'000; // ns from the order on, JACK's cycle included
 constexpr std::size_t CountedStrokes = 48; // strokes whose round trips are counted
 
 struct PressOutcome {
@@ -44,7 +44,7 @@ void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, PressOutc
             stage.window().letGoOfAllKeys(); // a lost release must not spoil the next press
             return;
         }
-        if (key->stroke == stroke) {
+        if (key->stroke == stroke && key->time >= stage.console().sentAt()) {
             auto& times = stroke.direction == Direction::Press ? outcome.press : outcome.release;
             times.add(key->time - stage.console().sentAt());
             return;
