@@ -67,6 +67,7 @@ TEST_F(Uncancelled, a_function_is_called_to_its_end_and_then_the_thread_is_cance
         uncancelled([this] {
             hasBegun = true;
             spinUntil(mayEnd);
+            pthread_testcancel();
             isOver = true;
         });
         wentOn = true;
