@@ -6,20 +6,15 @@ namespace {
 
 class JackFootprint : public JackFixture {
 protected:
-    explicit JackFootprint(Cycles cycles = Cycles::WaitForClients)
-        : JackFixture(cycles)
-    {
-    }
-
     MIDIClient client = 0;
 };
 
 // A server that waits for its clients would also wait for one that is closed in the midst of a
 // cycle, until it gives it up, and would open no other meanwhile.
-class JackFootprintIndependent : public JackFootprint {
+class JackFootprintIndependent : public JackFixture {
 protected:
     JackFootprintIndependent()
-        : JackFootprint(Cycles::Independent)
+        : JackFixture(Cycles::Independent)
     {
     }
 };
