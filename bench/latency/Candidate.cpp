@@ -24,7 +24,7 @@ std::vector<CandidateKind> allKinds(const Options& options)
     std::vector<CandidateKind> kinds { { "floor", { floor } },
         { FloorName, { floor, "--watch-front" } },
         { "floor --ask-front", { floor, "--ask-front" } },
-        { "floor --delay-us 20", { floor, "--watch-front", "--delay-us", "20" } },
+        { DelayedFloorName, { floor, "--watch-front", "--delay-us", "20" } },
         { "xdotool", { (options.programs / "spawn-keys").string() } },
         { "kestrel", { options.kestrel.string() }, true },
         { "kestrel with panel", { options.kestrel.string() }, true, true },

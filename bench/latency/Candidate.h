@@ -22,6 +22,8 @@ struct CandidateKind {
 
 // The name of the row whose figures divide those of all other rows.
 inline constexpr const char* FloorName = "floor --watch-front";
+// The same program, late by 20 µs, with which the bench checks itself.
+inline constexpr const char* DelayedFloorName = "floor --delay-us 20";
 
 // The candidates that the options name. A candidate whose program does not exist is left out, with
 // a line on standard output. Throws std::runtime_error when a name is unknown or no candidate is

@@ -61,9 +61,13 @@ Console::Console(const std::string& serverName)
 
 void Console::send(const Stroke& stroke, PressForm form)
 {
+    give(form == PressForm::TwoPackets ? Order::TwoPackets : Order::OnePacket, stroke.code());
+}
+
+void Console::give(Order order, std::uint8_t code)
+{
     sentAt(); // of the order before
-    const auto kind = form == PressForm::TwoPackets ? Order::TwoPackets : Order::OnePacket;
-    m_order = static_cast<std::uint32_t>(kind) | stroke.code();
+    m_order = static_cast<std::uint32_t>(order) | code;
 }
 
 std::int64_t Console::sentAt()
@@ -80,8 +84,7 @@ std::int64_t Console::sentAt()
 
 std::int64_t Console::sendHeartbeat()
 {
-    sentAt(); // of the order before
-    m_order = static_cast<std::uint32_t>(Order::Heartbeat);
+    give(Order::Heartbeat);
     return sentAt();
 }
 

@@ -69,6 +69,7 @@ private:
     void writeStream(void* output, jack_nframes_t frames);
     void writeOrder(void* output);
     void writeHeartbeat(void* output, jack_nframes_t frames);
+    void give(Order order, std::uint8_t code = 0);
 
     std::array<jack_port_t*, 5> m_outputs {};
     std::array<jack_port_t*, 5> m_inputs {};

@@ -44,9 +44,10 @@ void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, PressOutc
             stage.window().letGoOfAllKeys(); // a lost release must not spoil the next press
             return;
         }
-        if (key->stroke == stroke && key->time >= stage.console().sentAt()) {
+        const auto sent = stage.console().sentAt();
+        if (key->stroke == stroke && key->time >= sent) {
             auto& times = stroke.direction == Direction::Press ? outcome.press : outcome.release;
-            times.add(key->time - stage.console().sentAt());
+            times.add(key->time - sent);
             return;
         }
         ++outcome.outOfOrder;

@@ -19,8 +19,6 @@
 namespace {
 using namespace kestrel::bench;
 
-constexpr const char* DelayedFloorName = "floor --delay-us 20";
-
 struct Modes {
     bool press = false;
     bool rate = false;
