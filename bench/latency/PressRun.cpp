@@ -14,6 +14,7 @@ namespace kestrel::bench {
 
 namespace {
 constexpr std::int64_t KeyLostAfter = 300'000'000; // ns from the order on, JACK's cycle included
+constexpr std::size_t PressesInASpell = 20;
 constexpr std::size_t CountedStrokes = 48; // strokes whose round trips are counted
 
 struct PressOutcome {
@@ -54,20 +55,41 @@ void measureStroke(Stage& stage, const Stroke& stroke, PressForm form, PressOutc
     }
 }
 
-void measureRound(Stage& stage, const Options& options, Random& random, PressOutcome& outcome)
+void measurePresses(
+    Stage& stage, PressForm form, std::size_t count, Random& random, PressOutcome& outcome)
 {
     const auto overrunsBefore = stage.console().overruns();
     std::uniform_int_distribution<std::size_t> buttons(0, Buttons.size() - 1);
-    for (std::size_t i = 0; i < options.pressesPerRound; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         const std::size_t button = buttons(random);
         for (const auto direction : { Direction::Press, Direction::Release }) {
-            measureStroke(stage, { button, direction }, options.form, outcome);
+            measureStroke(stage, { button, direction }, form, outcome);
             pause(random);
         }
         ++outcome.presses;
     }
     stage.window().letGoOfAllKeys();
     outcome.overruns += stage.console().overruns() - overrunsBefore;
+}
+
+// Quiet and flooded presses alternate in short spells, so that both see the machine in the same
+// mood.
+void measureRound(Stage& stage, const CandidateKind& kind, const Options& options, Random& random,
+    PressOutcome& quiet, PressOutcome& busy)
+{
+    const bool alternates = options.floodPerSecond > 0;
+    const std::size_t spell = alternates ? PressesInASpell : options.pressesPerRound;
+    for (std::size_t done = 0; done < options.pressesPerRound; done += spell) {
+        const std::size_t count = std::min(spell, options.pressesPerRound - done);
+        measurePresses(stage, options.form, count, random, quiet);
+        if (!alternates)
+            continue;
+        stage.console().setFlood(options.floodPerSecond);
+        measurePresses(stage, options.form, count, random, busy);
+        stage.console().setFlood(0);
+    }
+    if (alternates && kind.showsPanel && !stage.panelShowsText())
+        throw std::runtime_error(kind.name + " did not paint what came");
 }
 
 double roundTripsPerStroke(Stage& stage, ReplyCounter& counter)
@@ -134,14 +156,7 @@ Table pressRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Opti
             if (round + 1 == options.rounds)
                 counter.emplace(stage.display()); // counts only clients that connect later
             const Candidate candidate(stage, kinds[i]);
-            measureRound(stage, options, random, quiet[i]);
-            if (options.floodPerSecond > 0) {
-                stage.console().setFlood(options.floodPerSecond);
-                measureRound(stage, options, random, busy[i]);
-                stage.console().setFlood(0);
-                if (kinds[i].showsPanel && !stage.panelShowsText())
-                    throw std::runtime_error(kinds[i].name + " did not paint what came");
-            }
+            measureRound(stage, kinds[i], options, random, quiet[i], busy[i]);
             if (counter)
                 roundTrips[i] = roundTripsPerStroke(stage, *counter);
         }
