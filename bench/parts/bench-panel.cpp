@@ -4,6 +4,7 @@
 // interleaved, so that all of them see the machine in the same mood.
 
 #include "bench/parts/MedianTable.h"
+#include "link/Clock.h"
 #include "panel/PlugInPanelView.h"
 
 #include <QApplication>
@@ -26,10 +27,16 @@ QImage picture(double density)
     return QImage((QSizeF(782, 220) * density).toSize(), QImage::Format_RGB32);
 }
 
+// The window is dragged for as long as this clock stands still.
+struct StillClock : Clock {
+    [[nodiscard]] TimePoint now() const override { return {}; }
+    [[nodiscard]] WallTime wallTime() const override { return {}; }
+};
+
 // A full scene on a display of one density.
 struct Scene {
     explicit Scene(double density)
-        : view(QRect(0, 0, 782, 220))
+        : view(QRect(0, 0, 782, 220), &artwork::panelPicture, clock)
         , source(picture(density))
         , target(picture(density))
     {
@@ -95,6 +102,7 @@ struct Scene {
         paint(view.rect());
     }
 
+    StillClock clock;
     PlugInPanelView view;
     QImage source;
     QImage target;
@@ -138,6 +146,7 @@ void addScene(const std::string& density, Scene& scene)
     // A scene of its own: the others keep their size.
     const auto dragged = std::make_shared<Scene>(std::stod(density));
     dragged->paint(dragged->view.rect());
+    dragged->passSize(); // the first size counts as one to keep
     add("drag/" + density, [dragged] { dragged->passSize(); });
 }
 
