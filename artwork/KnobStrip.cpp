@@ -32,8 +32,8 @@ struct KnobLampPaint {
 };
 constexpr KnobLampPaint RingPaint { QColor(255, 236, 184), QColor(255, 164, 44),
     QColor(112, 82, 50) };
-constexpr KnobLampPaint LowerPaint { QColor(255, 196, 176), QColor(255, 66, 50),
-    QColor(112, 50, 44) };
+constexpr KnobLampPaint LowerPaint { QColor(255, 104, 48), QColor(236, 36, 18),
+    QColor(112, 48, 38) };
 
 // `degrees` runs clockwise from twelve o'clock.
 QPointF onCircle(double degrees, double radius)

@@ -13,15 +13,32 @@ namespace kestrel::test {
 namespace {
 constexpr double ClearlyApart = 20; // CIEDE2000
 
-// The mean colour of the face of a key.
+constexpr int FrameHeight = 67;
+
+// The mean colour of a part of a frame.
+QColor meanOf(const char* picture, int frame, const QRect& part)
+{
+    const QImage image = artwork::panelPicture(QLatin1String(picture))
+                             .piece(part.translated(0, frame * FrameHeight), part.size());
+    return image.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0);
+}
+
+// The face of a key.
 QColor faceOf(const char* picture, bool isLit)
 {
-    const QRect face(12, 42, 43, 16); // within the frame, whose lit one lies below
-    const QImage image = artwork::panelPicture(QLatin1String(picture))
-                             .piece(face.translated(0, isLit ? 67 : 0), face.size());
-    const QColor mean(
-        image.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0));
-    return mean;
+    return meanOf(picture, isLit ? 1 : 0, QRect(12, 42, 43, 16));
+}
+
+// The lens of the lamp below a knob.
+QColor lowerLamp(bool isLit)
+{
+    return meanOf("knob67x67", isLit ? 0x40 : 0, QRect(30, 60, 7, 2));
+}
+
+// The lens of the lit lamp at twelve o'clock.
+QColor ringLamp()
+{
+    return meanOf("knob67x67", 6, QRect(32, 4, 3, 2));
 }
 
 const std::map<std::string, ColourVision> Visions { { "usual", ColourVision::Usual },
@@ -63,6 +80,22 @@ TEST(LampColours, lit_and_unlit_are_told_apart_by_all_eyes)
                 ClearlyApart)
                 << lamp << ", " << name;
         }
+    }
+}
+
+TEST(LampColours, the_lit_lower_lamp_of_a_knob_is_warm_and_not_pale)
+{
+    const QColor lamp = lowerLamp(true);
+    EXPECT_LE(lamp.hsvHue(), 30);
+    EXPECT_GE(lamp.hsvSaturationF(), 0.7);
+}
+
+TEST(LampColours, the_lower_lamp_is_told_from_the_ring_and_from_an_unlit_one_by_all_eyes)
+{
+    for (const auto& [name, vision] : Visions) {
+        const QColor lit = seenBy(vision, lowerLamp(true));
+        EXPECT_GE(difference(lit, seenBy(vision, ringLamp())), ClearlyApart) << name;
+        EXPECT_GE(difference(lit, seenBy(vision, lowerLamp(false))), ClearlyApart) << name;
     }
 }
 
