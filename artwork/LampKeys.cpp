@@ -5,7 +5,9 @@
 #include "artwork/Light.h"
 
 #include <array>
-#include <utility>
+#include <cmath>
+#include <numbers>
+#include <vector>
 
 namespace kestrel::artwork {
 
@@ -14,16 +16,19 @@ namespace {
 constexpr int KeyFrameSize = 67;
 constexpr QRectF KeyRect(8.5, 39.0, 50.0, 22.0);
 
-// Where the light of a key falls: around the key, and evenly on its label, up to the ends of the
-// longest one. How strong it is from the middle of each ellipse to its edge.
-constexpr QRect LitAround(-14, 20, 95, 70);
-constexpr QRectF AroundKey(-9, 20, 85, 64);
-constexpr QRectF OnLabel(-13.5, 60, 94, 30);
-using Profile = std::array<std::pair<double, float>, 5>; // distance and strength, both 0 to 1
-constexpr Profile KeyLight { { { 0.0, 0.78F }, { 0.42, 0.66F }, { 0.7, 0.34F }, { 0.86, 0.12F },
-    { 1.0, 0.0F } } };
-constexpr Profile LabelLight { { { 0.0, 0.34F }, { 0.5, 0.32F }, { 0.75, 0.25F }, { 0.9, 0.08F },
-    { 1.0, 0.0F } } };
+// Where the light of a key falls.
+constexpr QRect LitAround(-26, 16, 119, 86);
+
+// Light of a rectangle, seen through something that softens it: `softness` is the standard
+// deviation of the blur, in units. One lies around the key; a wider one reaches the ends of the
+// longest label.
+struct Spill {
+    QRectF source;
+    double softness;
+    double strength;
+};
+constexpr std::array<Spill, 2> Spills { { { { 10.5, 40.0, 46.0, 20.0 }, 4.5, 0.66 },
+    { { -4.5, 44.0, 76.0, 35.0 }, 10.0, 0.5 } } };
 
 struct KeyPaint {
     QColor unlitTop;
@@ -32,39 +37,41 @@ struct KeyPaint {
     QColor litBottom;
     QColor hot;
     QColor halo;
+    QColor spill;
 };
 
 // Eyes that cannot tell red from green still tell these apart: the green is bluish and the amber
-// yellow and bright, the red is dark.
+// yellow and bright, the red is dark. What the red one lights looks warm with some amber in it, and
+// would look pink without.
 KeyPaint paintOf(LampColour colour)
 {
     switch (colour) {
     case LampColour::Green:
         return { QColor(38, 92, 74), QColor(20, 58, 46), QColor(120, 246, 206),
-            QColor(20, 190, 146), QColor(206, 255, 246), QColor(40, 230, 176, 150) };
+            QColor(20, 190, 146), QColor(206, 255, 246), QColor(40, 230, 176, 150),
+            QColor(40, 230, 176) };
     case LampColour::Red:
-        return { QColor(112, 34, 36), QColor(70, 18, 20), QColor(246, 66, 60), QColor(190, 16, 26),
-            QColor(255, 128, 112), QColor(255, 44, 40, 160) };
+        return { QColor(112, 34, 32), QColor(70, 18, 17), QColor(246, 60, 46), QColor(190, 16, 16),
+            QColor(255, 124, 92), QColor(255, 52, 30, 160), QColor(255, 80, 8) };
     case LampColour::Orange:
         break;
     }
     return { QColor(116, 84, 34), QColor(76, 52, 18), QColor(255, 202, 66), QColor(248, 156, 6),
-        QColor(255, 240, 176), QColor(255, 180, 40, 150) };
+        QColor(255, 240, 176), QColor(255, 180, 40, 150), QColor(255, 172, 40) };
 }
 
-// Lights the ellipse within `area`.
-void shine(QPainter& painter, const QRectF& area, const Profile& profile, QColor light)
+// How much of a blurred strip of light there is at each pixel along it.
+std::vector<double> along(
+    double from, double to, double softness, double start, double end, int pixels)
 {
-    QRadialGradient fall(QPointF(0, 0), 1.0);
-    for (const auto& [distance, strength] : profile)
-        fall.setColorAt(distance,
-            QColor::fromRgbF(
-                light.redF() * strength, light.greenF() * strength, light.blueF() * strength));
-    painter.save();
-    painter.translate(area.center());
-    painter.scale(area.width() / 2.0, area.height() / 2.0);
-    painter.fillRect(QRectF(-1, -1, 2, 2), fall);
-    painter.restore();
+    std::vector<double> share(static_cast<std::size_t>(pixels));
+    const double reach = softness * std::numbers::sqrt2;
+    for (int i = 0; i < pixels; ++i) {
+        const double at = start + (end - start) * (i + 0.5) / pixels;
+        share[static_cast<std::size_t>(i)]
+            = (std::erf((at - from) / reach) - std::erf((at - to) / reach)) / 2.0;
+    }
+    return share;
 }
 
 void drawUnlit(Canvas& canvas, const QRectF& rect, const KeyPaint& paint)
@@ -132,12 +139,32 @@ QImage LampKeys::drawLight(const QRect& source, QSize pixels) const
 {
     if (frameAt(source) == 0)
         return {};
-    Canvas canvas(QRectF(LitAround), pixels, Canvas::Backing::Opaque);
-    const QColor light = paintOf(m_colour).halo;
-    shine(canvas.painter(), AroundKey, KeyLight, light);
-    canvas.painter().setCompositionMode(QPainter::CompositionMode_Lighten);
-    shine(canvas.painter(), OnLabel, LabelLight, light);
-    return canvas.takeToPaint();
+    const QRectF area(LitAround);
+    std::vector<double> sums(
+        static_cast<std::size_t>(pixels.width()) * static_cast<std::size_t>(pixels.height()));
+    for (const Spill& spill : Spills) {
+        const auto across = along(spill.source.left(), spill.source.right(), spill.softness,
+            area.left(), area.right(), pixels.width());
+        const auto down = along(spill.source.top(), spill.source.bottom(), spill.softness,
+            area.top(), area.bottom(), pixels.height());
+        auto sum = sums.begin();
+        for (const double row : down) {
+            for (const double column : across)
+                *sum++ += spill.strength * row * column;
+        }
+    }
+    const QColor light = paintOf(m_colour).spill;
+    QImage image(pixels, QImage::Format_RGB32);
+    auto sum = sums.cbegin();
+    for (int y = 0; y < pixels.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < pixels.width(); ++x) {
+            const double strength = *sum++;
+            line[x] = qRgb(qRound(light.red() * strength), qRound(light.green() * strength),
+                qRound(light.blue() * strength));
+        }
+    }
+    return image;
 }
 
 } // namespace kestrel::artwork

@@ -1,3 +1,4 @@
+#include "artwork/PanelPictures.h"
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/look/Luminance.h"
@@ -51,6 +52,30 @@ TEST_F(LampLight, reaches_both_ends_of_the_longest_label)
     EXPECT_GT(middle, 0.1);
     for (std::size_t slice = 0; slice < Slices; ++slice)
         EXPECT_GE(lit[slice] - unlit[slice], 0.7 * middle) << "part " << slice;
+}
+
+TEST_F(LampLight, fades_over_the_metal_without_an_edge)
+{
+    constexpr int Lit = 67; // the top of the lit frame
+    constexpr int KeyBottom = 61;
+    const InterfaceImage image = artwork::panelPicture(QStringLiteral("btn_green"));
+    const DrawnPicture& picture = *image.drawn();
+    const QRect frame(0, Lit, 67, 67);
+    const QRect area = picture.lightArea(frame).translated(0, -Lit);
+    const QImage light = picture.drawLight(frame, area.size() * Density);
+    const auto at = [&](int x, int y) {
+        return qGreen(light.pixel((x - area.left()) * Density, (y - area.top()) * Density));
+    };
+    for (const int x : { 33, 10, -5 }) {
+        for (int y = KeyBottom + 4; y < area.bottom(); ++y) {
+            EXPECT_LE(at(x, y + 1), at(x, y)) << x << ", " << y;
+            EXPECT_GE(at(x, y + 1), at(x, y) - 8) << x << ", " << y;
+        }
+    }
+    for (int x = area.left(); x <= area.right(); ++x)
+        EXPECT_LE(std::max(at(x, area.top()), at(x, area.bottom())), 4) << x;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        EXPECT_LE(std::max(at(area.left(), y), at(area.right(), y)), 4) << y;
 }
 
 } // namespace kestrel::test
