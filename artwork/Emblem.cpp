@@ -3,6 +3,8 @@
 #include <QPainterPathStroker>
 #include <QTransform>
 
+#include <algorithm>
+
 namespace kestrel::artwork {
 
 namespace {
@@ -52,6 +54,16 @@ QPainterPath quills()
     return whole;
 }
 
+// Fewer of them, with more room between.
+QPainterPath fewQuills()
+{
+    QPainterPath half;
+    addCurve(half, { 34, -16 }, { 41, -15 }, { 49, -13 });
+    addCurve(half, { 26, -10 }, { 31, -7 }, { 39, 0 });
+    addCurve(half, { 17, -6 }, { 20, -2 }, { 25, 9 });
+    return withMirrored(half);
+}
+
 QPainterPath tailBand()
 {
     QPainterPath band;
@@ -82,9 +94,17 @@ QPainterPath kestrelMark(QPointF centre, double span)
     return placed(silhouette(), centre, span);
 }
 
-QPainterPath featheredKestrelMark(QPointF centre, double span)
+QPainterPath featheredKestrelMark(QPointF centre, double span, double pixels)
 {
-    const QPainterPath gaps = stroked(quills(), 1.8).united(stroked(tailBand(), 2.4));
+    constexpr double NarrowestGap = 1.25; // pixels
+    constexpr double FewFrom = 42; // pixels of the span
+    constexpr double AllFrom = 80;
+    if (pixels < FewFrom)
+        return kestrelMark(centre, span);
+    const double gap = std::max(1.8, 100.0 * NarrowestGap / pixels);
+    const QPainterPath gaps = pixels < AllFrom
+        ? stroked(fewQuills(), gap)
+        : stroked(quills(), gap).united(stroked(tailBand(), gap * 4.0 / 3.0));
     return placed(silhouette().subtracted(gaps), centre, span);
 }
 

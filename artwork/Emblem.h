@@ -8,7 +8,12 @@ namespace kestrel::artwork {
 // centred on `centre` and as wide as `span`.
 [[nodiscard]] QPainterPath kestrelMark(QPointF centre, double span);
 
-// The same emblem with gaps between its feathers, for sizes in which there is room for them.
-[[nodiscard]] QPainterPath featheredKestrelMark(QPointF centre, double span);
+// Where the crown of its head and the end of its tail are, below the centre, as parts of the span.
+inline constexpr double KestrelCrown = -0.25;
+inline constexpr double KestrelTail = 0.44;
+
+// The same emblem with gaps between its feathers, as many as there is room for if the span is
+// `pixels` wide.
+[[nodiscard]] QPainterPath featheredKestrelMark(QPointF centre, double span, double pixels);
 
 } // namespace kestrel::artwork

@@ -17,4 +17,15 @@ inline constexpr double CapitalHeight = 6.0;
 // The distance from the first centre line to the last one.
 [[nodiscard]] double widthOf(const QString& text, double tracking);
 
+// How letters lie on whole pixels: their upright and level strokes run from pixel to pixel, so that
+// all of them look the same.
+struct PixelGrid {
+    int capital; // pixels between the upper and the lower centre line of a capital
+    int gap; // pixels between the centre lines of neighbouring letters
+};
+
+// The same in pixels, as near to the drawn shapes as the grid allows.
+[[nodiscard]] QPainterPath strokesOf(const QString& text, PixelGrid grid);
+[[nodiscard]] int widthOf(const QString& text, PixelGrid grid);
+
 } // namespace kestrel::artwork

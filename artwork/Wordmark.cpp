@@ -1,69 +1,124 @@
 #include "artwork/Wordmark.h"
 
 #include <QPolygonF>
-#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
 
 namespace kestrel::artwork {
 
 namespace {
-// Letters are 32 units high. Horizontal strokes are 4 units thick, upright ones 4.6, which looks
-// the same.
+// The design: letters are 32 units high. Horizontal strokes are 4 units thick, upright and slanting
+// ones 4.6, which looks the same.
 constexpr double LetterHeight = 32;
-constexpr double Spacing = 18.5;
+constexpr double BarThickness = 4;
+constexpr double StemThickness = 4.6;
 
-// Each letter is one outline, so that no strokes overlap.
-const QPolygonF& letterZ()
+// One letter in pixels. Each is one outline, so that no strokes overlap.
+struct Cut {
+    double width;
+    double height;
+    double bar;
+    double stem;
+    double slant; // across the stroke
+};
+
+// Thickness along the level edge of a stroke that rises by `rise` while it goes `run` sideways.
+double levelThickness(double slant, double run, double rise)
 {
-    static const QPolygonF outline { { { 0, 32 }, { 0, 28.6 }, { 26.6, 4 }, { 0.8, 4 }, { 0.8, 0 },
-        { 33.6, 0 }, { 33.6, 3.4 }, { 7, 28 }, { 34, 28 }, { 34, 32 } } };
-    return outline;
+    return slant * std::hypot(run, rise) / rise;
 }
 
-const QPolygonF& letterE()
+QPolygonF letterZ(const Cut& cut)
 {
-    static const QPolygonF outline { { { 0, 0 }, { 31, 0 }, { 31, 4 }, { 4.6, 4 }, { 4.6, 13.8 },
-        { 27, 13.8 }, { 27, 17.8 }, { 4.6, 17.8 }, { 4.6, 28 }, { 31, 28 }, { 31, 32 },
-        { 0, 32 } } };
-    return outline;
+    const auto& [width, height, bar, stem, slant] = cut;
+    const double rise = height - 2 * bar;
+    double across = stem;
+    for (int i = 0; i < 8; ++i) // what the stroke takes away from its own run
+        across = levelThickness(slant, width - across, rise);
+    return { { { 0, 0 }, { width, 0 }, { width, bar }, { across, height - bar },
+        { width, height - bar }, { width, height }, { 0, height }, { 0, height - bar },
+        { width - across, bar }, { 0, bar } } };
 }
 
-const QPolygonF& letterN()
+QPolygonF letterE(const Cut& cut)
 {
-    static const QPolygonF outline { { { 0, 32 }, { 0, 0 }, { 5.4, 0 }, { 29.4, 25.2 }, { 29.4, 0 },
-        { 34, 0 }, { 34, 32 }, { 28.6, 32 }, { 4.6, 6.8 }, { 4.6, 32 } } };
-    return outline;
+    const auto& [width, height, bar, stem, slant] = cut;
+    const double middle = std::floor((height - bar) / 2);
+    const double inner = std::round(width * 0.87);
+    return { { { 0, 0 }, { width, 0 }, { width, bar }, { stem, bar }, { stem, middle },
+        { inner, middle }, { inner, middle + bar }, { stem, middle + bar }, { stem, height - bar },
+        { width, height - bar }, { width, height }, { 0, height } } };
 }
 
-const QPolygonF& letterT()
+QPolygonF letterN(const Cut& cut)
 {
-    static const QPolygonF outline { { { 0, 0 }, { 34, 0 }, { 34, 4 }, { 19.3, 4 }, { 19.3, 32 },
-        { 14.7, 32 }, { 14.7, 4 }, { 0, 4 } } };
-    return outline;
+    const auto& [width, height, bar, stem, slant] = cut;
+    const double run = width - 2 * stem;
+    double down = slant;
+    for (int i = 0; i < 8; ++i)
+        down = levelThickness(slant, height - down, run);
+    return { { { 0, height }, { 0, 0 }, { stem, 0 }, { width - stem, height - down },
+        { width - stem, 0 }, { width, 0 }, { width, height }, { width - stem, height },
+        { stem, down }, { stem, height } } };
+}
+
+QPolygonF letterT(const Cut& cut)
+{
+    const auto& [width, height, bar, stem, slant] = cut;
+    const double left = std::floor((width - stem) / 2);
+    return { { { 0, 0 }, { width, 0 }, { width, bar }, { left + stem, bar },
+        { left + stem, height }, { left, height }, { left, bar }, { 0, bar } } };
 }
 
 // Without a bar, as a peak.
-const QPolygonF& letterA()
+QPolygonF letterA(const Cut& cut)
 {
-    static const QPolygonF outline { { { 0, 32 }, { 15.6, 0 }, { 20.4, 0 }, { 36, 32 },
-        { 30.9, 32 }, { 18, 5.2 }, { 5.1, 32 } } };
-    return outline;
+    const auto& [width, height, bar, stem, slant] = cut;
+    const double run = (width - stem) / 2;
+    const double across = levelThickness(slant, run, height);
+    const double peak = height - (width / 2 - across) * height / run;
+    return { { { 0, height }, { run, 0 }, { width - run, 0 }, { width, height },
+        { width - across, height }, { width / 2, peak }, { across, height } } };
+}
+
+// Letters, and the spaces after them, which hold the same area as the eye sees it: open sides count
+// only near the letter.
+struct Place {
+    QPolygonF (*letter)(const Cut&);
+    double width;
+    double space;
+};
+constexpr Place Places[] { { letterZ, 33, 22.3 }, { letterE, 29, 22.1 }, { letterN, 33, 20.4 },
+    { letterT, 33, 15.2 }, { letterA, 36, 0 } };
+constexpr double WordWidth = 244;
+
+double wholePixels(double value)
+{
+    return std::max(1.0, std::round(value));
 }
 } // namespace
 
-QPainterPath zentaWordmark(const QRectF& place)
+QPainterPath zentaWordmark(const QRectF& pixels)
 {
+    const double unit = pixels.height() / LetterHeight;
+    const double across = pixels.width() / WordWidth;
     QPainterPath word;
     double x = 0;
-    for (const QPolygonF& letter : { letterZ(), letterE(), letterN(), letterT(), letterA() }) {
-        word.addPolygon(letter.translated(x, 0));
+    for (const Place& place : Places) {
+        const double left = std::round(x * across);
+        const double right = std::round((x + place.width) * across);
+        word.addPolygon(place
+                            .letter({ .width = right - left,
+                                .height = pixels.height(),
+                                .bar = wholePixels(BarThickness * unit),
+                                .stem = wholePixels(StemThickness * unit),
+                                .slant = StemThickness * unit })
+                            .translated(pixels.left() + left, pixels.top()));
         word.closeSubpath();
-        x += letter.boundingRect().width() + Spacing;
+        x += place.width + place.space;
     }
-    const QRectF drawn = word.boundingRect();
-    QTransform fit;
-    fit.translate(place.left(), place.top());
-    fit.scale(place.width() / drawn.width(), place.height() / LetterHeight);
-    return fit.map(word.translated(-drawn.left(), 0));
+    return word;
 }
 
 } // namespace kestrel::artwork

@@ -4,8 +4,8 @@
 
 namespace kestrel::artwork {
 
-// The name of the console as filled outlines of letters without serifs. It fills `place` in both
-// directions.
-[[nodiscard]] QPainterPath zentaWordmark(const QRectF& place);
+// The name of the console as filled outlines of letters without serifs, which fill `pixels` in both
+// directions. Level and upright edges lie on whole pixels if those of `pixels` do.
+[[nodiscard]] QPainterPath zentaWordmark(const QRectF& pixels);
 
 } // namespace kestrel::artwork

@@ -98,5 +98,24 @@ TEST(StrokeFont, knows_every_character_that_is_engraved)
         EXPECT_FALSE(strokesOf(letter, 0.0).isEmpty()) << static_cast<int>(letter.unicode());
 }
 
+TEST(StrokeFont, runs_upright_and_level_strokes_along_whole_pixels)
+{
+    const auto whole = [](double value) { return std::abs(value - std::round(value)) < 1e-6; };
+    for (int capital = 4; capital <= 13; ++capital) {
+        const QPainterPath path = strokesOf(
+            QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"), { capital, 2 + capital / 3 });
+        for (int i = 1; i < path.elementCount(); ++i) {
+            const QPointF from = path.elementAt(i - 1);
+            const QPointF to = path.elementAt(i);
+            if (!path.elementAt(i).isLineTo())
+                continue;
+            const bool isUpright = std::abs(from.x() - to.x()) < 1e-6;
+            const bool isLevel = std::abs(from.y() - to.y()) < 1e-6;
+            EXPECT_TRUE(!isUpright || whole(to.x())) << capital << ": upright at " << to.x();
+            EXPECT_TRUE(!isLevel || whole(to.y())) << capital << ": level at " << to.y();
+        }
+    }
+}
+
 } // namespace
 } // namespace kestrel::test
