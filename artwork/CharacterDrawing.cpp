@@ -3,6 +3,7 @@
 #include "artwork/DotGrid.h"
 #include "artwork/DotMatrixFont.h"
 #include "artwork/Light.h"
+#include "artwork/SmallFace.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -21,8 +22,7 @@ constexpr double BloomRadius = 1.3; // units
 
 constexpr double SmallestShaped = 3; // pixels: smaller dots are plain squares
 constexpr double DisplayGamma = 2.2;
-constexpr double Lean = 0.35; // pixels
-constexpr float LightBetweenStems = 0.2F;
+constexpr double DimLight = 0.4; // of a lit pixel
 
 bool isBlank(int code)
 {
@@ -35,11 +35,11 @@ bool isBlank(int code)
     return true;
 }
 
-// The strength of the joints between dots of that pitch in pixels: nearly 1 where dots touch, faint
+// The strength of the joints between dots: nearly 1 where there is hardly room for a gap, faint
 // where the gap alone is wider than a pixel.
-double jointStrength(double pitch)
+double jointStrength(const DotGrid& grid)
 {
-    return std::clamp(1.2 - 0.22 * pitch, 0.24, 0.92);
+    return std::clamp(1.53 - 0.516 * grid.scale(), 0.24, 0.92);
 }
 
 bool isLit(int code, int row, int column)
@@ -48,38 +48,29 @@ bool isLit(int code, int row, int column)
         && isDotLit(code, row, column);
 }
 
-bool isShared(double place)
+// True for the first of four lit dots that make a point, such as each half of a colon.
+bool beginsPoint(int code, int row, int column)
 {
-    return place != std::floor(place);
+    const auto areLit = [&](int line) {
+        return isLit(code, line, column) && isLit(code, line, column + 1)
+            && !isLit(code, line, column - 1) && !isLit(code, line, column + 2);
+    };
+    return areLit(row) && areLit(row + 1) && !isLit(code, row - 1, column)
+        && !isLit(code, row - 1, column + 1) && !isLit(code, row + 2, column);
 }
 
-// Where a lit dot is drawn. One that shares two pixels leans towards the lit one of its neighbours,
-// so that a stroke's end stays clear.
+// Where a lit dot is drawn. The dots of a point touch where dots are not told apart, or it would be
+// heavier than the strokes.
 QRectF litPlace(int code, int row, int column, const DotGrid& grid)
 {
-    const auto lean = [](bool before, bool after) { return Lean * (int(after) - int(before)); };
-    QRectF place = grid.dot(row, column);
-    if (isShared(place.left()))
-        place.translate(lean(isLit(code, row, column - 1), isLit(code, row, column + 1)), 0);
-    if (isShared(place.top()))
-        place.translate(0, lean(isLit(code, row - 1, column), isLit(code, row + 1, column)));
-    return place;
-}
-
-// True for a dot alone between two stems, such as the slash of a zero.
-bool isAloneBetweenStems(int code, int row, int column)
-{
-    return column == DotColumns / 2 && isLit(code, row, 0) && isLit(code, row, DotColumns - 1)
-        && !isLit(code, row, column - 1) && !isLit(code, row, column + 1);
-}
-
-// Where columns share pixels, a bright dot there would close the letter.
-QColor lightOf(int code, int row, int column, const DotGrid& grid)
-{
-    QColor light = Core;
-    if (isShared(grid.dot(row, 1).left()) && isAloneBetweenStems(code, row, column))
-        light.setAlphaF(LightBetweenStems);
-    return light;
+    for (int down = 0; !grid.isParted() && down < 2; ++down) {
+        for (int right = 0; right < 2; ++right) {
+            if (beginsPoint(code, row - down, column - right))
+                return grid.dot(row - down + 1, column - right + 1)
+                    .translated((right - 1) * grid.side(), (down - 1) * grid.side());
+        }
+    }
+    return grid.dot(row, column);
 }
 
 // The lines between the middles of neighbouring lit dots that do not touch. Diagonals are joined
@@ -88,8 +79,8 @@ QPainterPath joints(int code, const DotGrid& grid)
 {
     QPainterPath lines;
     const auto join = [&](int row, int column, int otherRow, int otherColumn) {
-        const QPointF from = grid.dot(row, column).center();
-        const QPointF to = grid.dot(otherRow, otherColumn).center();
+        const QPointF from = litPlace(code, row, column, grid).center();
+        const QPointF to = litPlace(code, otherRow, otherColumn, grid).center();
         if (std::max(std::abs(to.x() - from.x()), to.y() - from.y()) <= grid.side())
             return;
         lines.moveTo(from);
@@ -167,13 +158,45 @@ QImage litDots(int code, const DotGrid& grid, QSize pixels)
             if (isShaped)
                 painter.drawImage(grid.dot(row, column).topLeft(), dot);
             else
-                painter.fillRect(
-                    litPlace(code, row, column, grid), lightOf(code, row, column, grid));
+                painter.fillRect(litPlace(code, row, column, grid), Core);
         }
     }
     painter.end();
     if (!isShaped)
         turnCoverageIntoLight(image);
+    return image;
+}
+
+// Fills what four lit dots enclose where dots are not told apart.
+void fillSquares(QPainter& painter, int code, const DotGrid& grid)
+{
+    for (int row = 0; row + 1 < DotRows; ++row) {
+        for (int column = 0; column + 1 < DotColumns; ++column) {
+            if (isDotLit(code, row, column) && isDotLit(code, row, column + 1)
+                && isDotLit(code, row + 1, column) && isDotLit(code, row + 1, column + 1))
+                painter.fillRect(
+                    litPlace(code, row, column, grid) | litPlace(code, row + 1, column + 1, grid),
+                    Core);
+        }
+    }
+}
+
+QImage drawPixelByPixel(int code, const SmallFace& face, QSize pixels)
+{
+    static const int dimAlpha
+        = static_cast<int>(std::lround(255 * std::pow(DimLight, 1 / DisplayGamma)));
+    QImage image = transparent(pixels);
+    for (int row = 0; row < std::min(SmallFace::Rows, pixels.height()); ++row) {
+        for (int column = 0; column < std::min(face.columns(), pixels.width()); ++column) {
+            const SmallFace::Light light = face.light(code, row, column);
+            if (light == SmallFace::Light::Dark)
+                continue;
+            QColor colour = Core;
+            if (light == SmallFace::Light::Dim)
+                colour.setAlpha(dimAlpha);
+            image.setPixelColor(column, row, colour);
+        }
+    }
     return image;
 }
 } // namespace
@@ -194,13 +217,18 @@ QImage dotShape(double side)
 
 QImage drawCharacter(int code, QSize pixels)
 {
-    QImage image = transparent(pixels);
+    if (SmallFace::isFor(pixels))
+        return drawPixelByPixel(code, SmallFace(pixels), pixels);
     const DotGrid grid(pixels);
+    QImage image = transparent(pixels);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor joint = Rim;
-    joint.setAlphaF(static_cast<float>(jointStrength(grid.pitch())));
+    QColor joint = grid.isParted() ? Rim : Core;
+    if (grid.isParted())
+        joint.setAlphaF(static_cast<float>(jointStrength(grid)));
     painter.strokePath(joints(code, grid), QPen(joint, grid.side(), Qt::SolidLine, Qt::FlatCap));
+    if (!grid.isParted())
+        fillSquares(painter, code, grid);
     painter.drawImage(0, 0, litDots(code, grid, pixels));
     return image;
 }
@@ -209,19 +237,25 @@ QImage drawCharacterLight(int code, QSize pixels, QSize reach)
 {
     if (isBlank(code))
         return {};
+    // The light of dots cannot be blurred by less than a pixel. It is fainter there instead.
+    const double radius = BloomRadius * pixels.height() / DotGrid::CellHeight;
     QImage light = transparent(pixels + 2 * reach);
-    const DotGrid grid(pixels);
     QPainter painter(&light);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(reach.width(), reach.height());
-    for (int row = 0; row < DotRows; ++row) {
-        for (int column = 0; column < DotColumns; ++column) {
-            if (isDotLit(code, row, column))
-                painter.fillRect(grid.dot(row, column), Bloom);
+    const DotGrid grid(pixels);
+    if (grid.isParted()) {
+        for (int row = 0; row < DotRows; ++row) {
+            for (int column = 0; column < DotColumns; ++column) {
+                if (isDotLit(code, row, column))
+                    painter.fillRect(grid.dot(row, column), Bloom);
+            }
         }
+    } else {
+        painter.setOpacity(Bloom.alphaF() * std::min(1.0, radius));
+        painter.drawImage(0, 0, drawCharacter(code, pixels));
     }
     painter.end();
-    const double radius = BloomRadius * pixels.height() / DotGrid::CellHeight;
     return blurred(light, std::max(1, static_cast<int>(std::lround(radius))), Bloom);
 }
 

@@ -25,52 +25,26 @@ constexpr int ZoneLength = 10;
 constexpr double CharacterPitch = 9;
 
 constexpr QColor UnlitDot(120, 214, 200, 21);
-constexpr int ColumnsBeside = 4; // columns of dots beside the outer characters
-constexpr int RowsBeside = 2;
+// What the eye sees of dots that cannot be told apart: each lights 4/9 of its square.
+constexpr QColor UnlitDots(120, 214, 200, 9);
 
-// The places of all dots in one direction, in pixels.
-class DotLine {
-public:
-    explicit DotLine(double pitch)
-        : m_pitch(pitch)
-    {
-    }
-
-    // Adds the next dot, and dots at an even distance in the gap before it.
-    void add(int place)
-    {
-        if (!m_places.empty()) {
-            const int start = m_places.back();
-            const int steps = static_cast<int>(std::lround((place - start) / m_pitch));
-            for (int i = 1; i < steps; ++i)
-                m_places.push_back(
-                    start + nearestPixel(static_cast<double>(place - start) * i / steps));
-        }
-        m_places.push_back(place);
-    }
-
-    void extend(int count)
-    {
-        const int first = m_places.front();
-        const int last = m_places.back();
-        for (int i = 1; i <= count; ++i) {
-            m_places.insert(m_places.begin(), first - nearestPixel(i * m_pitch));
-            m_places.push_back(last + nearestPixel(i * m_pitch));
-        }
-    }
-
-    [[nodiscard]] const std::vector<int>& places() const { return m_places; }
-
-private:
-    double m_pitch;
-    std::vector<int> m_places;
-};
-
+// The places of all dots in one direction, in pixels, and the side of a dot.
 struct Dots {
     std::vector<int> lefts;
     std::vector<int> tops;
-    double side; // of each dot; all in pixels
+    double side;
 };
+
+// Fills the room before `next`, wider than that between two characters, with dots of the same
+// pitch.
+void bridge(std::vector<int>& places, int next, int pitch, int space)
+{
+    const int room = next - places.back();
+    const int dots = (room - 2 * space) / pitch + 1;
+    const int first = places.back() + (room - (dots - 1) * pitch) / 2;
+    for (int i = 0; i < dots; ++i)
+        places.push_back(first + i * pitch);
+}
 
 DotGrid gridOfDisplay(const QTransform& toPixels)
 {
@@ -78,43 +52,31 @@ DotGrid gridOfDisplay(const QTransform& toPixels)
         nearestPixel(DotGrid::CellHeight * toPixels.m22()) });
 }
 
-// The dots of the characters and, between and beside them, as many as there is room for.
+// The dots of the characters, and of what is between the zones. So faint a light must not spill
+// into narrow gaps: small dots are whole pixels.
 Dots dotsOfDisplay(const DotGrid& grid, const QTransform& toPixels)
 {
-    DotLine columns(grid.horizontalPitch());
+    const double side = grid.side() < grid.pitch() - 1 ? grid.side() : std::floor(grid.side());
+    Dots dots { {}, {}, side };
     for (const double zone : ZoneLefts) {
         for (int k = 0; k < ZoneLength; ++k) {
             const int left
                 = nearestPixel(toPixels.m11() * (zone + k * CharacterPitch) + toPixels.dx());
+            const int first = left + static_cast<int>(grid.dot(0, 0).left());
+            if (k == 0 && !dots.lefts.empty())
+                bridge(dots.lefts, first, grid.pitch(),
+                    nearestPixel(toPixels.m11() * CharacterPitch)
+                        - (DotColumns - 1) * grid.pitch());
             for (int column = 0; column < DotColumns; ++column)
-                columns.add(left + static_cast<int>(grid.dot(0, column).left()));
+                dots.lefts.push_back(left + static_cast<int>(grid.dot(0, column).left()));
         }
     }
-    columns.extend(ColumnsBeside);
-    DotLine rows(grid.verticalPitch());
     for (const double top : RowTops) {
         for (int row = 0; row < DotRows; ++row)
-            rows.add(nearestPixel(toPixels.m22() * top + toPixels.dy())
+            dots.tops.push_back(nearestPixel(toPixels.m22() * top + toPixels.dy())
                 + static_cast<int>(grid.dot(row, 0).top()));
     }
-    rows.extend(RowsBeside);
-    return { columns.places(), rows.places(), grid.side() };
-}
-
-std::vector<int> regular(const std::vector<int>& places, int step)
-{
-    std::vector<int> even;
-    for (int place = places.front(); place <= places.back(); place += step)
-        even.push_back(place);
-    return even;
-}
-
-// Where dots are too small to be told apart, their uneven gaps would make a pattern of their own. A
-// regular mesh shows there what the eye sees of them.
-Dots meshInPlaceOf(const Dots& dots, double pitch)
-{
-    const int step = std::max(2, static_cast<int>(std::ceil(pitch)));
-    return { regular(dots.lefts, step), regular(dots.tops, step), step - 1.0 };
+    return dots;
 }
 
 QImage unlitDot(double side)
@@ -126,15 +88,8 @@ QImage unlitDot(double side)
     return dot;
 }
 
-void drawUnlitDots(Canvas& canvas)
+void drawDots(QPainter& painter, const Dots& dots)
 {
-    QPainter& painter = canvas.painter();
-    const QTransform toPixels = painter.transform();
-    const DotGrid grid = gridOfDisplay(toPixels);
-    Dots dots = dotsOfDisplay(grid, toPixels);
-    if (!grid.isParted())
-        dots = meshInPlaceOf(dots, grid.pitch());
-
     const QImage dot = unlitDot(dots.side);
     const int origin = dots.lefts.front();
     QImage line(dots.lefts.back() - origin + dot.width(), dot.height(), dot.format());
@@ -150,6 +105,18 @@ void drawUnlitDots(Canvas& canvas)
     for (const int top : dots.tops)
         painter.drawImage(origin, top, line);
     painter.restore();
+}
+
+void drawUnlitDots(Canvas& canvas)
+{
+    const QTransform toPixels = canvas.painter().transform();
+    const DotGrid grid = gridOfDisplay(toPixels);
+    if (grid.isParted())
+        return drawDots(canvas.painter(), dotsOfDisplay(grid, toPixels));
+    const QRectF area(ZoneLefts.front(), RowTops.front(),
+        ZoneLefts.back() - ZoneLefts.front() + ZoneLength * CharacterPitch,
+        RowTops.back() - RowTops.front() + DotGrid::CellHeight);
+    canvas.painter().fillRect(canvas.onPixels(area.adjusted(-3, -2, 1, 2)), UnlitDots);
 }
 
 // The room's light on the glass: a pale band across the upper half that ends in a slanted edge.

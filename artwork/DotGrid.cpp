@@ -7,67 +7,96 @@ namespace kestrel::artwork {
 
 namespace {
 
-// From this pitch on, in pixels, there is a gap between all dots.
-constexpr double PartedPitch = 2.95;
+constexpr int RowsWithoutTails = 7;
+constexpr int Tails = DotRows - RowsWithoutTails;
 
-// The dots that share pixels first where there are too few of them. Most characters have the same
-// dots in the row below the upper one, and only tails in the last but one. The outer columns and
-// the middle one are the stems.
-constexpr std::array SharingColumns { 1, 3 };
-constexpr std::array SharingRows { 7, 1 };
-
-int nearest(double value)
+// The side of a dot that is nearest to two thirds of the pitch.
+int usualSide(int pitch)
 {
-    return static_cast<int>(std::floor(value + 0.5));
+    return (2 * pitch + 1) / 3;
 }
 
-// Where each dot of a line begins. The last one begins at the pixel `last` at the latest.
-template <std::size_t Count>
-std::array<double, Count> places(double pitch, int last, const std::array<int, 2>& sharing)
+// Each row for tails may be one pixel closer to the one before.
+bool fits(int pitch, QSize cell)
 {
-    constexpr int Dots = static_cast<int>(Count);
-    const int missing = Dots - 1 - last;
-    const double fitting = std::min(pitch, static_cast<double>(last) / (Dots - 1));
-    std::array<double, Count> starts {};
-    if (missing <= 0 || missing > static_cast<int>(sharing.size())) {
-        for (int i = 0; i < Dots; ++i)
-            starts[static_cast<std::size_t>(i)] = missing <= 0 ? nearest(i * fitting) : i * fitting;
-        return starts;
-    }
-    int free = 0;
-    for (int i = 0; i < Dots; ++i) {
-        const bool shares
-            = std::find(sharing.begin(), sharing.begin() + missing, i) != sharing.begin() + missing;
-        starts[static_cast<std::size_t>(i)] = shares ? free - 0.5 : free++;
-    }
-    return starts;
+    const int side = usualSide(pitch);
+    return (DotColumns - 1) * pitch + side < cell.width()
+        && (DotRows - 1) * pitch - Tails + side <= cell.height();
 }
+
+int widestPitch(QSize cell)
+{
+    int pitch = 1;
+    while (fits(pitch + 1, cell))
+        ++pitch;
+    return pitch;
+}
+
+// Dots give as much light as if they were two thirds of the cell's own pitch wide, so that strokes
+// grow steadily with the cell. From the narrowest pitch on they do so gradually. A sliver of a
+// pixel would only blur their edges.
+double sideOf(int pitch, double scale, int room)
+{
+    double side = std::sqrt(pitch * scale * 2 / 3);
+    if (pitch == 2)
+        side = std::min(side, 1 + 1.3 * (scale - 1.25));
+    const double whole = std::floor(side);
+    return std::clamp(side - whole < 0.15 ? whole : side, 1.0, static_cast<double>(room));
+}
+
+// Where dots touch, their distances are chosen by hand: letters are as symmetrical as they can be,
+// the two dots of a colon are equal, and so are the two halves of a small "e".
+constexpr std::array<int, DotColumns> FiveColumns { 0, 1, 2, 3, 4 };
+constexpr std::array<int, DotColumns> SevenColumns { 0, 1, 3, 5, 6 };
+constexpr std::array<int, DotRows> SevenRows { 0, 1, 2, 3, 4, 5, 6, 7, 8 };
+constexpr std::array<int, DotRows> TenRows { 0, 1, 3, 5, 6, 8, 9, 11, 12 };
+constexpr std::array<int, DotRows> ElevenRows { 0, 2, 3, 5, 7, 8, 10, 12, 14 };
 } // namespace
 
 DotGrid::DotGrid(QSize cellPixels)
-    : m_horizontal(cellPixels.width() * Pitch / CellWidth)
-    , m_vertical(cellPixels.height() * Pitch / CellHeight)
-    , m_side(std::max(1.0, pitch() * 2 / 3))
-    , m_lefts(places<DotColumns>(m_horizontal,
-          cellPixels.width() - 1 - static_cast<int>(std::ceil(m_side)), SharingColumns))
-    , m_tops(places<DotRows>(m_vertical, cellPixels.height() - 1, SharingRows))
+    : m_scale(std::min(static_cast<double>(cellPixels.width()) / CellWidth,
+        static_cast<double>(cellPixels.height()) / CellHeight))
+    , m_pitch(widestPitch(cellPixels))
 {
+    if (isParted())
+        placeParted(cellPixels);
+    else
+        placeJoined(cellPixels);
+    // The characters lie in the middle of seven units, and the eighth parts them.
+    const double room
+        = cellPixels.width() * (CellWidth - 1.0) / CellWidth - m_lefts.back() - m_side;
+    const int offset = std::max(0, static_cast<int>(std::lround(room / 2 - 0.25)));
+    for (int& left : m_lefts)
+        left += offset;
+}
+
+void DotGrid::placeParted(QSize cellPixels)
+{
+    m_side = sideOf(m_pitch, m_scale, cellPixels.width() - 1 - (DotColumns - 1) * m_pitch);
+    for (int column = 0; column < DotColumns; ++column)
+        m_lefts[static_cast<std::size_t>(column)] = column * m_pitch;
+    for (int row = 0; row < DotRows; ++row)
+        m_tops[static_cast<std::size_t>(row)] = row * m_pitch;
+    const int last = cellPixels.height() - static_cast<int>(std::ceil(m_side));
+    const int before = m_tops[RowsWithoutTails - 1];
+    m_tops[DotRows - 1] = std::min(m_tops[DotRows - 1], last);
+    m_tops[RowsWithoutTails]
+        = std::min(m_tops[RowsWithoutTails], (before + m_tops[DotRows - 1] + 1) / 2);
+}
+
+void DotGrid::placeJoined(QSize cellPixels)
+{
+    m_lefts = cellPixels.width() > SevenColumns.back() + 1 ? SevenColumns : FiveColumns;
+    if (cellPixels.height() > ElevenRows.back())
+        m_tops = ElevenRows;
+    else
+        m_tops = cellPixels.height() > TenRows.back() ? TenRows : SevenRows;
 }
 
 QRectF DotGrid::dot(int row, int column) const
 {
-    return { m_lefts[static_cast<std::size_t>(column)], m_tops[static_cast<std::size_t>(row)],
-        m_side, m_side };
-}
-
-bool DotGrid::isParted() const
-{
-    return pitch() >= PartedPitch;
-}
-
-double DotGrid::pitch() const
-{
-    return std::min(m_horizontal, m_vertical);
+    return { static_cast<double>(m_lefts[static_cast<std::size_t>(column)]),
+        static_cast<double>(m_tops[static_cast<std::size_t>(row)]), m_side, m_side };
 }
 
 } // namespace kestrel::artwork

@@ -77,6 +77,23 @@ public:
         return brightest;
     }
 
+    // The brightest row of each group of rows that have at least half the light of the brightest.
+    [[nodiscard]] std::vector<double> brightGroups(const QRect& area) const
+    {
+        const double enough = brightestLine(area, true) / 2;
+        std::vector<double> groups;
+        bool isInside = false;
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            const double light = brightestLine(QRect(area.left(), y, area.width(), 1), true);
+            if (light >= enough && isInside)
+                groups.back() = std::max(groups.back(), light);
+            else if (light >= enough)
+                groups.push_back(light);
+            isInside = light >= enough;
+        }
+        return groups;
+    }
+
 private:
     QImage m_image;
     double m_horizontal;
@@ -164,16 +181,12 @@ double barEvenness(PlugInPanelView& view, double density)
     Range bars;
     forEachCharacter([&](std::size_t zone, std::size_t k) {
         const QRect cell = painting.cell(zone, k);
-        // The bars are in the rows 0, 3 and 6 of dots that are 1.5 units apart. All of them have
-        // the second to the fourth dot.
-        for (const int row : { 0, 3, 6 }) {
-            const int top = std::max(0, static_cast<int>((row * 1.5 - 0.75) / 13 * cell.height()));
-            const int bottom = static_cast<int>((row * 1.5 + 1.75) / 13 * cell.height());
-            bars.include(
-                painting.brightestLine(QRect(cell.left() + cell.width() / 4, cell.top() + top,
-                                           std::max(1, cell.width() * 3 / 8), bottom - top + 1),
-                    true));
-        }
+        // All bars have the second to the fourth dot.
+        const QRect inside(cell.left() + cell.width() / 4, cell.top(),
+            std::max(1, cell.width() * 3 / 8), cell.height());
+        const std::vector<double> found = painting.brightGroups(inside);
+        bars.include(found.size() == 3 ? *std::min_element(found.begin(), found.end()) : 0);
+        bars.include(*std::max_element(found.begin(), found.end()));
     });
     return bars.evenness();
 }
