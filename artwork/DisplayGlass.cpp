@@ -107,16 +107,14 @@ void drawDots(QPainter& painter, const Dots& dots)
     painter.restore();
 }
 
-void drawUnlitDots(Canvas& canvas)
+// The tone that stands for dots covers the whole glass, because its edge would be seen.
+void drawUnlitDots(Canvas& canvas, const QPainterPath& glass)
 {
     const QTransform toPixels = canvas.painter().transform();
     const DotGrid grid = gridOfDisplay(toPixels);
     if (grid.isParted())
         return drawDots(canvas.painter(), dotsOfDisplay(grid, toPixels));
-    const QRectF area(ZoneLefts.front(), RowTops.front(),
-        ZoneLefts.back() - ZoneLefts.front() + ZoneLength * CharacterPitch,
-        RowTops.back() - RowTops.front() + DotGrid::CellHeight);
-    canvas.painter().fillRect(canvas.onPixels(area.adjusted(-3, -2, 1, 2)), UnlitDots);
+    canvas.painter().fillPath(glass, UnlitDots);
 }
 
 // The room's light on the glass: a pale band across the upper half that ends in a slanted edge.
@@ -144,7 +142,7 @@ void drawDisplayGlass(Canvas& canvas)
     depth.setColorAt(0.5, QColor(5, 11, 12));
     depth.setColorAt(1.0, QColor(6, 13, 14));
     canvas.painter().fillPath(glass, depth);
-    drawUnlitDots(canvas);
+    drawUnlitDots(canvas, glass);
     drawReflection(canvas, glass);
     shadeInside(canvas, glass, QPointF(0, 1.2), 3.0, QColor(0, 0, 0, 200));
     canvas.painter().strokePath(roundedRect(Glass.adjusted(0.3, 0.3, -0.3, -0.3), Corner),
