@@ -33,11 +33,14 @@ int widestPitch(QSize cell)
 }
 
 // Dots give as much light as if they were two thirds of the cell's own pitch wide, so that strokes
-// grow steadily with the cell. From the narrowest pitch on they do so gradually. A sliver of a
-// pixel would only blur their edges.
+// grow steadily with the cell. From the narrowest pitch on they do so gradually. Small ones are
+// larger where their cell has room for a wider pitch, because thin strokes look dim there. A sliver
+// of a pixel would only blur their edges.
 double sideOf(int pitch, double scale, int room)
 {
+    constexpr double Small = 2.5;
     double side = std::sqrt(pitch * scale * 2 / 3);
+    side = std::max(side, std::min({ (side + scale) / 2, Small, pitch - 0.5 }));
     if (pitch == 2)
         side = std::min(side, 1 + 1.3 * (scale - 1.25));
     const double whole = std::floor(side);

@@ -69,6 +69,14 @@ TEST(DotGrid, fills_at_least_seven_tenths_of_what_its_cell_has_for_it)
     }
 }
 
+TEST(DotGrid, has_larger_dots_of_the_same_pitch_where_there_is_more_room)
+{
+    const DotGrid narrow(cellAt(1564));
+    const DotGrid wide(cellAt(1760));
+    EXPECT_EQ(wide.pitch(), narrow.pitch());
+    EXPECT_GE(wide.side(), narrow.side() + 0.15);
+}
+
 // The upper dot is in the rows 1 and 2, the lower one in the rows 4 and 5.
 TEST(DotGrid, makes_the_two_dots_of_a_colon_equal)
 {
