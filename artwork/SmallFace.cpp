@@ -285,7 +285,8 @@ SmallFace::Light SmallFace::light(int code, int row, int column) const
     const Blocks& blocks = m_columns == FewestColumns ? OfThreeColumns : OfFourColumns;
     const std::string_view line
         = blocks[static_cast<std::size_t>(index / PerBlock)][static_cast<std::size_t>(row)];
-    switch (line[static_cast<std::size_t>(index % PerBlock * (m_columns + 1) + column)]) {
+    const int place = index % PerBlock * (m_columns + 1) + column;
+    switch (line[static_cast<std::size_t>(place)]) {
     case '#':
         return Light::Full;
     case '+':

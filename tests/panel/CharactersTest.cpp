@@ -1,6 +1,7 @@
 #include "artwork/CharacterDrawing.h"
 #include "artwork/SmallFace.h"
 #include "common/NearestPixel.h"
+#include "tests/panel/CellSize.h"
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/look/Luminance.h"
@@ -81,12 +82,6 @@ std::vector<double> columnsOf(const QImage& image, const QRect& area)
         columns.push_back(sum / area.height());
     }
     return columns;
-}
-
-// The cell of a character on a panel that is so many device pixels wide.
-QSize cellAt(int width)
-{
-    return { nearestPixel(8 * width / 782.0), nearestPixel(13 * width / 782.0) };
 }
 
 // How many pixels' light a stem of the cell has in each row from its first to its last one.

@@ -1,6 +1,6 @@
 #include "artwork/DotGrid.h"
 
-#include "common/NearestPixel.h"
+#include "tests/panel/CellSize.h"
 
 #include <gtest/gtest.h>
 
@@ -14,11 +14,6 @@ using artwork::DotRows;
 // The smallest window in which a dot has a pixel of its own, and more than a screen has.
 constexpr int Narrowest = 538;
 constexpr int Widest = 4000;
-
-QSize cellAt(int width)
-{
-    return { nearestPixel(8 * width / 782.0), nearestPixel(13 * width / 782.0) };
-}
 
 double left(const DotGrid& grid, int column)
 {

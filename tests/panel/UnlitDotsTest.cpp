@@ -63,8 +63,8 @@ TEST_P(UnlitDots, lie_below_the_lit_ones_wherever_dots_are_told_apart)
     const QImage image = painted(view);
     for (const double top : RowTops) {
         for (int i = 0; i < 40; ++i) {
-            const QPoint cell(nearestPixel((298 + i / 10 * 97 + i % 10 * 9) * horizontal()),
-                nearestPixel(top * vertical()));
+            const int left = 298 + i / 10 * 97 + i % 10 * 9;
+            const QPoint cell(nearestPixel(left * horizontal()), nearestPixel(top * vertical()));
             int seen = 0;
             for (int row = 0; row < artwork::DotRows; ++row) {
                 for (int column = 0; column < artwork::DotColumns; ++column) {
