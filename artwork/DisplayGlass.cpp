@@ -40,7 +40,7 @@ struct Dots {
 void bridge(std::vector<int>& places, int next, int pitch, int space)
 {
     const int room = next - places.back();
-    const int dots = (room - 2 * space) / pitch + 1;
+    const int dots = std::max(0, (room - 2 * space) / pitch + 1);
     const int first = places.back() + (room - (dots - 1) * pitch) / 2;
     for (int i = 0; i < dots; ++i)
         places.push_back(first + i * pitch);

@@ -47,8 +47,9 @@ double sideOf(int pitch, double scale, int room)
     return std::clamp(side - whole < 0.15 ? whole : side, 1.0, static_cast<double>(room));
 }
 
-// Where dots touch, their distances are chosen by hand: letters are as symmetrical as they can be,
-// the two dots of a colon are equal, and so are the two halves of a small "e".
+// For capitals of so many pixels. Where dots touch, their distances are chosen by hand: letters are
+// as symmetrical as they can be, the two dots of a colon are equal, and so are the two halves of a
+// small "e".
 constexpr std::array<int, DotColumns> FiveColumns { 0, 1, 2, 3, 4 };
 constexpr std::array<int, DotColumns> SevenColumns { 0, 1, 3, 5, 6 };
 constexpr std::array<int, DotRows> SevenRows { 0, 1, 2, 3, 4, 5, 6, 7, 8 };

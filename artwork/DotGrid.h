@@ -25,7 +25,7 @@ public:
     // In pixels of the cell.
     [[nodiscard]] QRectF dot(int row, int column) const;
     [[nodiscard]] double side() const { return m_side; } // of a dot, in pixels
-    // True if there is a gap between all dots.
+    // True if there is a gap between all dots but those for tails.
     [[nodiscard]] bool isParted() const { return m_pitch >= SmallestParted; }
     // Pixels from dot to dot, if they are parted.
     [[nodiscard]] int pitch() const { return m_pitch; }

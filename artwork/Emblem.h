@@ -8,7 +8,8 @@ namespace kestrel::artwork {
 // centred on `centre` and as wide as `span`.
 [[nodiscard]] QPainterPath kestrelMark(QPointF centre, double span);
 
-// Where the crown of its head and the end of its tail are, below the centre, as parts of the span.
+// How far the crown of its head and the end of its tail are below the centre, as parts of the span.
+// The crown is above it.
 inline constexpr double KestrelCrown = -0.25;
 inline constexpr double KestrelTail = 0.44;
 

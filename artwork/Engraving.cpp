@@ -81,10 +81,11 @@ double wholeDepth(const Canvas& canvas)
     return wholePixels(EngravedDepth * canvas.scale()) / canvas.scale();
 }
 
-QSizeF sizeOnPixels(const Canvas& canvas, const QString& text, const Lettering& lettering)
+QSizeF sizeOnPixels(Canvas& canvas, const QString& text, const Lettering& lettering)
 {
     const PixelGrid grid = inPixels(canvas, lettering).grid;
-    return QSizeF(widthOf(text, grid), grid.capital) / canvas.scale();
+    return { widthOf(text, grid) / canvas.painter().transform().m11(),
+        grid.capital / canvas.scale() };
 }
 
 void engraveOnPixels(Canvas& canvas, const QString& text, QPointF top, const Lettering& lettering)

@@ -26,7 +26,7 @@ struct Lettering {
 
 // How far the dark and the lit edge lie beside what is cut, in units.
 inline constexpr double EngravedDepth = 0.8;
-// The same as whole pixels.
+// This depth rounded to whole pixels, in units.
 [[nodiscard]] double wholeDepth(const Canvas& canvas);
 
 // `top` is the middle (or left end) of the upper edge of the capitals' centre lines. The function
@@ -40,7 +40,7 @@ void engraveOnPixels(
 
 // Width and height of such a text in units, without the thickness of its strokes.
 [[nodiscard]] QSizeF sizeOnPixels(
-    const Canvas& canvas, const QString& text, const Lettering& lettering = {});
+    Canvas& canvas, const QString& text, const Lettering& lettering = {});
 
 // Draw hairlines, one unit wide, with a lit lower edge.
 void engraveHorizontal(Canvas& canvas, double x, double y, double width);

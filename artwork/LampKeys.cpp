@@ -4,6 +4,7 @@
 #include "artwork/KeyCap.h"
 #include "artwork/Light.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -159,7 +160,7 @@ QImage LampKeys::drawLight(const QRect& source, QSize pixels) const
     for (int y = 0; y < pixels.height(); ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < pixels.width(); ++x) {
-            const double strength = *sum++;
+            const double strength = std::min(1.0, *sum++);
             line[x] = qRgb(qRound(light.red() * strength), qRound(light.green() * strength),
                 qRound(light.blue() * strength));
         }

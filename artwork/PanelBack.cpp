@@ -23,7 +23,7 @@ constexpr std::array<double, 4> ChannelLefts { 309, 406, 503, 600 };
 // The rules of the left third reach from the outer edge of the first key to that of the third.
 constexpr double LeftRule = 26.5;
 constexpr double RuleLength = 244;
-// Those of the right column are as wide as its key.
+// Those of the right column are as wide as its key, in whole units.
 constexpr double RightRule = 705;
 constexpr double RightRuleLength = 51;
 

@@ -275,11 +275,23 @@ constexpr Blocks OfFourColumns { {
 } };
 // clang-format on
 
+constexpr bool hasWholeRows(const Blocks& blocks, std::size_t columns)
+{
+    for (const Block& block : blocks) {
+        for (const std::string_view row : block) {
+            if (row.size() != PerBlock * (columns + 1) - 1)
+                return false;
+        }
+    }
+    return true;
+}
+static_assert(hasWholeRows(OfThreeColumns, 3) && hasWholeRows(OfFourColumns, 4));
+
 } // namespace
 
 SmallFace::Light SmallFace::light(int code, int row, int column) const
 {
-    if (code < FirstDrawn)
+    if (code < FirstDrawn || code >= CharacterCount)
         return Light::Dark;
     const int index = code - FirstDrawn;
     const Blocks& blocks = m_columns == FewestColumns ? OfThreeColumns : OfFourColumns;

@@ -6,9 +6,9 @@
 
 namespace kestrel::artwork {
 
-// The characters for cells that have fewer pixels than a character has dots. They are drawn by
-// hand, pixel by pixel, three or four columns wide. A dim pixel rounds a corner or hints at a
-// diagonal.
+// The characters for cells in which not every dot of a character and a gap beside it has a pixel.
+// They are drawn by hand, pixel by pixel, three or four columns wide. A dim pixel rounds a corner
+// or hints at a diagonal.
 class SmallFace {
 public:
     enum class Light { Dark, Dim, Full };
@@ -21,7 +21,7 @@ public:
         return cellPixels.width() <= DotColumns || cellPixels.height() < DotRows;
     }
 
-    // The last column of pixels of the cell stays dark.
+    // The last column of pixels of a cell stays dark if it has at least four.
     explicit SmallFace(QSize cellPixels)
         : m_columns(cellPixels.width() < DotColumns ? FewestColumns : FewestColumns + 1)
     {

@@ -92,6 +92,8 @@ struct Place {
 constexpr Place Places[] { { letterZ, 33, 22.3 }, { letterE, 29, 22.1 }, { letterN, 33, 20.4 },
     { letterT, 33, 15.2 }, { letterA, 36, 0 } };
 constexpr double WordWidth = 244;
+// Letters of eight pixels. Smaller ones have no room for their strokes.
+constexpr double SmallestUnit = 0.25;
 
 double wholePixels(double value)
 {
@@ -101,8 +103,10 @@ double wholePixels(double value)
 
 QPainterPath zentaWordmark(const QRectF& pixels)
 {
-    const double unit = pixels.height() / LetterHeight;
     const double across = pixels.width() / WordWidth;
+    const double unit = std::min(pixels.height() / LetterHeight, across); // of thickness
+    if (unit < SmallestUnit)
+        return {};
     QPainterPath word;
     double x = 0;
     for (const Place& place : Places) {

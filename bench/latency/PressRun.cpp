@@ -15,6 +15,7 @@ namespace kestrel::bench {
 namespace {
 constexpr std::int64_t KeyLostAfter = 300'000'000; // ns from the order on, JACK's cycle included
 constexpr std::size_t PressesInASpell = 20;
+constexpr std::chrono::milliseconds Settling { 150 }; // after a flood begins or ends
 constexpr std::size_t CountedStrokes = 48; // strokes whose round trips are counted
 
 struct PressOutcome {
@@ -72,6 +73,12 @@ void measurePresses(
     outcome.overruns += stage.console().overruns() - overrunsBefore;
 }
 
+void flood(Stage& stage, int packetsPerSecond)
+{
+    stage.console().setFlood(packetsPerSecond);
+    std::this_thread::sleep_for(Settling);
+}
+
 // Quiet and flooded presses alternate in short spells, so that both see the machine in the same
 // mood.
 void measureRound(Stage& stage, const CandidateKind& kind, const Options& options, Random& random,
@@ -84,9 +91,9 @@ void measureRound(Stage& stage, const CandidateKind& kind, const Options& option
         measurePresses(stage, options.form, count, random, quiet);
         if (!alternates)
             continue;
-        stage.console().setFlood(options.floodPerSecond);
+        flood(stage, options.floodPerSecond);
         measurePresses(stage, options.form, count, random, busy);
-        stage.console().setFlood(0);
+        flood(stage, 0);
     }
     if (alternates && kind.showsPanel && !stage.panelShowsText())
         throw std::runtime_error(kind.name + " did not paint what came");

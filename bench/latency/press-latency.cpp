@@ -40,12 +40,14 @@ void addOptions(CLI::App& app, Options& options, bool& onePacket)
 {
     app.add_option("--rounds", options.rounds, "rounds of each candidate")->capture_default_str();
     app.add_option("--presses", options.pressesPerRound, "presses or heartbeats a round")
+        ->check(CLI::PositiveNumber)
         ->capture_default_str();
     app.add_option("--seconds", options.streamSeconds, "length of the steady stream")
         ->check(CLI::Range(1, 500))
         ->capture_default_str();
     app.add_option("--flood", options.floodPerSecond,
-        "with --press: measure again while so many display packets come each second");
+        "with --press: let quiet presses and such amid so many display packets a second take "
+        "turns");
     app.add_flag("--one-packet", onePacket, "press and release as one packet instead of two");
     app.add_option("--seed", options.seed, "of gaps, buttons and order")->capture_default_str();
     app.add_option("--candidates", options.candidates, "names as in the table, comma between")

@@ -138,6 +138,10 @@ void addScene(const std::string& density, Scene& scene)
     scene.paint(scene.view.rect());
     const QRect zone = scene.view.zoneRect(2);
     const QRect cell = zone.adjusted(0, 0, -zone.width() * 9 / 10, 0);
+    for (int i = 0; i < 11; ++i) {
+        scene.changeCell(cell);
+        scene.changeKnob();
+    }
     add("copy/" + density, [&scene] { scene.copy(); });
     add("panel/" + density, [&scene] { scene.paint(scene.view.rect()); });
     add("cell/" + density, [&scene, cell] { scene.changeCell(cell); });

@@ -1,8 +1,10 @@
 #include "artwork/PanelPictures.h"
+#include "artwork/Wordmark.h"
 #include "tests/panel/look/Luminance.h"
 #include "tests/panel/look/NaturalSize.h"
 
 #include <QImage>
+#include <QPainterPath>
 
 #include <gtest/gtest.h>
 
@@ -48,7 +50,7 @@ std::vector<double> pixelsOf(const Label& label, int width)
 class LabelLegibility : public testing::TestWithParam<int> { };
 } // namespace
 
-TEST_P(LabelLegibility, every_letter_has_clear_strokes)
+TEST_P(LabelLegibility, every_label_has_clear_strokes)
 {
     constexpr std::size_t PixelsOfAStem = 5;
     for (const Label& label : Labels) {
@@ -64,6 +66,18 @@ TEST_P(LabelLegibility, the_name_of_the_product_is_as_bright_as_the_labels)
     const double name = pixelsOf(Labels.back(), GetParam()).front();
     const double label = pixelsOf(Labels.front(), GetParam()).front();
     EXPECT_GE(name, 0.9 * label);
+}
+
+TEST(Wordmark, lies_in_its_place_however_the_panel_is_stretched)
+{
+    for (int width = 1; width <= 500; width += 3) {
+        for (int height = 1; height <= 80; ++height) {
+            const QRectF place(10, 20, width, height);
+            const QPainterPath word = artwork::zentaWordmark(place);
+            ASSERT_TRUE(word.isEmpty() || place.contains(word.boundingRect()))
+                << width << " x " << height;
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(, LabelLegibility,

@@ -78,4 +78,23 @@ TEST_F(LampLight, fades_over_the_metal_without_an_edge)
         EXPECT_LE(std::max(at(area.left(), y), at(area.right(), y)), 4) << y;
 }
 
+TEST_F(LampLight, of_every_colour_is_strongest_at_its_key)
+{
+    constexpr QRect Lit(0, 67, 67, 67);
+    constexpr QPoint KeyMiddle(33, 50);
+    for (const char* picture : { "btn_red", "btn_orange", "btn_green" }) {
+        const InterfaceImage image = artwork::panelPicture(QLatin1String(picture));
+        const QRect area = image.drawn()->lightArea(Lit);
+        const QImage light = image.drawn()->drawLight(Lit, area.size());
+        const QColor key(light.pixel(KeyMiddle + Lit.topLeft() - area.topLeft()));
+        for (int y = 0; y < light.height(); ++y) {
+            for (int x = 0; x < light.width(); ++x) {
+                const QColor there(light.pixel(x, y));
+                ASSERT_LE(there.red(), key.red()) << picture << ": " << x << ", " << y;
+                ASSERT_LE(there.green(), key.green()) << picture << ": " << x << ", " << y;
+            }
+        }
+    }
+}
+
 } // namespace kestrel::test
