@@ -160,8 +160,8 @@ TEST(KnobStrip, a_value_finds_its_frame_counted_from_the_bottom)
 TEST(KnobStrip, bit_6_lights_the_lower_lamp)
 {
     const QPoint lowerLamp(33, 60);
-    EXPECT_GT(brightness(knobFrame(0x46), lowerLamp), 180);
-    EXPECT_LT(brightness(knobFrame(0x06), lowerLamp), 100);
+    EXPECT_GT(luminance(knobFrame(0x46).pixel(lowerLamp)),
+        4 * luminance(knobFrame(0x06).pixel(lowerLamp)));
 }
 
 TEST(LampKeys, are_two_square_frames_the_lit_one_below)
