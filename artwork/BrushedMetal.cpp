@@ -3,6 +3,7 @@
 #include "artwork/Canvas.h"
 #include "artwork/Light.h"
 #include "artwork/Noise.h"
+#include "artwork/WholePixels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,7 +40,7 @@ void lay(Canvas& canvas, const BrushedMetal& metal)
 {
     QImage& image = canvas.pixels();
     const int height = image.height();
-    const int cell = std::max(1, static_cast<int>(std::lround(56 * canvas.scale())));
+    const int cell = wholePixels(56 * canvas.scale());
     const std::vector<double> light = lightAcross(image.width());
     for (int y = 0; y < height; ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));

@@ -1,6 +1,7 @@
 #include "artwork/Canvas.h"
 
-#include <algorithm>
+#include "artwork/WholePixels.h"
+
 #include <cmath>
 #include <utility>
 
@@ -30,8 +31,8 @@ QRectF Canvas::onPixels(const QRectF& units) const
 {
     const QTransform& transform = m_painter.transform();
     const QRectF place = transform.mapRect(units);
-    const QRectF whole(std::round(place.x()), std::round(place.y()),
-        std::max(1.0, std::round(place.width())), std::max(1.0, std::round(place.height())));
+    const QRectF whole(std::round(place.x()), std::round(place.y()), wholePixels(place.width()),
+        wholePixels(place.height()));
     return transform.inverted().mapRect(whole);
 }
 

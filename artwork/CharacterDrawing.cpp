@@ -4,6 +4,7 @@
 #include "artwork/DotMatrixFont.h"
 #include "artwork/Light.h"
 #include "artwork/SmallFace.h"
+#include "artwork/WholePixels.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -125,14 +126,19 @@ QImage transparent(QSize pixels)
     return image;
 }
 
+// The alpha of a pixel that shines with this part of the full light.
+int alphaOf(double light)
+{
+    return static_cast<int>(std::lround(255 * std::pow(light, 1 / DisplayGamma)));
+}
+
 // Makes a pixel that is half covered shine half as bright as a covered one.
 void turnCoverageIntoLight(QImage& image)
 {
     static const auto alphas = [] {
         std::array<int, 256> table {};
         for (std::size_t i = 0; i < table.size(); ++i)
-            table[i] = static_cast<int>(
-                std::lround(255 * std::pow(static_cast<double>(i) / 255, 1 / DisplayGamma)));
+            table[i] = alphaOf(static_cast<double>(i) / 255);
         return table;
     }();
     for (int y = 0; y < image.height(); ++y) {
@@ -183,8 +189,7 @@ void fillSquares(QPainter& painter, int code, const DotGrid& grid)
 
 QImage drawPixelByPixel(int code, const SmallFace& face, QSize pixels)
 {
-    static const int dimAlpha
-        = static_cast<int>(std::lround(255 * std::pow(DimLight, 1 / DisplayGamma)));
+    static const int dimAlpha = alphaOf(DimLight);
     QImage image = transparent(pixels);
     for (int row = 0; row < std::min(SmallFace::Rows, pixels.height()); ++row) {
         for (int column = 0; column < std::min(face.columns(), pixels.width()); ++column) {
@@ -256,7 +261,7 @@ QImage drawCharacterLight(int code, QSize pixels, QSize reach)
         painter.drawImage(0, 0, drawCharacter(code, pixels));
     }
     painter.end();
-    return blurred(light, std::max(1, static_cast<int>(std::lround(radius))), Bloom);
+    return blurred(light, wholePixels(radius), Bloom);
 }
 
 } // namespace kestrel::artwork

@@ -2,6 +2,7 @@
 
 #include "artwork/Canvas.h"
 #include "artwork/StrokeFont.h"
+#include "artwork/WholePixels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,11 +20,6 @@ struct PixelLettering {
     int wholeStroke = 1;
     QColor paint;
 };
-
-int wholePixels(double value)
-{
-    return std::max(1, static_cast<int>(std::lround(value)));
-}
 
 PixelLettering inPixels(const Canvas& canvas, const Lettering& lettering)
 {

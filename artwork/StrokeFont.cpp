@@ -181,28 +181,31 @@ QPainterPath onGrid(const Glyph& glyph, PixelGrid grid)
     return path;
 }
 
+template <typename Do> void forEachGlyph(const QString& text, const Do& action)
+{
+    for (const QChar letter : text) {
+        if (const Glyph* glyph = find(letter))
+            action(*glyph);
+    }
+}
+
 } // namespace
 
 QPainterPath strokesOf(const QString& text, double tracking)
 {
     QPainterPath path;
     double x = 0.0;
-    for (const QChar letter : text) {
-        if (const Glyph* glyph = find(letter)) {
-            path.addPath(parse(glyph->strokes).translated(x, 0.0));
-            x += glyph->width + tracking;
-        }
-    }
+    forEachGlyph(text, [&](const Glyph& glyph) {
+        path.addPath(parse(glyph.strokes).translated(x, 0.0));
+        x += glyph.width + tracking;
+    });
     return path;
 }
 
 double widthOf(const QString& text, double tracking)
 {
     double x = 0.0;
-    for (const QChar letter : text) {
-        if (const Glyph* glyph = find(letter))
-            x += glyph->width + tracking;
-    }
+    forEachGlyph(text, [&](const Glyph& glyph) { x += glyph.width + tracking; });
     return std::max(0.0, x - tracking);
 }
 
@@ -210,22 +213,17 @@ QPainterPath strokesOf(const QString& text, PixelGrid grid)
 {
     QPainterPath path;
     int x = 0;
-    for (const QChar letter : text) {
-        if (const Glyph* glyph = find(letter)) {
-            path.addPath(onGrid(*glyph, grid).translated(x, 0.0));
-            x += pixelsOf(*glyph, grid) + grid.gap;
-        }
-    }
+    forEachGlyph(text, [&](const Glyph& glyph) {
+        path.addPath(onGrid(glyph, grid).translated(x, 0.0));
+        x += pixelsOf(glyph, grid) + grid.gap;
+    });
     return path;
 }
 
 int widthOf(const QString& text, PixelGrid grid)
 {
     int x = 0;
-    for (const QChar letter : text) {
-        if (const Glyph* glyph = find(letter))
-            x += pixelsOf(*glyph, grid) + grid.gap;
-    }
+    forEachGlyph(text, [&](const Glyph& glyph) { x += pixelsOf(glyph, grid) + grid.gap; });
     return std::max(0, x - grid.gap);
 }
 

@@ -1,5 +1,7 @@
 #include "artwork/Wordmark.h"
 
+#include "artwork/WholePixels.h"
+
 #include <QPolygonF>
 
 #include <algorithm>
@@ -94,11 +96,6 @@ constexpr Place Places[] { { letterZ, 33, 22.3 }, { letterE, 29, 22.1 }, { lette
 constexpr double WordWidth = 244;
 // Letters of eight pixels. Smaller ones have no room for their strokes.
 constexpr double SmallestUnit = 0.25;
-
-double wholePixels(double value)
-{
-    return std::max(1.0, std::round(value));
-}
 } // namespace
 
 QPainterPath zentaWordmark(const QRectF& pixels)
@@ -115,8 +112,8 @@ QPainterPath zentaWordmark(const QRectF& pixels)
         word.addPolygon(place
                             .letter({ .width = right - left,
                                 .height = pixels.height(),
-                                .bar = wholePixels(BarThickness * unit),
-                                .stem = wholePixels(StemThickness * unit),
+                                .bar = static_cast<double>(wholePixels(BarThickness * unit)),
+                                .stem = static_cast<double>(wholePixels(StemThickness * unit)),
                                 .slant = StemThickness * unit })
                             .translated(pixels.left() + left, pixels.top()));
         word.closeSubpath();
