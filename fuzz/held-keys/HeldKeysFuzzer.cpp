@@ -116,9 +116,11 @@ private:
         case 3: // the front changes, the link is lost, or a packet
             m_program->releaseAll();
             break;
-        case 4:
-            m_program->setUserModifiers(keys(next() & 0x0F));
+        case 4: {
+            const std::uint8_t held = next();
+            m_program->setUserKeys(keys(held), keys(held & 0x0F));
             break;
+        }
         case 5:
             if (!m_server.standsStill())
                 m_server.handle(next());

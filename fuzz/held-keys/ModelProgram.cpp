@@ -33,6 +33,7 @@ void ModelProgram::opened()
 {
     m_held.openJournal(m_journalPath);
     m_held.letGoOfWhatWasLeftDown();
+    m_foreign = keysDown().value_or(XKeySet()) & ~m_held.ledger().held();
     if (isUsable())
         m_held.post(m_held.ledger().setUserModifiers(m_userModifiers));
 }
@@ -53,6 +54,7 @@ void ModelProgram::press(
 {
     if (!isUsable())
         return;
+    m_held.ledger().setForeignKeys(m_userKeys | m_foreign);
     m_held.post(m_held.ledger().press(key, modifiers, autoRepeat));
 }
 
@@ -60,6 +62,7 @@ void ModelProgram::pressBare(XKeyCode key)
 {
     if (!isUsable())
         return;
+    m_held.ledger().setForeignKeys(m_userKeys | m_foreign);
     m_held.post(m_held.ledger().pressBare(key));
 }
 
@@ -75,11 +78,12 @@ void ModelProgram::releaseAll()
         m_held.post(m_held.ledger().releaseAll());
 }
 
-void ModelProgram::setUserModifiers(const XKeySet& keys)
+void ModelProgram::setUserKeys(const XKeySet& keys, const XKeySet& modifiers)
 {
-    m_userModifiers = keys;
+    m_userKeys = keys | modifiers;
+    m_userModifiers = modifiers;
     if (isUsable())
-        m_held.post(m_held.ledger().setUserModifiers(keys));
+        m_held.post(m_held.ledger().setUserModifiers(modifiers));
 }
 
 void ModelProgram::takeIn()
@@ -97,6 +101,8 @@ void ModelProgram::takeIn()
 
 unsigned ModelProgram::post(const KeyStep& step)
 {
+    if (step.direction == KeyEvents::Direction::Up)
+        m_foreign.reset(step.key);
     m_unwritten.push_back({ m_nextRequest, step });
     return m_nextRequest++;
 }

@@ -26,7 +26,7 @@ public:
     void pressBare(XKeyCode key);
     void release(XKeyCode key);
     void releaseAll();
-    void setUserModifiers(const XKeySet& keys);
+    void setUserKeys(const XKeySet& keys, const XKeySet& modifiers);
 
     // The server sends an event. It carries the number of the request that was handled last.
     void sendEvent() { m_events.push_back(m_server.lastHandled()); }
@@ -48,7 +48,9 @@ private:
     unsigned m_nextRequest = 0;
     std::vector<ModelServer::Request> m_unwritten;
     std::vector<unsigned> m_events;
+    XKeySet m_userKeys;
     XKeySet m_userModifiers;
+    XKeySet m_foreign;
     bool m_isConnected = false;
     bool m_isStalled = false;
     HeldKeys m_held { *this };

@@ -40,7 +40,7 @@ const KeyPlan& KeyLedger::press(
     }
 
     const bool fresh = m_held.test(key) && autoRepeat == KeyEvents::AutoRepeat::No;
-    up(key); // takes the key from whatever holds it
+    takeFromHolders(key);
     down(key, fresh ? FreshPressDelayMs : 0);
     giveBack(taken & ~XKeySet().set(key));
     return m_plan;
@@ -49,7 +49,7 @@ const KeyPlan& KeyLedger::press(
 const KeyPlan& KeyLedger::pressBare(XKeyCode key)
 {
     m_plan.clear();
-    up(key); // takes the key from whatever holds it
+    takeFromHolders(key);
     down(key);
     return m_plan;
 }
@@ -94,6 +94,12 @@ void KeyLedger::forget()
 void KeyLedger::takeAwayUnnamed(const XKeySet& named)
 {
     forEachKey((m_modifiers | m_userModifiers) & ~named, [this](XKeyCode key) { up(key); });
+}
+
+void KeyLedger::takeFromHolders(XKeyCode key)
+{
+    if (m_held.test(key) || m_foreignKeys.test(key))
+        up(key);
 }
 
 void KeyLedger::giveBack(const XKeySet& taken)

@@ -27,22 +27,21 @@ using KeyPlan = std::vector<KeyStep>;
 // Each operation assumes that its plan is posted. A plan is valid until the next operation.
 //
 // The X server keeps one "down" state per key for all keyboards together. A key-up that we post
-// releases the user's key as well, and clients do not see a key-down of a key that the user or
-// another program already holds. So a release of its key leads each press; clients do not see the
-// release of a key that nobody holds.
+// releases the user's key as well, and clients do not see a key-down of a key that is down already.
+// So a key that anybody may hold is released before it is pressed.
 //
 // The ledger is told which modifier keys the user holds. It releases those that a press does not
 // name for the moment of the press, and presses them again right after it. Our keyboard then holds
 // such a key in the user's stead (a substitute press) until the user lets go of the real key.
 class KeyLedger {
 public:
-    // Makes exactly these modifiers logically down, releases `key` and presses it. For a key that
-    // we hold already, AutoRepeat::Yes makes the press a repeat for the receiver (up and down at
-    // one server time), and AutoRepeat::No makes it a new press (down later than up).
+    // Makes exactly these modifiers logically down and presses `key`. For a key that we hold
+    // already, AutoRepeat::Yes makes the press a repeat for the receiver (up and down at one server
+    // time), and AutoRepeat::No makes it a new press (down later than up).
     const KeyPlan& press(
         XKeyCode key, std::span<const XKeyCode> modifiers, KeyEvents::AutoRepeat autoRepeat);
 
-    // Releases `key`, presses it and leaves the modifiers as they are.
+    // Presses `key` and leaves the modifiers as they are.
     const KeyPlan& pressBare(XKeyCode key);
 
     // Releases `key`. The plan is empty for a key that we do not hold, and for a modifier that the
@@ -56,6 +55,10 @@ public:
     // releases the substitutes of keys that the user has let go of.
     const KeyPlan& setUserModifiers(const XKeySet& keys);
 
+    // Tells the ledger which keys of all kinds the user or another program holds down, or may hold.
+    // Until the first call, these are all keys.
+    void setForeignKeys(const XKeySet& keys) { m_foreignKeys = keys; }
+
     // Tells the ledger which keys other programs hold down on the keyboard through which we post. A
     // press that names such a modifier uses it as it is: our own release would take it from them.
     void setForeignModifiers(const XKeySet& keys) { m_foreignModifiers = keys; }
@@ -67,6 +70,7 @@ public:
 
 private:
     void takeAwayUnnamed(const XKeySet& named);
+    void takeFromHolders(XKeyCode key);
     void giveBack(const XKeySet& taken);
     void down(XKeyCode key, std::uint32_t delayMs = 0);
     void up(XKeyCode key);
@@ -76,6 +80,7 @@ private:
     XKeySet m_substitutes;
     XKeySet m_modifiers; // modifiers that we hold because a press named them
     XKeySet m_userModifiers;
+    XKeySet m_foreignKeys = XKeySet().set();
     XKeySet m_foreignModifiers;
 };
 

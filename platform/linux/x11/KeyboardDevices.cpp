@@ -29,14 +29,14 @@ std::optional<Id> coreKeyboard(X11Connection& connection)
 }
 } // namespace
 
-Found find(X11Connection& connection)
+std::optional<Found> find(X11Connection& connection)
 {
-    Found found;
     const auto core = coreKeyboard(connection);
     const auto devices = connection.reply<xcb_input_xi_query_device_reply_t>(
         xcb_input_xi_query_device(connection.xcb(), XCB_INPUT_DEVICE_ALL).sequence);
     if (!core || !devices)
-        return found;
+        return {};
+    Found found;
     for (auto each = xcb_input_xi_query_device_infos_iterator(devices.get()); each.rem > 0;
          xcb_input_xi_device_info_next(&each)) {
         const auto& device = *each.data;

@@ -19,7 +19,8 @@ struct Found {
     std::vector<Id> users; // those that are enabled
 };
 
-[[nodiscard]] Found find(X11Connection& connection);
+// No value when the server cannot tell.
+[[nodiscard]] std::optional<Found> find(X11Connection& connection);
 
 // The keys that are down on this keyboard. No value when the server cannot tell.
 [[nodiscard]] std::optional<XKeySet> keysDown(X11Connection& connection, Id device);

@@ -43,6 +43,7 @@ void X11Keyboards::connectionLost()
 {
     m_xtest.reset();
     m_userKeyboards.clear();
+    m_keysOfUser.set();
     m_modifierKeys.reset();
     m_userModifiersChanged({});
 }
@@ -79,19 +80,24 @@ void X11Keyboards::findDevices()
 {
     const auto before = std::exchange(m_xtest, std::nullopt);
     m_userKeyboards.clear();
-    if (m_inputOpcode == 0)
+    m_keysOfUser.set();
+    const auto found = m_inputOpcode != 0 ? KeyboardDevices::find(m_connection) : std::nullopt;
+    if (!found)
         return;
-    const auto found = KeyboardDevices::find(m_connection);
-    m_xtest = found.xtest;
+    m_xtest = found->xtest;
     if (m_xtest != before)
         m_leftOff = 0;
     if (m_xtest)
         followModifiers(*m_xtest);
-    for (const DeviceId device : found.users) {
+    for (const DeviceId device : found->users) {
+        followKeys(device);
         followModifiers(device);
         XTestControls::follow(m_connection, static_cast<std::uint8_t>(device));
-        m_userKeyboards[device] = modifiersDown(device);
+        const auto down = KeyboardDevices::keysDown(m_connection, device);
+        m_userKeyboards[device]
+            = { down.value_or(XKeySet().set()), down.value_or(XKeySet()) & modifierKeys() };
     }
+    gatherKeysOfUser();
     tellModifiers();
 }
 
@@ -112,6 +118,12 @@ void X11Keyboards::turnToUserKeyboard()
     const auto type = static_cast<std::uint8_t>(m_inputEvent + XCB_INPUT_DEVICE_KEY_RELEASE);
     xcb_test_fake_input(m_connection.xcb(), type, xcb_get_setup(m_connection.xcb())->max_keycode,
         XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, device);
+}
+
+void X11Keyboards::followKeys(DeviceId device)
+{
+    selectInputEvents(
+        device, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
 }
 
 void X11Keyboards::followModifiers(DeviceId device)
@@ -146,11 +158,18 @@ const XKeySet& X11Keyboards::modifierKeys()
     return *m_modifierKeys;
 }
 
+void X11Keyboards::gatherKeysOfUser()
+{
+    m_keysOfUser.reset();
+    for (const auto& [device, keyboard] : m_userKeyboards)
+        m_keysOfUser |= keyboard.down;
+}
+
 void X11Keyboards::tellModifiers() const
 {
     XKeySet all;
-    for (const auto& [device, modifiers] : m_userKeyboards)
-        all |= modifiers;
+    for (const auto& [device, keyboard] : m_userKeyboards)
+        all |= keyboard.modifiers;
     m_userModifiersChanged(all);
 }
 
@@ -175,7 +194,20 @@ void X11Keyboards::inputEventArrived(const xcb_ge_generic_event_t& event)
     if (event.event_type == XCB_INPUT_HIERARCHY) {
         findDevices();
         switchControlsOff();
+    } else if (event.event_type == XCB_INPUT_RAW_KEY_PRESS
+        || event.event_type == XCB_INPUT_RAW_KEY_RELEASE) {
+        keyEventArrived(reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event));
     }
+}
+
+// The event of a release has the same form.
+void X11Keyboards::keyEventArrived(const xcb_input_raw_key_press_event_t& event)
+{
+    const auto user = m_userKeyboards.find(event.deviceid);
+    if (user == m_userKeyboards.end() || event.detail >= user->second.down.size())
+        return;
+    user->second.down.set(event.detail, event.event_type == XCB_INPUT_RAW_KEY_PRESS);
+    gatherKeysOfUser();
 }
 
 void X11Keyboards::modifiersChanged(const xcb_generic_event_t& event)
@@ -183,7 +215,7 @@ void X11Keyboards::modifiersChanged(const xcb_generic_event_t& event)
     const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
     const auto user = m_userKeyboards.find(state.deviceID);
     if (user != m_userKeyboards.end()) {
-        user->second = state.baseMods == 0 ? XKeySet() : modifiersDown(state.deviceID);
+        user->second.modifiers = state.baseMods == 0 ? XKeySet() : modifiersDown(state.deviceID);
         tellModifiers();
     } else if (m_xtest == state.deviceID && state.keycode != 0) {
         m_xtestModifierChanged({ state.keycode, state.eventType == XCB_KEY_PRESS,

@@ -71,7 +71,6 @@ KeyEvents::Result XTestKeyEvents::post(
         return Result::Unavailable;
     if (direction == Direction::Up)
         return send(m_held.ledger().release(*key));
-    m_held.ledger().setForeignModifiers(m_foreignModifiers);
 
     std::array<XKeyCode, NamedModifiers.size()> modifiers;
     std::size_t count = 0;
@@ -79,7 +78,7 @@ KeyEvents::Result XTestKeyEvents::post(
         if ((flags & modifier.flag) != 0)
             modifiers[count++] = *xKeyCode(modifier.keyCode);
     }
-    return send(m_held.ledger().press(*key, std::span(modifiers).first(count), autoRepeat));
+    return send(ledgerForPress().press(*key, std::span(modifiers).first(count), autoRepeat));
 }
 
 KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
@@ -89,8 +88,8 @@ KeyEvents::Result XTestKeyEvents::postBare(KeyCode keyCode, Direction direction)
         return Result::UnknownKey;
     if (!isReady())
         return Result::Unavailable;
-    KeyLedger& ledger = m_held.ledger();
-    return send(direction == Direction::Down ? ledger.pressBare(*key) : ledger.release(*key));
+    return send(direction == Direction::Down ? ledgerForPress().pressBare(*key)
+                                             : m_held.ledger().release(*key));
 }
 
 void XTestKeyEvents::releaseAll()
@@ -107,7 +106,9 @@ void XTestKeyEvents::connectionOpened()
     if (!m_canPost)
         return;
     m_held.letGoOfWhatWasLeftDown();
-    m_foreignModifiers = keysDown().value_or(XKeySet()) & ~m_held.ledger().held();
+    const auto down = keysDown();
+    m_foreignKeys = down.value_or(XKeySet().set()) & ~m_held.ledger().held();
+    m_foreignModifiers = down.value_or(XKeySet()) & ~m_held.ledger().held();
 }
 
 void XTestKeyEvents::connectionLost()
@@ -135,6 +136,14 @@ void XTestKeyEvents::xtestModifierChanged(const X11Keyboards::XTestModifier& cha
             change.key, change.isDown && change.sequence != m_lastPress[change.key]);
 }
 
+KeyLedger& XTestKeyEvents::ledgerForPress()
+{
+    KeyLedger& ledger = m_held.ledger();
+    ledger.setForeignKeys(m_keyboards.keysOfUser() | m_foreignKeys);
+    ledger.setForeignModifiers(m_foreignModifiers);
+    return ledger;
+}
+
 bool XTestKeyEvents::isReady()
 {
     return m_connection.keepsUp() && m_canPost;
@@ -156,10 +165,12 @@ unsigned XTestKeyEvents::post(const KeyStep& step)
     const auto request = xcb_test_fake_input(m_connection.xcb(),
         down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, step.key, step.delayMs, XCB_WINDOW_NONE, 0, 0, 0);
     m_lastRequest[step.key] = request.sequence;
-    if (down)
+    if (down) {
         m_lastPress[step.key] = request.sequence;
-    else
+    } else {
+        m_foreignKeys.reset(step.key);
         m_foreignModifiers.reset(step.key);
+    }
     return request.sequence;
 }
 

@@ -43,11 +43,15 @@ private:
 
     void xtestModifierChanged(const X11Keyboards::XTestModifier& change);
     [[nodiscard]] bool isReady();
+    [[nodiscard]] KeyLedger& ledgerForPress();
     Result send(const KeyPlan& plan);
 
     std::shared_ptr<X11Session> m_session;
     X11Connection& m_connection;
     HeldKeys m_held { *this };
+    // Keys of all kinds that other programs held on the XTEST keyboard when the connection was
+    // opened, and that we have not released since.
+    XKeySet m_foreignKeys;
     // Modifier keys that other programs hold on the XTEST keyboard. What they held when the
     // connection was opened is here with keys of all kinds, of which only modifiers are used.
     XKeySet m_foreignModifiers;

@@ -105,12 +105,22 @@ TEST_F(Ledger, a_modifier_key_may_be_the_key_itself)
     EXPECT_EQ(release(Shift), "");
 }
 
-TEST_F(Ledger, each_press_takes_the_key_from_whoever_holds_it)
+TEST_F(Ledger, a_key_that_nobody_holds_is_only_pressed)
 {
+    ledger.setForeignKeys({});
+    EXPECT_EQ(press(S), "39d");
+    EXPECT_EQ(press(S), "39u 39d+2ms");
+    EXPECT_EQ(release(S), "39u");
+    EXPECT_EQ(text(ledger.pressBare(S)), "39d");
+}
+
+TEST_F(Ledger, a_key_that_somebody_else_holds_is_released_first)
+{
+    ledger.setForeignKeys(keys({ A }));
     EXPECT_EQ(press(A), "38u 38d");
     EXPECT_EQ(release(A), "38u");
-    EXPECT_EQ(press(A), "38u 38d");
-    EXPECT_EQ(text(ledger.pressBare(S)), "39u 39d");
+    EXPECT_EQ(text(ledger.pressBare(A)), "38u 38d");
+    EXPECT_EQ(press(S), "39d");
 }
 
 TEST_F(Ledger, a_bare_press_touches_no_modifier)
