@@ -7,7 +7,7 @@
 namespace kestrel::test {
 namespace {
 
-const QSize Content(620, 453);
+const QSize WholeContent(620, 453);
 
 // The window on a screen with this much room. All four fields are shown.
 struct SmallScreenBench : SetupBench {
@@ -63,8 +63,8 @@ struct SmallScreenBench : SetupBench {
 
 TEST(SmallScreen, with_room_enough_there_is_no_scroll_bar)
 {
-    const SmallScreenBench bench(Content);
-    EXPECT_EQ(bench.window().size(), Content);
+    const SmallScreenBench bench(WholeContent);
+    EXPECT_EQ(bench.window().size(), WholeContent);
     EXPECT_TRUE(bench.window().findChildren<QScrollBar*>().isEmpty());
 }
 
@@ -94,8 +94,8 @@ TEST(SmallScreen, the_bars_reach_every_corner_of_the_content)
     across.setValue(across.maximum());
     down.setValue(down.maximum());
     const std::vector<QRect> before = bench.places();
-    EXPECT_EQ(bench.view().width(), Content.width() - across.maximum());
-    EXPECT_EQ(bench.view().height(), Content.height() - down.maximum());
+    EXPECT_EQ(bench.view().width(), WholeContent.width() - across.maximum());
+    EXPECT_EQ(bench.view().height(), WholeContent.height() - down.maximum());
     across.setValue(0);
     down.setValue(0);
     const std::vector<QRect> after = bench.places();
@@ -114,19 +114,19 @@ TEST(SmallScreen, the_background_goes_with_the_controls)
     down.setValue(60);
     const QRect view = bench.view();
     const QImage scrolled = bench.window().grab(view).toImage();
-    bench.window().fitInto(Content);
+    bench.window().fitInto(WholeContent);
     EXPECT_EQ(bench.window().grab(view.translated(40, 60)).toImage(), scrolled);
 }
 
 TEST(SmallScreen, with_room_again_everything_is_in_its_place)
 {
-    const SmallScreenBench never(Content);
+    const SmallScreenBench never(WholeContent);
     const SmallScreenBench bench({ 512, 272 });
     bench.bar(Qt::Horizontal).setValue(50);
     bench.bar(Qt::Vertical).setValue(70);
     EXPECT_NE(bench.places(), never.places());
     bench.window().fitInto({ 1920, 1052 });
-    EXPECT_EQ(bench.window().size(), Content);
+    EXPECT_EQ(bench.window().size(), WholeContent);
     EXPECT_EQ(bench.places(), never.places());
     EXPECT_TRUE(bench.bar(Qt::Horizontal).isHidden());
     EXPECT_TRUE(bench.bar(Qt::Vertical).isHidden());

@@ -26,7 +26,7 @@ using Direction = KeyEvents::Direction;
 using AutoRepeat = KeyEvents::AutoRepeat;
 using Result = KeyEvents::Result;
 
-constexpr KeyCode KeyS = 1;
+constexpr KeyCode LetterS = 1;
 
 class PostedKeysTest : public testing::Test {
 protected:
@@ -53,17 +53,18 @@ private:
 
 TEST_F(PostedKeysTest, a_key_with_flags_goes_without_a_source_to_the_session_tap)
 {
-    EXPECT_EQ(keys.post(KeyS, Direction::Down, Modifier::Command, AutoRepeat::Yes), Result::Posted);
-    EXPECT_EQ(keys.post(KeyS, Direction::Up, 0, AutoRepeat::Yes), Result::Posted);
+    EXPECT_EQ(
+        keys.post(LetterS, Direction::Down, Modifier::Command, AutoRepeat::Yes), Result::Posted);
+    EXPECT_EQ(keys.post(LetterS, Direction::Up, 0, AutoRepeat::Yes), Result::Posted);
     EXPECT_THAT(posted,
         ElementsAre(PostedEvent { .tap = kCGSessionEventTap,
-                        .keyCode = KeyS,
+                        .keyCode = LetterS,
                         .down = true,
                         .flags = kCGEventFlagMaskCommand,
                         .autoRepeat = true,
                         .source = std::nullopt },
             PostedEvent { .tap = kCGSessionEventTap,
-                .keyCode = KeyS,
+                .keyCode = LetterS,
                 .down = false,
                 .flags = 0,
                 .autoRepeat = false,
@@ -93,7 +94,7 @@ TEST_F(PostedKeysTest, without_the_permission_nothing_is_posted)
 {
     permission() = {};
     QuartzKeyEvents refused { std::make_shared<PostEventAccess>(mainLoop) };
-    EXPECT_EQ(refused.post(KeyS, Direction::Down, 0, AutoRepeat::No), Result::NotPermitted);
+    EXPECT_EQ(refused.post(LetterS, Direction::Down, 0, AutoRepeat::No), Result::NotPermitted);
     EXPECT_EQ(refused.postBare(ModifierKey::Command, Direction::Up), Result::NotPermitted);
     EXPECT_THAT(posted, IsEmpty());
 }
@@ -101,7 +102,7 @@ TEST_F(PostedKeysTest, without_the_permission_nothing_is_posted)
 TEST_F(PostedKeysTest, an_event_that_cannot_be_made_is_not_posted)
 {
     calls().failing = "CGEventCreateKeyboardEvent";
-    EXPECT_EQ(keys.post(KeyS, Direction::Down, 0, AutoRepeat::No), Result::Unavailable);
+    EXPECT_EQ(keys.post(LetterS, Direction::Down, 0, AutoRepeat::No), Result::Unavailable);
     EXPECT_EQ(keys.postBare(ModifierKey::Command, Direction::Up), Result::Unavailable);
     EXPECT_THAT(posted, IsEmpty());
 }
