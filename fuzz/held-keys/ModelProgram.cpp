@@ -33,7 +33,7 @@ void ModelProgram::opened()
 {
     m_held.openJournal(m_journalPath);
     m_held.letGoOfWhatWasLeftDown();
-    m_foreign = keysDown().value_or(XKeySet()) & ~m_held.ledger().held();
+    m_foreign = keysDown().value_or(XKeySet().set()) & ~m_held.ledger().held();
     if (isUsable())
         m_held.post(m_held.ledger().setUserModifiers(m_userModifiers));
 }

@@ -39,7 +39,7 @@ const KeyPlan& KeyLedger::press(
         m_modifiers.set(modifier);
     }
 
-    const bool fresh = m_held.test(key) && autoRepeat == KeyEvents::AutoRepeat::No;
+    const bool fresh = mayBeDown(key) && autoRepeat == KeyEvents::AutoRepeat::No;
     takeFromHolders(key);
     down(key, fresh ? FreshPressDelayMs : 0);
     giveBack(taken & ~XKeySet().set(key));
@@ -96,9 +96,14 @@ void KeyLedger::takeAwayUnnamed(const XKeySet& named)
     forEachKey((m_modifiers | m_userModifiers) & ~named, [this](XKeyCode key) { up(key); });
 }
 
+bool KeyLedger::mayBeDown(XKeyCode key) const
+{
+    return m_held.test(key) || m_foreignKeys.test(key);
+}
+
 void KeyLedger::takeFromHolders(XKeyCode key)
 {
-    if (m_held.test(key) || m_foreignKeys.test(key))
+    if (mayBeDown(key))
         up(key);
 }
 

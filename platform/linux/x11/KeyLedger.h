@@ -35,7 +35,7 @@ using KeyPlan = std::vector<KeyStep>;
 // such a key in the user's stead (a substitute press) until the user lets go of the real key.
 class KeyLedger {
 public:
-    // Makes exactly these modifiers logically down and presses `key`. For a key that we hold
+    // Makes exactly these modifiers logically down and presses `key`. For a key that may be down
     // already, AutoRepeat::Yes makes the press a repeat for the receiver (up and down at one server
     // time), and AutoRepeat::No makes it a new press (down later than up).
     const KeyPlan& press(
@@ -70,6 +70,7 @@ public:
 
 private:
     void takeAwayUnnamed(const XKeySet& named);
+    [[nodiscard]] bool mayBeDown(XKeyCode key) const;
     void takeFromHolders(XKeyCode key);
     void giveBack(const XKeySet& taken);
     void down(XKeyCode key, std::uint32_t delayMs = 0);

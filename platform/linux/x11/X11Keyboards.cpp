@@ -12,8 +12,9 @@
 namespace kestrel {
 
 namespace {
+// From XInput 2.1 on, the server reports keys also while another program grabs their keyboard.
 constexpr std::uint16_t InputMajorVersion = 2;
-constexpr std::uint16_t InputMinorVersion = 0;
+constexpr std::uint16_t InputMinorVersion = 1;
 } // namespace
 
 X11Keyboards::X11Keyboards(X11Connection& connection,
@@ -83,7 +84,7 @@ void X11Keyboards::findDevices()
     m_keysOfUser.set();
     const auto found = m_inputOpcode != 0 ? KeyboardDevices::find(m_connection) : std::nullopt;
     if (!found)
-        return;
+        return tellModifiers();
     m_xtest = found->xtest;
     if (m_xtest != before)
         m_leftOff = 0;

@@ -39,7 +39,8 @@ public:
     [[nodiscard]] std::optional<XKeySet> keysDownOnXTest();
 
     // Makes one of the user's keyboards the server's current keyboard again. The server treats held
-    // keys by the settings of the keyboard that was used last. No client sees an event of this.
+    // keys by the settings of the keyboard that was used last. Clients without raw events
+    // see nothing of this.
     void turnToUserKeyboard();
 
 private:

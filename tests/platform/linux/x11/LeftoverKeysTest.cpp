@@ -69,6 +69,22 @@ TEST_F(LeftoverKeys, of_another_program_do_not_swallow_a_press)
     EXPECT_EQ(received(), "A down Super");
 }
 
+// The server tells nobody of such a key. Our release ends the misunderstanding.
+TEST_F(LeftoverKeys, of_a_program_that_presses_them_later_hide_one_press)
+{
+    const XClient other(server->display());
+    xcb_test_fake_input(
+        other.xcb(), XCB_KEY_PRESS, XKey::A, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    other.synchronise();
+    EXPECT_EQ(received(), "A down");
+    press(KeyA);
+    EXPECT_EQ(received(), "");
+    release(KeyA);
+    EXPECT_EQ(received(), "A up");
+    press(KeyA);
+    EXPECT_EQ(received(), "A down");
+}
+
 TEST_F(LeftoverKeys, are_not_those_of_a_run_that_is_alive)
 {
     stop();

@@ -85,6 +85,17 @@ TEST_F(LostConnection, is_made_again_and_works_as_before)
     EXPECT_EQ(received(), "A up");
 }
 
+TEST_F(LostConnection, what_the_user_holds_through_it_is_pressed_anew)
+{
+    user->press(XKey::A);
+    killOurConnection();
+    EXPECT_EQ(press(KeyA), Result::Unavailable);
+    EXPECT_TRUE(loop.runUntil([this] { return visited() == "Pro Tools"; }));
+    const unsigned before = xcb_no_operation(session->connection.xcb()).sequence;
+    EXPECT_EQ(press(KeyA), Result::Posted);
+    EXPECT_EQ(xcb_no_operation(session->connection.xcb()).sequence - before - 1, 2u);
+}
+
 // A press on a new connection would not know the front application. So only a new look at it may
 // open a connection.
 TEST_F(LostConnection, ends_the_stroke_that_it_interrupts)
