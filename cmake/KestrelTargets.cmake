@@ -6,6 +6,10 @@ target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wconversion)
 if(KESTREL_WERROR)
   target_compile_options(kestrel_flags INTERFACE -Werror)
 endif()
+# GCC takes the sources of a batch for headers, in which an anonymous namespace would be a mistake.
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(kestrel_flags INTERFACE -Wno-subobject-linkage)
+endif()
 # The fuzzers need to see the branches of the code under test.
 if(KESTREL_FUZZ)
   target_compile_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)

@@ -13,7 +13,7 @@
 namespace kestrel::test {
 namespace {
 
-constexpr stage::milliseconds Patience { 10000 };
+constexpr stage::milliseconds ScreenPatience { 10000 };
 // Longer than the window manager and the program take to agree on a place.
 constexpr stage::milliseconds Rest { 1500 };
 constexpr int Width = 620;
@@ -35,7 +35,7 @@ protected:
     // A second start of the program opens the window as the menu does.
     void chooseSetup()
     {
-        EXPECT_EQ(studio->studio.start("kestrel")->wait(Patience), 0);
+        EXPECT_EQ(studio->studio.start("kestrel")->wait(ScreenPatience), 0);
         person->waitUntilShown(Title);
     }
     void resizeScreen(std::uint16_t width, std::uint16_t height)
@@ -83,7 +83,7 @@ protected:
     // Also some time later.
     [[nodiscard]] bool comesWhollyIntoView() const
     {
-        const bool came = stage::comesTrue([this] { return isWhollyInView(); }, Patience);
+        const bool came = stage::comesTrue([this] { return isWhollyInView(); }, ScreenPatience);
         outlastRest();
         return came && isWhollyInView();
     }
@@ -114,7 +114,7 @@ TEST_F(SetupOnScreens, it_shrinks_for_a_passing_small_display_only)
     EXPECT_TRUE(comesWhollyIntoView());
     EXPECT_LT(content().height, Height);
     resizeScreen(2200, 1400);
-    EXPECT_TRUE(stage::comesTrue([this] { return content().height == Height; }, Patience));
+    EXPECT_TRUE(stage::comesTrue([this] { return content().height == Height; }, ScreenPatience));
     EXPECT_TRUE(comesWhollyIntoView());
     EXPECT_EQ(content().width, Width);
 }
@@ -144,7 +144,7 @@ TEST_F(SetupOnScreens, on_a_small_display_assign_and_ok_are_reached_by_scrolling
             { "xdotool", "mousemove", std::to_string(window.x + 20), std::to_string(window.y + 60),
                 "click", "--repeat", "20", button },
             studio->studio.environment());
-        EXPECT_EQ(wheel.wait(Patience), 0);
+        EXPECT_EQ(wheel.wait(ScreenPatience), 0);
     };
     scrollTo("5");
     scrollTo("7");
@@ -158,7 +158,7 @@ TEST_F(SetupOnScreens, on_a_small_display_assign_and_ok_are_reached_by_scrolling
     person->waitUntilGone(Title);
     EXPECT_EQ(studio->terminateKestrel(), 0);
     const auto shown = studio->studio.start("kestrelctl", { "show" });
-    EXPECT_TRUE(shown->waitForLineWith("1 \"\" F5", Patience).has_value());
+    EXPECT_TRUE(shown->waitForLineWith("1 \"\" F5", ScreenPatience).has_value());
 }
 
 } // namespace
