@@ -1,6 +1,6 @@
 #include "app/TrayStatusItem.h"
 
-#include "common/InterfaceImage.h"
+#include "pictures/InterfaceImage.h"
 
 #include <QIcon>
 #include <QMenu>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/DrawnPicture.h"
+#include "pictures/DrawnPicture.h"
 
 namespace kestrel::artwork {
 

@@ -5,7 +5,7 @@
 #include "artwork/DotGrid.h"
 #include "artwork/DotMatrixFont.h"
 #include "artwork/Light.h"
-#include "common/NearestPixel.h"
+#include "artwork/NearestPixel.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "panel/PanelCanvas.h"
 
-#include "common/NearestPixel.h"
+#include "artwork/NearestPixel.h"
 
 #include <algorithm>
 #include <cmath>

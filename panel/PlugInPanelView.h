@@ -1,10 +1,10 @@
 #pragma once
 
 #include "artwork/PanelPictures.h"
-#include "common/InterfaceImage.h"
 #include "panel/PaintedPanel.h"
 #include "panel/PanelRefresh.h"
 #include "panel/PassingSize.h"
+#include "pictures/InterfaceImage.h"
 
 #include <QVariantMap>
 #include <QWidget>

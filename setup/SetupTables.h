@@ -1,7 +1,7 @@
 #pragma once
 
 #include "assign/ButtonEntry.h"
-#include "common/InterfaceImage.h"
+#include "pictures/InterfaceImage.h"
 
 #include <QRect>
 

@@ -1,6 +1,6 @@
 #include "shortcut/ControlDrawing.h"
 
-#include "common/InterfaceImage.h"
+#include "pictures/InterfaceImage.h"
 
 #include <QFontMetricsF>
 #include <QPainter>

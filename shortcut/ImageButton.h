@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/InterfaceImage.h"
+#include "pictures/InterfaceImage.h"
 
 #include <QAbstractButton>
 

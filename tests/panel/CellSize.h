@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/NearestPixel.h"
+#include "artwork/NearestPixel.h"
 
 #include <QSize>
 

@@ -1,6 +1,6 @@
 #include "artwork/CharacterDrawing.h"
+#include "artwork/NearestPixel.h"
 #include "artwork/SmallFace.h"
-#include "common/NearestPixel.h"
 #include "tests/panel/CellSize.h"
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"

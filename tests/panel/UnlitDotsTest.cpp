@@ -1,5 +1,5 @@
 #include "artwork/DotGrid.h"
-#include "common/NearestPixel.h"
+#include "artwork/NearestPixel.h"
 #include "tests/panel/MirroringPanel.h"
 #include "tests/panel/Painted.h"
 #include "tests/panel/look/NaturalSize.h"

@@ -1,6 +1,6 @@
 #include "tests/panel/look/DisplayFigures.h"
 
-#include "common/NearestPixel.h"
+#include "artwork/NearestPixel.h"
 #include "panel/PanelCanvas.h"
 #include "tests/panel/look/Luminance.h"
 #include "tests/panel/look/NaturalSize.h"

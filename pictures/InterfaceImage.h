@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/DrawnPicture.h"
+#include "pictures/DrawnPicture.h"
 
 #include <QImage>
 #include <QSizeF>

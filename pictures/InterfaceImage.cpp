@@ -1,4 +1,4 @@
-#include "common/InterfaceImage.h"
+#include "pictures/InterfaceImage.h"
 
 #include <QFile>
 #include <QImageReader>
