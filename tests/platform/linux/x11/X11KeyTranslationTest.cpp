@@ -11,8 +11,6 @@
 namespace kestrel::test {
 namespace {
 
-using namespace Modifier;
-
 // Every keyboard event of macOS has this flag.
 constexpr ModifierFlags Always = 0x100;
 
@@ -49,12 +47,12 @@ TEST(X11KeyTranslation, alt_is_option_and_super_is_command)
 {
     const auto flags
         = [](std::uint32_t state) { return translated(KEY_S, XKB_KEY_s, state)->flags; };
-    EXPECT_EQ(flags(XShift), Always | Shift);
-    EXPECT_EQ(flags(XControl), Always | Control);
-    EXPECT_EQ(flags(XMod1), Always | Option);
-    EXPECT_EQ(flags(XMod4), Always | Command);
-    EXPECT_EQ(flags(XLock), Always | CapsLock);
-    EXPECT_EQ(flags(XShift | XControl | XMod1 | XMod4), Always | Used);
+    EXPECT_EQ(flags(XShift), Always | Modifier::Shift);
+    EXPECT_EQ(flags(XControl), Always | Modifier::Control);
+    EXPECT_EQ(flags(XMod1), Always | Modifier::Option);
+    EXPECT_EQ(flags(XMod4), Always | Modifier::Command);
+    EXPECT_EQ(flags(XLock), Always | Modifier::CapsLock);
+    EXPECT_EQ(flags(XShift | XControl | XMod1 | XMod4), Always | Modifier::Used);
 }
 
 TEST(X11KeyTranslation, num_lock_mouse_buttons_and_layout_groups_are_no_modifiers)
@@ -85,7 +83,7 @@ TEST(X11KeyTranslation, control_characters_are_no_characters)
     EXPECT_EQ(
         translated(KEY_DELETE, XKB_KEY_Delete, 0, "\x7F"), (TranslatedKey { 117, Always, "" }));
     EXPECT_EQ(translated(KEY_TAB, XKB_KEY_ISO_Left_Tab, XShift),
-        (TranslatedKey { 48, Always | Shift, "" }));
+        (TranslatedKey { 48, Always | Modifier::Shift, "" }));
 }
 
 TEST(X11KeyTranslation, dead_keys_have_their_accent_though_they_type_nothing)
