@@ -6,7 +6,8 @@ target_compile_options(kestrel_flags INTERFACE -Wall -Wextra -Wconversion)
 if(KESTREL_WERROR)
   target_compile_options(kestrel_flags INTERFACE -Werror)
 endif()
-# GCC takes the sources of a batch for headers, in which an anonymous namespace would be a mistake.
+# GCC takes the sources of a batch for headers, and warns of classes there that have members or bases
+# from anonymous namespaces.
 if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(kestrel_flags INTERFACE -Wno-subobject-linkage)
 endif()

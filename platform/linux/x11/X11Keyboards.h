@@ -39,7 +39,7 @@ public:
     [[nodiscard]] std::optional<XKeySet> keysDownOnXTest();
 
     // Makes one of the user's keyboards the server's current keyboard again. The server treats held
-    // keys by the settings of the keyboard that was used last. Clients without raw events
+    // keys by the settings of the keyboard that was used last. Clients that select no raw events
     // see nothing of this.
     void turnToUserKeyboard();
 

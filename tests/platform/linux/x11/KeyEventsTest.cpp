@@ -107,6 +107,7 @@ TEST_F(KeyEventsOnX11, a_key_that_the_user_holds_down_is_pressed_anew)
     pressShortcut(KeyS, Modifier::Command);
     EXPECT_EQ(received(), "Super down; S up Super; S down Super; Super up Super");
     const auto times = workstation->times();
+    ASSERT_EQ(times.size(), 4U);
     EXPECT_GT(times[2], times[1]) << "receivers would take it for a repeat";
     releaseShortcut(KeyS, Modifier::Command);
     EXPECT_EQ(received(), "S up");
@@ -128,7 +129,7 @@ TEST_F(KeyEventsOnX11, the_server_answers_nothing_to_a_key)
     EXPECT_EQ(counter.count(), 0);
 }
 
-// The server would need as long again for a second request as for the first.
+// A second request would take the server time before the key reaches the workstation.
 TEST_F(KeyEventsOnX11, a_key_that_nobody_holds_is_pressed_and_let_go_of_with_one_request_each)
 {
     const auto requests = [this](const auto& post) {

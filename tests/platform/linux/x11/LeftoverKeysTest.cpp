@@ -70,7 +70,8 @@ TEST_F(LeftoverKeys, of_another_program_do_not_swallow_a_press)
     EXPECT_EQ(received(), "A down Super");
 }
 
-// The server tells nobody of such a key. Our release ends the misunderstanding.
+// The keys of the XTEST keyboard are not followed, so the server swallows our press. After our
+// release the next press counts.
 TEST_F(LeftoverKeys, of_a_program_that_presses_them_later_hide_one_press)
 {
     const XClient other(server->display());
@@ -148,7 +149,7 @@ TEST_F(LeftoverKeys, stay_in_the_journal_until_the_server_has_said_something_aft
     EXPECT_TRUE(journalFile().test(38));
     EXPECT_EQ(release(KeyA), KeyEvents::Result::Posted);
     EXPECT_TRUE(journalFile().test(38));
-    // Nothing may be asked through the adapters here, so the workstation waits for the key.
+    // Nothing may be asked through the adapters here, so the test waits for the key.
     EXPECT_TRUE(
         stage::comesTrue([this] { return workstation->keys() == "A up"; }, milliseconds(10000)));
     user->press(XKey::Shift);
