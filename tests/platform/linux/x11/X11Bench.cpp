@@ -94,6 +94,14 @@ void X11Bench::releaseShortcut(KeyCode key, ModifierFlags flags)
     releaseModifiers(flags);
 }
 
+unsigned X11Bench::requestsOf(const std::function<void()>& posting) const
+{
+    xcb_connection_t* const xcb = session->connection.xcb();
+    const unsigned before = xcb_no_operation(xcb).sequence;
+    posting();
+    return xcb_no_operation(xcb).sequence - before - 1;
+}
+
 void X11Bench::releaseModifiers(ModifierFlags flags)
 {
     static constexpr std::array<std::pair<ModifierFlags, KeyCode>, 4> Keys {

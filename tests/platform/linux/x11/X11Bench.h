@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 namespace kestrel::test {
@@ -41,6 +42,8 @@ protected:
         KeyEvents::AutoRepeat autoRepeat = KeyEvents::AutoRepeat::No);
     KeyEvents::Result release(KeyCode key, ModifierFlags flags = 0);
     void releaseModifiers(ModifierFlags flags);
+    // How many requests the adapters send to the server in `posting`.
+    [[nodiscard]] unsigned requestsOf(const std::function<void()>& posting) const;
     // Posts like the program for a console key: the main key, then the key-up of each modifier.
     void pressShortcut(KeyCode key, ModifierFlags flags);
     void releaseShortcut(KeyCode key, ModifierFlags flags);
