@@ -80,7 +80,7 @@ void ModelProgram::releaseAll()
 
 void ModelProgram::setUserKeys(const XKeySet& keys, const XKeySet& modifiers)
 {
-    m_userKeys = keys | modifiers;
+    m_userKeys = keys;
     m_userModifiers = modifiers;
     if (isUsable())
         m_held.post(m_held.ledger().setUserModifiers(modifiers));

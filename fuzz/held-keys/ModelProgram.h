@@ -26,6 +26,7 @@ public:
     void pressBare(XKeyCode key);
     void release(XKeyCode key);
     void releaseAll();
+    // `modifiers` are among `keys`.
     void setUserKeys(const XKeySet& keys, const XKeySet& modifiers);
 
     // The server sends an event. It carries the number of the request that was handled last.

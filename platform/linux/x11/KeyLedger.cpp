@@ -98,7 +98,7 @@ void KeyLedger::takeAwayUnnamed(const XKeySet& named)
 
 bool KeyLedger::mayBeDown(XKeyCode key) const
 {
-    return m_held.test(key) || m_foreignKeys.test(key);
+    return m_held.test(key) || m_foreignKeys.test(key) || m_foreignModifiers.test(key);
 }
 
 void KeyLedger::takeFromHolders(XKeyCode key)

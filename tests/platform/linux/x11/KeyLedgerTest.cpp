@@ -127,6 +127,12 @@ TEST_F(Ledger, a_key_that_somebody_else_holds_is_released_first)
     EXPECT_EQ(press(S), "39d");
 }
 
+TEST_F(Ledger, a_modifier_that_another_program_holds_is_released_before_it_is_pressed_itself)
+{
+    ledger.setForeignModifiers(keys({ Shift }));
+    EXPECT_EQ(press(Shift), "50u 50d+2ms");
+}
+
 TEST_F(Ledger, every_key_may_be_down_until_it_is_told)
 {
     EXPECT_EQ(text(KeyLedger().press(S, {}, AutoRepeat::No)), "39u 39d+2ms");
