@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -226,13 +227,25 @@ protected:
         : MIDITrouble({ .cycles = stage::PrivateJackServer::Cycles::Independent })
     {
     }
+
+    // A busy machine can make the program late for a press too, so a lost one is made again.
+    [[nodiscard]] bool pressArrives()
+    {
+        for (int attempt = 0; attempt < 20; ++attempt) {
+            const auto keys = studio.strayKeysAfter("press 1");
+            if (std::find(keys.begin(), keys.end(), "down A") != keys.end())
+                return true;
+            studio.console->writeLine("release 1");
+        }
+        return false;
+    }
 };
 
 TEST_F(LateProgram, lets_go_of_a_key_whose_release_it_has_missed)
 {
     goOnline();
     for (int i = 0; i < 10; ++i) {
-        EXPECT_THAT(studio.keysAfter("press 1"), testing::Contains("down A"));
+        ASSERT_TRUE(pressArrives()) << "round " << i;
         studio.kestrel->stop();
         studio.console->writeLine("release 1");
         std::this_thread::sleep_for(30ms);
