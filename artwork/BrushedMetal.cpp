@@ -2,8 +2,8 @@
 
 #include "artwork/Canvas.h"
 #include "artwork/Light.h"
+#include "artwork/NearestPixel.h"
 #include "artwork/Noise.h"
-#include "artwork/WholePixels.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "artwork/Canvas.h"
 
-#include "artwork/WholePixels.h"
+#include "artwork/NearestPixel.h"
 
 #include <cmath>
 #include <utility>

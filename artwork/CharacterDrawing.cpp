@@ -3,8 +3,8 @@
 #include "artwork/DotGrid.h"
 #include "artwork/DotMatrixFont.h"
 #include "artwork/Light.h"
+#include "artwork/NearestPixel.h"
 #include "artwork/SmallFace.h"
-#include "artwork/WholePixels.h"
 
 #include <QPainter>
 #include <QPainterPath>

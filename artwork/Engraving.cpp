@@ -1,8 +1,8 @@
 #include "artwork/Engraving.h"
 
 #include "artwork/Canvas.h"
+#include "artwork/NearestPixel.h"
 #include "artwork/StrokeFont.h"
-#include "artwork/WholePixels.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
-namespace kestrel {
+namespace kestrel::artwork {
 
 // Rounds a place on the panel to whole device pixels. Everything that must lie on the same pixels
 // rounds with this: characters, and the unlit dots of the background below them.
@@ -12,4 +13,10 @@ namespace kestrel {
     return static_cast<int>(std::floor(value + 0.5 + Inaccuracy));
 }
 
-} // namespace kestrel
+// The nearest number of pixels, at least one, so that what has this width is seen.
+[[nodiscard]] inline int wholePixels(double value)
+{
+    return std::max(1, nearestPixel(value));
+}
+
+} // namespace kestrel::artwork

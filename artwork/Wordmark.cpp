@@ -1,6 +1,6 @@
 #include "artwork/Wordmark.h"
 
-#include "artwork/WholePixels.h"
+#include "artwork/NearestPixel.h"
 
 #include <QPolygonF>
 

@@ -2,10 +2,12 @@
 
 #include "artwork/NearestPixel.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace kestrel {
+
+using artwork::nearestPixel;
+using artwork::wholePixels;
 
 namespace {
 constexpr double FarthestPixel = 1 << 20; // far beyond any screen
@@ -91,8 +93,8 @@ QRect PanelCanvas::onDevice(const QRectF& destination) const
 {
     return { nearestPixel(destination.left() * m_horizontal),
         nearestPixel(destination.top() * m_vertical),
-        std::max(1, nearestPixel(destination.width() * m_horizontal)),
-        std::max(1, nearestPixel(destination.height() * m_vertical)) };
+        wholePixels(destination.width() * m_horizontal),
+        wholePixels(destination.height() * m_vertical) };
 }
 
 void PanelCanvas::draw(const InterfaceImage& image, const QRectF& source, const QRectF& destination,

@@ -9,7 +9,7 @@ namespace kestrel::test {
 // The cell of a character on a panel that is so many device pixels wide.
 [[nodiscard]] inline QSize cellAt(int width)
 {
-    return { nearestPixel(8 * width / 782.0), nearestPixel(13 * width / 782.0) };
+    return { artwork::nearestPixel(8 * width / 782.0), artwork::nearestPixel(13 * width / 782.0) };
 }
 
 } // namespace kestrel::test

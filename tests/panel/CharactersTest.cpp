@@ -14,6 +14,8 @@
 
 namespace kestrel::test {
 
+using artwork::nearestPixel;
+
 namespace {
 constexpr int FirstPrintable = 0x20;
 constexpr int LastPrintable = 0x7E;

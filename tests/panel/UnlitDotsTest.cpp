@@ -11,6 +11,8 @@
 
 namespace kestrel::test {
 
+using artwork::nearestPixel;
+
 namespace {
 // An empty panel of the given width on a display of density 1.
 class UnlitDots : public testing::TestWithParam<int>, protected MirroringPanel {

@@ -1,5 +1,7 @@
 #include "pictures/InterfaceImage.h"
 
+#include <QColor>
+
 #include <gtest/gtest.h>
 
 namespace kestrel::test {

@@ -16,6 +16,8 @@
 
 namespace kestrel::test {
 
+using artwork::nearestPixel;
+
 namespace {
 constexpr double BrightestShare = 0.05;
 

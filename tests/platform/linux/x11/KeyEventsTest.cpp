@@ -1,6 +1,10 @@
 #include "platform/linux/x11/XkbProtocol.h"
 #include "tests/platform/linux/x11/X11Bench.h"
 
+#include <xcb/xinput.h>
+
+#include <cstdlib>
+
 namespace kestrel::test {
 
 using KeyEventsOnX11 = X11Bench;
