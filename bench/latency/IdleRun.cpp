@@ -86,11 +86,13 @@ Row idleRow(const std::string& name, const IdleOutcome& outcome)
 
 Table idleRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
 {
-    constexpr int Rounds = 5; // spreads the machine's other work over all candidates
+    // In each round the candidates start anew, because a thread that another core wakes costs up to
+    // three times as much, and which core that is often stays the same as long as a process lives.
+    const double seconds = double(options.idleSeconds) / double(options.rounds);
     std::vector<IdleOutcome> outcomes(kinds.size());
-    for (int round = 0; round < Rounds; ++round) {
+    for (std::size_t round = 0; round < options.rounds; ++round) {
         for (std::size_t i = 0; i < kinds.size(); ++i)
-            measureRound(stage, kinds[i], double(options.idleSeconds) / Rounds, outcomes[i]);
+            measureRound(stage, kinds[i], seconds, outcomes[i]);
     }
     Table table {
         "Idle, a heartbeat each second, for " + std::to_string(options.idleSeconds) + " s", {}

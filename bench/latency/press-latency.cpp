@@ -38,7 +38,9 @@ void addModes(CLI::App& app, Modes& modes)
 
 void addOptions(CLI::App& app, Options& options, bool& onePacket)
 {
-    app.add_option("--rounds", options.rounds, "rounds of each candidate")->capture_default_str();
+    app.add_option("--rounds", options.rounds, "rounds of each candidate")
+        ->check(CLI::Range(1, 1000))
+        ->capture_default_str();
     app.add_option("--presses", options.pressesPerRound, "presses or heartbeats a round")
         ->check(CLI::PositiveNumber)
         ->capture_default_str();
