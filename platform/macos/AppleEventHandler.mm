@@ -2,6 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include <utility>
+
 @interface KestrelEventHandler : NSObject
 @property (copy) void (^act)(void);
 - (void)handle:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply;
@@ -21,7 +23,7 @@ namespace kestrel {
 namespace {
 void onMainQueue(std::function<void()> task)
 {
-    dispatch_async(dispatch_get_main_queue(), ^{ task(); });
+    dispatch_async(dispatch_get_main_queue(), [task = std::move(task)] { task(); });
 }
 } // namespace
 
@@ -37,7 +39,7 @@ void AppleEventHandler::setAct(std::function<void()> act)
     if (!act)
         return;
     auto* const handler = [[KestrelEventHandler alloc] init];
-    handler.act = ^{ act(); };
+    handler.act = [act = std::move(act)] { act(); };
     m_handler = CFHolder<CFTypeRef>(CFBridgingRetain(handler));
     m_installation.set(
         [=] {
