@@ -2,7 +2,6 @@
 
 #include "artwork/NearestPixel.h"
 
-#include <cmath>
 #include <utility>
 
 namespace kestrel::artwork {
@@ -31,7 +30,7 @@ QRectF Canvas::onPixels(const QRectF& units) const
 {
     const QTransform& transform = m_painter.transform();
     const QRectF place = transform.mapRect(units);
-    const QRectF whole(std::round(place.x()), std::round(place.y()), wholePixels(place.width()),
+    const QRectF whole(nearestPixel(place.x()), nearestPixel(place.y()), wholePixels(place.width()),
         wholePixels(place.height()));
     return transform.inverted().mapRect(whole);
 }

@@ -13,7 +13,7 @@ namespace kestrel::artwork {
     return static_cast<int>(std::floor(value + 0.5 + Inaccuracy));
 }
 
-// The nearest number of pixels, at least one, so that what has this width is seen.
+// Rounds a width to whole device pixels, but to one at least, so that it is seen.
 [[nodiscard]] inline int wholePixels(double value)
 {
     return std::max(1, nearestPixel(value));
