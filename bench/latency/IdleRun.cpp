@@ -55,6 +55,8 @@ struct IdleOutcome {
 
 void measureRound(Stage& stage, const CandidateKind& kind, double seconds, IdleOutcome& outcome)
 {
+    // Each round starts the candidate anew. A process often keeps its cores while it lives, and a
+    // thread that another core wakes costs up to three times as much.
     const Candidate candidate(stage, kind);
     const auto start = monotonicNanoseconds();
     const Work before = workOf(candidate.pid());
@@ -86,8 +88,6 @@ Row idleRow(const std::string& name, const IdleOutcome& outcome)
 
 Table idleRun(Stage& stage, const std::vector<CandidateKind>& kinds, const Options& options)
 {
-    // In each round the candidates start anew, because a thread that another core wakes costs up to
-    // three times as much, and which core that is often stays the same as long as a process lives.
     const double seconds = double(options.idleSeconds) / double(options.rounds);
     std::vector<IdleOutcome> outcomes(kinds.size());
     for (std::size_t round = 0; round < options.rounds; ++round) {

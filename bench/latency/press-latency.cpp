@@ -120,8 +120,9 @@ int main(int count, char** arguments)
     bool onePacket = false;
     CLI::App app("From MIDI packet to key event");
     addModes(app, modes);
-    auto* idle = app.add_option(
-        "--idle", options.idleSeconds, "what a candidate costs in so many seconds without a press");
+    auto* idle = app.add_option("--idle", options.idleSeconds,
+                        "what a candidate costs in so many seconds without a press")
+                     ->check(CLI::Range(1, 3600));
     addOptions(app, options, onePacket);
     CLI11_PARSE(app, count, arguments);
 
