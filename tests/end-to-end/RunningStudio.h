@@ -40,7 +40,7 @@ public:
     // and returns it with those that follow until no more arrive.
     [[nodiscard]] Keys keysAfter(const std::string& consoleCommand);
     [[nodiscard]] Keys arrivingKeys(stage::ChildProcess& window) const;
-    // The same where no keys are expected.
+    // The same, but does not wait for a first key.
     [[nodiscard]] Keys strayKeysAfter(const std::string& consoleCommand);
     [[nodiscard]] Keys strayKeys(stage::ChildProcess& window) const;
     // True as soon as no key of the display is down. False if one is still down after ten seconds.
